@@ -1,0 +1,32 @@
+# Flags that every target of the project is compiled with, as one interface target.
+add_library(veilkeep_settings INTERFACE)
+target_compile_features(veilkeep_settings INTERFACE cxx_std_20)
+target_include_directories(veilkeep_settings INTERFACE "${PROJECT_SOURCE_DIR}/src")
+target_compile_options(veilkeep_settings INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wnon-virtual-dtor
+    -Woverloaded-virtual -Wold-style-cast -Wcast-qual -Wformat=2 -Wundef
+    $<$<BOOL:${VEILKEEP_WARNINGS_AS_ERRORS}>:-Werror>
+    -ffunction-sections -fdata-sections)
+# Libraries that nothing of a program uses are not loaded with it.
+target_link_options(veilkeep_settings INTERFACE LINKER:--as-needed LINKER:--gc-sections)
+
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+include(CheckPIESupported)
+check_pie_supported()
+
+if(VEILKEEP_SANITIZE)
+    target_compile_options(veilkeep_settings INTERFACE
+        -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
+    target_link_options(veilkeep_settings INTERFACE -fsanitize=address,undefined)
+endif()
+if(VEILKEEP_FUZZERS)
+    target_compile_options(veilkeep_settings INTERFACE
+        -fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=undefined)
+    target_link_options(veilkeep_settings INTERFACE -fsanitize=address,undefined)
+endif()
+if(CMAKE_BUILD_TYPE STREQUAL "Release")
+    target_compile_options(veilkeep_settings INTERFACE -D_FORTIFY_SOURCE=2 -fstack-protector-strong)
+    target_link_options(veilkeep_settings INTERFACE LINKER:-z,relro LINKER:-z,now)
+endif()
