@@ -1,0 +1,122 @@
+"""Tries each rule on small good and bad files, so that a rule that sees nothing is found out."""
+
+import shutil
+import subprocess
+import sys
+import tempfile
+import unittest
+from pathlib import Path
+
+import file_sizes
+import formatting
+import include_direction
+import loaded_libraries
+import no_fixed_sleeps
+import no_qt_in_core
+import source_text
+
+# rule, file, its text, the lines found fault with
+ROWS = [
+    (no_qt_in_core, "src/core/a.cpp", "#include <string>\n#include <queue>\n#include <linux/fs.h>\n", []),
+    (no_qt_in_core, "src/core/a.cpp", "#pragma once\n#include <QString>\n", [2]),
+    (no_qt_in_core, "src/core/a.cpp", "#include <QtCore/QFile>\n  #  include \"qstring.h\"\n", [1, 2]),
+    (no_qt_in_core, "src/worker/a.cpp", "#include <glib.h>\n#include <gio/gio.h>\n", [1, 2]),
+    (no_qt_in_core, "src/core/a.cpp", "// #include <QString>\n/*\n#include <QFile>\n*/\n", []),
+    (include_direction, "src/core/a.cpp", '#include "core/base/Error.h"\n#include <format>\n', []),
+    (include_direction, "src/core/a.cpp", '#include "format/Sizes.h"\n', [1]),
+    (include_direction, "src/core/a.cpp", "\n#include <worker/Worker.h>\n", [2]),
+    (include_direction, "src/core/base/a.cpp", '#include "Error.h"\n#include "../Error.h"\n', [1, 2]),
+    (include_direction, "src/core/a.cpp", '#include "tests/support/ScratchTree.h"\n', [1]),
+    (include_direction, "src/worker/a.cpp", '#include "core/a.h"\n#include "format/a.h"\n', [2]),
+    (include_direction, "src/format/a.cpp", '#include "core/a.h"\n#include "platform/a.h"\n', [2]),
+    (include_direction, "src/platform/a.cpp", '#include "format/a.h"\n#include "platform/linux/a.h"\n', [2]),
+    (include_direction, "src/platform/linux/a.cpp", '#include "platform/a.h"\n#include "alerts/a.h"\n', [2]),
+    (include_direction, "src/alerts/a.cpp", '#include "platform/a.h"\n#include "filelist/a.h"\n', [2]),
+    (include_direction, "src/filelist/a.cpp", '#include "alerts/a.h"\n#include "groups/a.h"\n', [2]),
+    (include_direction, "src/groups/a.cpp", '#include "filelist/a.h"\n#include "prefs/a.h"\n', [2]),
+    (include_direction, "src/prefs/a.cpp", '#include "groups/a.h"\n#include "session/a.h"\n', [2]),
+    (include_direction, "src/session/a.cpp", '#include "prefs/a.h"\n#include "widgets/a.h"\n', [2]),
+    (include_direction, "src/widgets/a.cpp", '#include "session/a.h"\n#include "platform/linux/a.h"\n', [2]),
+    (include_direction, "src/ctl/a.cpp", '#include "platform/linux/a.h"\n#include "widgets/a.h"\n', [2]),
+    (include_direction, "src/ctl/a.cpp", '#include "session/a.h"\n#include "app/a.h"\n', [2]),
+    (include_direction, "src/app/a.cpp", '#include "widgets/a.h"\n#include "platform/linux/a.h"\n', []),
+    (include_direction, "src/elsewhere/a.cpp", "", [1]),
+    (no_fixed_sleeps, "tests/a.cpp", "{\nsleep(1);\n::usleep(1);\nnanosleep(&t, 0);\n}", [2, 3, 4]),
+    (no_fixed_sleeps, "tests/a.cpp", "std::this_thread::sleep_for(t);\nsleep_until(t);\n", [1, 2]),
+    (no_fixed_sleeps, "tests/a.cpp", "QTest::qWait(5);\nQThread::msleep (1);\n", [1, 2]),
+    (no_fixed_sleeps, "tests/a.cpp", "poll(nullptr, 0, 50);\nselect(0, NULL, NULL, NULL, &t);\n", [1, 2]),
+    (no_fixed_sleeps, "tests/a.cpp", "n = 1'000; c = '\"'; sleep(2);\nu8'\"'; sleep(3);", [1, 2]),
+    (no_fixed_sleeps, "tests/a.cpp", 'f(R"(a " b)"); // x\nsleep(1);\n', [2]),
+    (no_fixed_sleeps, "tests/a.cpp", '// sleep(1)\n/* usleep(1) */ run("sleep(1)");\n', []),
+    (no_fixed_sleeps, "tests/a.cpp", "bus.sleep();\nbus->sleep();\nqWaitFor(done);\npoll(&fd, 1, 50);\n", []),
+    (no_fixed_sleeps, "tests/support/WaitUntil.cpp", "std::this_thread::sleep_for(1ms);\n", []),
+    (no_fixed_sleeps, "tests/a.py", "time.sleep(1)\nfrom time import sleep\nsleep(1)\n", [1, 2, 3]),
+    (no_fixed_sleeps, "tests/a.py", "# time.sleep(1)\nasleep = 1\n", []),
+    (no_fixed_sleeps, "tests/a.sh", "sleep 1\ntrue && sleep 0.1\nwhile true; do sleep $n; done\n", [1, 2, 3]),
+    (no_fixed_sleeps, "tests/a.sh", "# sleep 1\necho asleep 1\n", []),
+    (file_sizes, "src/a.h", "\n" * 200, []),
+    (file_sizes, "src/a.h", "\n" * 201, [201]),
+    (file_sizes, "src/a.cpp", "\n" * 500, []),
+    (file_sizes, "src/a.cpp", "\n" * 501, [501]),
+]
+
+
+class Rules(unittest.TestCase):
+    def test_find_the_lines_at_fault(self):
+        for rule, file, text, lines in ROWS:
+            with self.subTest(rule=rule.__name__, file=file, text=text[:80]):
+                self.assertEqual([line for line, _ in rule.check(Path(file), text)], lines)
+
+    def test_programs_tell_place_and_rule(self):
+        with tempfile.TemporaryDirectory() as root:
+            source = Path(root, "src/core/a.cpp")
+            source.parent.mkdir(parents=True)
+            Path(root, "tests").mkdir()
+            for content, status, told in [
+                ('#include "app/a.h"\n', 1, ["src/core/a.cpp:1: core includes app/a.h", "The rule: "]),
+                ('#include "core/a.h"\n', 0, ["1 files follow the rule"]),
+                (None, 1, ["found no file"]),
+            ]:
+                source.unlink() if content is None else source.write_text(content)
+                ended = self.run_rule(include_direction, root)
+                self.assertEqual(ended.returncode, status, ended.stdout + ended.stderr)
+                for text in told:
+                    self.assertIn(text, ended.stdout + ended.stderr)
+
+    @unittest.skipIf(formatting.reason_to_skip(), formatting.reason_to_skip())
+    def test_formatting_finds_what_is_not_formatted(self):
+        house_style = Path(__file__).parents[2] / ".clang-format"
+        with tempfile.TemporaryDirectory() as root:
+            shutil.copy(house_style, root)
+            Path(root, "good.cpp").write_text("int* f();\n")
+            Path(root, "bad.cpp").write_text("int  *f ( );\n")
+            self.assertEqual(formatting.findings(root, ["good.cpp"]), [])
+            self.assertRegex(formatting.findings(root, ["good.cpp", "bad.cpp"])[0], r"^bad\.cpp:1:")
+
+    def test_libraries_of_a_program(self):
+        loaded = loaded_libraries.needed_by(shutil.which("readelf"))
+        self.assertIn("libc.so.6", loaded)
+        libraries = ["libc.so.6", "libstdc++.so.6", "ld-linux-x86-64.so.2"]
+        self.assertEqual(
+            loaded_libraries.unwanted(libraries, "--only", ["libc.so.6", "ld-linux*"]), ["libstdc++.so.6"]
+        )
+        self.assertEqual(loaded_libraries.unwanted(libraries, "--only", ["lib*", "ld-*"]), [])
+        self.assertEqual(loaded_libraries.unwanted(libraries, "--never", ["libstdc*"]), ["libstdc++.so.6"])
+        self.assertEqual(loaded_libraries.unwanted(libraries, "--never", ["libQt6*"]), [])
+
+    @staticmethod
+    def run_rule(rule, root):
+        command = [sys.executable, "-B", rule.__file__, root]
+        return subprocess.run(command, capture_output=True, text=True, check=False)
+
+
+class Code(unittest.TestCase):
+    def test_keeps_its_lines(self):
+        text = '/* a\n b */ "c\\"d" // e\nR"x(\n)" )x" f(\'\\\'\')\n'
+        code = source_text.cpp_code(text)
+        self.assertEqual(code.count("\n"), text.count("\n"))
+        self.assertEqual(code.split(), ["f(", ")"])
+
+
+if __name__ == "__main__":
+    unittest.main()
