@@ -1,0 +1,217 @@
+#include "core/tracking/FileAlias.h"
+
+#include "core/base/PathText.h"
+#include "tests/support/LoopVolume.h"
+#include "tests/support/ScratchTree.h"
+
+#include <gtest/gtest.h>
+
+#include <sys/mount.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include <cstdio>
+
+namespace veilkeep {
+namespace {
+
+std::optional<AliasRecord> aliasOf(const std::string& path) {
+    const auto bytes = aliasRecordFromPath(path);
+    return bytes ? decodeAliasRecord(*bytes) : std::nullopt;
+}
+
+// What a move must keep and another item must not have.
+std::string identityOf(const std::string& path) {
+    const auto alias = aliasOf(path);
+    if (!alias)
+        return "none of " + path;
+    const FileIdentity& item = alias->item;
+    std::string text = std::to_string(item.inode);
+    if (item.birthTime)
+        text += " born " + std::to_string(item.birthTime->seconds) + "." +
+                std::to_string(item.birthTime->nanoseconds);
+    return item.handle ? text + " handle " + item.handle->bytes : text;
+}
+
+std::uint64_t inodeAt(const std::string& path) {
+    struct stat status = {};
+    EXPECT_EQ(::lstat(path.c_str(), &status), 0) << path;
+    return status.st_ino;
+}
+
+std::string makeLink(const std::string& path, const std::string& target) {
+    EXPECT_EQ(::symlink(target.c_str(), path.c_str()), 0);
+    return path;
+}
+
+std::string makeFifo(const std::string& path) {
+    EXPECT_EQ(::mkfifo(path.c_str(), 0600), 0);
+    return path;
+}
+
+TEST(FileAlias, DescribesTheItemItself) {
+    const test::ScratchTree tree;
+    const std::string file = tree.makeFile("dir/file", "123");
+    const std::string directory = tree.path("dir");
+    const std::string linkToDirectory = makeLink(tree.path("to-dir"), "dir");
+    std::string deep = "deep";
+    while (tree.path(deep).size() < 3'700)
+        deep += "/" + std::string(250, 'd');
+    deep += "/" + std::string(4'000 - tree.path(deep).size() - 1, 'f');
+    struct Row {
+        const char* what;
+        std::string path, item; // the item's own path, free of links and of "/" at its end
+        ItemKind kind;
+    };
+    const Row rows[] = {
+        {"file", file, file, ItemKind::File},
+        {"directory", directory, directory, ItemKind::Directory},
+        {"directory with a slash", directory + "//", directory, ItemKind::Directory},
+        {"directory by a dot", directory + "/.", directory, ItemKind::Directory},
+        {"parent by dots", directory + "/..", tree.root(), ItemKind::Directory},
+        {"link", linkToDirectory, linkToDirectory, ItemKind::Link},
+        {"link with a slash", linkToDirectory + "/", linkToDirectory, ItemKind::Link},
+        {"dangling link", makeLink(tree.path("dangling"), "nowhere"), tree.path("dangling"), ItemKind::Link},
+        {"below a link", linkToDirectory + "/file", file, ItemKind::File},
+        {"not clean", tree.root() + "//dir/../dir/./file", file, ItemKind::File},
+        {"no text", tree.makeFile("\xff\xfe\n\t"), tree.path("\xff\xfe\n\t"), ItemKind::File},
+        {"said to be deleted", tree.makeFile("x (deleted)"), tree.path("x (deleted)"), ItemKind::File},
+        {"fifo", makeFifo(tree.path("fifo")), tree.path("fifo"), ItemKind::Fifo},
+        {"4,000 bytes", tree.makeFile(deep), tree.path(deep), ItemKind::File},
+        {"root", "/", "/", ItemKind::Directory},
+        {"no file system of the disk", "/proc/self/status", "", ItemKind::File},
+    };
+    for (const Row& row : rows) {
+        const auto alias = aliasOf(row.path);
+        ASSERT_TRUE(alias) << row.what;
+        EXPECT_EQ(alias->lastPath, row.path) << row.what;
+        EXPECT_EQ(alias->item.kind, row.kind) << row.what;
+        EXPECT_TRUE(alias->volume.isKnown()) << row.what;
+        if (row.item.empty())
+            continue;
+        EXPECT_EQ(alias->item.inode, inodeAt(row.item)) << row.what;
+        const Mount* const mount = MountTable::current()->mountHolding(row.item);
+        EXPECT_EQ(alias->volumePath, pathOnVolume(*mount, row.item)) << row.what;
+    }
+    EXPECT_EQ(aliasOf(file)->item.size, 3u);
+}
+
+TEST(FileAlias, HoldsThePathOfWhatIsMissing) {
+    const test::ScratchTree tree;
+    const std::string file = tree.makeFile("file");
+    const std::string missing = tree.path("missing");
+    const auto alias = aliasOf(missing);
+    ASSERT_TRUE(alias);
+    EXPECT_EQ(alias->lastPath, missing);
+    EXPECT_EQ(alias->item, FileIdentity());
+    EXPECT_EQ(alias->volume, aliasOf(file)->volume) << "its directory tells the volume";
+    EXPECT_EQ(parentPath(alias->volumePath), parentPath(aliasOf(file)->volumePath));
+    for (const std::string& path : {missing + "/x", file + "/x", file + "/.", std::string("//nowhere/x")}) {
+        const auto bare = aliasOf(path);
+        ASSERT_TRUE(bare) << path;
+        EXPECT_EQ(bare->lastPath, path);
+        EXPECT_EQ(bare->item, FileIdentity()) << path;
+        EXPECT_FALSE(bare->volume.isKnown()) << path;
+    }
+}
+
+TEST(FileAlias, IsNotMadeOfWhatCannotBeLookedAt) {
+    const test::ScratchTree tree;
+    const std::string file = tree.makeFile("file");
+    const std::string locked = tree.makeFile("locked/file");
+    ASSERT_EQ(::chmod(tree.path("locked").c_str(), 0), 0);
+    const bool isRoot = ::geteuid() == 0;
+    const std::string circle = makeLink(tree.path("circle"), "circle");
+    ASSERT_TRUE(!isRoot || ::seteuid(65534) == 0);
+    const std::pair<const char*, std::string> rows[] = {
+        {"no path", ""},
+        {"locked directory", locked},
+        {"missing in a locked directory", tree.path("locked/missing")},
+        {"name too long", tree.path(std::string(256, 'n'))},
+        {"path too long", tree.root() + std::string(4'096, '/') + "file"},
+        {"path with a NUL", file + std::string(1, '\0')},
+        {"circle of links", circle + "/x"},
+    };
+    for (const auto& [what, path] : rows)
+        EXPECT_FALSE(aliasRecordFromPath(path)) << what;
+    EXPECT_TRUE(aliasRecordFromPath(file)) << "no rights on the file itself are needed";
+    ASSERT_TRUE(!isRoot || ::seteuid(0) == 0);
+}
+
+class FileAliasOnVolume : public testing::TestWithParam<const char*> {};
+
+TEST_P(FileAliasOnVolume, TellsItemsApart) {
+    const test::ScratchTree tree;
+    test::LoopVolume volume(tree, GetParam());
+    if (!volume.whyMissing().empty())
+        GTEST_SKIP() << volume.whyMissing();
+    const std::string file = volume.path("file"), moved = volume.path("dir/moved");
+    ASSERT_EQ(::mkdir(volume.path("dir").c_str(), 0755), 0);
+    test::writeFile(file, "content");
+    const std::string identity = identityOf(file);
+    EXPECT_TRUE(aliasOf(file)->item.handle);
+    EXPECT_EQ(aliasOf(file)->volumePath, "/file");
+
+    ASSERT_EQ(std::rename(file.c_str(), moved.c_str()), 0);
+    EXPECT_EQ(identityOf(moved), identity);
+    const std::string directory = identityOf(volume.path("dir"));
+    volume.mountAgain();
+    EXPECT_EQ(identityOf(moved), identity);
+    EXPECT_EQ(identityOf(volume.path("dir")), directory);
+
+    const auto alias = aliasOf(moved);
+    ASSERT_EQ(::unlink(moved.c_str()), 0);
+    test::writeFile(file, "content");
+    const auto another = aliasOf(file);
+    EXPECT_NE(another->item.handle, alias->item.handle);
+    EXPECT_NE(another->item.birthTime, alias->item.birthTime);
+    EXPECT_EQ(another->volume, alias->volume);
+    if (std::string(GetParam()) == "ext4") {
+        EXPECT_EQ(another->item.inode, alias->item.inode) << "the number was to be given out again";
+    }
+}
+
+TEST_P(FileAliasOnVolume, TellsOnePlaceWhereverItIsMounted) {
+    const test::ScratchTree tree;
+    const test::LoopVolume volume(tree, GetParam());
+    if (!volume.whyMissing().empty())
+        GTEST_SKIP() << volume.whyMissing();
+    ASSERT_EQ(::mkdir(volume.path("dir").c_str(), 0755), 0);
+    test::writeFile(volume.path("dir/file"), "content");
+    const auto alias = aliasOf(volume.path("dir/file"));
+    const std::string elsewhere = tree.makeDirectory("else where");
+    ASSERT_EQ(::mount(volume.path("dir").c_str(), elsewhere.c_str(), nullptr, MS_BIND, nullptr), 0);
+    const auto seenElsewhere = aliasOf(elsewhere + "/file");
+    const auto mountRoot = aliasOf(elsewhere);
+    ASSERT_EQ(::umount2(elsewhere.c_str(), MNT_DETACH), 0);
+    ASSERT_TRUE(alias && seenElsewhere && mountRoot);
+    EXPECT_EQ(seenElsewhere->lastPath, elsewhere + "/file");
+    EXPECT_EQ(seenElsewhere->volume, alias->volume);
+    EXPECT_EQ(seenElsewhere->volumePath, "/dir/file");
+    EXPECT_EQ(seenElsewhere->item, alias->item);
+    EXPECT_EQ(mountRoot->volumePath, "/dir");
+}
+
+INSTANTIATE_TEST_SUITE_P(Types, FileAliasOnVolume, testing::Values("ext4", "xfs", "btrfs"),
+                         [](const auto& type) { return std::string(type.param); });
+
+// Numbers that a file system makes up anew at each mount are no handle to keep.
+TEST(FileAlias, KeepsNoPassingHandle) {
+    const test::ScratchTree tree;
+    EXPECT_TRUE(aliasOf(tree.root())) << "the mounts that are known from now on are those of before";
+    if (const std::string why = test::enterPrivateMounts(); !why.empty())
+        GTEST_SKIP() << why;
+    const std::string place = tree.makeDirectory("memory");
+    ASSERT_EQ(::mount("some", place.c_str(), "tmpfs", 0, nullptr), 0);
+    test::writeFile(place + "/file", "");
+    const auto alias = aliasOf(place + "/file");
+    ASSERT_EQ(::umount2(place.c_str(), MNT_DETACH), 0);
+    ASSERT_TRUE(alias);
+    EXPECT_EQ(alias->volume, (VolumeIdentity{"", "tmpfs", "some"}));
+    EXPECT_FALSE(alias->item.handle);
+}
+
+} // namespace
+} // namespace veilkeep
