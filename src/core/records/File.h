@@ -1,0 +1,72 @@
+#pragma once
+
+#include "core/records/PropertyDictionary.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace veilkeep {
+
+// One listed file or folder. All that is stored of it is its one property dictionary, keys of later versions
+// included; everything here reads or writes one key of that. It is owned by the file list; not locked.
+// Making one never fails: a path with nothing at it gives size 0, "is a file" and an alias of the path.
+class File {
+public:
+    enum State : std::int32_t {
+        Broken = -1, // nothing at the recorded path, and not found elsewhere
+        Visible = 0, // at its original path
+        Hidden = 1,  // under its scrambled name in a hidden directory
+    };
+
+    File();
+
+    // A record as it was stored.
+    explicit File(PropertyDictionary properties);
+
+    static File initWithPath(const std::string& path);
+    static File initWithPath(const std::string& path, std::int32_t andState);
+    static File initWithOriginalPath(const std::string& originalPath, const std::string& andCurrentPath,
+                                     std::int32_t andState);
+    static File fileWithPath(const std::string& path);
+    static File fileWithPath(const std::string& path, const std::string& andOriginalPath,
+                             std::int32_t andState);
+
+    const PropertyDictionary& properties() const { return m_properties; }
+
+    // Equal properties change nothing; properties without an alias gain one.
+    void setProperties(PropertyDictionary properties);
+
+    // Paths and names are bytes; a reference lives until its property is set.
+    const std::string& name() const;
+    void setName(std::string name);
+    const std::string& originalPath() const;
+    void setOriginalPath(std::string originalPath);
+    const std::string& path() const;            // as stored: the disk is not looked at
+    const std::string& pathWithoutSync() const; // the same, for who must say so
+    void setPath(std::string path);             // the alias stays as it was
+    const std::string& description() const { return originalPath(); }
+
+    std::uint64_t size() const; // bytes, or unknownFileSize, as it was when the record was made
+    void setSize(std::uint64_t size);
+    bool isFile() const; // was no directory when the record was made
+    std::int64_t groupID() const;
+    void setGroupID(std::int64_t groupID);
+    void moveToGroup(std::int64_t groupID) { setGroupID(groupID); }
+
+    std::int32_t state() const;
+    void setState(std::int32_t state);
+    std::int32_t prevState() const { return m_prevState; } // before the last setState(); not stored
+
+    std::optional<std::string_view> alias() const; // nothing where none could be made; lives like a path
+    void updateAlias();                            // of what is at path() now
+
+private:
+    void keep(PropertyDictionary properties);
+
+    PropertyDictionary m_properties;
+    std::int32_t m_prevState = 0;
+};
+
+} // namespace veilkeep
