@@ -81,7 +81,7 @@ void File::keep(PropertyDictionary properties) {
         updateAlias();
 }
 
-const std::string& File::name() const {
+std::string_view File::name() const {
     return bytesProperty(m_properties, keys().name);
 }
 
@@ -89,7 +89,7 @@ void File::setName(std::string name) {
     m_properties.set(keys().name, Bytes{std::move(name)});
 }
 
-const std::string& File::originalPath() const {
+std::string_view File::originalPath() const {
     return bytesProperty(m_properties, keys().originalPath);
 }
 
@@ -97,11 +97,11 @@ void File::setOriginalPath(std::string originalPath) {
     m_properties.set(keys().originalPath, Bytes{std::move(originalPath)});
 }
 
-const std::string& File::path() const {
+std::string_view File::path() const {
     return bytesProperty(m_properties, keys().path);
 }
 
-const std::string& File::pathWithoutSync() const {
+std::string_view File::pathWithoutSync() const {
     return path();
 }
 
@@ -144,7 +144,7 @@ std::optional<std::string_view> File::alias() const {
 }
 
 void File::updateAlias() {
-    auto record = aliasRecordFromPath(path());
+    auto record = aliasRecordFromPath(std::string(path()));
     m_properties.set(keys().alias, record ? Value(Bytes{std::move(*record)}) : Value(Null()));
 }
 

@@ -39,14 +39,14 @@ public:
     void setProperties(PropertyDictionary properties);
 
     // Paths and names are bytes; a reference lives until its property is set.
-    const std::string& name() const;
+    std::string_view name() const;
     void setName(std::string name);
-    const std::string& originalPath() const;
+    std::string_view originalPath() const;
     void setOriginalPath(std::string originalPath);
-    const std::string& path() const;            // as stored: the disk is not looked at
-    const std::string& pathWithoutSync() const; // the same, for who must say so
-    void setPath(std::string path);             // the alias stays as it was
-    const std::string& description() const { return originalPath(); }
+    std::string_view path() const;            // as stored: the disk is not looked at
+    std::string_view pathWithoutSync() const; // the same, for who must say so
+    void setPath(std::string path);           // the alias stays as it was
+    std::string_view description() const { return originalPath(); }
 
     std::uint64_t size() const; // bytes, or unknownFileSize, as it was when the record was made
     void setSize(std::uint64_t size);

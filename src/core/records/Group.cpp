@@ -77,7 +77,7 @@ void Group::setProperties(PropertyDictionary properties) {
         m_properties = std::move(properties);
 }
 
-const std::string& Group::name() const {
+std::string_view Group::name() const {
     return bytesProperty(m_properties, keys().name);
 }
 
@@ -85,7 +85,7 @@ void Group::setName(std::string name) {
     m_properties.set(keys().name, Bytes{std::move(name)});
 }
 
-const std::string& Group::iconPath() const {
+std::string_view Group::iconPath() const {
     return bytesProperty(m_properties, keys().iconPath);
 }
 
@@ -93,7 +93,7 @@ void Group::setIconPath(std::string iconPath) {
     m_properties.set(keys().iconPath, Bytes{std::move(iconPath)});
 }
 
-const std::string& Group::iconData() const {
+std::string_view Group::iconData() const {
     return bytesProperty(m_properties, keys().icon);
 }
 

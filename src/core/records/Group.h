@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace veilkeep {
 
@@ -29,12 +30,12 @@ public:
     const PropertyDictionary& properties() const { return m_properties; }
     void setProperties(PropertyDictionary properties);
 
-    // A reference lives until its property is set.
-    const std::string& name() const;
+    // A view lasts until its property is set.
+    std::string_view name() const;
     void setName(std::string name);
-    const std::string& iconPath() const;
+    std::string_view iconPath() const;
     void setIconPath(std::string iconPath);
-    const std::string& iconData() const; // PNG of 42 x 42, or empty
+    std::string_view iconData() const; // PNG of 42 x 42, or empty
     void setIconData(Bytes iconData);
 
     // Stored under "Predicate", as group files always had it; "GroupID" is written by Group() and never read.

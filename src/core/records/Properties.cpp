@@ -2,15 +2,9 @@
 
 namespace veilkeep {
 
-const std::string& bytesProperty(const PropertyDictionary& properties, PropertyKey key) {
-    static const std::string none;
+std::string_view bytesProperty(const PropertyDictionary& properties, PropertyKey key) {
     const Value* const value = properties.find(key);
-    if (!value)
-        return none;
-    if (const auto* bytes = std::get_if<Bytes>(&value->content()))
-        return bytes->data;
-    const auto* text = std::get_if<std::string>(&value->content());
-    return text ? *text : none;
+    return value ? value->asString().value_or(std::string_view()) : std::string_view();
 }
 
 std::int64_t integerProperty(const PropertyDictionary& properties, PropertyKey key) {

@@ -115,7 +115,7 @@ TEST(File, LoadsWhatWasStored) {
     File file(later);
     EXPECT_EQ(file.properties(), later) << "a null marker is an alias too, and unknown keys stay";
     EXPECT_FALSE(file.alias());
-    EXPECT_EQ(file.path() + file.name(), "");
+    EXPECT_EQ(std::string(file.path()).append(file.name()), "");
     EXPECT_EQ(file.size() + static_cast<std::uint64_t>(file.groupID() + file.state()), 0u);
 
     file.setProperties({{"Path", path}, {"Size", std::int64_t{-1}}, {"GroupID", "rubbish"}});

@@ -49,7 +49,8 @@ TEST(Group, AccessorsReadAndWriteOneKey) {
                                                       {"IconPath", Bytes{"/icons/play.png"}},
                                                       {"State", std::int64_t{-128}},
                                                       {"AutoHide", true}}));
-    EXPECT_EQ(group.name() + group.iconPath() + group.iconData(), "Play/icons/play.png\x89PNG");
+    EXPECT_EQ(std::string(group.name()).append(group.iconPath()).append(group.iconData()),
+              "Play/icons/play.png\x89PNG");
     EXPECT_EQ(group.groupID(), 6);
     EXPECT_EQ(group.countOfFiles(), 9);
     EXPECT_EQ(group.state(), -128);
