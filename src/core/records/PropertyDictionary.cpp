@@ -36,6 +36,14 @@ PropertyDictionary::PropertyDictionary(std::initializer_list<Entry> entries) {
         set(entry.key, entry.value);
 }
 
+std::optional<PropertyDictionary> PropertyDictionary::fromEntries(std::vector<Entry> entries) {
+    if (!keysAreUnique(entries))
+        return std::nullopt;
+    PropertyDictionary dictionary;
+    dictionary.m_entries = std::move(entries);
+    return dictionary;
+}
+
 const Value* PropertyDictionary::find(PropertyKey key) const {
     const auto found = std::ranges::find(m_entries, key, &Entry::key);
     return found == m_entries.end() ? nullptr : &found->value;
@@ -58,6 +66,23 @@ bool PropertyDictionary::operator==(const PropertyDictionary& other) const {
                const Value* value = other.find(entry.key);
                return value && *value == entry.value;
            });
+}
+
+bool keysAreUnique(std::span<const PropertyDictionary::Entry> entries) {
+    constexpr std::size_t fewEnoughToCompareAll = 16;
+    if (entries.size() <= fewEnoughToCompareAll) {
+        for (auto entry = entries.begin(); entry != entries.end(); ++entry)
+            if (std::find_if(entries.begin(), entry,
+                             [&](const auto& earlier) { return earlier.key == entry->key; }) != entry)
+                return false;
+        return true;
+    }
+    std::vector<const std::string*> texts;
+    texts.reserve(entries.size());
+    for (const auto& entry : entries)
+        texts.push_back(&entry.key.text());
+    std::ranges::sort(texts);
+    return std::ranges::adjacent_find(texts) == texts.end();
 }
 
 } // namespace veilkeep

@@ -3,6 +3,9 @@
 #include "core/records/Value.h"
 
 #include <cstddef>
+#include <initializer_list>
+#include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -35,6 +38,9 @@ public:
     PropertyDictionary() = default;
     PropertyDictionary(std::initializer_list<Entry> entries);
 
+    // Takes many entries at once without searching for each; nothing when a key comes twice.
+    static std::optional<PropertyDictionary> fromEntries(std::vector<Entry> entries);
+
     const Value* find(PropertyKey key) const; // null when the key is absent
     bool contains(PropertyKey key) const { return find(key) != nullptr; }
     void set(PropertyKey key, Value value);
@@ -51,5 +57,7 @@ public:
 private:
     std::vector<Entry> m_entries;
 };
+
+bool keysAreUnique(std::span<const PropertyDictionary::Entry> entries);
 
 } // namespace veilkeep

@@ -5,6 +5,13 @@
 #include <limits>
 
 namespace veilkeep {
+namespace {
+
+bool isInteger(const Value::Content& content) {
+    return std::holds_alternative<std::int64_t>(content) || std::holds_alternative<std::uint64_t>(content);
+}
+
+} // namespace
 
 Value::Value(ValueList list) : m_content(std::make_shared<const ValueList>(std::move(list))) {}
 
@@ -54,16 +61,17 @@ std::optional<double> Value::asReal() const {
 }
 
 std::optional<std::string_view> Value::asString() const {
-    if (const auto* text = std::get_if<std::string>(&m_content))
-        return std::string_view(*text);
+    if (const auto* text = std::get_if<SharedText>(&m_content))
+        return text->view();
     if (const auto* bytes = std::get_if<Bytes>(&m_content))
-        return std::string_view(bytes->data);
+        return bytes->data.view();
     return std::nullopt;
 }
 
 bool Value::operator==(const Value& other) const {
     if (m_content.index() != other.m_content.index())
-        return false;
+        return isInteger(m_content) && isInteger(other.m_content) && asInteger() &&
+               asInteger() == other.asInteger();
     if (const auto* list = std::get_if<std::shared_ptr<const ValueList>>(&m_content))
         return **list == **std::get_if<std::shared_ptr<const ValueList>>(&other.m_content);
     if (const auto* dictionary = std::get_if<std::shared_ptr<const PropertyDictionary>>(&m_content))

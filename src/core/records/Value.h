@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/records/SharedText.h"
+
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -19,17 +21,20 @@ struct Null {
 
 // Bytes that need not be text: paths, names on disk, alias records, images.
 struct Bytes {
-    std::string data;
+    SharedText data;
     bool operator==(const Bytes&) const = default;
 };
 
 using ValueList = std::vector<Value>;
 
-// One value of a record or a property list. Text is meant to be UTF-8. Lists and dictionaries are carried
-// only so that what a later version stored is kept; they are shared and never changed.
+// How deep lists and dictionaries may lie in each other in anything that is stored.
+inline constexpr int maximumValueNesting = 64;
+
+// One value of a record or a property list. Text (SharedText) is meant to be UTF-8. Lists and dictionaries
+// are carried only so that what a later version stored is kept; they are shared and never changed.
 class Value {
 public:
-    using Content = std::variant<Null, bool, std::int64_t, std::uint64_t, double, std::string, Bytes,
+    using Content = std::variant<Null, bool, std::int64_t, std::uint64_t, double, SharedText, Bytes,
                                  std::shared_ptr<const ValueList>, std::shared_ptr<const PropertyDictionary>>;
 
     Value() = default;
@@ -38,8 +43,9 @@ public:
     Value(std::int64_t value) : m_content(value) {}
     Value(std::uint64_t value) : m_content(value) {}
     Value(double value) : m_content(value) {}
-    Value(std::string text) : m_content(std::move(text)) {}
-    Value(const char* text) : m_content(std::string(text)) {}
+    Value(SharedText text) : m_content(std::move(text)) {}
+    Value(const std::string& text) : m_content(SharedText(text)) {}
+    Value(const char* text) : m_content(SharedText(text)) {}
     Value(Bytes bytes) : m_content(std::move(bytes)) {}
     Value(ValueList list);
     Value(PropertyDictionary dictionary);
@@ -55,8 +61,9 @@ public:
     std::optional<double> asReal() const;
     std::optional<std::string_view> asString() const;
 
-    bool
-    operator==(const Value& other) const; // same kind and same value, lists and dictionaries to the depth
+    // Same kind and same value, lists and dictionaries to the depth. The two integer kinds are one here,
+    // because stored numbers come back as std::int64_t wherever they fit.
+    bool operator==(const Value& other) const;
 
 private:
     Content m_content;
