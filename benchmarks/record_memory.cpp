@@ -1,0 +1,34 @@
+// Heap in use by the records of a long list once they are decoded, the file's bytes that they keep included.
+#include "benchmarks/support/SampleRecords.h"
+#include "core/storage/RecordArchive.h"
+
+#include <malloc.h>
+
+#include <cstdio>
+
+namespace {
+
+double heapInUse() { // in MB, 10^6 bytes
+    const struct mallinfo2 heap = ::mallinfo2();
+    return static_cast<double>(heap.uordblks + heap.hblkhd) / 1e6;
+}
+
+} // namespace
+
+int main() {
+    using namespace veilkeep;
+    constexpr std::size_t count = 100'000;
+    constexpr double limit = 110;
+    const std::string archive = benchmark::sampleArchive(benchmark::sampleRecords(count));
+    const double before = heapInUse();
+    const Result<RecordArchive> decoded =
+        decodeArchive(std::string(archive), "files"); // a copy, as just read
+    const double used = heapInUse() - before;
+    if (!decoded || decoded->records.size() != count) {
+        std::puts("the archive does not decode");
+        return 2;
+    }
+    std::printf("%zu records hold %.1f MB of heap (at most %.0f wanted: %s)\n", count, used, limit,
+                used <= limit ? "yes" : "NO");
+    return used <= limit ? 0 : 1;
+}
