@@ -1,0 +1,60 @@
+#include "core/filesystem/Directories.h"
+
+#include "core/base/PathText.h"
+#include "core/base/SystemCall.h"
+#include "core/base/UniqueFd.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+
+namespace veilkeep {
+namespace {
+
+bool isDirectory(const std::string& path) {
+    struct stat status = {};
+    return ::stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+}
+
+} // namespace
+
+std::string directoryOf(const std::string& path) {
+    const std::string_view parent = parentPath(path);
+    return parent.empty() ? "." : std::string(parent);
+}
+
+Result<void> makeDirectories(const std::string& path, mode_t mode) {
+    if (path.empty())
+        return Error{ErrorCode::InvalidArgument, "mkdir", path, 0};
+    if (isDirectory(path))
+        return {};
+    const std::string parent = directoryOf(path);
+    if (const auto made = makeDirectories(parent, mode); !made)
+        return made;
+    if (::mkdir(path.c_str(), mode) == 0)
+        return syncDirectory(parent);
+    const int error = errno;
+    if (error != EEXIST)
+        return Error::system("mkdir", path, error);
+    if (!isDirectory(path)) // else another process was quicker
+        return Error::system("mkdir", path, ENOTDIR);
+    return {};
+}
+
+Result<void> syncDirectory(const std::string& path) {
+    const UniqueFd directory(
+        retryOnInterrupt([&] { return ::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC); }));
+    if (!directory)
+        return Error::system("open", path, errno);
+    return syncDirectory(directory.get(), path);
+}
+
+Result<void> syncDirectory(int directory, const std::string& path) {
+    if (retryOnInterrupt([&] { return ::fsync(directory); }) != 0 && errno != EINVAL)
+        return Error::system("fsync", path, errno);
+    return {};
+}
+
+} // namespace veilkeep

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "core/base/Result.h"
+
+#include <sys/types.h>
+
+#include <string>
+
+namespace veilkeep {
+
+// The directory that holds the last component: "." for a bare name.
+std::string directoryOf(const std::string& path);
+
+// Makes the directory and every missing one above it, each with the mode (the umask takes its bits away) and
+// each entered durably into the directory that holds it. One that is there already, or a link to one, stays
+// as it is; anything else at its place is ENOTDIR.
+Result<void> makeDirectories(const std::string& path, mode_t mode);
+
+// Makes what was created, renamed or removed in a directory survive a power cut. A file system that does not
+// know how to sync a directory (EINVAL) counts as having done it.
+Result<void> syncDirectory(const std::string& path);
+Result<void> syncDirectory(int directory, const std::string& path); // the path only names it in an error
+
+} // namespace veilkeep
