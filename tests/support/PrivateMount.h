@@ -1,0 +1,40 @@
+#pragma once
+
+#include "core/filesystem/MountTable.h"
+#include "tests/support/LoopVolume.h"
+
+#include <sys/mount.h>
+
+#include <cerrno>
+#include <cstring>
+#include <string>
+
+namespace veilkeep::test {
+
+// Something mounted as long as this lives, seen by this process alone. Where the machine does not allow it,
+// whyMissing() tells the reason to skip the test with.
+class PrivateMount {
+public:
+    PrivateMount(const std::string& source, const std::string& target, const char* type,
+                 unsigned long flags = 0)
+        : m_target(target), m_whyMissing(enterPrivateMounts()) {
+        if (m_whyMissing.empty() && ::mount(source.c_str(), target.c_str(), type, flags, nullptr) != 0)
+            m_whyMissing = "mount " + target + ": " + std::strerror(errno);
+        MountTable::reread();
+    }
+    ~PrivateMount() {
+        if (m_whyMissing.empty())
+            ::umount2(m_target.c_str(), MNT_DETACH);
+        MountTable::reread();
+    }
+    PrivateMount(const PrivateMount&) = delete;
+    PrivateMount& operator=(const PrivateMount&) = delete;
+
+    const std::string& whyMissing() const { return m_whyMissing; }
+
+private:
+    std::string m_target;
+    std::string m_whyMissing;
+};
+
+} // namespace veilkeep::test
