@@ -1,0 +1,225 @@
+#include "core/filesystem/HiddenItemScan.h"
+
+#include "core/base/PathText.h"
+#include "tests/support/ChildProcess.h"
+#include "tests/support/PrivateMount.h"
+#include "tests/support/ScratchTree.h"
+
+#include <gtest/gtest.h>
+
+#include <fcntl.h>
+#include <linux/filter.h>
+#include <linux/seccomp.h>
+#include <sys/prctl.h>
+#include <sys/stat.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <cstddef>
+#include <iterator>
+#include <set>
+#include <thread>
+#include <vector>
+
+namespace veilkeep {
+namespace {
+
+using namespace test;
+
+struct Findings {
+    Result<HiddenItemScan::Summary> summary = HiddenItemScan::Summary();
+    std::multiset<std::string> paths;
+};
+
+Findings scan(const std::string& directory) {
+    Findings findings;
+    HiddenItemScan search;
+    findings.summary = search.scan(directory, [&](const std::string& path) { findings.paths.insert(path); });
+    return findings;
+}
+
+// From now on a directory can still be opened by this process, but reading it fails as on a bad disk.
+bool breakDirectoryReading() {
+    sock_filter program[] = {
+        {BPF_LD | BPF_W | BPF_ABS, 0, 0, offsetof(seccomp_data, nr)},
+        {BPF_JMP | BPF_JEQ | BPF_K, 0, 1, SYS_getdents64},
+        {BPF_RET | BPF_K, 0, 0, SECCOMP_RET_ERRNO | EIO},
+        {BPF_RET | BPF_K, 0, 0, SECCOMP_RET_ALLOW},
+    };
+    const sock_fprog filter = {std::size(program), program};
+    return ::prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) == 0 &&
+           ::prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &filter) == 0;
+}
+
+class HiddenItemScanTest : public testing::Test {
+protected:
+    std::multiset<std::string> below(const std::string& directory, std::multiset<std::string> paths) const {
+        std::multiset<std::string> full;
+        for (const std::string& path : paths)
+            full.insert(joinPath(directory, path));
+        return full;
+    }
+
+    void makeLink(const std::string& target, const std::string& relative) const {
+        ASSERT_EQ(::symlink(target.c_str(), m_scratch.path(relative).c_str()), 0);
+    }
+
+    const ScratchTree m_scratch;
+    const std::string m_tree = m_scratch.makeDirectory("tree");
+};
+
+TEST_F(HiddenItemScanTest, FindsEachHiddenItemOnce) {
+    m_scratch.makeFile("tree/.SYS_INDEX/elif.txt");
+    m_scratch.makeFile("tree/.SYS_INDEX/redlof/plain/.SYS_INDEX/peed");
+    m_scratch.makeFile("tree/.SYS_INDEX/redlof/.SYS_INDEX/rennI/.SYS_INDEX/tsomrenni");
+    m_scratch.makeFile("tree/.SYS_INDEX/.SYS_INDEX/detsen");
+    m_scratch.makeFile("tree/a/b/.SYS_INDEX/\xff\xfe\n\x1b");
+    m_scratch.makeDirectory("tree/a/b/.SYS_INDEX/ytpme");
+    makeLink("nowhere", "tree/a/b/.SYS_INDEX/knil");
+    makeLink("../../..", "tree/a/b/.SYS_INDEX/pool");
+    m_scratch.makeDirectory("tree/a/empty/.SYS_INDEX");
+    m_scratch.makeFile("tree/a/.SYS_INDEX");
+    m_scratch.makeDirectory("tree/c");
+    makeLink("../.SYS_INDEX", "tree/c/.SYS_INDEX");
+    m_scratch.makeFile("tree/d/.sys_index/no");
+    m_scratch.makeFile("tree/d/.SYS_INDEX.old/no");
+    makeLink("../d", "tree/d/loop");
+    const std::multiset<std::string> expected = {
+        ".SYS_INDEX/elif.txt",
+        ".SYS_INDEX/redlof",
+        ".SYS_INDEX/redlof/plain/.SYS_INDEX/peed",
+        ".SYS_INDEX/redlof/.SYS_INDEX/rennI",
+        ".SYS_INDEX/redlof/.SYS_INDEX/rennI/.SYS_INDEX/tsomrenni",
+        ".SYS_INDEX/.SYS_INDEX/detsen",
+        "a/b/.SYS_INDEX/\xff\xfe\n\x1b",
+        "a/b/.SYS_INDEX/ytpme",
+        "a/b/.SYS_INDEX/knil",
+        "a/b/.SYS_INDEX/pool",
+    };
+    const Findings findings = scan(m_tree);
+    ASSERT_TRUE(findings.summary);
+    EXPECT_EQ(findings.paths, below(m_tree, expected));
+    EXPECT_EQ(findings.summary->found, expected.size());
+    EXPECT_EQ(findings.summary->directoriesSeen, 19U);
+    EXPECT_EQ(findings.summary->unreadable, 0U);
+    EXPECT_FALSE(findings.summary->cancelled);
+}
+
+TEST_F(HiddenItemScanTest, KeepsTheSpellingOfTheDirectory) {
+    const std::string index = m_scratch.makeDirectory("tree/.SYS_INDEX");
+    m_scratch.makeFile("tree/.SYS_INDEX/meti");
+    makeLink("tree", "treeLink");
+    makeLink("tree/.SYS_INDEX", "indexLink");
+    m_scratch.makeDirectory("other");
+    makeLink("../tree", "other/.SYS_INDEX");
+    makeLink("../tree/.SYS_INDEX", "other/index");
+    m_scratch.makeDirectory("third");
+    makeLink("../tree/.SYS_INDEX", "third/.SYS_INDEX");
+    const std::pair<std::string, std::string> rows[] = {
+        {m_tree, m_tree + "/.SYS_INDEX"},
+        {m_tree + "///", m_tree + "/.SYS_INDEX"},
+        {m_scratch.root() + "//./tree", m_scratch.root() + "//./tree/.SYS_INDEX"},
+        {index, index},
+        {index + "/", index},
+        {index + "/.", index},
+        {m_scratch.path("treeLink/"), m_scratch.path("treeLink/.SYS_INDEX")},
+        {m_scratch.path("indexLink"), index},
+        {m_scratch.path("other/index/"), index},
+        {m_scratch.path("third/.SYS_INDEX"), index},
+        {m_scratch.path("other/.SYS_INDEX"), m_scratch.path("other/.SYS_INDEX/.SYS_INDEX")},
+    };
+    for (const auto& [directory, expected] : rows)
+        EXPECT_EQ(scan(directory).paths, std::multiset<std::string>{expected + "/meti"}) << directory;
+}
+
+TEST_F(HiddenItemScanTest, CountsWhatItCannotRead) {
+    if (::geteuid() != 0)
+        GTEST_SKIP() << "needs root, to become another user";
+    std::multiset<std::string> expected;
+    for (int number = 0; number < 50; ++number) {
+        const std::string folder = "folder" + std::to_string(number);
+        m_scratch.makeFile("tree/" + folder + "/.SYS_INDEX/meti");
+        if (number % 10 == 3)
+            m_scratch.makeDirectory("tree/" + folder + "/.SYS_INDEX", 0000);
+        else
+            expected.insert(joinPath(m_tree, folder + "/.SYS_INDEX/meti"));
+    }
+    for (int number = 0; number < 200; ++number)
+        m_scratch.makeDirectory("tree/closed/" + std::to_string(number), 0000);
+    EXPECT_TRUE(runInChild([&] {
+        becomeOrdinaryUser();
+        const Findings findings = scan(m_tree);
+        ASSERT_TRUE(findings.summary);
+        EXPECT_EQ(findings.paths, expected);
+        EXPECT_EQ(findings.summary->unreadable, 205U);
+        ASSERT_EQ(findings.summary->troubles.size(), HiddenItemScan::mostTroublesKept);
+        EXPECT_EQ(findings.summary->troubles[0].systemError, EACCES);
+        EXPECT_TRUE(isSameOrBelow(findings.summary->troubles[0].path, m_tree));
+    }));
+}
+
+TEST_F(HiddenItemScanTest, RefusesADirectoryThatCannotBeRead) {
+    const std::string file = m_scratch.makeFile("tree/file");
+    EXPECT_EQ(scan(file + "/").summary.error(), Error::system("open", file, ENOTDIR));
+    EXPECT_EQ(scan(m_tree + "/no").summary.error(), Error::system("open", m_tree + "/no", ENOENT));
+    EXPECT_TRUE(runInChild([&] {
+        ASSERT_TRUE(breakDirectoryReading());
+        EXPECT_EQ(scan(m_tree).summary.error(), Error::system("read directory", m_tree, EIO));
+    }));
+}
+
+TEST_F(HiddenItemScanTest, FindsAnItemOnceThoughTwoMountsShowIt) {
+    m_scratch.makeFile("tree/here/.SYS_INDEX/redlof/.SYS_INDEX/meti");
+    const std::string there = m_scratch.makeDirectory("tree/there");
+    const PrivateMount mount(joinPath(m_tree, "here"), there, nullptr, MS_BIND);
+    if (!mount.whyMissing().empty())
+        GTEST_SKIP() << mount.whyMissing();
+    EXPECT_EQ(scan(m_tree).paths.size(), 2U);
+    EXPECT_EQ(scan(there).paths.size(), 2U);
+}
+
+// Directories change places with each other and with a link all the while.
+TEST_F(HiddenItemScanTest, StandsARivalThatRenames) {
+    std::multiset<std::string> steady;
+    for (int number = 0; number < 40; ++number) {
+        const std::string folder = "tree/steady" + std::to_string(number);
+        steady.insert(m_scratch.makeFile(folder + "/.SYS_INDEX/meti"));
+        m_scratch.makeFile("tree/moving" + std::to_string(number) + "/.SYS_INDEX/redlof/.SYS_INDEX/meti");
+    }
+    m_scratch.makeFile("outside/.SYS_INDEX/tiab");
+    makeLink("../outside", "tree/link");
+    std::atomic<bool> enough = false;
+    std::thread rival([&] {
+        for (int number = 0; !enough; number = (number + 1) % 40) {
+            const std::string moving = joinPath(m_tree, "moving" + std::to_string(number));
+            for (const std::string& other : {joinPath(m_tree, "link"), joinPath(m_tree, "moving0")})
+                ::renameat2(AT_FDCWD, moving.c_str(), AT_FDCWD, other.c_str(), RENAME_EXCHANGE);
+        }
+    });
+    for (int round = 0; round < 50; ++round) {
+        const Findings findings = scan(m_tree);
+        ASSERT_TRUE(findings.summary);
+        for (const std::string& path : steady)
+            EXPECT_EQ(findings.paths.count(path), 1U) << path;
+        EXPECT_LE(findings.paths.size(), 40U + 80U);
+        for (const std::string& path : findings.paths)
+            EXPECT_FALSE(path.ends_with("tiab")) << path;
+    }
+    enough = true;
+    rival.join();
+}
+
+TEST_F(HiddenItemScanTest, CanBeCancelled) {
+    for (int number = 0; number < 200; ++number)
+        m_scratch.makeFile("tree/" + std::to_string(number) + "/.SYS_INDEX/meti");
+    HiddenItemScan search;
+    const auto summary = search.scan(m_tree, [&](const std::string&) { search.cancel(); });
+    ASSERT_TRUE(summary);
+    EXPECT_TRUE(summary->cancelled);
+    EXPECT_GE(summary->found, 1U);
+    EXPECT_LE(summary->found, std::thread::hardware_concurrency());
+}
+
+} // namespace
+} // namespace veilkeep
