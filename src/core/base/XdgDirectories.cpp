@@ -5,9 +5,12 @@
 #include <pwd.h>
 #include <unistd.h>
 
+#include <array>
 #include <cerrno>
 #include <charconv>
+#include <cstdio>
 #include <cstdlib>
+#include <memory>
 #include <optional>
 #include <string_view>
 #include <vector>
@@ -20,6 +23,10 @@ std::string_view environment(const char* name) {
     return value ? std::string_view(value) : std::string_view();
 }
 
+struct CloseFile {
+    void operator()(FILE* file) const { std::fclose(file); }
+};
+
 std::optional<unsigned int> askingUserOfRoot() {
     if (::geteuid() != 0)
         return std::nullopt;
@@ -31,19 +38,38 @@ std::optional<unsigned int> askingUserOfRoot() {
     return uid;
 }
 
-std::string homeFromUserDatabase(unsigned int uid) {
+std::string homeOf(const passwd& entry) {
+    return entry.pw_dir && entry.pw_dir[0] == '/' ? cleanPath(entry.pw_dir) : std::string();
+}
+
+// The name services take ten times as long to load as this file takes to read, and most users are in it.
+std::string homeInLocalFile(unsigned int uid) {
+    const std::unique_ptr<FILE, CloseFile> file(std::fopen("/etc/passwd", "re"));
+    std::array<char, 4096> buffer;
+    passwd entry = {};
+    passwd* found = nullptr;
+    while (file && ::fgetpwent_r(file.get(), &entry, buffer.data(), buffer.size(), &found) == 0)
+        if (entry.pw_uid == uid)
+            return homeOf(entry);
+    return {};
+}
+
+std::string homeFromNameServices(unsigned int uid) {
     std::vector<char> buffer(1024);
     passwd entry = {};
     passwd* found = nullptr;
     int status = 0;
     while ((status = ::getpwuid_r(uid, &entry, buffer.data(), buffer.size(), &found)) == ERANGE)
         buffer.resize(buffer.size() * 2);
-    if (status != 0 || !found || !found->pw_dir || found->pw_dir[0] != '/')
-        return {};
-    return cleanPath(found->pw_dir);
+    return status == 0 && found ? homeOf(entry) : std::string();
 }
 
 } // namespace
+
+std::string homeInUserDatabase(unsigned int uid) {
+    std::string home = homeInLocalFile(uid);
+    return home.empty() ? homeFromNameServices(uid) : home;
+}
 
 unsigned int actingUserId() {
     return askingUserOfRoot().value_or(::geteuid());
@@ -51,9 +77,9 @@ unsigned int actingUserId() {
 
 std::string homeDirectory() {
     if (const auto uid = askingUserOfRoot())
-        return homeFromUserDatabase(*uid);
+        return homeInUserDatabase(*uid);
     const std::string_view home = environment("HOME");
-    return home.starts_with('/') ? cleanPath(home) : homeFromUserDatabase(::geteuid());
+    return home.starts_with('/') ? cleanPath(home) : homeInUserDatabase(::geteuid());
 }
 
 XdgDirectories XdgDirectories::current() {

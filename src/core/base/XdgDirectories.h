@@ -12,6 +12,9 @@ unsigned int actingUserId();
 // answer; empty when neither is to be had.
 std::string homeDirectory();
 
+// Empty where the user has no entry or an entry without an absolute path.
+std::string homeInUserDatabase(unsigned int uid);
+
 // The base directories of the XDG Base Directory Specification, without a "/" at the end. A variable that is
 // unset, empty or not absolute counts as absent.
 struct XdgDirectories {
