@@ -53,7 +53,8 @@ bool listsMountPoint(std::string_view mountInfo, std::string_view path) {
     while (!mountInfo.empty()) {
         const std::string_view line = mountInfo.substr(0, mountInfo.find('\n'));
         mountInfo.remove_prefix(std::min(line.size() + 1, mountInfo.size()));
-        if (!line.empty() && withoutEscapes(field(line, mountPointField)) == path)
+        const std::string_view mountPoint = field(line, mountPointField);
+        if (mountPoint.starts_with('/') && withoutEscapes(mountPoint) == path)
             return true;
     }
     return false;

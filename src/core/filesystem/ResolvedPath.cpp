@@ -32,8 +32,11 @@ std::optional<std::string> withResolvedParent(const std::string& path) {
     if (path.empty())
         return std::nullopt;
     const std::string_view parent = parentPath(path);
+    const std::string_view last = lastPathComponent(path);
+    if (last == "/")
+        return std::string(last);
     const auto resolved = realPath(parent.empty() ? "." : std::string(parent));
-    return resolved ? std::optional(joinPath(*resolved, lastPathComponent(path))) : std::nullopt;
+    return resolved ? std::optional(joinPath(*resolved, last)) : std::nullopt;
 }
 
 const std::string& LinkResolver::resolved(const std::string& path) {

@@ -7,7 +7,7 @@
 namespace veilkeep {
 namespace {
 
-constexpr char32_t firstHighSurrogate = 0xD800, firstLowSurrogate = 0xDC00, lastLowSurrogate = 0xDFFF;
+constexpr char32_t firstHighSurrogate = 0xD800, firstLowSurrogate = 0xDC00;
 constexpr char32_t firstPairedCharacter = 0x10000;
 
 char byteOf(char32_t lead, char32_t bits) {
