@@ -1,6 +1,7 @@
 #include "core/filesystem/HiddenItemScan.h"
 
 #include "core/base/PathText.h"
+#include "core/names/HiddenName.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -15,8 +16,6 @@
 
 namespace veilkeep {
 namespace {
-
-constexpr std::string_view hiddenDirectoryName = ".SYS_INDEX";
 
 // Tells one directory from another even when an inode number is given out again during a scan.
 using Identity = std::tuple<std::uint32_t, std::uint32_t, std::uint64_t, std::int64_t, std::uint32_t>;
