@@ -16,7 +16,8 @@ def reason(output):
 def main():
     for test in xml.etree.ElementTree.parse(sys.argv[1]).iter("testcase"):
         if test.find("skipped") is not None:
-            print(f"skipped: {test.get('name')}: {reason(test.findtext('system-out') or '')}")
+            output = test.findtext("system-out") or ""
+            print(f"skipped: {test.get('name')}: {reason(output).removeprefix('skipped: ')}")
 
 
 main()
