@@ -7,6 +7,10 @@ target_compile_options(veilkeep_settings INTERFACE
     -Woverloaded-virtual -Wold-style-cast -Wcast-qual -Wformat=2 -Wundef
     $<$<BOOL:${VEILKEEP_WARNINGS_AS_ERRORS}>:-Werror>
     -ffunction-sections -fdata-sections)
+# GCC 12 warns of joining a literal and a string when it optimises (its bug 105651).
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
+    target_compile_options(veilkeep_settings INTERFACE -Wno-restrict)
+endif()
 # Libraries that nothing of a program uses are not loaded with it.
 target_link_options(veilkeep_settings INTERFACE LINKER:--as-needed LINKER:--gc-sections)
 
