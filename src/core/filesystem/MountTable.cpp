@@ -137,6 +137,10 @@ std::shared_ptr<const MountTable> MountTable::reread() {
     return liveTable().reread();
 }
 
+bool MountTable::hasMountPoint(std::string_view path) const {
+    return std::ranges::find(m_mounts, path, &Mount::mountPoint) != m_mounts.end();
+}
+
 const Mount* MountTable::findById(std::uint64_t id) const {
     const auto found = std::ranges::find(m_mounts, id, &Mount::id);
     return found == m_mounts.end() ? nullptr : &*found;

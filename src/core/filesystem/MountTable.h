@@ -44,6 +44,8 @@ public:
     const std::vector<Mount>& mounts() const { return m_mounts; }
     const Mount* findById(std::uint64_t id) const; // null when there is none
 
+    bool hasMountPoint(std::string_view path) const; // clean and free of links
+
     // The mount that is met last on the way down the path, which is absolute, clean and free of links; null
     // when there is none.
     const Mount* mountHolding(std::string_view path) const;
