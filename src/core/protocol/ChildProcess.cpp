@@ -1,0 +1,163 @@
+#include "core/protocol/ChildProcess.h"
+
+#include "core/base/Result.h"
+#include "core/base/UniqueFd.h"
+#include "core/protocol/ChildWait.h"
+
+#include <fcntl.h>
+#include <signal.h>
+#include <spawn.h>
+#include <unistd.h>
+
+#include <cerrno>
+
+namespace veilkeep {
+namespace {
+
+constexpr const char* nullDevice = "/dev/null";
+constexpr int firstOtherDescriptor = 3;
+
+// The settings of one posix_spawn call; the first of them that failed is remembered.
+class SpawnSettings {
+public:
+    SpawnSettings() {
+        note(::posix_spawn_file_actions_init(&m_actions));
+        note(::posix_spawnattr_init(&m_attributes));
+    }
+    ~SpawnSettings() {
+        ::posix_spawn_file_actions_destroy(&m_actions);
+        ::posix_spawnattr_destroy(&m_attributes);
+    }
+    SpawnSettings(const SpawnSettings&) = delete;
+    SpawnSettings& operator=(const SpawnSettings&) = delete;
+
+    void openNullDevice(int descriptor) {
+        note(::posix_spawn_file_actions_addopen(&m_actions, descriptor, nullDevice, O_RDWR, 0));
+    }
+    void duplicate(int from, int to) { note(::posix_spawn_file_actions_adddup2(&m_actions, from, to)); }
+    void closeOthers() { note(::posix_spawn_file_actions_addclosefrom_np(&m_actions, firstOtherDescriptor)); }
+    void useCleanSignals() {
+        sigset_t none, restored;
+        ::sigemptyset(&none);
+        ::sigemptyset(&restored);
+        for (const int number : {SIGPIPE, SIGTERM, SIGHUP, SIGINT, SIGCHLD})
+            ::sigaddset(&restored, number);
+        note(::posix_spawnattr_setsigmask(&m_attributes, &none));
+        note(::posix_spawnattr_setsigdefault(&m_attributes, &restored));
+        note(::posix_spawnattr_setflags(&m_attributes, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF));
+    }
+
+    // 0 or an errno
+    int spawn(pid_t& child, const std::string& program, char* const* arguments) {
+        if (m_failure != 0)
+            return m_failure;
+        return ::posix_spawn(&child, program.c_str(), &m_actions, &m_attributes, arguments, environ);
+    }
+
+private:
+    void note(int failure) {
+        if (m_failure == 0)
+            m_failure = failure;
+    }
+
+    posix_spawn_file_actions_t m_actions;
+    posix_spawnattr_t m_attributes;
+    int m_failure = 0;
+};
+
+struct Pipe {
+    UniqueFd reader, writer;
+};
+
+// Moves a descriptor that got a free number among 0 to 2 out of the way of what the child has there.
+bool keepAboveStandardStreams(UniqueFd& fd) {
+    if (fd.get() < firstOtherDescriptor)
+        fd = UniqueFd(::fcntl(fd.get(), F_DUPFD_CLOEXEC, firstOtherDescriptor));
+    return static_cast<bool>(fd);
+}
+
+Result<Pipe> makePipe() {
+    int ends[2] = {-1, -1};
+    if (::pipe2(ends, O_CLOEXEC) != 0)
+        return Error::system("pipe2", {}, errno);
+    Pipe pipe = {UniqueFd(ends[0]), UniqueFd(ends[1])};
+    if (!keepAboveStandardStreams(pipe.reader) || !keepAboveStandardStreams(pipe.writer))
+        return Error::system("fcntl", {}, errno);
+    return pipe;
+}
+
+// What has the number 2 but is closed on exec is some file of this process, not a standard error.
+bool hasStandardError() {
+    const int flags = ::fcntl(STDERR_FILENO, F_GETFD);
+    return flags >= 0 && (flags & FD_CLOEXEC) == 0;
+}
+
+void keepExitStatuses() {
+    struct sigaction action = {};
+    if (::sigaction(SIGCHLD, nullptr, &action) != 0 ||
+        (action.sa_handler != SIG_IGN && (action.sa_flags & SA_NOCLDWAIT) == 0))
+        return;
+    if (action.sa_handler == SIG_IGN)
+        action.sa_handler = SIG_DFL;
+    action.sa_flags &= ~SA_NOCLDWAIT;
+    ::sigaction(SIGCHLD, &action, nullptr); // fails for bad arguments only
+}
+
+Result<pid_t> spawn(const std::string& program, const std::vector<std::string>& arguments, int output) {
+    SpawnSettings settings;
+    settings.openNullDevice(STDIN_FILENO);
+    if (output >= 0)
+        settings.duplicate(output, STDOUT_FILENO);
+    else
+        settings.openNullDevice(STDOUT_FILENO);
+    if (!hasStandardError())
+        settings.openNullDevice(STDERR_FILENO);
+    settings.closeOthers();
+    settings.useCleanSignals();
+
+    std::vector<char*> pointers = {const_cast<char*>(program.c_str())}; // posix_spawn does not write to them
+    for (const std::string& argument : arguments)
+        pointers.push_back(const_cast<char*>(argument.c_str()));
+    pointers.push_back(nullptr);
+    pid_t child = -1;
+    if (const int failure = settings.spawn(child, program, pointers.data()); failure != 0)
+        return Error::system("posix_spawn", program, failure);
+    return child;
+}
+
+bool holdsNul(const std::string& text) {
+    return text.find('\0') != std::string::npos;
+}
+
+ChildProcessResult notStarted(Error error) {
+    ChildProcessResult result;
+    result.error = std::move(error);
+    return result;
+}
+
+} // namespace
+
+ChildProcessResult runChildProcess(const std::string& program, const std::vector<std::string>& arguments,
+                                   const ChildProcessOptions& options) {
+    bool nul = holdsNul(program); // the child would see a shorter path, perhaps that of another item
+    for (const std::string& argument : arguments)
+        nul = nul || holdsNul(argument);
+    if (nul)
+        return notStarted({ErrorCode::InvalidArgument, "posix_spawn", program, 0});
+
+    keepExitStatuses();
+    Pipe pipe;
+    if (options.output == ChildProcessOptions::Output::Collect) {
+        Result<Pipe> made = makePipe();
+        if (!made)
+            return notStarted(std::move(made).error());
+        pipe = std::move(*made);
+    }
+    const Result<pid_t> child = spawn(program, arguments, pipe.writer.get());
+    if (!child)
+        return notStarted(child.error());
+    pipe.writer.reset();
+    return ChildWait(*child, std::move(pipe.reader), options).untilGone();
+}
+
+} // namespace veilkeep

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "core/base/Error.h"
+#include "core/protocol/Tick.h"
+
+#include <chrono>
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace veilkeep {
+
+struct ChildProcessOptions {
+    enum class Output { Collect, Discard };
+
+    Output output = Output::Collect;
+    Tick* tick = nullptr; // called while waiting
+    // How long a child that has closed its output may live on before SIGTERM, and then before SIGKILL.
+    std::chrono::milliseconds grace = std::chrono::seconds(10);
+    // How long a child may run at all before it is ended in the same two steps; by default as long as it
+    // likes.
+    std::optional<std::chrono::milliseconds> timeLimit;
+};
+
+struct ChildProcessResult {
+    enum class End {
+        NotStarted, // error says why
+        Exited,     // status is the exit status, 0 to 255
+        Signalled,  // status is the signal's number
+        Unknown,    // it ran, but somebody else took its status; error says how that showed
+    };
+
+    End end = End::NotStarted;
+    int status = 0;
+    Error error;
+    std::string output;     // standard output as far as it came, at most outputLimit bytes
+    bool truncated = false; // there was more
+
+    static constexpr std::size_t outputLimit = std::size_t{1} << 20;
+
+    bool exitedWith(int wanted) const { return end == End::Exited && status == wanted; }
+};
+
+// Runs a program, given by its path, and waits for its end. It gets the arguments (its own name is put
+// first), this process' environment, an empty standard input, this process' standard error, no other
+// descriptor, no blocked signal, and default answers to SIGPIPE, SIGTERM, SIGHUP, SIGINT and SIGCHLD. Nothing
+// written by a process that outlives the child is waited for. Any thread. Where this process ignores SIGCHLD
+// that is taken back, for it would lose every child's exit status.
+ChildProcessResult runChildProcess(const std::string& program, const std::vector<std::string>& arguments,
+                                   const ChildProcessOptions& options = {});
+
+} // namespace veilkeep
