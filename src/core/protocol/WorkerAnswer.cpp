@@ -1,0 +1,67 @@
+#include "core/protocol/WorkerAnswer.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <limits>
+#include <optional>
+#include <string>
+
+namespace veilkeep {
+namespace {
+
+constexpr std::int32_t failureWithoutCode = 1;
+
+bool succeeded(WorkerOperation operation, int exitStatus) {
+    switch (operation) {
+    case WorkerOperation::Hide:
+        return (exitStatus & 0xff) != 0;
+    case WorkerOperation::Unhide:
+        return exitStatus == 1;
+    }
+    return false;
+}
+
+std::optional<std::string_view> textAfter(std::string_view output, std::string_view marker) {
+    const std::size_t place = output.find(marker);
+    if (place == std::string_view::npos)
+        return std::nullopt;
+    return output.substr(place + marker.size());
+}
+
+bool isDigit(char character) {
+    return character >= '0' && character <= '9';
+}
+
+// Blanks, one sign, digits; what follows is left aside and what does not fit becomes the nearest that does.
+std::int32_t integerValue(std::string_view text) {
+    text.remove_prefix(std::min(text.find_first_not_of(" \t\n\v\f\r"), text.size()));
+    const bool negative = text.starts_with('-');
+    if (negative || text.starts_with('+'))
+        text.remove_prefix(1);
+    using Limits = std::numeric_limits<std::int32_t>;
+    const std::int64_t largest = negative ? -std::int64_t{Limits::min()} : std::int64_t{Limits::max()};
+    std::int64_t value = 0;
+    for (; !text.empty() && isDigit(text.front()); text.remove_prefix(1))
+        value = std::min(value * 10 + (text.front() - '0'), largest);
+    return static_cast<std::int32_t>(negative ? -value : value);
+}
+
+} // namespace
+
+CloakWorkerResult workerAnswer(WorkerOperation operation, int exitStatus, std::string_view output) {
+    if (succeeded(operation, exitStatus)) {
+        if (const auto fileName = textAfter(output, "NewFilename: "))
+            return CloakWorkerResult::resultWithFileName(std::string(*fileName));
+    } else if (const auto number = textAfter(output, "Error: ")) {
+        return CloakWorkerResult::resultWithErrorCode(integerValue(*number));
+    }
+    return CloakWorkerResult::resultWithErrorCode(failureWithoutCode);
+}
+
+CloakWorkerResult workerAnswer(WorkerOperation operation, const ChildProcessResult& run) {
+    if (run.end != ChildProcessResult::End::Exited || run.truncated)
+        return CloakWorkerResult::resultWithErrorCode(failureWithoutCode);
+    return workerAnswer(operation, run.status, run.output);
+}
+
+} // namespace veilkeep

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "core/protocol/ChildProcess.h"
+#include "core/protocol/CloakWorkerResult.h"
+
+#include <string_view>
+
+namespace veilkeep {
+
+enum class WorkerOperation { Hide, Unhide };
+
+// Reads a worker's answer. A hide succeeded when the low 8 bits of the status are not zero, an unhide only
+// when the status is 1. A success carries all that follows the first "NewFilename: ", byte for byte; a
+// failure the integer value of what follows the first "Error: " (0 without digits, held to 32 bits). Without
+// its marker either is error 1. The file name may come out empty and the error 0 where the output says so.
+CloakWorkerResult workerAnswer(WorkerOperation operation, int exitStatus, std::string_view output);
+
+// The same for a run as a whole: error 1 unless it ended by itself and its output was kept whole.
+CloakWorkerResult workerAnswer(WorkerOperation operation, const ChildProcessResult& run);
+
+} // namespace veilkeep
