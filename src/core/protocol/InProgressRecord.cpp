@@ -1,0 +1,19 @@
+#include "core/protocol/InProgressRecord.h"
+
+#include "core/storage/PropertyList.h"
+
+#include <cstdint>
+
+namespace veilkeep {
+
+Result<PropertyDictionary> dictionaryFromRecord(const InProgressRecord& record) {
+    Result<std::string> error = writePropertyList({{"code", std::int64_t{record.errorCode}}});
+    if (!error)
+        return std::move(error).error();
+    return PropertyDictionary{{"OriginalPath", record.originalPath},
+                              {"CurrentPath", record.currentPath},
+                              {"Error", Bytes{std::move(*error)}},
+                              {"Action", std::int64_t{record.action}}};
+}
+
+} // namespace veilkeep
