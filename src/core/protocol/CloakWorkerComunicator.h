@@ -1,0 +1,44 @@
+#pragma once
+
+#include "core/protocol/CloakWorkerDelegate.h"
+#include "core/protocol/CloakWorkerResult.h"
+#include "core/protocol/InProgressFolder.h"
+#include "core/protocol/Tick.h"
+#include "core/protocol/WorkerAnswer.h"
+
+#include <string>
+#include <vector>
+
+namespace veilkeep {
+
+// Has items moved by cloakWorker, one process for each, and picks up what workers left behind. Owned by
+// whoever keeps the list. Every call blocks; hideFileWithPath, unhideFileWithPath and checkTempFiles belong
+// to one thread, on which the tick is called; restoreFiles may run on any number of others at the same time.
+class CloakWorkerComunicator {
+public:
+    CloakWorkerComunicator(std::string workerPath, std::string inProgressFolder, Tick tick = {});
+
+    void setDelegate(CloakWorkerDelegate* delegate) { m_delegate = delegate; } // not owned, may be null
+
+    // The path is handed on unchanged.
+    CloakWorkerResult hideFileWithPath(const std::string& path);
+    CloakWorkerResult unhideFileWithPath(const std::string& path);
+
+    // Hands the records in the in-progress folder to the delegate, the oldest first, and deletes them. What
+    // cannot be read or parsed stays.
+    void checkTempFiles();
+
+    // Looks for hidden items below the directory; they arrive as records in the in-progress folder. False,
+    // with a line in the log, when the worker did not run to an end of its own. Never ticks.
+    bool restoreFiles(const std::string& directory);
+
+private:
+    CloakWorkerResult run(WorkerOperation operation, const std::vector<std::string>& arguments);
+
+    std::string m_workerPath;
+    InProgressFolder m_inProgressFolder;
+    Tick m_tick;
+    CloakWorkerDelegate* m_delegate = nullptr;
+};
+
+} // namespace veilkeep

@@ -1,0 +1,106 @@
+#include "core/protocol/CloakWorkerComunicator.h"
+
+#include "core/storage/Log.h"
+#include "tests/support/ScratchTree.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+namespace veilkeep {
+namespace {
+
+class Listener : public CloakWorkerDelegate {
+public:
+    void processTempFile(const PropertyDictionary& record) override {
+        calls.push_back(std::string(record.find("CurrentPath")->asString().value_or("")));
+    }
+    void restoreStarted(const std::string& directory) override { calls.push_back("started " + directory); }
+    void restoreFinished() override { calls.push_back("finished"); }
+
+    std::vector<std::string> calls;
+};
+
+CloakWorkerComunicator badWorker(const test::ScratchTree& tree) {
+    return CloakWorkerComunicator(VEILKEEP_BAD_WORKER, tree.path("data/InProgress"));
+}
+
+TEST(CloakWorkerComunicator, HandsOnArgumentsInOrder) {
+    const test::ScratchTree tree;
+    CloakWorkerComunicator comunicator = badWorker(tree);
+    const std::string path = "out=NewFilename: |arguments|exit=1|\xff\n -rf ";
+    EXPECT_EQ(comunicator.hideFileWithPath(path).newFileName(),
+              "-p\n-i\n-hide\n-removeRecents\n" + path + "\n");
+    EXPECT_EQ(comunicator.unhideFileWithPath(path).newFileName(), "-p\n-i\n-unhide\n" + path + "\n");
+}
+
+TEST(CloakWorkerComunicator, TurnsRunsIntoResults) {
+    const test::ScratchTree tree;
+    CloakWorkerComunicator comunicator = badWorker(tree);
+    struct Row {
+        std::string steps;
+        int hideCode, unhideCode;
+    };
+    const Row rows[] = {
+        {"out=NewFilename: /a|exit=1", 0, 0},
+        {"out=NewFilename: /a|exit=2", 0, 1},
+        {"out=NewFilename: /a", 1, 1},
+        {"out=Error: 3", 3, 3},
+        {"out=Error: 6|exit=1", 1, 1},
+        {"", 1, 1},
+        {"out=NewFilename: /a|signal=9", 1, 1},
+        {"out=Error: 3|signal=1", 1, 1},
+        {"out=NewFilename: |rubbish=1048576|exit=1", 1, 1},
+        {"ignore=13|out=NewFilename: |rubbish=2000000|exit=1", 1, 1},
+    };
+    for (const Row& row : rows) {
+        EXPECT_EQ(comunicator.hideFileWithPath(row.steps).errorCode(), row.hideCode) << row.steps;
+        EXPECT_EQ(comunicator.unhideFileWithPath(row.steps).errorCode(), row.unhideCode) << row.steps;
+    }
+    CloakWorkerComunicator missing(tree.path("missing"), tree.path("InProgress"));
+    EXPECT_EQ(missing.hideFileWithPath("/a"), CloakWorkerResult::resultWithErrorCode(1));
+    EXPECT_EQ(missing.unhideFileWithPath("/a"), CloakWorkerResult::resultWithErrorCode(1));
+}
+
+TEST(CloakWorkerComunicator, PassesOnRecordsAndEmptiesTheFolder) {
+    const test::ScratchTree tree;
+    const std::string folder = tree.path("data/InProgress");
+    CloakWorkerComunicator comunicator = badWorker(tree);
+    Listener listener;
+    comunicator.setDelegate(&listener);
+
+    comunicator.checkTempFiles();
+    EXPECT_TRUE(test::exists(folder));
+    ASSERT_TRUE(writeRecord(folder, {"/a/1", "/a/.SYS_INDEX/1", 0, 1}));
+    ASSERT_TRUE(writeRecord(folder, {"/a/2", "/a/2", 0, 0}));
+    const std::string rubbish = tree.makeFile("data/InProgress/rubbish.plist", "rubbish");
+    comunicator.checkTempFiles();
+    std::sort(listener.calls.begin(), listener.calls.end()); // both may have the same time
+    EXPECT_EQ(listener.calls, (std::vector<std::string>{"/a/.SYS_INDEX/1", "/a/2"}));
+    EXPECT_EQ(InProgressFolder(folder).entries().value(), std::vector<std::string>{"rubbish.plist"});
+
+    comunicator.checkTempFiles();
+    EXPECT_EQ(listener.calls.size(), 2U);
+}
+
+TEST(CloakWorkerComunicator, TellsOfEveryRestoreThatItIsFinished) {
+    const test::ScratchTree tree;
+    Listener listener;
+    CloakWorkerComunicator comunicator = badWorker(tree);
+    comunicator.setDelegate(&listener);
+    EXPECT_TRUE(comunicator.restoreFiles("rubbish=100000|close|exit=3"));
+    EXPECT_FALSE(comunicator.restoreFiles("signal=9"));
+    CloakWorkerComunicator missing(tree.path("missing"), tree.path("InProgress"));
+    missing.setDelegate(&listener);
+    EXPECT_FALSE(missing.restoreFiles("/d"));
+    EXPECT_EQ(listener.calls,
+              (std::vector<std::string>{"started rubbish=100000|close|exit=3", "finished", "started signal=9",
+                                        "finished", "started /d", "finished"}));
+    EXPECT_NE(test::readFile(Log::shared().path()).find("Error while restoring: "), std::string::npos);
+
+    missing.setDelegate(nullptr);
+    EXPECT_FALSE(missing.restoreFiles("/d"));
+}
+
+} // namespace
+} // namespace veilkeep
