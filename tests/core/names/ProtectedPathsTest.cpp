@@ -164,10 +164,12 @@ TEST(ProtectedPaths, ComparesWithTheParentsLinksResolved) {
     const test::ScratchTree tree;
     tree.makeDirectory("real/Documents");
     tree.makeDirectory("real/config");
+    tree.makeDirectory("real/Arbeit");
     tree.makeDirectory("real/.local/share/Veilkeep");
     tree.makeDirectory("outside");
     ASSERT_EQ(::symlink("real", tree.path("home2").c_str()), 0);
     ASSERT_EQ(::symlink("config", tree.path("real/.config").c_str()), 0);
+    ASSERT_EQ(::symlink("Arbeit", tree.path("real/Schreibtisch").c_str()), 0);
     ASSERT_EQ(::symlink("/etc", tree.path("outside/system").c_str()), 0);
     ASSERT_EQ(::symlink("../real", tree.path("outside/user").c_str()), 0);
     ASSERT_EQ(::symlink("/absent", tree.path("outside/dangling").c_str()), 0);
@@ -183,6 +185,7 @@ TEST(ProtectedPaths, ComparesWithTheParentsLinksResolved) {
                    {in("outside/user/x"), false},
                    {in("outside/user/Schreibtisch"), true},
                    {in("real/Schreibtisch"), true},
+                   {in("outside/user/Arbeit"), true}, // what a user directory's link leads to
                    {in("outside/user/config/com.ostrel.Veilkeep.plist"), true},
                    {in("outside/user/.local/share/Veilkeep/x"), true},
                    {in("real"), true}, // the home by its real name
@@ -198,7 +201,11 @@ TEST(ProtectedPaths, ComparesWithTheParentsLinksResolved) {
                });
     ASSERT_EQ(::chdir(tree.path("outside").c_str()), 0);
     expectRows(ProtectedPaths(surroundingsOf(home)), home,
-               {{"user/Documents", true}, {"user/x", false}, {"..", true}, {"system/passwd", true}});
+               {{"user/Documents", true},
+                {"user/x", false},
+                {"..", true},
+                {"system/passwd", true},
+                {"/proc/self/cwd/x", true}});
     ASSERT_EQ(::chdir("/"), 0);
 }
 
