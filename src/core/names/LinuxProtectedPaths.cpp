@@ -1,7 +1,8 @@
 #include "core/names/LinuxProtectedPaths.h"
 
-#include "core/base/Bundle.h"
 #include "core/base/PathText.h"
+#include "core/environment/Bundle.h"
+#include "core/environment/UserDatabase.h"
 #include "core/filesystem/MountPoint.h"
 #include "core/names/HiddenName.h"
 #include "core/names/UserDirectories.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/base/XdgDirectories.h"
+#include "core/environment/XdgDirectories.h"
 #include "core/filesystem/ResolvedPath.h"
 
 #include <functional>

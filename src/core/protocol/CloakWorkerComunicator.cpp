@@ -1,6 +1,6 @@
 #include "core/protocol/CloakWorkerComunicator.h"
 
-#include "core/protocol/ChildProcess.h"
+#include "core/process/ChildProcess.h"
 #include "core/storage/Log.h"
 
 #include <cstring>

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "core/process/Tick.h"
 #include "core/protocol/CloakWorkerDelegate.h"
 #include "core/protocol/CloakWorkerResult.h"
 #include "core/protocol/InProgressFolder.h"
-#include "core/protocol/Tick.h"
 #include "core/protocol/WorkerAnswer.h"
 
 #include <string>

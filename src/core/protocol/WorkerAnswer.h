@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/protocol/ChildProcess.h"
+#include "core/process/ChildProcess.h"
 #include "core/protocol/CloakWorkerResult.h"
 
 #include <string_view>

@@ -4,7 +4,7 @@
 #include "core/base/SystemCall.h"
 #include "core/base/UniqueFd.h"
 #include "core/base/Utf8.h"
-#include "core/base/XdgDirectories.h"
+#include "core/environment/XdgDirectories.h"
 #include "core/filesystem/Directories.h"
 #include "core/filesystem/FileLock.h"
 #include "core/storage/TimeText.h"

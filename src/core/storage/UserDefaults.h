@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/base/XdgDirectories.h"
+#include "core/environment/XdgDirectories.h"
 #include "core/filesystem/FileStamp.h"
 #include "core/records/PropertyDictionary.h"
 #include "core/storage/SafeFile.h"

@@ -1,6 +1,7 @@
 #include "core/names/ProtectedPaths.h"
 
 #include "core/base/PathText.h"
+#include "core/environment/UserDatabase.h"
 #include "tests/support/ScratchTree.h"
 
 #include <gtest/gtest.h>

@@ -1,8 +1,8 @@
-#include "core/protocol/ChildProcess.h"
+#include "core/process/ChildProcess.h"
 
 #include "core/base/Result.h"
 #include "core/base/UniqueFd.h"
-#include "core/protocol/ChildWait.h"
+#include "core/process/ChildWait.h"
 
 #include <fcntl.h>
 #include <signal.h>

@@ -1,4 +1,4 @@
-#include "core/base/Bundle.h"
+#include "core/environment/Bundle.h"
 
 #include "core/base/PathText.h"
 

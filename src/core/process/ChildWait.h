@@ -1,7 +1,7 @@
 #pragma once
 
 #include "core/base/UniqueFd.h"
-#include "core/protocol/ChildProcess.h"
+#include "core/process/ChildProcess.h"
 
 #include <sys/types.h>
 

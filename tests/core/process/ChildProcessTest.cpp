@@ -1,4 +1,4 @@
-#include "core/protocol/ChildProcess.h"
+#include "core/process/ChildProcess.h"
 
 #include "core/base/UniqueFd.h"
 #include "tests/support/ScratchTree.h"

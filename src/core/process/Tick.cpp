@@ -1,4 +1,4 @@
-#include "core/protocol/Tick.h"
+#include "core/process/Tick.h"
 
 #include <utility>
 

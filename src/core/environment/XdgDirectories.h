@@ -12,9 +12,6 @@ unsigned int actingUserId();
 // answer; empty when neither is to be had.
 std::string homeDirectory();
 
-// Empty where the user has no entry or an entry without an absolute path.
-std::string homeInUserDatabase(unsigned int uid);
-
 // The base directories of the XDG Base Directory Specification, without a "/" at the end. A variable that is
 // unset, empty or not absolute counts as absent.
 struct XdgDirectories {
@@ -28,7 +25,7 @@ struct XdgDirectories {
     static XdgDirectories current();
 };
 
-// Where Veilkeep itself keeps things.
+// Where Veilkeep itself keeps things. A place is empty where its base directory is.
 struct OwnPlaces {
     std::string dataDirectory;       // the two lists
     std::string inProgressDirectory; // what cut-off workers leave behind

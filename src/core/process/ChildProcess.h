@@ -1,7 +1,7 @@
 #pragma once
 
 #include "core/base/Error.h"
-#include "core/protocol/Tick.h"
+#include "core/process/Tick.h"
 
 #include <chrono>
 #include <cstddef>

@@ -1,19 +1,14 @@
-#include "core/base/XdgDirectories.h"
+#include "core/environment/XdgDirectories.h"
 
 #include "core/base/PathText.h"
+#include "core/environment/UserDatabase.h"
 
-#include <pwd.h>
 #include <unistd.h>
 
-#include <array>
-#include <cerrno>
 #include <charconv>
-#include <cstdio>
 #include <cstdlib>
-#include <memory>
 #include <optional>
 #include <string_view>
-#include <vector>
 
 namespace veilkeep {
 namespace {
@@ -22,10 +17,6 @@ std::string_view environment(const char* name) {
     const char* value = std::getenv(name);
     return value ? std::string_view(value) : std::string_view();
 }
-
-struct CloseFile {
-    void operator()(FILE* file) const { std::fclose(file); }
-};
 
 std::optional<unsigned int> askingUserOfRoot() {
     if (::geteuid() != 0)
@@ -38,38 +29,7 @@ std::optional<unsigned int> askingUserOfRoot() {
     return uid;
 }
 
-std::string homeOf(const passwd& entry) {
-    return entry.pw_dir && entry.pw_dir[0] == '/' ? cleanPath(entry.pw_dir) : std::string();
-}
-
-// The name services take ten times as long to load as this file takes to read, and most users are in it.
-std::string homeInLocalFile(unsigned int uid) {
-    const std::unique_ptr<FILE, CloseFile> file(std::fopen("/etc/passwd", "re"));
-    std::array<char, 4096> buffer;
-    passwd entry = {};
-    passwd* found = nullptr;
-    while (file && ::fgetpwent_r(file.get(), &entry, buffer.data(), buffer.size(), &found) == 0)
-        if (entry.pw_uid == uid)
-            return homeOf(entry);
-    return {};
-}
-
-std::string homeFromNameServices(unsigned int uid) {
-    std::vector<char> buffer(1024);
-    passwd entry = {};
-    passwd* found = nullptr;
-    int status = 0;
-    while ((status = ::getpwuid_r(uid, &entry, buffer.data(), buffer.size(), &found)) == ERANGE)
-        buffer.resize(buffer.size() * 2);
-    return status == 0 && found ? homeOf(entry) : std::string();
-}
-
 } // namespace
-
-std::string homeInUserDatabase(unsigned int uid) {
-    std::string home = homeInLocalFile(uid);
-    return home.empty() ? homeFromNameServices(uid) : home;
-}
 
 unsigned int actingUserId() {
     return askingUserOfRoot().value_or(::geteuid());
@@ -101,9 +61,12 @@ OwnPlaces OwnPlaces::current() {
 }
 
 OwnPlaces OwnPlaces::in(const XdgDirectories& directories) {
-    const std::string data = joinPath(directories.dataHome, "Veilkeep");
-    return {data, joinPath(data, "InProgress"), joinPath(directories.configHome, "com.ostrel.Veilkeep.plist"),
-            joinPath(directories.stateHome, "Veilkeep")};
+    const auto below = [](const std::string& directory, std::string_view name) {
+        return directory.empty() ? std::string() : joinPath(directory, name);
+    };
+    const std::string data = below(directories.dataHome, "Veilkeep");
+    return {data, below(data, "InProgress"), below(directories.configHome, "com.ostrel.Veilkeep.plist"),
+            below(directories.stateHome, "Veilkeep")};
 }
 
 } // namespace veilkeep

@@ -1,4 +1,4 @@
-#include "core/protocol/ChildWait.h"
+#include "core/process/ChildWait.h"
 
 #include "core/base/SystemCall.h"
 

@@ -1,0 +1,44 @@
+#include "core/environment/UserDatabase.h"
+
+#include "tests/support/PrivateMount.h"
+#include "tests/support/ScratchTree.h"
+
+#include <gtest/gtest.h>
+
+#include <unistd.h>
+
+namespace veilkeep::test {
+namespace {
+
+constexpr unsigned int unknownUser = 3999999999;
+
+TEST(UserDatabase, KnowsTheUsersOfTheLocalFile) {
+    EXPECT_EQ(homeInUserDatabase(0), "/root");
+    EXPECT_EQ(homeInUserDatabase(unknownUser), "");
+}
+
+// Users that only the name services know, played by a program in getent's place.
+TEST(UserDatabase, AsksTheNameServicesForOthers) {
+    const std::pair<std::string, std::string> rows[] = {
+        {"printf 'ada:*:3999999999:100:Ada,,,:/home/./far//ada:/bin/sh\\n'", "/home/far/ada"},
+        {"printf 'ada:*:3999999999:100::/home/ada'", "/home/ada"},
+        {"printf 'ada:*:3999999999:100::relative:/bin/sh\\n'", ""},
+        {"printf 'ada:*:3999999999'", ""},
+        {"printf 'ada:*:3999999999:100::/home/ada:/bin/sh'; exit 2", ""},
+        {"[ \"$*\" = 'passwd 3999999999' ] && printf ':::::/asked/rightly:'", "/asked/rightly"},
+    };
+    const ScratchTree tree;
+    for (const auto& [script, home] : rows) {
+        const std::string getent = tree.makeFile("getent", "#!/bin/sh\n" + script + "\n", 0755);
+        {
+            const PrivateMount standIn(getent, "/usr/bin/getent", nullptr, MS_BIND);
+            if (!standIn.whyMissing().empty())
+                GTEST_SKIP() << standIn.whyMissing();
+            EXPECT_EQ(homeInUserDatabase(unknownUser), home) << script;
+        }
+        ASSERT_EQ(::unlink(getent.c_str()), 0);
+    }
+}
+
+} // namespace
+} // namespace veilkeep::test

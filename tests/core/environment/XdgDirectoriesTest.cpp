@@ -1,0 +1,55 @@
+#include "core/environment/XdgDirectories.h"
+
+#include "tests/support/ScratchTree.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+
+namespace veilkeep::test {
+namespace {
+
+TEST(XdgDirectories, FollowTheEnvironment) {
+    const ScratchTree tree; // whose end the variables that are changed here do not outlive
+    struct Row {
+        const char* home;
+        const char* dataHome;
+        std::string data;
+        std::string inProgress;
+    };
+    const Row rows[] = {
+        {"/home/ada", "/data", "/data", "/data/Veilkeep/InProgress"},
+        {"/home/ada", "", "/home/ada/.local/share", "/home/ada/.local/share/Veilkeep/InProgress"},
+        {"/home/ada/", "relative", "/home/ada/.local/share", "/home/ada/.local/share/Veilkeep/InProgress"},
+        {"/home/ada", "/data//./x/", "/data/x", "/data/x/Veilkeep/InProgress"},
+    };
+    for (const Row& row : rows) {
+        ::setenv("HOME", row.home, 1);
+        ::setenv("XDG_DATA_HOME", row.dataHome, 1);
+        EXPECT_EQ(XdgDirectories::current().dataHome, row.data);
+        EXPECT_EQ(OwnPlaces::current().inProgressDirectory, row.inProgress);
+    }
+}
+
+TEST(XdgDirectories, NoHomeLeavesNoPlaceInTheWorkingDirectory) {
+    const OwnPlaces places = OwnPlaces::in({});
+    EXPECT_EQ(places.dataDirectory + places.inProgressDirectory + places.defaultsFile + places.stateDirectory,
+              "");
+}
+
+TEST(XdgDirectories, RootActsForTheUserWhoAskedForRights) {
+    const ScratchTree tree;
+    ::setenv("HOME", "/root", 1);
+    ::setenv("PKEXEC_UID", "1", 1);
+    const bool isRoot = actingUserId() == 1;
+    EXPECT_EQ(isRoot, ::geteuid() == 0) << "the variable means something to root alone";
+    if (isRoot) {
+        EXPECT_EQ(XdgDirectories::current().dataHome, "/usr/sbin/.local/share");
+    }
+    ::setenv("PKEXEC_UID", "1x", 1);
+    EXPECT_NE(actingUserId(), 1u);
+    ::unsetenv("PKEXEC_UID");
+}
+
+} // namespace
+} // namespace veilkeep::test
