@@ -27,12 +27,12 @@ def unwanted(libraries, kind, patterns):
 def main():
     program, kind, *patterns = sys.argv[1:]
     libraries = needed_by(program)
-    if not libraries:
+    if not libraries and kind == "--never":
         sys.exit(f"{program}: readelf names no library at all; not even libc")
     found = unwanted(libraries, kind, patterns)
     if found:
         sys.exit(f"{program}: loads {', '.join(found)}\n\nThe rule: {RULES[kind]}: {', '.join(patterns)}")
-    print(f"{program} loads {', '.join(libraries)}")
+    print(f"{program} loads {', '.join(libraries) or 'no library'}")
 
 
 if __name__ == "__main__":

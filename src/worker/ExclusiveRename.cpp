@@ -1,0 +1,145 @@
+#include "worker/ExclusiveRename.h"
+
+#include "core/base/SystemCall.h"
+#include "core/base/UniqueFd.h"
+
+#include <fcntl.h>
+#include <stdio.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <optional>
+
+namespace veilkeep {
+namespace {
+
+std::optional<struct stat> statusOf(const Place& place) {
+    struct stat status = {};
+    if (::fstatat(place.directory, place.name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0)
+        return std::nullopt;
+    return status;
+}
+
+bool isSameItem(const struct stat& one, const struct stat& other) {
+    return one.st_dev == other.st_dev && one.st_ino == other.st_ino &&
+           (one.st_mode & S_IFMT) == (other.st_mode & S_IFMT);
+}
+
+bool holds(const Place& place, const struct stat& item) {
+    const auto status = statusOf(place);
+    return status && isSameItem(*status, item);
+}
+
+int plainRename(const Place& from, const Place& to) {
+    const int answer = retryOnInterrupt(
+        [&] { return ::renameat(from.directory, from.name.c_str(), to.directory, to.name.c_str()); });
+    return answer == 0 ? 0 : errno;
+}
+
+void removeName(const Place& place, int flags) {
+    // What is left when this fails is a second name or an empty placeholder, both known for what they are
+    // when the item is looked for.
+    retryOnInterrupt([&] { return ::unlinkat(place.directory, place.name.c_str(), flags); });
+}
+
+// Renames over an empty file made for it. Whoever wrote into the placeholder meanwhile keeps what he wrote.
+int renameOverPlaceholderFile(const Place& from, const Place& to) {
+    UniqueFd placeholder(retryOnInterrupt([&] {
+        return ::openat(to.directory, to.name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC,
+                        0600);
+    }));
+    if (!placeholder)
+        return errno;
+    struct stat made = {};
+    if (::fstat(placeholder.get(), &made) != 0)
+        return errno;
+    placeholder.reset();
+    const auto isUntouched = [&] {
+        const auto now = statusOf(to);
+        return now && isSameItem(*now, made) && now->st_size == 0;
+    };
+    const int error = isUntouched() ? plainRename(from, to) : EEXIST;
+    if (error != 0 && isUntouched())
+        removeName(to, 0);
+    return error;
+}
+
+int renameOverPlaceholderDirectory(const Place& from, const Place& to) {
+    if (retryOnInterrupt([&] { return ::mkdirat(to.directory, to.name.c_str(), 0700); }) != 0)
+        return errno;
+    const int error = plainRename(from, to); // replaces an empty directory only
+    if (error != 0)
+        removeName(to, AT_REMOVEDIR);
+    return error;
+}
+
+bool linksAreRefused(int error) {
+    return error == EPERM || error == EOPNOTSUPP || error == ENOSYS || error == EMLINK || error == EINVAL;
+}
+
+// Gives the item its second name, then takes the first away, unless somebody put another item there
+// meanwhile.
+int linkAndUnlink(const Place& from, const Place& to, const struct stat& item) {
+    const int linked = retryOnInterrupt(
+        [&] { return ::linkat(from.directory, from.name.c_str(), to.directory, to.name.c_str(), 0); });
+    if (linked != 0)
+        return linksAreRefused(errno) ? renameOverPlaceholderFile(from, to) : errno;
+    if (!holds(to, item)) { // what was linked is another item, which took the name just before
+        removeName(to, 0);
+        return ENOENT;
+    }
+    if (!holds(from, item))
+        return 0;
+    const int unlinked = retryOnInterrupt([&] { return ::unlinkat(from.directory, from.name.c_str(), 0); });
+    if (unlinked == 0 || errno == ENOENT)
+        return 0;
+    const int error = errno;
+    removeName(to, 0);
+    return error;
+}
+
+// Locked until destroyed; no descriptor and errno where that fails.
+UniqueFd lockDirectory(int directory) {
+    UniqueFd lock(
+        retryOnInterrupt([&] { return ::openat(directory, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC); }));
+    if (lock && retryOnInterrupt([&] { return ::flock(lock.get(), LOCK_EX); }) != 0) {
+        const int error = errno;
+        lock.reset();
+        errno = error;
+    }
+    return lock;
+}
+
+int renameInSteps(const Place& from, const Place& to, int hiddenDirectory) {
+    const UniqueFd lock = lockDirectory(hiddenDirectory);
+    if (!lock)
+        return errno;
+    const auto item = statusOf(from);
+    if (!item)
+        return errno;
+    return S_ISDIR(item->st_mode) ? renameOverPlaceholderDirectory(from, to) : linkAndUnlink(from, to, *item);
+}
+
+} // namespace
+
+int renameExclusively(const Place& from, const Place& to, int hiddenDirectory) {
+    const auto item = statusOf(from);
+    if (!item)
+        return errno;
+    const int answer = retryOnInterrupt([&] {
+        return ::renameat2(from.directory, from.name.c_str(), to.directory, to.name.c_str(),
+                           RENAME_NOREPLACE);
+    });
+    if (answer == 0)
+        return 0;
+    const int error = errno;
+    if (error == EINVAL || error == ENOSYS || error == EOPNOTSUPP)
+        return renameInSteps(from, to, hiddenDirectory);
+    // A request that was sent twice (an interrupted one, a network file system) fails though it was done.
+    if (error == ENOENT && !statusOf(from) && holds(to, *item))
+        return 0;
+    return error;
+}
+
+} // namespace veilkeep

@@ -1,0 +1,138 @@
+#include "worker/ItemMover.h"
+
+#include "core/base/PathText.h"
+#include "core/names/BaseCloakLogic.h"
+#include "core/names/HiddenName.h"
+#include "worker/ExclusiveRename.h"
+#include "worker/ItemDirectories.h"
+#include "worker/NameKeeping.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include <cerrno>
+
+namespace veilkeep {
+namespace {
+
+MoveAnswer failed(WorkerError error) {
+    return {error, {}};
+}
+MoveAnswer failedWithErrno(int systemError) {
+    return failed(workerErrorFromErrno(systemError));
+}
+
+bool namesAnItem(std::string_view path) {
+    const std::string_view name = lastPathComponent(path);
+    return path.starts_with('/') && name != "/" && name != "." && name != "..";
+}
+
+// 0 or errno.
+int lookAt(const Place& place) {
+    struct stat status = {};
+    return ::fstatat(place.directory, place.name.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0 ? 0 : errno;
+}
+
+WorkerError reasonNotToHide(const std::string& path, const Place& item) {
+    if (lastPathComponent(parentPath(path)) == BaseCloakLogic::hiddenDirectoryName ||
+        isHiddenDirectory(item.directory))
+        return WorkerError::AlreadyHidden;
+    if (BaseCloakLogic::isProtectedFileAtPath(path))
+        return WorkerError::Protected;
+    if (refusalToHide(item.name, longestNameIn(item.directory)) != NameRefusal::None)
+        return WorkerError::NameCannotBeHidden;
+    return WorkerError::Success;
+}
+
+struct Attempt {
+    int error = 0; // errno
+    bool atHiddenDirectory = false;
+};
+
+Attempt moveIntoHiddenDirectory(const Place& visible, const std::string& scrambled) {
+    const HiddenDirectory hidden = openOrMakeHiddenDirectory(visible.directory);
+    if (hidden.error != 0)
+        return {hidden.error, true};
+    const Place place{hidden.fd.get(), scrambled};
+    int error = renameExclusively(visible, place, hidden.fd.get());
+    // A name that is kept otherwise would unscramble to another one. Where the item cannot go back, it is
+    // still found under the name that was given.
+    if (error == 0 && !keepsName(place) && renameExclusively(place, visible, hidden.fd.get()) == 0)
+        error = EILSEQ;
+    if (error != 0 && hidden.made)
+        removeHiddenDirectoryIfEmpty(visible.directory);
+    return {error, false};
+}
+
+// A worker that brings back the last hidden item removes ".SYS_INDEX", at any moment before this one has its
+// item in it; then the hide starts again.
+Attempt hideInSpiteOfRivals(const Place& visible, const std::string& scrambled) {
+    constexpr int attempts = 1000;
+    Attempt attempt;
+    for (int count = 0; count < attempts; ++count) {
+        attempt = moveIntoHiddenDirectory(visible, scrambled);
+        if (attempt.error != ENOENT || lookAt(visible) != 0)
+            break;
+    }
+    return attempt;
+}
+
+MoveAnswer failedAtHiddenDirectory(int systemError) {
+    if (systemError == ENOTDIR)
+        return failed(WorkerError::NoHiddenDirectory);
+    const WorkerError error = workerErrorFromErrno(systemError);
+    return failed(error == WorkerError::Unknown ? WorkerError::NoHiddenDirectory : error);
+}
+
+} // namespace
+
+MoveAnswer hideItem(const std::string& path) {
+    if (!namesAnItem(path))
+        return failed(WorkerError::Unknown);
+    const UniqueFd parent = openDirectory(parentPath(path));
+    if (!parent)
+        return failedWithErrno(errno);
+    const Place visible{parent.get(), std::string(lastPathComponent(path))};
+    if (const int error = lookAt(visible))
+        return failedWithErrno(error);
+    if (const WorkerError reason = reasonNotToHide(path, visible); reason != WorkerError::Success)
+        return failed(reason);
+
+    const std::string scrambled = BaseCloakLogic::encryptFileName(visible.name);
+    const Attempt attempt = hideInSpiteOfRivals(visible, scrambled);
+    if (attempt.error != 0)
+        return attempt.atHiddenDirectory ? failedAtHiddenDirectory(attempt.error)
+                                         : failedWithErrno(attempt.error);
+    return {WorkerError::Success,
+            joinPath(joinPath(parentPath(path), BaseCloakLogic::hiddenDirectoryName), scrambled)};
+}
+
+MoveAnswer unhideItem(const std::string& hiddenPath) {
+    const std::string_view hiddenDirectory = parentPath(hiddenPath);
+    const std::string name(lastPathComponent(hiddenPath));
+    if (!namesAnItem(hiddenPath) ||
+        lastPathComponent(hiddenDirectory) != BaseCloakLogic::hiddenDirectoryName ||
+        name == BaseCloakLogic::hiddenDirectoryName)
+        return failed(WorkerError::Unknown);
+    const std::string_view parentText = parentPath(hiddenDirectory);
+    const UniqueFd parent = openDirectory(parentText);
+    if (!parent)
+        return failedWithErrno(errno);
+    const HiddenDirectory hidden = openHiddenDirectory(parent.get());
+    if (hidden.error != 0)
+        return failedAtHiddenDirectory(hidden.error);
+
+    const Place hiddenPlace{hidden.fd.get(), name};
+    Place visible{parent.get(), visibleName(name)};
+    int error = renameExclusively(hiddenPlace, visible, hidden.fd.get());
+    if ((error == ENAMETOOLONG || error == EILSEQ) && visible.name != name) {
+        visible.name = name; // the item comes back, if not under its own name
+        error = renameExclusively(hiddenPlace, visible, hidden.fd.get());
+    }
+    if (error != 0)
+        return failedWithErrno(error);
+    removeHiddenDirectoryIfEmpty(parent.get());
+    return {WorkerError::Success, joinPath(parentText, visible.name)};
+}
+
+} // namespace veilkeep

@@ -1,0 +1,35 @@
+#include "worker/RereadNotice.h"
+
+#include "core/base/PathText.h"
+#include "core/environment/XdgDirectories.h"
+#include "core/process/ChildProcess.h"
+#include "core/storage/Log.h"
+
+#include <unistd.h>
+
+#include <cstdlib>
+
+namespace veilkeep {
+namespace {
+
+// Without one dbus-send would start a bus of its own.
+bool sessionBusIsThere() {
+    if (const char* address = std::getenv("DBUS_SESSION_BUS_ADDRESS"); address && *address)
+        return true;
+    const std::string runtime = XdgDirectories::current().runtimeDir;
+    return !runtime.empty() && ::access(joinPath(runtime, "bus").c_str(), F_OK) == 0;
+}
+
+} // namespace
+
+void postRereadTempFiles() {
+    if (!sessionBusIsThere())
+        return;
+    const ChildProcessResult result =
+        runChildProcess("/usr/bin/dbus-send", {"--session", "--type=signal", "/com/ostrel/Veilkeep",
+                                               "com.ostrel.Veilkeep.rereadTempFiles"});
+    if (!result.exitedWith(0))
+        logLine("Could not post com.ostrel.Veilkeep.rereadTempFiles.");
+}
+
+} // namespace veilkeep

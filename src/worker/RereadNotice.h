@@ -1,0 +1,9 @@
+#pragma once
+
+namespace veilkeep {
+
+// Tells a running application on the session bus, when there is one, that the in-progress folder holds new
+// records. Without a bus nothing happens: the records are read at the next start.
+void postRereadTempFiles();
+
+} // namespace veilkeep

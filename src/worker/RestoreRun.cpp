@@ -1,0 +1,54 @@
+#include "worker/RestoreRun.h"
+
+#include "core/filesystem/HiddenItemScan.h"
+#include "core/names/BaseCloakLogic.h"
+#include "core/protocol/InProgressFolder.h"
+#include "core/storage/Log.h"
+#include "worker/ProcessGuard.h"
+
+#include <cstring>
+
+namespace veilkeep {
+namespace {
+
+HiddenItemScan runningScan;
+
+WorkerError workerErrorFrom(const Error& error) {
+    const WorkerError known = workerErrorFromErrno(error.systemError);
+    return known == WorkerError::Success ? WorkerError::Unknown : known;
+}
+
+void logTroubles(const HiddenItemScan::Summary& summary) {
+    for (const Error& trouble : summary.troubles)
+        logLine("Could not look into " + trouble.path + ": " + std::strerror(trouble.systemError));
+    if (summary.unreadable > summary.troubles.size())
+        logLine("Directories that could not be looked into, in all: " + std::to_string(summary.unreadable));
+}
+
+} // namespace
+
+RestoreSummary recordHiddenItemsBelow(const std::string& directory, const std::string& inProgressFolder) {
+    RestoreSummary summary;
+    handleEndingSignals([](int) { runningScan.cancel(); });
+    const auto scanned = runningScan.scan(directory, [&](const std::string& path) {
+        const InProgressRecord record{BaseCloakLogic::constructOriginalFullFileName(path), path, 0, 1};
+        if (const auto written = writeRecord(inProgressFolder, record)) {
+            ++summary.found;
+        } else if (summary.error == WorkerError::Success) {
+            summary.error = workerErrorFrom(written.error());
+            logLine("Could not write an in-progress record for " + path + ": " +
+                    std::strerror(written.error().systemError));
+        }
+    });
+    if (!scanned) {
+        summary.error = workerErrorFrom(scanned.error());
+        return summary;
+    }
+    logTroubles(*scanned);
+    summary.unreadable = scanned->unreadable;
+    if (scanned->cancelled)
+        summary.error = WorkerError::Cancelled;
+    return summary;
+}
+
+} // namespace veilkeep

@@ -1,0 +1,34 @@
+#include "worker/WorkerRequest.h"
+
+#include <string_view>
+
+namespace veilkeep {
+
+std::optional<WorkerRequest> WorkerRequest::parse(std::span<char* const> arguments) {
+    if (arguments.empty())
+        return std::nullopt;
+    WorkerRequest request;
+    std::optional<Operation> operation;
+    for (const std::string_view argument : arguments.first(arguments.size() - 1)) {
+        const auto isFirst = [&] { return !operation.has_value(); };
+        if (argument == "-p")
+            request.printAnswer = true;
+        else if (argument == "-i" || argument == "-removeRecents")
+            continue;
+        else if (argument == "-hide" && isFirst())
+            operation = Operation::Hide;
+        else if (argument == "-unhide" && isFirst())
+            operation = Operation::Unhide;
+        else if (argument == "-restore" && isFirst())
+            operation = Operation::Restore;
+        else
+            return std::nullopt;
+    }
+    request.path = arguments.back();
+    if (!operation || !request.path.starts_with('/'))
+        return std::nullopt;
+    request.operation = *operation;
+    return request;
+}
+
+} // namespace veilkeep

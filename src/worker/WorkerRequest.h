@@ -1,0 +1,23 @@
+#pragma once
+
+#include <optional>
+#include <span>
+#include <string>
+
+namespace veilkeep {
+
+// One command line: [-p] [-i] -hide [-removeRecents] PATH, [-p] [-i] -unhide PATH or [-p] -restore DIRECTORY.
+// -i (questions may be asked) and -removeRecents are taken and change nothing: there is nobody to ask yet,
+// and nothing that cleans lists of recent items.
+struct WorkerRequest {
+    enum class Operation { Hide, Unhide, Restore };
+
+    Operation operation = Operation::Hide;
+    bool printAnswer = false; // -p: the protocol line goes to standard output
+    std::string path;
+
+    // The arguments without the program's name; nothing when they are not of that form.
+    static std::optional<WorkerRequest> parse(std::span<char* const> arguments);
+};
+
+} // namespace veilkeep

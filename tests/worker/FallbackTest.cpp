@@ -1,0 +1,112 @@
+#include "tests/worker/WorkerFixture.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <functional>
+
+namespace veilkeep::test {
+namespace {
+
+// File systems that cannot rename without replacing.
+class FallbackTest : public WorkerFixture {
+protected:
+    void SetUp() override {
+        if (!straceWorks())
+            GTEST_SKIP() << "strace cannot trace here";
+    }
+
+    struct Kind {
+        const char* name;
+        std::function<void(const std::string&)> make;
+    };
+    const std::vector<Kind> m_kinds = {
+        {"file.txt", [](const std::string& path) { writeFile(path, "content"); }},
+        {"empty.txt", [](const std::string& path) { writeFile(path, {}); }},
+        {"folder",
+         [](const std::string& path) {
+             ASSERT_EQ(::mkdir(path.c_str(), 0755), 0);
+             writeFile(path + "/a", "content");
+         }},
+        {"dangling", [](const std::string& path) { ASSERT_EQ(::symlink("nowhere", path.c_str()), 0); }},
+        {"pipe", [](const std::string& path) { ASSERT_EQ(::mkfifo(path.c_str(), 0644), 0); }},
+    };
+};
+
+TEST_F(FallbackTest, MovesEveryKindThereAndBack) {
+    const std::vector<std::string> worlds[] = {
+        {"renameat2:error=EINVAL"},
+        {"renameat2:error=ENOSYS"},
+        {"renameat2:error=EOPNOTSUPP"},
+        {"renameat2:error=EINVAL", "linkat:error=EPERM"},
+        {"renameat2:error=EINVAL", "linkat:error=EINTR:when=1", "unlinkat:error=EINTR:when=1"},
+    };
+    m_tree.makeDirectory("t");
+    for (const auto& world : worlds) {
+        for (const Kind& kind : m_kinds) {
+            SCOPED_TRACE(::testing::PrintToString(world) + kind.name);
+            const std::string path = m_tree.path("t/" + std::string(kind.name));
+            kind.make(path);
+            const auto before = snapshotOf(path);
+            expectHidden(workInjected(world, "-hide", path), path);
+            EXPECT_FALSE(exists(path));
+            EXPECT_EQ(snapshotOf(hiddenPathOf(path)), before);
+            EXPECT_EQ(workInjected(world, "-unhide", hiddenPathOf(path)).output, "NewFilename: " + path);
+            EXPECT_EQ(snapshotOf(path), before);
+            EXPECT_FALSE(exists(hiddenDirectoryBeside(path)));
+            ASSERT_EQ(runProgram({"/bin/rm", "-r", path}).exitStatus, 0);
+        }
+    }
+}
+
+TEST_F(FallbackTest, NeverReplacesWhatIsThere) {
+    const std::vector<std::string> worlds[] = {{"renameat2:error=EINVAL"},
+                                               {"renameat2:error=EINVAL", "linkat:error=EPERM"}};
+    m_tree.makeDirectory("t");
+    for (const auto& world : worlds) {
+        for (const Kind& kind : m_kinds) {
+            for (const Kind& taker : m_kinds) {
+                SCOPED_TRACE(::testing::PrintToString(world) + kind.name + " where there is " + taker.name);
+                const std::string path = m_tree.path("t/item");
+                kind.make(path);
+                expectHidden(work("-hide", path), path);
+                taker.make(path);
+                const auto before = snapshotOf(m_tree.path("t"));
+                expectError(workInjected(world, "-unhide", hiddenPathOf(path)), 6);
+                EXPECT_EQ(snapshotOf(m_tree.path("t")), before);
+                ASSERT_EQ(runProgram({"/bin/rm", "-r", path, hiddenDirectoryBeside(path)}).exitStatus, 0);
+            }
+        }
+    }
+}
+
+// Each step fails in turn: the item is where it was and nothing made on the way is left.
+TEST_F(FallbackTest, FailedStepsAreTakenBack) {
+    struct Row {
+        std::size_t kind; // file or folder
+        std::vector<std::string> injections;
+        int number;
+    };
+    const Row rows[] = {
+        {0, {"linkat:error=ENOSPC"}, 10},         {0, {"unlinkat:error=EACCES:when=1"}, 3},
+        {0, {"flock:error=ENOLCK"}, 1},           {0, {"linkat:error=EPERM", "renameat:error=EIO"}, 13},
+        {2, {"renameat:error=EIO"}, 13},          {2, {"renameat:error=EACCES"}, 3},
+        {2, {"mkdirat:error=ENOSPC:when=2"}, 10},
+    };
+    m_tree.makeDirectory("t");
+    for (const Row& row : rows) {
+        SCOPED_TRACE(::testing::PrintToString(row.injections));
+        const std::string path = m_tree.path("t/item.txt");
+        m_kinds[row.kind].make(path);
+        const auto before = snapshotOf(path);
+        std::vector<std::string> injections = {"renameat2:error=EINVAL"};
+        injections.insert(injections.end(), row.injections.begin(), row.injections.end());
+        expectError(workInjected(injections, "-hide", path), row.number);
+        EXPECT_EQ(snapshotOf(path), before);
+        EXPECT_EQ(snapshotOf(m_tree.path("t")).size(), before.size() + 1) << "something was left behind";
+        ASSERT_EQ(runProgram({"/bin/rm", "-r", path}).exitStatus, 0);
+    }
+}
+
+} // namespace
+} // namespace veilkeep::test

@@ -1,0 +1,201 @@
+#include "tests/support/HostileNames.h"
+#include "tests/worker/WorkerFixture.h"
+
+#include "core/names/HiddenName.h"
+
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/un.h>
+#include <sys/xattr.h>
+#include <unistd.h>
+
+#include <functional>
+
+namespace veilkeep::test {
+namespace {
+
+class MoveTest : public WorkerFixture {};
+
+void makeSocket(const std::string& path) {
+    const int fd = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    sockaddr_un address = {};
+    address.sun_family = AF_UNIX;
+    ASSERT_LT(path.size(), sizeof address.sun_path);
+    path.copy(address.sun_path, path.size());
+    ASSERT_EQ(::bind(fd, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+    ::close(fd);
+}
+
+TEST_F(MoveTest, EveryKindOfItemComesBackAsItWas) {
+    struct Row {
+        std::string name;
+        std::function<void(const std::string&)> make;
+    };
+    const auto file = [](const std::string& path) { writeFile(path, "content\n"); };
+    const auto directory = [](const std::string& path) { ASSERT_EQ(::mkdir(path.c_str(), 0750), 0); };
+    const auto link = [](const std::string& target) {
+        return [target](const std::string& path) { ASSERT_EQ(::symlink(target.c_str(), path.c_str()), 0); };
+    };
+    const Row rows[] = {
+        {"report.pdf", file},
+        {"empty", [](const std::string& path) { writeFile(path, {}); }},
+        {"unreadable", [&](const std::string& path) { file(path), ::chmod(path.c_str(), 0); }},
+        {"set-id", [&](const std::string& path) { file(path), ::chmod(path.c_str(), 06711); }},
+        {"Empty Folder", directory},
+        {"Folder",
+         [&](const std::string& path) {
+             directory(path);
+             directory(path + "/inner");
+             file(path + "/inner/a");
+             file(path + "/.hidden");
+             ASSERT_EQ(::symlink("inner/a", (path + "/link").c_str()), 0);
+         }},
+        {"dangling", link("nowhere")},
+        {"relative link", link("report.pdf")},
+        {"link to folder", link("Folder")},
+        {"absolute link", link("/etc")},
+        {"pipe", [](const std::string& path) { ASSERT_EQ(::mkfifo(path.c_str(), 0640), 0); }},
+        {"socket", makeSocket},
+        {"hard.link",
+         [&](const std::string& path) {
+             file(path);
+             ASSERT_EQ(::link(path.c_str(), (path + " second name").c_str()), 0);
+         }},
+        {"attributes.txt",
+         [&](const std::string& path) {
+             file(path);
+             const std::string value("a\0b", 3);
+             if (::setxattr(path.c_str(), "user.note", value.data(), value.size(), 0) != 0)
+                 std::printf("This file system keeps no extended attributes; the row goes without them.\n");
+         }},
+    };
+    // A short path: the address of a socket holds little.
+    const std::string parent = m_tree.makeDirectory("k");
+    ASSERT_EQ(::chdir(parent.c_str()), 0);
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        row.make(row.name == "socket" ? row.name : joinPath(parent, row.name));
+        const std::string path = joinPath(parent, row.name);
+        const auto before = snapshotOf(path);
+        expectHidden(work("-hide", path), path);
+        EXPECT_FALSE(exists(path));
+        EXPECT_EQ(snapshotOf(hiddenPathOf(path)), before);
+        const ProgramRun run = work("-unhide", hiddenPathOf(path));
+        EXPECT_EQ(run.output, "NewFilename: " + path);
+        EXPECT_EQ(run.exitStatus, 1);
+        EXPECT_EQ(snapshotOf(path), before);
+        EXPECT_FALSE(exists(hiddenDirectoryBeside(path))) << "left behind, though empty";
+    }
+    ASSERT_EQ(::chdir("/"), 0);
+}
+
+// Every name goes there and back to the same inode, or is refused and nothing happens.
+TEST_F(MoveTest, HostileNamesAreKeptOrRefused) {
+    const std::vector<std::string> names = hostileNames();
+    ASSERT_GE(names.size(), 600u);
+    std::size_t refused = 0;
+    const std::string parent = m_tree.makeDirectory("names");
+    for (const std::string& name : names) {
+        SCOPED_TRACE(::testing::PrintToString(name));
+        const std::string path = m_tree.makeFile("names/" + name, name);
+        const auto before = snapshotOf(path);
+        const ProgramRun hidden = work("-hide", path);
+        if (name == ".SYS_INDEX" || refusalToHide(name) != NameRefusal::None) {
+            expectError(hidden, name == ".SYS_INDEX" ? 8 : 9);
+            ++refused;
+        } else {
+            expectHidden(hidden, path);
+            EXPECT_FALSE(exists(path));
+            EXPECT_EQ(work("-unhide", hiddenPathOf(path)).output, "NewFilename: " + path);
+        }
+        EXPECT_EQ(snapshotOf(path), before);
+        EXPECT_EQ(::unlink(path.c_str()), 0);
+        EXPECT_EQ(::rmdir(parent.c_str()), 0) << "something else was left in the directory";
+        m_tree.makeDirectory("names");
+    }
+    std::printf("%zu names, of which %zu are refused\n", names.size(), refused);
+    EXPECT_LT(refused, names.size() / 5);
+}
+
+TEST_F(MoveTest, UnhideNeverFailsForTheNamesSake) {
+    // Names that no hide has made: their unscrambled forms could not be a file's name.
+    const std::string emojis = [] {
+        std::string name;
+        while (name.size() + 8 <= 255)
+            name += "\xF0\x9F\x98\x80";
+        return name;
+    }();
+    const std::pair<std::string, std::string> rows[] = {
+        {"XEDNI_SYS.", "XEDNI_SYS."}, {"a" + emojis + "a", ""}, {"\xA9\xC3", "\xC3\xA9"}, {"txt.a", "txt.a"}};
+    for (const auto& [hiddenName, visible] : rows) {
+        SCOPED_TRACE(::testing::PrintToString(hiddenName));
+        const std::string hidden = m_tree.makeFile("foreign/.SYS_INDEX/" + hiddenName, "content");
+        const ProgramRun run = work("-unhide", hidden);
+        ASSERT_TRUE(run.output.starts_with("NewFilename: ")) << run.output;
+        const std::string path = run.output.substr(13);
+        EXPECT_EQ(readFile(path), "content");
+        if (!visible.empty()) {
+            EXPECT_EQ(lastPathComponent(path), visible);
+        }
+    }
+}
+
+TEST_F(MoveTest, HiddenDirectoryTakesAfterItsParent) {
+    for (const unsigned int mode : {0755u, 0700u, 01777u, 02775u}) {
+        const std::string path = m_tree.makeFile("modes/" + std::to_string(mode) + "/a.txt");
+        ASSERT_EQ(::chmod(std::string(parentPath(path)).c_str(), mode), 0);
+        if (isRoot()) {
+            ASSERT_EQ(::chown(std::string(parentPath(path)).c_str(), ordinaryUser, ordinaryUser), 0);
+        }
+        ASSERT_EQ(::chmod(std::string(parentPath(path)).c_str(), mode), 0);
+        expectHidden(work("-hide", path), path);
+        const auto hidden = snapshotOf(hiddenDirectoryBeside(path))[""];
+        const auto parent = snapshotOf(std::string(parentPath(path)))[""];
+        EXPECT_EQ(hidden.mode, parent.mode) << std::oct << mode;
+        EXPECT_EQ(hidden.owner, parent.owner);
+        EXPECT_EQ(hidden.group, parent.group);
+    }
+}
+
+TEST_F(MoveTest, LongPathsWork) {
+    const std::string name(250, 'd');
+    std::string path = m_tree.makeDirectory("deep");
+    ASSERT_EQ(::chdir(path.c_str()), 0);
+    for (int depth = 0; depth < 20; ++depth) {
+        ASSERT_EQ(::mkdir(name.c_str(), 0755), 0);
+        ASSERT_EQ(::chdir(name.c_str()), 0);
+        path = joinPath(path, name);
+    }
+    writeFile("a.txt", "deep");
+    path = joinPath(path, "a.txt");
+    ASSERT_GT(path.size(), 5000u);
+    expectHidden(work("-hide", path), path);
+    EXPECT_EQ(readFile(".SYS_INDEX/a.txt"), "deep");
+    EXPECT_EQ(work("-unhide", hiddenPathOf(path)).output, "NewFilename: " + path);
+    ASSERT_EQ(::chdir("/"), 0);
+}
+
+TEST_F(MoveTest, PrintedPathKeepsTheCallersSpelling) {
+    m_tree.makeFile("real/a.txt");
+    ASSERT_EQ(::symlink("real", m_tree.path("link").c_str()), 0);
+    const std::string path = m_tree.path("link/a.txt");
+    if (isRoot()) { // whose worker follows no link at all
+        ASSERT_EQ(::chown(m_tree.path("real").c_str(), ordinaryUser, ordinaryUser), 0);
+    }
+    const RunOptions user{isRoot() ? ordinaryUser : 0, {}, {}};
+    EXPECT_EQ(work("-hide", path, user).output, "NewFilename: " + m_tree.path("link/.SYS_INDEX/a.txt"));
+    EXPECT_TRUE(exists(m_tree.path("real/.SYS_INDEX/a.txt")));
+    EXPECT_EQ(work("-unhide", m_tree.path("link//.SYS_INDEX/a.txt/"), user).output, "NewFilename: " + path);
+}
+
+TEST_F(MoveTest, RootFollowsNoLink) {
+    if (!isRoot())
+        GTEST_SKIP() << "needs root";
+    const std::string file = m_tree.makeFile("real/a.txt");
+    ASSERT_EQ(::symlink("real", m_tree.path("link").c_str()), 0);
+    expectError(work("-hide", m_tree.path("link/a.txt")), 1);
+    EXPECT_TRUE(exists(file));
+}
+
+} // namespace
+} // namespace veilkeep::test

@@ -1,0 +1,203 @@
+#include "tests/worker/WorkerFixture.h"
+
+#include <sched.h>
+#include <sys/mount.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace veilkeep::test {
+namespace {
+
+// What cannot be done is refused with its number, and everything stays as it was.
+class RefusalTest : public WorkerFixture {
+protected:
+    void expectRefused(const std::string& operation, const std::string& path, int number,
+                       const RunOptions& options = {}) {
+        SCOPED_TRACE(operation + " " + path);
+        const auto before = withoutTimesOfFolders(snapshotOf(m_tree.path("t")));
+        expectError(work(operation, path, options), number);
+        EXPECT_EQ(withoutTimesOfFolders(snapshotOf(m_tree.path("t"))), before);
+    }
+
+    // A ".SYS_INDEX" that was made and removed again shows in its parent's time.
+    static std::map<std::string, ItemState> withoutTimesOfFolders(std::map<std::string, ItemState> states) {
+        for (auto& [path, state] : states)
+            if (S_ISDIR(state.mode))
+                state.modified = 0;
+        return states;
+    }
+};
+
+TEST_F(RefusalTest, WrongArguments) {
+    const std::string worker = bundledProgram("cloakWorker");
+    const std::string path = m_tree.makeFile("t/a.txt");
+    const std::vector<std::string> rows[] = {
+        {worker},
+        {worker, "-p"},
+        {worker, "-p", path},
+        {worker, "-p", "-hide"},
+        {worker, "-p", "-hide", "t/a.txt"},
+        {worker, "-p", "-hide", ""},
+        {worker, "-p", "-hide", "-unhide", path},
+        {worker, "-p", "-delete", path},
+        {worker, "-p", "-hide", path, path},
+        {worker, "-p", "-hide", "/"},
+        {worker, "-p", "-hide", m_tree.path("t/..")},
+        {worker, "-p", "-unhide", path},
+        {worker, "-p", "-unhide", m_tree.path("t/.SYS_INDEX")},
+    };
+    for (const auto& arguments : rows) {
+        SCOPED_TRACE(::testing::PrintToString(arguments));
+        expectError(runProgram(arguments, {0, m_tree.root(), {}}), 1);
+    }
+    EXPECT_TRUE(exists(path));
+    const ProgramRun quiet = runProgram({worker, "-hide", m_tree.path("t/missing")});
+    EXPECT_EQ(quiet.output, "") << "printed though -p was not given";
+}
+
+TEST_F(RefusalTest, ItemThatIsNotThereOrNotToBeHidden) {
+    m_tree.makeFile("t/file");
+    m_tree.makeFile("t/.SYS_INDEX/nedih.txt");
+    m_tree.makeFile("t/XEDNI_SYS.");
+    expectRefused("-hide", m_tree.path("t/missing"), 2);
+    expectRefused("-hide", m_tree.path("t/file/below a file"), 2);
+    expectRefused("-hide", m_tree.path("no folder/a"), 2);
+    expectRefused("-unhide", m_tree.path("t/.SYS_INDEX/missing"), 2);
+    expectRefused("-unhide", m_tree.path("no folder/.SYS_INDEX/a"), 2);
+    expectRefused("-hide", m_tree.path("t/.SYS_INDEX/nedih.txt"), 4);
+    expectRefused("-hide", m_tree.path("t/.SYS_INDEX"), 8);
+    expectRefused("-hide", m_tree.home(), 8);
+    expectRefused("-hide", "/etc/passwd", 8);
+    expectRefused("-hide", m_tree.path("t/XEDNI_SYS."), 9);
+}
+
+TEST_F(RefusalTest, HiddenDirectoryThatIsNone) {
+    m_tree.makeDirectory("elsewhere");
+    const std::string path = m_tree.makeFile("t/a.txt");
+    m_tree.makeFile("t/.SYS_INDEX");
+    expectRefused("-hide", path, 5);
+    expectRefused("-unhide", m_tree.path("t/.SYS_INDEX/a"), 5);
+    ASSERT_EQ(::unlink(m_tree.path("t/.SYS_INDEX").c_str()), 0);
+    for (const std::string& target : {m_tree.path("elsewhere"), m_tree.path("nowhere")}) {
+        ASSERT_EQ(::symlink(target.c_str(), m_tree.path("t/.SYS_INDEX").c_str()), 0);
+        expectRefused("-hide", path, 5);
+        ASSERT_EQ(::unlink(m_tree.path("t/.SYS_INDEX").c_str()), 0);
+    }
+    EXPECT_EQ(snapshotOf(m_tree.path("elsewhere")).size(), 1u);
+}
+
+TEST_F(RefusalTest, PlaceThatIsTaken) {
+    const std::string hidden = m_tree.makeFile("t/.SYS_INDEX/a.txt", "mine");
+    const std::string path = m_tree.path("t/a.txt");
+    const auto takers = {
+        +[](const std::string& place) { writeFile(place, "theirs"); },
+        +[](const std::string& place) { writeFile(place, {}); },
+        +[](const std::string& place) { ASSERT_EQ(::mkdir(place.c_str(), 0755), 0); },
+        +[](const std::string& place) { ASSERT_EQ(::symlink("nowhere", place.c_str()), 0); },
+        +[](const std::string& place) { ASSERT_EQ(::symlink(".SYS_INDEX", place.c_str()), 0); },
+    };
+    for (const auto take : takers) {
+        take(path);
+        expectRefused("-unhide", hidden, 6);
+        ASSERT_EQ(::remove(path.c_str()), 0);
+    }
+    writeFile(path, "new one");
+    expectRefused("-hide", path, 6);
+}
+
+TEST_F(RefusalTest, RightsOfAnOrdinaryUser) {
+    if (!isRoot())
+        GTEST_SKIP() << "needs root to make items of several owners";
+    const RunOptions user{ordinaryUser, {}, {}};
+    const auto own = [](const std::string& path, unsigned int mode) {
+        ASSERT_EQ(::chown(path.c_str(), ordinaryUser, ordinaryUser), 0);
+        ASSERT_EQ(::chmod(path.c_str(), mode), 0);
+    };
+    const std::string mine = m_tree.makeDirectory("t/mine");
+    own(mine, 0755);
+    own(m_tree.makeFile("t/mine/locked/a"), 0644);
+    own(m_tree.path("t/mine/locked"), 0555);
+    own(m_tree.makeFile("t/mine/secret"), 0);
+    m_tree.makeFile("t/mine/root's file");
+    m_tree.makeFile("t/mine/root's folder/a");
+    m_tree.makeFile("t/theirs/a");
+    m_tree.makeFile("t/sticky/a");
+    ASSERT_EQ(::chmod(m_tree.path("t/sticky").c_str(), 01777), 0);
+    own(m_tree.makeDirectory("t/read only"), 0755);
+    own(m_tree.makeFile("t/read only/a"), 0644);
+    own(m_tree.path("t/read only"), 0555);
+    m_tree.makeDirectory("t/closed", 0700);
+
+    expectRefused("-hide", m_tree.path("t/mine/locked"), 3, user);
+    expectRefused("-hide", m_tree.path("t/mine/root's folder"), 3, user);
+    expectRefused("-hide", m_tree.path("t/theirs/a"), 3, user);
+    expectRefused("-hide", m_tree.path("t/sticky/a"), 3, user);
+    expectRefused("-hide", m_tree.path("t/read only/a"), 3, user);
+    expectRefused("-hide", m_tree.path("t/closed/a"), 3, user);
+    for (const char* const name : {"t/mine/secret", "t/mine/root's file"}) {
+        const std::string path = m_tree.path(name);
+        expectHidden(work("-hide", path, user), path);
+        EXPECT_EQ(work("-unhide", hiddenPathOf(path), user).output, "NewFilename: " + path);
+    }
+}
+
+TEST_F(RefusalTest, MountsAndFullAndReadOnlyDisks) {
+    if (!isRoot())
+        GTEST_SKIP() << "needs root to mount";
+    if (::unshare(CLONE_NEWNS) != 0 || ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0)
+        GTEST_SKIP() << "no private mount namespace is to be had here";
+    const std::string disk = m_tree.makeDirectory("t/disk");
+    // 4 inodes: the root, two files and one more.
+    ASSERT_EQ(::mount("none", disk.c_str(), "tmpfs", 0, "size=64k,nr_inodes=4"), 0);
+    m_tree.makeFile("t/disk/a.txt");
+    m_tree.makeFile("t/disk/b.txt");
+    m_tree.makeFile("t/disk/last inode");
+    expectRefused("-hide", disk, 8);
+    expectRefused("-hide", m_tree.path("t/disk/a.txt"), 10);
+    ASSERT_EQ(::unlink(m_tree.path("t/disk/last inode").c_str()), 0);
+
+    m_tree.makeFile("t/outside");
+    ASSERT_EQ(::mount(m_tree.path("t/outside").c_str(), m_tree.path("t/disk/b.txt").c_str(), nullptr, MS_BIND,
+                      nullptr),
+              0);
+    expectRefused("-hide", m_tree.path("t/disk/b.txt"), 8);
+    ASSERT_EQ(::mount("none", disk.c_str(), nullptr, MS_REMOUNT | MS_RDONLY, nullptr), 0);
+    expectRefused("-hide", m_tree.path("t/disk/a.txt"), 11);
+    ASSERT_EQ(::umount2(m_tree.path("t/disk/b.txt").c_str(), MNT_DETACH), 0);
+    ASSERT_EQ(::umount2(disk.c_str(), MNT_DETACH), 0);
+}
+
+// The numbers of errors that cannot easily be had from a real disk, at the calls where they would arise.
+TEST_F(RefusalTest, ErrorsOfTheSystem) {
+    if (!straceWorks())
+        GTEST_SKIP() << "strace cannot trace here";
+    const std::string path = m_tree.makeFile("t/a.txt", "content");
+    struct Row {
+        std::string injection;
+        int number;
+    };
+    const Row rows[] = {
+        {"renameat2:error=EIO", 13},      {"renameat2:error=ENOSPC", 10},      {"renameat2:error=EDQUOT", 10},
+        {"renameat2:error=EROFS", 11},    {"renameat2:error=EXDEV", 12},       {"renameat2:error=EBUSY", 12},
+        {"renameat2:error=EACCES", 3},    {"renameat2:error=EPERM", 3},        {"renameat2:error=EEXIST", 6},
+        {"renameat2:error=ENOTEMPTY", 6}, {"renameat2:error=ENAMETOOLONG", 9}, {"renameat2:error=EILSEQ", 9},
+        {"renameat2:error=ENOMEM", 1},    {"mkdirat:error=ENOSPC", 10},        {"mkdirat:error=EROFS", 11},
+        {"mkdirat:error=EACCES", 3},      {"mkdirat:error=EMLINK", 5},         {"mkdirat:error=EIO", 13},
+    };
+    const auto before = snapshotOf(path);
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.injection);
+        expectError(workInjected({row.injection}, "-hide", path), row.number);
+        EXPECT_EQ(snapshotOf(path), before);
+        EXPECT_FALSE(exists(hiddenDirectoryBeside(path)));
+    }
+    const std::string interrupted[] = {"renameat2:error=EINTR:when=1", "mkdirat:error=EINTR:when=1"};
+    for (const std::string& injection : interrupted) {
+        SCOPED_TRACE(injection);
+        expectHidden(workInjected({injection}, "-hide", path), path);
+        EXPECT_EQ(work("-unhide", hiddenPathOf(path)).output, "NewFilename: " + path);
+    }
+}
+
+} // namespace
+} // namespace veilkeep::test

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "core/base/PathText.h"
+#include "core/names/BaseCloakLogic.h"
+#include "tests/support/ItemSnapshot.h"
+#include "tests/support/RunProgram.h"
+#include "tests/support/ScratchTree.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace veilkeep::test {
+
+// Runs the real cloakWorker on a scratch tree.
+class WorkerFixture : public ::testing::Test {
+protected:
+    ProgramRun work(const std::string& operation, const std::string& path, const RunOptions& options = {}) {
+        return runProgram({bundledProgram("cloakWorker"), "-p", "-i", operation, path}, options);
+    }
+
+    // The same with system calls that go wrong, in the words of strace's "-e inject=".
+    ProgramRun workInjected(const std::vector<std::string>& injections, const std::string& operation,
+                            const std::string& path) {
+        std::vector<std::string> arguments = {"/usr/bin/strace", "-f", "-o", "/dev/null"};
+        for (const std::string& injection : injections)
+            arguments.insert(arguments.end(), {"-e", "inject=" + injection});
+        arguments.insert(arguments.end(), {bundledProgram("cloakWorker"), "-p", "-i", operation, path});
+        return runProgram(arguments);
+    }
+
+    static bool straceWorks() {
+        return runProgram({"/usr/bin/strace", "-o", "/dev/null", "/bin/true"}).exitStatus == 0;
+    }
+
+    static std::string hiddenPathOf(const std::string& path) {
+        return BaseCloakLogic::constructHidenFullFileName(path, joinPath(parentPath(path), ".SYS_INDEX"));
+    }
+
+    std::string hiddenDirectoryBeside(const std::string& path) const {
+        return joinPath(parentPath(path), ".SYS_INDEX");
+    }
+
+    void expectHidden(const ProgramRun& run, const std::string& path) {
+        EXPECT_EQ(run.output, "NewFilename: " + hiddenPathOf(path));
+        EXPECT_EQ(run.exitStatus, 1);
+    }
+
+    void expectError(const ProgramRun& run, int number) {
+        EXPECT_EQ(run.output, "Error: " + std::to_string(number));
+        EXPECT_EQ(run.exitStatus, 0);
+    }
+
+    ScratchTree m_tree;
+};
+
+} // namespace veilkeep::test
