@@ -1,0 +1,71 @@
+#include "ctl/ItemPath.h"
+
+#include "core/base/PathText.h"
+#include "core/names/BaseCloakLogic.h"
+
+#include <unistd.h>
+
+#include <cstdlib>
+#include <memory>
+
+namespace veilkeep {
+namespace {
+
+using MallocedText = std::unique_ptr<char, decltype(&std::free)>;
+
+Result<std::string> realPath(const std::string& path) {
+    const MallocedText resolved(::realpath(path.c_str(), nullptr), std::free);
+    if (!resolved)
+        return Error::system("realpath", path, errno);
+    return std::string(resolved.get());
+}
+
+Result<std::string> currentDirectory() {
+    const MallocedText directory(::getcwd(nullptr, 0), std::free);
+    if (!directory)
+        return Error::system("getcwd", ".", errno);
+    if (directory.get()[0] != '/') // not below this process's root
+        return Error::system("getcwd", directory.get(), ENOENT);
+    return std::string(directory.get());
+}
+
+std::string withoutDots(std::string_view path) {
+    std::string kept;
+    for (const std::string_view component : pathComponents(path))
+        if (component != ".")
+            kept = joinPath(kept, component);
+    return kept;
+}
+
+} // namespace
+
+Result<std::string> absoluteItemPath(std::string_view argument) {
+    if (argument.empty())
+        return Error::system("open", {}, ENOENT);
+    std::string path(argument);
+    if (!argument.starts_with('/')) {
+        auto current = currentDirectory();
+        if (!current)
+            return current;
+        path = joinPath(*current, argument);
+    }
+    path = withoutDots(path);
+    if (lastPathComponent(path) == "..")
+        return realPath(path);
+    if (::geteuid() != 0 || path == "/")
+        return path;
+    const auto parent = realPath(std::string(parentPath(path)));
+    if (!parent && parent.error().systemError == ENAMETOOLONG)
+        return path;
+    return parent ? joinPath(*parent, lastPathComponent(path)) : Result<std::string>(parent.error());
+}
+
+std::string hiddenFormOf(const std::string& path) {
+    const std::string_view parent = parentPath(path);
+    if (lastPathComponent(parent) == BaseCloakLogic::hiddenDirectoryName)
+        return path;
+    return BaseCloakLogic::constructHidenFullFileName(path,
+                                                      joinPath(parent, BaseCloakLogic::hiddenDirectoryName));
+}
+
+} // namespace veilkeep

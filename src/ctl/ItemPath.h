@@ -1,0 +1,18 @@
+#pragma once
+
+#include "core/base/Result.h"
+
+#include <string>
+#include <string_view>
+
+namespace veilkeep {
+
+// The absolute path of an item that the user named, in the user's spelling as far as it names the item by its
+// own name: "." and "dir/.." become the directory that they stand for. As root the links on the way to the
+// item are resolved here, since the worker follows none; the item itself is never followed.
+Result<std::string> absoluteItemPath(std::string_view argument);
+
+// Where the item at a visible path lies while it is hidden; a path within ".SYS_INDEX" is its own answer.
+std::string hiddenFormOf(const std::string& path);
+
+} // namespace veilkeep

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace veilkeep {
+
+// A name or path made harmless for a terminal or a line of text, and still telling: control characters,
+// characters that turn the writing direction or break lines, and bytes that are no text come out as "\n",
+// "\x1b", "\u202e"; a backslash as "\\". What is printed like this is never acted on.
+std::string printableName(std::string_view name);
+
+} // namespace veilkeep

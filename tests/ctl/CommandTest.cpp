@@ -1,0 +1,129 @@
+#include "core/base/PathText.h"
+#include "tests/support/RunProgram.h"
+#include "tests/support/ScratchTree.h"
+
+#include <gtest/gtest.h>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace veilkeep::test {
+namespace {
+
+// veilkeepctl as a user or a script meets it.
+class CommandTest : public ::testing::Test {
+protected:
+    ProgramRun ctl(std::vector<std::string> arguments) {
+        arguments.insert(arguments.begin(), bundledProgram("veilkeepctl"));
+        return runProgram(arguments, {0, m_tree.root(), {}});
+    }
+
+    // The same with a terminal as its output and error stream.
+    ProgramRun ctlOnTerminal(const std::string& commandLine) {
+        return runProgram(
+            {"/usr/bin/script", "-qec", bundledProgram("veilkeepctl") + " " + commandLine, "/dev/null"},
+            {0, m_tree.root(), {}});
+    }
+
+    ScratchTree m_tree;
+};
+
+TEST_F(CommandTest, HidesAndBringsBack) {
+    m_tree.makeFile("t/a.txt", "a");
+    m_tree.makeFile("t/b c", "b");
+    const std::string hidden =
+        m_tree.path("t/.SYS_INDEX/a.txt") + "\n" + m_tree.path("t/.SYS_INDEX/c b") + "\n";
+    const ProgramRun hide = ctl({"hide", "t/a.txt", m_tree.path("t/./b c")});
+    EXPECT_EQ(hide.output, hidden);
+    EXPECT_EQ(hide.errors, "");
+    EXPECT_EQ(hide.exitStatus, 0);
+    EXPECT_FALSE(exists(m_tree.path("t/a.txt")));
+    // By its visible path and by its hidden one.
+    const ProgramRun unhide = ctl({"unhide", "t/a.txt", "t/.SYS_INDEX/c b"});
+    EXPECT_EQ(unhide.output, m_tree.path("t/a.txt") + "\n" + m_tree.path("t/b c") + "\n");
+    EXPECT_EQ(unhide.exitStatus, 0);
+    EXPECT_EQ(readFile(m_tree.path("t/a.txt")), "a");
+    EXPECT_FALSE(exists(m_tree.path("t/.SYS_INDEX")));
+}
+
+TEST_F(CommandTest, OneBadItemDoesNotStopTheOthers) {
+    m_tree.makeFile("t/a");
+    m_tree.makeFile("t/b");
+    const ProgramRun run = ctl({"hide", "t/a", "t/missing", "/etc/passwd", "", "t/b"});
+    EXPECT_EQ(run.output, m_tree.path("t/.SYS_INDEX/a") + "\n" + m_tree.path("t/.SYS_INDEX/b") + "\n");
+    EXPECT_EQ(run.errors,
+              "veilkeepctl: t/missing: Item not found.\n"
+              "veilkeepctl: /etc/passwd: It is not allowed to hide these items to avoid serious system "
+              "malfunctions.\n"
+              "veilkeepctl: : Item not found.\n");
+    EXPECT_EQ(run.exitStatus, 1);
+}
+
+TEST_F(CommandTest, WrongUsage) {
+    m_tree.makeFile("t/a");
+    const std::pair<std::vector<std::string>, std::string> rows[] = {
+        {{}, "a command is missing"},
+        {{"hide"}, "a path is missing"},
+        {{"restore", "-0"}, "a path is missing"},
+        {{"vanish", "t/a"}, "unknown command 'vanish'"},
+        {{"hide", "-x", "t/a"}, "unknown option '-x'"},
+        {{"hide", "--\x1b[2J", "t/a"}, "unknown option '--\\x1b[2J'"},
+    };
+    for (const auto& [arguments, mistake] : rows) {
+        const ProgramRun run = ctl(arguments);
+        EXPECT_EQ(run.exitStatus, 2) << mistake;
+        EXPECT_EQ(run.output, "") << mistake;
+        EXPECT_TRUE(run.errors.starts_with("veilkeepctl: " + mistake + "\n")) << run.errors;
+    }
+    EXPECT_TRUE(exists(m_tree.path("t/a")));
+    EXPECT_EQ(ctl({"--help"}).exitStatus, 0);
+    EXPECT_TRUE(ctl({"hide", "--help"}).output.starts_with("Usage: "));
+    EXPECT_TRUE(ctl({"--version"}).output.starts_with("veilkeepctl "));
+}
+
+TEST_F(CommandTest, NamesOnATerminalAndElsewhere) {
+    const std::string name = "a\n\x1b[31m\xFF";
+    m_tree.makeFile(name);
+    m_tree.makeFile("-rf");
+    const std::string hidden = m_tree.path(".SYS_INDEX/\xFFm13[\x1b\na");
+    EXPECT_EQ(ctl({"hide", name}).output, hidden + "\n");
+    EXPECT_EQ(ctl({"unhide", "-0", name}).output, m_tree.path(name) + '\0');
+    EXPECT_EQ(ctl({"hide", "--", "-rf"}).output, m_tree.path(".SYS_INDEX/fr-") + "\n");
+    if (::access("/usr/bin/script", X_OK) != 0)
+        GTEST_SKIP() << "script(1) is not installed";
+    const ProgramRun onTerminal = ctlOnTerminal("hide $'a\\n\\x1b[31m\\xff' $'missing\\x1b[2J'");
+    EXPECT_NE(onTerminal.output.find("/.SYS_INDEX/\\xffm13[\\x1b\\na"), std::string::npos)
+        << onTerminal.output;
+    EXPECT_EQ(onTerminal.output.find('\x1b'), std::string::npos) << onTerminal.output;
+}
+
+TEST_F(CommandTest, RestoreListsAndFeedsUnhide) {
+    m_tree.makeFile("t/.SYS_INDEX/redlof/.SYS_INDEX/a b");
+    m_tree.makeFile("t/y/.SYS_INDEX/c\nd");
+    const ProgramRun run = ctl({"restore", "-0", "t"});
+    EXPECT_EQ(run.output, m_tree.path("t/y/.SYS_INDEX/c\nd") + '\0' +
+                              m_tree.path("t/.SYS_INDEX/redlof/.SYS_INDEX/a b") + '\0' +
+                              m_tree.path("t/.SYS_INDEX/redlof") + '\0');
+    EXPECT_EQ(run.exitStatus, 0);
+    const ProgramRun piped = runProgram({"/bin/sh", "-c", "\"$0\" restore -0 \"$1\" | xargs -0 \"$0\" unhide",
+                                         bundledProgram("veilkeepctl"), m_tree.path("t")});
+    EXPECT_EQ(piped.errors, "");
+    EXPECT_TRUE(exists(m_tree.path("t/folder/b a")));
+    EXPECT_TRUE(exists(m_tree.path("t/y/d\nc")));
+    EXPECT_EQ(ctl({"restore", "t"}).output, "")
+        << "records of items that are visible again are no longer told";
+    const ProgramRun failed = ctl({"restore", "t/missing", "t"});
+    EXPECT_EQ(failed.errors, "veilkeepctl: t/missing: Item not found.\n");
+    EXPECT_EQ(failed.exitStatus, 1);
+}
+
+TEST_F(CommandTest, OutputThatCannotBeWrittenIsAFailure) {
+    m_tree.makeFile("t/a");
+    const ProgramRun run = runProgram({"/bin/sh", "-c", "exec \"$0\" hide \"$1\" >/dev/full",
+                                       bundledProgram("veilkeepctl"), m_tree.path("t/a")});
+    EXPECT_EQ(run.exitStatus, 1);
+    EXPECT_TRUE(exists(m_tree.path("t/.SYS_INDEX/a"))) << "the item is hidden all the same";
+}
+
+} // namespace
+} // namespace veilkeep::test
