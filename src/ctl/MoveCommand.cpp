@@ -7,10 +7,30 @@
 #include "ctl/ItemPath.h"
 #include "format/ErrorText.h"
 
+#include <sys/stat.h>
+
 #include <cerrno>
 #include <utility>
 
 namespace veilkeep {
+namespace {
+
+bool exists(const std::string& path) {
+    struct stat status = {};
+    return ::lstat(path.c_str(), &status) == 0;
+}
+
+// An item that is not where it was looked for is often just in the state that was asked for.
+std::string reasonFor(const CloakWorkerResult& result, const std::string& path, bool hides) {
+    const bool isMissing = result.errorCode() == static_cast<int>(WorkerError::NotFound);
+    if (isMissing && hides && exists(hiddenFormOf(path)))
+        return workerErrorText(WorkerError::AlreadyHidden).toStdString();
+    if (isMissing && !hides && exists(path))
+        return "Item is not hidden.";
+    return workerErrorText(result.errorCode()).toStdString();
+}
+
+} // namespace
 
 MoveCommand::MoveCommand(CloakWorkerComunicator& worker, TerminalOutput& output)
     : m_worker(worker), m_output(output) {}
@@ -50,7 +70,7 @@ void MoveCommand::moveOne(const std::string& argument, Move move) {
     }
     const CloakWorkerResult result = (this->*move)(*path);
     if (result.errorCode() != 0) {
-        fail(argument, workerErrorText(result.errorCode()).toStdString());
+        fail(argument, reasonFor(result, *path, move == &MoveCommand::hideOne));
         return;
     }
     m_movedTo.push_back(result.newFileName());

@@ -59,6 +59,17 @@ TEST_F(CommandTest, OneBadItemDoesNotStopTheOthers) {
     EXPECT_EQ(run.exitStatus, 1);
 }
 
+TEST_F(CommandTest, SaysThatAnItemIsInThatStateAlready) {
+    m_tree.makeFile("t/visible");
+    m_tree.makeFile("t/.SYS_INDEX/neddih");
+    const ProgramRun hide = ctl({"hide", "t/hidden", "t/.SYS_INDEX/neddih"});
+    EXPECT_EQ(hide.errors, "veilkeepctl: t/hidden: Item you requested is already hidden.\n"
+                           "veilkeepctl: t/.SYS_INDEX/neddih: Item you requested is already hidden.\n");
+    const ProgramRun unhide = ctl({"unhide", "t/visible", "t/.SYS_INDEX/elbisiv"});
+    EXPECT_EQ(unhide.errors, "veilkeepctl: t/visible: Item is not hidden.\n"
+                             "veilkeepctl: t/.SYS_INDEX/elbisiv: Item not found.\n");
+}
+
 TEST_F(CommandTest, WrongUsage) {
     m_tree.makeFile("t/a");
     const std::pair<std::vector<std::string>, std::string> rows[] = {
