@@ -51,8 +51,11 @@ struct Attempt {
 
 Attempt moveIntoHiddenDirectory(const Place& visible, const std::string& scrambled) {
     const HiddenDirectory hidden = openOrMakeHiddenDirectory(visible.directory);
-    if (hidden.error != 0)
+    if (hidden.error != 0) {
+        if (hidden.made)
+            removeHiddenDirectoryIfEmpty(visible.directory);
         return {hidden.error, true};
+    }
     const Place place{hidden.fd.get(), scrambled};
     int error = renameExclusively(visible, place, hidden.fd.get());
     // A name that is kept otherwise would unscramble to another one. Where the item cannot go back, it is

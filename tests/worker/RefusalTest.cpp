@@ -191,6 +191,15 @@ TEST_F(RefusalTest, ErrorsOfTheSystem) {
         EXPECT_EQ(snapshotOf(path), before);
         EXPECT_FALSE(exists(hiddenDirectoryBeside(path)));
     }
+    for (int call = 1; call <= 8; ++call) { // among them the one that opens the ".SYS_INDEX" just made
+        const std::string injection = "openat:error=EMFILE:when=" + std::to_string(call);
+        SCOPED_TRACE(injection);
+        if (workInjected({injection}, "-hide", path).exitStatus == 1) {
+            ASSERT_EQ(work("-unhide", hiddenPathOf(path)).exitStatus, 1);
+        }
+        EXPECT_EQ(snapshotOf(path), before);
+        EXPECT_FALSE(exists(hiddenDirectoryBeside(path))) << "left behind";
+    }
     const std::string interrupted[] = {"renameat2:error=EINTR:when=1", "mkdirat:error=EINTR:when=1"};
     for (const std::string& injection : interrupted) {
         SCOPED_TRACE(injection);
