@@ -90,6 +90,8 @@ MoveAnswer failedAtHiddenDirectory(int systemError) {
 } // namespace
 
 MoveAnswer hideItem(const std::string& path) {
+    if (lastPathComponent(path) == "/")
+        return failed(WorkerError::Protected);
     if (!namesAnItem(path))
         return failed(WorkerError::Unknown);
     const UniqueFd parent = openDirectory(parentPath(path));

@@ -41,7 +41,7 @@ TEST_F(RefusalTest, WrongArguments) {
         {worker, "-p", "-hide", "-unhide", path},
         {worker, "-p", "-delete", path},
         {worker, "-p", "-hide", path, path},
-        {worker, "-p", "-hide", "/"},
+        {worker, "-p", "-unhide", "/"},
         {worker, "-p", "-hide", m_tree.path("t/..")},
         {worker, "-p", "-unhide", path},
         {worker, "-p", "-unhide", m_tree.path("t/.SYS_INDEX")},
@@ -66,6 +66,8 @@ TEST_F(RefusalTest, ItemThatIsNotThereOrNotToBeHidden) {
     expectRefused("-unhide", m_tree.path("no folder/.SYS_INDEX/a"), 2);
     expectRefused("-hide", m_tree.path("t/.SYS_INDEX/nedih.txt"), 4);
     expectRefused("-hide", m_tree.path("t/.SYS_INDEX"), 8);
+    expectRefused("-hide", "/", 8);
+    expectRefused("-hide", "//", 8);
     expectRefused("-hide", m_tree.home(), 8);
     expectRefused("-hide", "/etc/passwd", 8);
     expectRefused("-hide", m_tree.path("t/XEDNI_SYS."), 9);
