@@ -7,6 +7,7 @@
 
 #include <unistd.h>
 
+#include <chrono>
 #include <cstdlib>
 
 namespace veilkeep {
@@ -25,9 +26,12 @@ bool sessionBusIsThere() {
 void postRereadTempFiles() {
     if (!sessionBusIsThere())
         return;
-    const ChildProcessResult result =
-        runChildProcess("/usr/bin/dbus-send", {"--session", "--type=signal", "/com/ostrel/Veilkeep",
-                                               "com.ostrel.Veilkeep.rereadTempFiles"});
+    ChildProcessOptions options;
+    options.timeLimit = std::chrono::seconds(2); // a bus that takes calls and never answers
+    const ChildProcessResult result = runChildProcess(
+        "/usr/bin/dbus-send",
+        {"--session", "--type=signal", "/com/ostrel/Veilkeep", "com.ostrel.Veilkeep.rereadTempFiles"},
+        options);
     if (!result.exitedWith(0))
         logLine("Could not post com.ostrel.Veilkeep.rereadTempFiles.");
 }

@@ -1,11 +1,15 @@
 #include "tests/worker/WorkerFixture.h"
 
+#include "core/base/UniqueFd.h"
 #include "core/environment/XdgDirectories.h"
 #include "core/protocol/InProgressFolder.h"
 
+#include <sys/socket.h>
 #include <sys/stat.h>
+#include <sys/un.h>
 #include <unistd.h>
 
+#include <cstdlib>
 #include <map>
 
 namespace veilkeep::test {
@@ -79,6 +83,59 @@ TEST_F(RestoreTest, WhatCannotBeDoneIsAnError) {
         GTEST_SKIP() << "needs root to make a home that its user may not write";
     const ProgramRun run = work("-restore", m_tree.path("t"), {ordinaryUser, {}, {}});
     EXPECT_EQ(run.output, "Error: 3") << "the records could not be written";
+}
+
+// Posted when there are records, and only when they can be read already; never without any.
+TEST_F(RestoreTest, NoticeComesAfterTheRecords) {
+    if (::access("/usr/bin/dbus-run-session", X_OK) != 0)
+        GTEST_SKIP() << "dbus-run-session is not installed";
+    if (!straceWorks())
+        GTEST_SKIP() << "strace cannot trace here";
+    m_tree.makeFile("t/.SYS_INDEX/a");
+    m_tree.makeFile("t/b/.SYS_INDEX/c");
+    m_tree.makeDirectory("empty");
+    const auto callsOf = [&](const std::string& directory) {
+        const std::string calls = m_tree.path("calls");
+        const ProgramRun run =
+            runProgram({"/usr/bin/timeout", "30", "/usr/bin/dbus-run-session", "--", "/usr/bin/strace", "-f",
+                        "-e", "trace=renameat,execve", "-o", calls, bundledProgram("cloakWorker"), "-p",
+                        "-restore", m_tree.path(directory)});
+        EXPECT_EQ(run.exitStatus, 1) << run.errors;
+        return readFile(calls);
+    };
+    const std::string calls = callsOf("t");
+    const auto posted = calls.find("execve(\"/usr/bin/dbus-send");
+    ASSERT_NE(posted, std::string::npos) << calls;
+    EXPECT_EQ(calls.find("execve(\"/usr/bin/dbus-send", posted + 1), std::string::npos) << calls;
+    EXPECT_EQ(recorded().size(), 2u);
+    EXPECT_LT(calls.rfind("renameat("), posted) << "a record was put in place after the notice";
+    EXPECT_EQ(callsOf("empty").find("dbus-send"), std::string::npos);
+}
+
+TEST_F(RestoreTest, IsNotHeldUpByABusThatDoesNotAnswer) {
+    m_tree.makeFile("t/.SYS_INDEX/a");
+    ASSERT_EQ(::chdir(m_tree.root().c_str()), 0); // the address of a socket holds little
+    const UniqueFd bus(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
+    const sockaddr_un address = {AF_UNIX, "bus"};
+    ASSERT_EQ(::bind(bus.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+    ASSERT_EQ(::listen(bus.get(), 5), 0);
+    const auto inChild = [] { ::setenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=bus", 1); };
+    const ProgramRun run = work("-restore", m_tree.path("t"), {0, m_tree.root(), inChild});
+    ASSERT_EQ(::chdir("/"), 0);
+    EXPECT_EQ(run.output, "Found: 1\nUnreadable: 0\n");
+    EXPECT_EQ(recorded().size(), 1u);
+}
+
+TEST_F(RestoreTest, SignalsEndTheSearch) {
+    if (!straceWorks())
+        GTEST_SKIP() << "strace cannot trace here";
+    m_tree.makeFile("t/a/.SYS_INDEX/a");
+    for (const char* const name : {"SIGTERM", "SIGHUP", "SIGINT"}) {
+        SCOPED_TRACE(name);
+        expectError(workInjected({std::string("getdents64:signal=") + name + ":when=1"}, "-restore",
+                                 m_tree.path("t")),
+                    7);
+    }
 }
 
 } // namespace
