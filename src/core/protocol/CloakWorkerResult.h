@@ -9,6 +9,8 @@ namespace veilkeep {
 // path.
 class CloakWorkerResult {
 public:
+    static CloakWorkerResult initWithFileName(std::string fileName);
+    static CloakWorkerResult initWithErrorCode(std::int32_t errorCode);
     static CloakWorkerResult resultWithFileName(std::string fileName);
     static CloakWorkerResult resultWithErrorCode(std::int32_t errorCode);
 
