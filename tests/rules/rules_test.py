@@ -10,6 +10,7 @@ from pathlib import Path
 import file_sizes
 import formatting
 import include_direction
+import links
 import loaded_libraries
 import no_fixed_sleeps
 import no_qt_in_core
@@ -103,6 +104,15 @@ class Rules(unittest.TestCase):
         self.assertEqual(loaded_libraries.unwanted(libraries, "--only", ["lib*", "ld-*"]), [])
         self.assertEqual(loaded_libraries.unwanted(libraries, "--never", ["libstdc*"]), ["libstdc++.so.6"])
         self.assertEqual(loaded_libraries.unwanted(libraries, "--never", ["libQt6*"]), [])
+
+    def test_links_of_a_target(self):
+        rows = [
+            (["core", "Threads::Threads", "<<NOT:<BOOL:x>>:PkgConfig::CBOR", "PkgConfig::PLIST>"], []),
+            (["<<CONFIG:Debug>:Qt6::Core>", "core"], ["Qt6"]),
+            (["core;PkgConfig::GLIB", "-lgio-2.0", "libQt6DBus.so.6"], ["GLIB", "-lgio-2.0", "libQt6DBus.so.6"]),
+        ]
+        for arguments, found in rows:
+            self.assertEqual(links.unwanted(arguments), found)
 
     @staticmethod
     def run_rule(rule, root):
