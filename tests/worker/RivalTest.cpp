@@ -1,3 +1,4 @@
+#include "tests/support/Rounds.h"
 #include "tests/worker/WorkerFixture.h"
 
 #include "core/base/UniqueFd.h"
@@ -20,9 +21,10 @@ class RivalTest : public WorkerFixture {};
 TEST_F(RivalTest, WorkersInOneDirectoryDoNotDisturbEachOther) {
     m_tree.makeDirectory("t");
     std::atomic<int> failures = 0;
+    const int count = rounds(3'000, 15'000);
     const auto work = [&](int number) {
         const std::string path = m_tree.makeFile("t/item " + std::to_string(number), std::to_string(number));
-        for (int round = 0; round < 3000; ++round) {
+        for (int round = 0; round < count; ++round) {
             const MoveAnswer hidden = hideItem(path);
             const MoveAnswer visible = unhideItem(hidden.newPath);
             if (hidden.error != WorkerError::Success || visible.newPath != path)
@@ -60,7 +62,8 @@ TEST_F(RivalTest, NothingIsReplacedInARace) {
         }
     });
     int broughtBack = 0, refused = 0;
-    for (int round = 0; round < 2000 && replaced == 0; ++round) {
+    const int count = rounds(2'000, 10'000);
+    for (int round = 0; round < count && replaced == 0; ++round) {
         if (hideItem(path).error != WorkerError::Success || !exists(hidden))
             continue;
         const MoveAnswer answer = unhideItem(hidden);

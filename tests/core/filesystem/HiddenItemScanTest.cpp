@@ -3,6 +3,7 @@
 #include "core/base/PathText.h"
 #include "tests/support/ChildProcess.h"
 #include "tests/support/PrivateMount.h"
+#include "tests/support/Rounds.h"
 #include "tests/support/ScratchTree.h"
 
 #include <gtest/gtest.h>
@@ -197,7 +198,8 @@ TEST_F(HiddenItemScanTest, StandsARivalThatRenames) {
                 ::renameat2(AT_FDCWD, moving.c_str(), AT_FDCWD, other.c_str(), RENAME_EXCHANGE);
         }
     });
-    for (int round = 0; round < 50; ++round) {
+    const int count = test::rounds(50, 500);
+    for (int round = 0; round < count; ++round) {
         const Findings findings = scan(m_tree);
         ASSERT_TRUE(findings.summary);
         for (const std::string& path : steady)

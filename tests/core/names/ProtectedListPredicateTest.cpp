@@ -1,5 +1,7 @@
 #include "core/names/ProtectedListPredicate.h"
 
+#include "tests/support/Rounds.h"
+
 #include <gtest/gtest.h>
 
 #include <locale.h>
@@ -66,7 +68,8 @@ TEST(ProtectedListPredicate, AgreesWithItsPattern) {
           "/home/(u)?", "/home/*"}) {
         const ProtectedListPredicate predicate(home);
         const Reference reference(predicate.pattern());
-        std::size_t matches = 0, count = 2000;
+        std::size_t matches = 0;
+        const auto count = static_cast<std::size_t>(test::rounds(2'000, 20'000));
         for (std::size_t round = 0; round < count; ++round) {
             const std::string path = generatedPath(random, home);
             matches += predicate.matches(path);
