@@ -9,6 +9,7 @@
 #include <cstdio>
 #include <memory>
 #include <string_view>
+#include <utility>
 
 namespace veilkeep {
 namespace {
@@ -21,15 +22,26 @@ std::string homeIfAbsolute(std::string_view home) {
     return home.starts_with('/') ? cleanPath(home) : std::string();
 }
 
-std::string homeInLocalFile(unsigned int uid) {
+// Calls with each entry of the local file until a call answers true.
+template <class Call>
+void forEachLocalUser(Call call) {
     const std::unique_ptr<FILE, CloseFile> file(std::fopen("/etc/passwd", "re"));
     std::array<char, 4096> buffer;
     passwd entry = {};
     passwd* found = nullptr;
     while (file && ::fgetpwent_r(file.get(), &entry, buffer.data(), buffer.size(), &found) == 0)
-        if (entry.pw_uid == uid)
-            return homeIfAbsolute(entry.pw_dir ? entry.pw_dir : "");
-    return {};
+        if (call(entry.pw_uid, homeIfAbsolute(entry.pw_dir ? entry.pw_dir : "")))
+            return;
+}
+
+std::string homeInLocalFile(unsigned int uid) {
+    std::string homeOfUser;
+    forEachLocalUser([&](unsigned int user, std::string home) {
+        if (user == uid)
+            homeOfUser = std::move(home);
+        return user == uid;
+    });
+    return homeOfUser;
 }
 
 // NAME:PASSWORD:UID:GID:COMMENT:HOME:SHELL
@@ -56,6 +68,16 @@ std::string homeFromNameServices(unsigned int uid) {
 std::string homeInUserDatabase(unsigned int uid) {
     std::string home = homeInLocalFile(uid);
     return home.empty() ? homeFromNameServices(uid) : home;
+}
+
+std::vector<std::string> homesInLocalFile() {
+    std::vector<std::string> homes;
+    forEachLocalUser([&](unsigned int, std::string home) {
+        if (!home.empty())
+            homes.push_back(std::move(home));
+        return false;
+    });
+    return homes;
 }
 
 } // namespace veilkeep

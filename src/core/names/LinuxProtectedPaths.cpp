@@ -62,6 +62,8 @@ LinuxProtectedPaths::Surroundings LinuxProtectedPaths::Surroundings::current() {
     const auto further = [home, configHome = directories.configHome] {
         std::vector<std::string> found = userDirectories(configHome, home);
         found.push_back(homeInUserDatabase(actingUserId()));
+        for (std::string& other : homesInLocalFile())
+            found.push_back(std::move(other));
         return found;
     };
     return {home,

@@ -1,11 +1,14 @@
 #include "core/environment/UserDatabase.h"
 
+#include "core/names/LinuxProtectedPaths.h"
 #include "tests/support/PrivateMount.h"
 #include "tests/support/ScratchTree.h"
 
 #include <gtest/gtest.h>
 
 #include <unistd.h>
+
+#include <algorithm>
 
 namespace veilkeep::test {
 namespace {
@@ -15,6 +18,21 @@ constexpr unsigned int unknownUser = 3999999999;
 TEST(UserDatabase, KnowsTheUsersOfTheLocalFile) {
     EXPECT_EQ(homeInUserDatabase(0), "/root");
     EXPECT_EQ(homeInUserDatabase(unknownUser), "");
+}
+
+TEST(UserDatabase, ListsTheHomesOfTheLocalFile) {
+    const ScratchTree tree;
+    const std::string users = tree.makeFile("passwd", "root:x:0:0:root:/root:/bin/sh\n"
+                                                      "ada:x:3999999999:100:Ada:/export/./far//ada/:/bin/sh\n"
+                                                      "none:x:8:8::relative:/bin/sh\n"
+                                                      "bob:x:9:9::/export/bob:/bin/sh\n");
+    const PrivateMount standIn(users, "/etc/passwd", nullptr, MS_BIND);
+    if (!standIn.whyMissing().empty())
+        GTEST_SKIP() << standIn.whyMissing();
+    EXPECT_EQ(homesInLocalFile(), (std::vector<std::string>{"/root", "/export/far/ada", "/export/bob"}));
+    EXPECT_EQ(homeInUserDatabase(9), "/export/bob");
+    const auto further = LinuxProtectedPaths::Surroundings::current().furtherDirectories();
+    EXPECT_EQ(std::count(further.begin(), further.end(), "/export/bob"), 1) << "another user's home";
 }
 
 // Users that only the name services know, played by a program in getent's place.
