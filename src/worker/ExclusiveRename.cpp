@@ -85,9 +85,11 @@ int linkAndUnlink(const Place& from, const Place& to, const struct stat& item) {
         [&] { return ::linkat(from.directory, from.name.c_str(), to.directory, to.name.c_str(), 0); });
     if (linked != 0)
         return linksAreRefused(errno) ? renameOverPlaceholderFile(from, to) : errno;
-    if (!holds(to, item)) { // what was linked is another item, which took the name just before
+    if (!holds(to, item)) {
         removeName(to, 0);
-        return ENOENT;
+        // Either another item took the first name just before, or this file system (a remote one) shows each
+        // name of a file under a number of its own, and links cannot be told from other files.
+        return holds(from, item) ? renameOverPlaceholderFile(from, to) : ENOENT;
     }
     if (!holds(from, item))
         return 0;
