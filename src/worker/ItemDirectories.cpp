@@ -80,6 +80,13 @@ void takeAfterParent(int made, int parent) {
     [[maybe_unused]] const int moded = ::fchmod(made, status.st_mode & 07777);
 }
 
+// Nothing can be moved out of it, and a ".SYS_INDEX" made in it could not be taken away again.
+bool takesNewEntriesOnly(int directory) {
+    struct statx status = {};
+    return ::statx(directory, "", AT_EMPTY_PATH | AT_STATX_DONT_SYNC, 0, &status) == 0 &&
+           (status.stx_attributes & STATX_ATTR_APPEND) != 0;
+}
+
 } // namespace
 
 UniqueFd openDirectory(std::string_view path) {
@@ -106,6 +113,10 @@ HiddenDirectory openOrMakeHiddenDirectory(int parent) {
     HiddenDirectory hidden = openHiddenDirectory(parent);
     if (hidden.error != ENOENT)
         return hidden;
+    if (takesNewEntriesOnly(parent)) {
+        hidden.error = EPERM;
+        return hidden;
+    }
     const bool made = retryOnInterrupt([&] { return ::mkdirat(parent, hiddenName().c_str(), 0700); }) == 0;
     if (!made && errno != EEXIST) { // EEXIST: another worker was quicker
         hidden.error = errno;

@@ -1,6 +1,11 @@
 #include "tests/worker/WorkerFixture.h"
 
+#include "core/base/UniqueFd.h"
+
+#include <fcntl.h>
+#include <linux/fs.h>
 #include <sched.h>
+#include <sys/ioctl.h>
 #include <sys/mount.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -141,6 +146,24 @@ TEST_F(RefusalTest, RightsOfAnOrdinaryUser) {
         expectHidden(work("-hide", path, user), path);
         EXPECT_EQ(work("-unhide", hiddenPathOf(path), user).output, "NewFilename: " + path);
     }
+}
+
+bool setAppendOnly(const std::string& directory, bool on) {
+    const UniqueFd fd(::open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    int flags = 0;
+    if (::ioctl(fd.get(), FS_IOC_GETFLAGS, &flags) != 0)
+        return false;
+    flags = on ? flags | FS_APPEND_FL : flags & ~FS_APPEND_FL;
+    return ::ioctl(fd.get(), FS_IOC_SETFLAGS, &flags) == 0;
+}
+
+// A ".SYS_INDEX" that was made there could not be taken away again.
+TEST_F(RefusalTest, DirectoryThatTakesNewEntriesOnly) {
+    const std::string path = m_tree.makeFile("t/a.txt");
+    if (!setAppendOnly(m_tree.path("t"), true))
+        GTEST_SKIP() << "no directory can be made append-only here";
+    expectRefused("-hide", path, 3);
+    ASSERT_TRUE(setAppendOnly(m_tree.path("t"), false));
 }
 
 TEST_F(RefusalTest, MountsAndFullAndReadOnlyDisks) {
