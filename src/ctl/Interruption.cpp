@@ -16,12 +16,14 @@ void ask(int) {
 } // namespace
 
 void Interruption::watch() {
-    struct sigaction action = {};
+    struct sigaction action = {}, before = {};
     action.sa_handler = ask;
     action.sa_flags = SA_RESTART;
     for (const int signal : {SIGINT, SIGTERM, SIGHUP})
-        ::sigaction(signal, &action, nullptr);
+        if (::sigaction(signal, nullptr, &before) == 0 && before.sa_handler != SIG_IGN) // as nohup sets it
+            ::sigaction(signal, &action, nullptr);
     ::signal(SIGPIPE, SIG_IGN);
+    ::signal(SIGXFSZ, SIG_IGN);
 }
 
 bool Interruption::isAsked() {

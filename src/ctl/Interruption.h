@@ -2,8 +2,9 @@
 
 namespace veilkeep {
 
-// SIGINT, SIGTERM and SIGHUP as a question that a batch asks itself between two items. A broken pipe shows at
-// the write that meets it.
+// SIGINT, SIGTERM and SIGHUP as a question that a batch asks itself between two items; one that was ignored
+// from the start (nohup) stays so. A broken pipe and a file that must not grow show at the write that meets
+// them.
 class Interruption {
 public:
     static void watch();

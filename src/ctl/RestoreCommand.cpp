@@ -37,7 +37,10 @@ bool RestoreCommand::restoreBelow(const std::string& argument) {
         m_output.printError(argument, errorReason(directory.error()).toStdString());
         return false;
     }
-    const ChildProcessResult run = runChildProcess(m_workerPath, {"-p", "-restore", *directory});
+    ChildProcessOptions options;
+    options.deferEndingSignals = true; // until it has got ready to end its search on them
+    options.shouldEnd = Interruption::isAsked;
+    const ChildProcessResult run = runChildProcess(m_workerPath, {"-p", "-restore", *directory}, options);
     const RestoreSummary summary = restoreSummaryFromText(run.output);
     const bool listed = printRecordedBelow(*directory);
     if (summary.error != WorkerError::Success)

@@ -29,6 +29,7 @@ void occupyStandardStreams() {
 
 void deferEndingSignals() {
     ::signal(SIGPIPE, SIG_IGN);
+    ::signal(SIGXFSZ, SIG_IGN);
     const sigset_t set = endingSignalSet();
     ::sigprocmask(SIG_BLOCK, &set, nullptr);
 }
@@ -44,11 +45,12 @@ bool endingSignalArrived() {
 }
 
 void handleEndingSignals(void (*handler)(int)) {
-    struct sigaction action = {};
+    struct sigaction action = {}, before = {};
     action.sa_handler = handler;
     action.sa_flags = SA_RESTART;
     for (const int signal : endingSignals)
-        ::sigaction(signal, &action, nullptr);
+        if (::sigaction(signal, nullptr, &before) == 0 && before.sa_handler != SIG_IGN) // as nohup sets it
+            ::sigaction(signal, &action, nullptr);
     const sigset_t set = endingSignalSet();
     ::sigprocmask(SIG_UNBLOCK, &set, nullptr);
 }

@@ -6,12 +6,12 @@ namespace veilkeep {
 // the answer is written to. What stands in for a closed one can be neither read nor written.
 void occupyStandardStreams();
 
-// SIGTERM, SIGHUP and SIGINT wait until the end of the process and SIGPIPE is ignored: a move that has begun
-// is finished and told.
+// SIGTERM, SIGHUP and SIGINT wait until the end of the process, and SIGPIPE and SIGXFSZ are ignored: a move
+// that has begun is finished and told, and a file that cannot be written is an error like others.
 void deferEndingSignals();
 bool endingSignalArrived();
 
-// From now on they call the handler instead.
+// From now on they call the handler instead, those that are ignored (nohup) aside.
 void handleEndingSignals(void (*handler)(int));
 
 } // namespace veilkeep

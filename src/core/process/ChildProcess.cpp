@@ -10,6 +10,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <initializer_list>
 
 namespace veilkeep {
 namespace {
@@ -36,13 +37,10 @@ public:
     }
     void duplicate(int from, int to) { note(::posix_spawn_file_actions_adddup2(&m_actions, from, to)); }
     void closeOthers() { note(::posix_spawn_file_actions_addclosefrom_np(&m_actions, firstOtherDescriptor)); }
-    void useCleanSignals() {
-        sigset_t none, restored;
-        ::sigemptyset(&none);
-        ::sigemptyset(&restored);
-        for (const int number : {SIGPIPE, SIGTERM, SIGHUP, SIGINT, SIGCHLD})
-            ::sigaddset(&restored, number);
-        note(::posix_spawnattr_setsigmask(&m_attributes, &none));
+    void useCleanSignals(bool deferEndingSignals) {
+        const sigset_t blocked = deferEndingSignals ? setOf({SIGTERM, SIGHUP, SIGINT}) : setOf({});
+        const sigset_t restored = setOf({SIGPIPE, SIGTERM, SIGCHLD, SIGXFSZ});
+        note(::posix_spawnattr_setsigmask(&m_attributes, &blocked));
         note(::posix_spawnattr_setsigdefault(&m_attributes, &restored));
         note(::posix_spawnattr_setflags(&m_attributes, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF));
     }
@@ -55,6 +53,14 @@ public:
     }
 
 private:
+    static sigset_t setOf(std::initializer_list<int> numbers) {
+        sigset_t set;
+        ::sigemptyset(&set);
+        for (const int number : numbers)
+            ::sigaddset(&set, number);
+        return set;
+    }
+
     void note(int failure) {
         if (m_failure == 0)
             m_failure = failure;
@@ -103,7 +109,8 @@ void keepExitStatuses() {
     ::sigaction(SIGCHLD, &action, nullptr); // fails for bad arguments only
 }
 
-Result<pid_t> spawn(const std::string& program, const std::vector<std::string>& arguments, int output) {
+Result<pid_t> spawn(const std::string& program, const std::vector<std::string>& arguments, int output,
+                    bool deferEndingSignals) {
     SpawnSettings settings;
     settings.openNullDevice(STDIN_FILENO);
     if (output >= 0)
@@ -113,7 +120,7 @@ Result<pid_t> spawn(const std::string& program, const std::vector<std::string>& 
     if (!hasStandardError())
         settings.openNullDevice(STDERR_FILENO);
     settings.closeOthers();
-    settings.useCleanSignals();
+    settings.useCleanSignals(deferEndingSignals);
 
     std::vector<char*> pointers = {const_cast<char*>(program.c_str())}; // posix_spawn does not write to them
     for (const std::string& argument : arguments)
@@ -153,7 +160,7 @@ ChildProcessResult runChildProcess(const std::string& program, const std::vector
             return notStarted(std::move(made).error());
         pipe = std::move(*made);
     }
-    const Result<pid_t> child = spawn(program, arguments, pipe.writer.get());
+    const Result<pid_t> child = spawn(program, arguments, pipe.writer.get(), options.deferEndingSignals);
     if (!child)
         return notStarted(child.error());
     pipe.writer.reset();

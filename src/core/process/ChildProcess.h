@@ -5,6 +5,7 @@
 
 #include <chrono>
 #include <cstddef>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -21,6 +22,11 @@ struct ChildProcessOptions {
     // How long a child may run at all before it is ended in the same two steps; by default as long as it
     // likes.
     std::optional<std::chrono::milliseconds> timeLimit;
+    // SIGTERM, SIGHUP and SIGINT are blocked in the child from its first moment on, for it to deal with them.
+    bool deferEndingSignals = false;
+    // When it answers true the child gets SIGTERM, once, and is waited for further. Asked several times a
+    // second and after each signal that this thread handles.
+    std::function<bool()> shouldEnd;
 };
 
 struct ChildProcessResult {
@@ -44,9 +50,10 @@ struct ChildProcessResult {
 
 // Runs a program, given by its path, and waits for its end. It gets the arguments (its own name is put
 // first), this process' environment, an empty standard input, this process' standard error, no other
-// descriptor, no blocked signal, and default answers to SIGPIPE, SIGTERM, SIGHUP, SIGINT and SIGCHLD. Nothing
-// written by a process that outlives the child is waited for. Any thread. Where this process ignores SIGCHLD
-// that is taken back, for it would lose every child's exit status.
+// descriptor, no blocked signal unless asked for, and default answers to SIGPIPE, SIGTERM, SIGCHLD and
+// SIGXFSZ; where SIGHUP or SIGINT is ignored (nohup) the child ignores it too. Nothing written by a process
+// that outlives the child is waited for. Any thread. Where this process ignores SIGCHLD that is taken back,
+// for it would lose every child's exit status.
 ChildProcessResult runChildProcess(const std::string& program, const std::vector<std::string>& arguments,
                                    const ChildProcessOptions& options = {});
 

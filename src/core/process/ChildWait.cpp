@@ -16,6 +16,7 @@ namespace {
 
 constexpr std::size_t readSize = 16384;
 constexpr std::chrono::milliseconds pauseWithoutChildFd(1);
+constexpr std::chrono::milliseconds pauseBetweenQuestions(100); // a signal just before poll() is lost on it
 
 UniqueFd openChildFd(pid_t child) {
     return UniqueFd(static_cast<int>(::syscall(SYS_pidfd_open, child, 0))); // closed on exec by nature
@@ -34,6 +35,7 @@ ChildProcessResult ChildWait::untilGone() {
         waitForEvent();
         if (m_options.tick)
             m_options.tick->callWhenDue();
+        endChildWhenAsked();
         endChildWhenOverdue();
     }
     readWhatIsLeft();
@@ -44,10 +46,13 @@ int ChildWait::pollTimeout() const {
     std::optional<Clock::time_point> due = m_deadline;
     if (const auto tick = m_options.tick ? m_options.tick->nextDue() : std::nullopt)
         due = due ? std::min(*due, *tick) : *tick;
-    if (!due && m_childFd)
+    const bool asks = m_options.shouldEnd && !m_askedOnRequest;
+    if (!due && m_childFd && !asks)
         return -1;
     const Clock::time_point now = Clock::now();
     Clock::duration pause = due ? std::max(*due - now, Clock::duration::zero()) : Clock::duration::max();
+    if (asks)
+        pause = std::min<Clock::duration>(pause, pauseBetweenQuestions);
     if (!m_childFd)
         pause = std::min<Clock::duration>(pause, pauseWithoutChildFd);
     constexpr std::chrono::milliseconds longest = std::chrono::hours(1); // an int holds it
@@ -114,6 +119,13 @@ void ChildWait::endOutput() {
     m_output.reset();
     const Clock::time_point limit = Clock::now() + m_options.grace;
     m_deadline = m_deadline ? std::min(*m_deadline, limit) : limit;
+}
+
+void ChildWait::endChildWhenAsked() {
+    if (m_gone || m_askedOnRequest || !m_options.shouldEnd || !m_options.shouldEnd())
+        return;
+    ::kill(m_child, SIGTERM); // see below
+    m_askedOnRequest = true;
 }
 
 void ChildWait::endChildWhenOverdue() {

@@ -28,6 +28,7 @@ private:
     void readSome(std::size_t atMost);
     void readWhatIsLeft();
     void endOutput();
+    void endChildWhenAsked();
     void endChildWhenOverdue();
 
     pid_t m_child;
@@ -37,6 +38,7 @@ private:
     ChildProcessResult m_result;
     bool m_gone = false;
     bool m_askedToEnd = false;
+    bool m_askedOnRequest = false;
     std::optional<Clock::time_point> m_deadline; // of the next signal to the child
 };
 

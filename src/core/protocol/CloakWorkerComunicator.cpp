@@ -50,6 +50,7 @@ CloakWorkerResult CloakWorkerComunicator::run(WorkerOperation operation,
                                               const std::vector<std::string>& arguments) {
     ChildProcessOptions options;
     options.tick = &m_tick;
+    options.deferEndingSignals = true; // Ctrl-C reaches the worker too, perhaps before it could see to that
     const ChildProcessResult result = runChildProcess(m_workerPath, arguments, options);
     if (const auto reason = trouble(result))
         logLine("Error while moving an item: " + *reason);

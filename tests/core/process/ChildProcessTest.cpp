@@ -215,13 +215,15 @@ TEST(ChildProcess, KeepsStreamsApartWhenThoseOfTheParentAreClosed) {
 }
 
 TEST(ChildProcess, GivesTheChildCleanSignals) {
-    const int changed[] = {SIGPIPE, SIGTERM, SIGHUP, SIGINT, SIGCHLD};
+    const int changed[] = {SIGPIPE, SIGTERM, SIGCHLD, SIGXFSZ};
     sigset_t blocked, before;
     ::sigemptyset(&blocked);
     for (const int number : changed) {
         ::sigaddset(&blocked, number);
         ::signal(number, SIG_IGN);
     }
+    for (const int number : {SIGHUP, SIGINT})
+        ::sigaddset(&blocked, number);
     ::sigprocmask(SIG_BLOCK, &blocked, &before);
     const ChildProcessResult result = runSteps("signals|exit=7");
     ::sigprocmask(SIG_SETMASK, &before, nullptr);
@@ -229,6 +231,24 @@ TEST(ChildProcess, GivesTheChildCleanSignals) {
         ::signal(number, SIG_DFL);
     EXPECT_EQ(result.output, "");
     EXPECT_TRUE(result.exitedWith(7)) << "the ignored SIGCHLD lost the status";
+}
+
+TEST(ChildProcess, SignalsThatEndAChild) {
+    ChildProcessOptions deferred;
+    deferred.deferEndingSignals = true;
+    EXPECT_EQ(runSteps("signals", deferred).output, "blocked 1\nblocked 2\nblocked 15\n");
+    ::signal(SIGHUP, SIG_IGN);
+    EXPECT_EQ(runSteps("signals").output, "ignored 1\n") << "a child of nohup is one as well";
+    ::signal(SIGHUP, SIG_DFL);
+
+    const test::ScratchTree tree;
+    const Gate gate(tree);
+    ChildProcessOptions untilGate;
+    untilGate.shouldEnd = [&] { return gate.open(); };
+    const ChildProcessResult result = runSteps("out=a|wait=" + gate.path + "|pause", untilGate);
+    EXPECT_EQ(result.end, End::Signalled);
+    EXPECT_EQ(result.status, SIGTERM);
+    EXPECT_EQ(result.output, "a");
 }
 
 TEST(ChildProcess, TicksWhileAChildWithItsPipeOpenTakesItsTime) {

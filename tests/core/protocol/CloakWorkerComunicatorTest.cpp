@@ -49,7 +49,7 @@ TEST(CloakWorkerComunicator, TurnsRunsIntoResults) {
         {"out=Error: 6|exit=1", 1, 1},
         {"", 1, 1},
         {"out=NewFilename: /a|signal=9", 1, 1},
-        {"out=Error: 3|signal=1", 1, 1},
+        {"out=Error: 3|signal=6", 1, 1},
         {"out=NewFilename: |rubbish=1048576|exit=1", 1, 1},
         {"ignore=13|out=NewFilename: |rubbish=2000000|exit=1", 1, 1},
     };
