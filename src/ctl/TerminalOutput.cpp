@@ -4,7 +4,9 @@
 
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
 
 namespace veilkeep {
 namespace {
@@ -24,7 +26,7 @@ void TerminalOutput::printPath(std::string_view path) {
     std::string line = m_escapeOutput ? printableName(path) : std::string(path);
     line.push_back(m_endNamesWithNul ? '\0' : '\n');
     if (!write(stdout, line))
-        m_outputFailed = true;
+        outputFailed(errno);
 }
 
 void TerminalOutput::printError(std::string_view path, std::string_view reason) {
@@ -37,8 +39,14 @@ void TerminalOutput::printMessage(std::string_view message) {
 
 bool TerminalOutput::flush() {
     if (std::fflush(stdout) != 0)
-        m_outputFailed = true;
+        outputFailed(errno);
     return !m_outputFailed;
+}
+
+void TerminalOutput::outputFailed(int systemError) {
+    if (!m_outputFailed)
+        printMessage(std::string("standard output: ") + std::strerror(systemError));
+    m_outputFailed = true;
 }
 
 } // namespace veilkeep

@@ -15,10 +15,12 @@ public:
     void printError(std::string_view path, std::string_view reason); // "veilkeepctl: PATH: REASON"
     void printMessage(std::string_view message);                     // "veilkeepctl: MESSAGE"
 
-    // Writes out what is still held back. False when standard output ever refused a path.
+    // Writes out what is still held back. False when standard output ever refused a path, which is told once.
     [[nodiscard]] bool flush();
 
 private:
+    void outputFailed(int systemError);
+
     const bool m_endNamesWithNul;
     const bool m_escapeOutput;
     const bool m_escapeErrors;

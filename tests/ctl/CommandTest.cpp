@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <signal.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -130,10 +131,40 @@ TEST_F(CommandTest, RestoreListsAndFeedsUnhide) {
 
 TEST_F(CommandTest, OutputThatCannotBeWrittenIsAFailure) {
     m_tree.makeFile("t/a");
-    const ProgramRun run = runProgram({"/bin/sh", "-c", "exec \"$0\" hide \"$1\" >/dev/full",
-                                       bundledProgram("veilkeepctl"), m_tree.path("t/a")});
-    EXPECT_EQ(run.exitStatus, 1);
+    const std::pair<std::string, std::string> rows[] = {
+        {"exec \"$0\" hide \"$1\" >/dev/full", "No space left on device"},
+        {"exec \"$0\" unhide \"$1\" >&-", "Bad file descriptor"},
+        {"ulimit -f 0; exec \"$0\" hide \"$1\" >\"$1.out\"", "File too large"},
+    };
+    for (const auto& [script, reason] : rows) {
+        const ProgramRun run =
+            runProgram({"/bin/sh", "-c", script, bundledProgram("veilkeepctl"), m_tree.path("t/a")});
+        EXPECT_EQ(run.exitStatus, 1) << script;
+        EXPECT_EQ(run.errors, "veilkeepctl: standard output: " + reason + "\n");
+    }
     EXPECT_TRUE(exists(m_tree.path("t/.SYS_INDEX/a"))) << "the item is hidden all the same";
+}
+
+// A batch ends after the item in hand, unless the signal was to be ignored from the start.
+TEST_F(CommandTest, HangUpInTheMiddleOfABatch) {
+    if (runProgram({"/usr/bin/strace", "-o", "/dev/null", "/bin/true"}).exitStatus != 0)
+        GTEST_SKIP() << "strace cannot trace here";
+    const auto hideTwoAndHangUp = [&](void (*answer)(int)) {
+        return runProgram({"/usr/bin/strace", "-E", "ASAN_OPTIONS=detect_leaks=0", "-o", "/dev/null", "-e",
+                           "inject=pidfd_open:signal=SIGHUP:when=1", bundledProgram("veilkeepctl"), "hide",
+                           m_tree.path("t/a"), m_tree.path("t/b")},
+                          {0, {}, [=] { ::signal(SIGHUP, answer); }});
+    };
+    for (const char* const name : {"t/a", "t/b"})
+        m_tree.makeFile(name);
+    const ProgramRun ended = hideTwoAndHangUp(SIG_DFL);
+    EXPECT_EQ(ended.output, m_tree.path("t/.SYS_INDEX/a") + "\n");
+    EXPECT_EQ(ended.errors, "veilkeepctl: interrupted; items left as they are: 1\n");
+    EXPECT_EQ(ended.exitStatus, 1);
+    ASSERT_EQ(ctl({"unhide", "t/a"}).exitStatus, 0);
+    const ProgramRun underNohup = hideTwoAndHangUp(SIG_IGN);
+    EXPECT_EQ(underNohup.output, m_tree.path("t/.SYS_INDEX/a") + "\n" + m_tree.path("t/.SYS_INDEX/b") + "\n");
+    EXPECT_EQ(underNohup.exitStatus, 0);
 }
 
 } // namespace
