@@ -1,12 +1,14 @@
 #include "ctl/RestoreCommand.h"
 
 #include "core/base/PathText.h"
+#include "core/filesystem/Directories.h"
 #include "core/process/ChildProcess.h"
 #include "core/protocol/RestoreSummary.h"
 #include "ctl/Interruption.h"
 #include "ctl/ItemPath.h"
 #include "format/ErrorText.h"
 
+#include <fcntl.h>
 #include <sys/stat.h>
 
 #include <set>
@@ -15,8 +17,10 @@ namespace veilkeep {
 namespace {
 
 bool exists(const std::string& path) {
+    const UniqueFd directory = openDirectoryInPieces(parentPath(path), O_PATH);
+    const std::string name(lastPathComponent(path));
     struct stat status = {};
-    return ::lstat(path.c_str(), &status) == 0;
+    return directory && ::fstatat(directory.get(), name.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0;
 }
 
 } // namespace

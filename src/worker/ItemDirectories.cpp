@@ -2,6 +2,7 @@
 
 #include "core/base/PathText.h"
 #include "core/base/SystemCall.h"
+#include "core/filesystem/Directories.h"
 #include "core/names/BaseCloakLogic.h"
 
 #include <fcntl.h>
@@ -9,8 +10,6 @@
 #include <sys/stat.h>
 #include <sys/syscall.h>
 #include <unistd.h>
-
-#include <climits>
 
 namespace veilkeep {
 namespace {
@@ -20,28 +19,6 @@ constexpr int directoryFlags = O_PATH | O_DIRECTORY | O_CLOEXEC;
 const std::string& hiddenName() {
     static const std::string name(BaseCloakLogic::hiddenDirectoryName);
     return name;
-}
-
-UniqueFd openStep(int directory, const std::string& path) {
-    return UniqueFd(retryOnInterrupt([&] { return ::openat(directory, path.c_str(), directoryFlags); }));
-}
-
-// The path taken in pieces that the system accepts, each opened from the one before.
-UniqueFd openFollowingLinks(std::string_view path) {
-    UniqueFd directory = openStep(AT_FDCWD, "/");
-    std::string piece;
-    for (const std::string_view component : pathComponents(path)) {
-        if (component == "/")
-            continue;
-        if (piece.size() + component.size() + 2 > PATH_MAX) {
-            directory = openStep(directory.get(), piece);
-            if (!directory)
-                return directory;
-            piece.clear();
-        }
-        piece = joinPath(piece, component);
-    }
-    return piece.empty() ? std::move(directory) : openStep(directory.get(), piece);
 }
 
 UniqueFd openWithoutLinks(int directory, const std::string& name) {
@@ -57,7 +34,7 @@ UniqueFd openWithoutLinks(int directory, const std::string& name) {
 }
 
 UniqueFd openRefusingLinks(std::string_view path) {
-    UniqueFd directory = openStep(AT_FDCWD, "/");
+    UniqueFd directory(::open("/", directoryFlags));
     for (const std::string_view component : pathComponents(path)) {
         if (component == "/")
             continue;
@@ -90,7 +67,7 @@ bool takesNewEntriesOnly(int directory) {
 } // namespace
 
 UniqueFd openDirectory(std::string_view path) {
-    return ::geteuid() == 0 ? openRefusingLinks(path) : openFollowingLinks(path);
+    return ::geteuid() == 0 ? openRefusingLinks(path) : openDirectoryInPieces(path, directoryFlags);
 }
 
 HiddenDirectory openHiddenDirectory(int parent) {

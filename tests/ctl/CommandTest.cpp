@@ -129,6 +129,26 @@ TEST_F(CommandTest, RestoreListsAndFeedsUnhide) {
     EXPECT_EQ(failed.exitStatus, 1);
 }
 
+TEST_F(CommandTest, PathLongerThanTheSystemTakes) {
+    std::string folder = m_tree.makeDirectory("long");
+    for (int level = 0; level < 25; ++level)
+        folder += "/" + std::string(200, 'n');
+    const ProgramRun made = runProgram({"/bin/sh", "-c",
+                                        "name=$(printf '%0200d' 0 | tr 0 n); for i in $(seq 25); do mkdir "
+                                        "$name; cd -P $name; done; touch a.txt",
+                                        "sh"},
+                                       {0, m_tree.path("long"), {}});
+    ASSERT_EQ(made.errors, "");
+    const std::string hidden = folder + "/.SYS_INDEX/a.txt\n";
+    const ProgramRun hide = ctl({"hide", folder + "/a.txt"});
+    EXPECT_EQ(hide.errors, "");
+    EXPECT_EQ(hide.output, hidden);
+    EXPECT_EQ(ctl({"restore", "long"}).output, hidden);
+    const ProgramRun unhide = ctl({"unhide", folder + "/a.txt"});
+    EXPECT_EQ(unhide.errors, "");
+    EXPECT_EQ(unhide.output, folder + "/a.txt\n");
+}
+
 TEST_F(CommandTest, OutputThatCannotBeWrittenIsAFailure) {
     m_tree.makeFile("t/a");
     const std::pair<std::string, std::string> rows[] = {

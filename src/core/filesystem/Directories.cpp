@@ -2,13 +2,13 @@
 
 #include "core/base/PathText.h"
 #include "core/base/SystemCall.h"
-#include "core/base/UniqueFd.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <climits>
 
 namespace veilkeep {
 namespace {
@@ -16,6 +16,11 @@ namespace {
 bool isDirectory(const std::string& path) {
     struct stat status = {};
     return ::stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+}
+
+UniqueFd openStep(int directory, const std::string& path, int flags) {
+    return UniqueFd(
+        retryOnInterrupt([&] { return ::openat(directory, path.c_str(), flags | O_DIRECTORY | O_CLOEXEC); }));
 }
 
 } // namespace
@@ -43,9 +48,29 @@ Result<void> makeDirectories(const std::string& path, mode_t mode) {
     return {};
 }
 
+UniqueFd openDirectoryInPieces(std::string_view path, int flags) {
+    UniqueFd directory = openStep(AT_FDCWD, "/", O_PATH);
+    if (!directory)
+        return directory;
+    std::string piece = ".";
+    for (const std::string_view component : pathComponents(path)) {
+        if (component == "/")
+            continue;
+        if (piece.size() + component.size() + 2 > PATH_MAX) {
+            directory = openStep(directory.get(), piece, O_PATH);
+            if (!directory)
+                return directory;
+            piece = ".";
+        }
+        piece = joinPath(piece, component);
+    }
+    return openStep(directory.get(), piece, flags);
+}
+
 Result<void> syncDirectory(const std::string& path) {
-    const UniqueFd directory(
-        retryOnInterrupt([&] { return ::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC); }));
+    const bool isLong = path.size() >= PATH_MAX && path.starts_with('/');
+    const UniqueFd directory =
+        isLong ? openDirectoryInPieces(path, O_RDONLY) : openStep(AT_FDCWD, path, O_RDONLY);
     if (!directory)
         return Error::system("open", path, errno);
     return syncDirectory(directory.get(), path);

@@ -1,10 +1,12 @@
 #pragma once
 
 #include "core/base/Result.h"
+#include "core/base/UniqueFd.h"
 
 #include <sys/types.h>
 
 #include <string>
+#include <string_view>
 
 namespace veilkeep {
 
@@ -15,6 +17,10 @@ std::string directoryOf(const std::string& path);
 // each entered durably into the directory that holds it. One that is there already, or a link to one, stays
 // as it is; anything else at its place is ENOTDIR.
 Result<void> makeDirectories(const std::string& path, mode_t mode);
+
+// open() for a directory whose path may be longer than the system takes in one piece. The path is absolute
+// and links are followed. Without a descriptor errno says why.
+UniqueFd openDirectoryInPieces(std::string_view path, int flags);
 
 // Makes what was created, renamed or removed in a directory survive a power cut. A file system that does not
 // know how to sync a directory (EINVAL) counts as having done it.
