@@ -2,6 +2,7 @@
 
 #include "core/base/PathText.h"
 #include "core/filesystem/Directories.h"
+#include "core/filesystem/ResolvedPath.h"
 #include "core/names/BaseCloakLogic.h"
 #include "ctl/Interruption.h"
 #include "ctl/ItemPath.h"
@@ -10,22 +11,28 @@
 #include <sys/stat.h>
 
 #include <cerrno>
+#include <optional>
 #include <utility>
 
 namespace veilkeep {
 namespace {
 
-bool exists(const std::string& path) {
+using Identity = std::pair<dev_t, ino_t>;
+
+// Nothing where there is no item.
+std::optional<Identity> identityAt(const std::string& path) {
     struct stat status = {};
-    return ::lstat(path.c_str(), &status) == 0;
+    if (::lstat(path.c_str(), &status) != 0)
+        return std::nullopt;
+    return Identity(status.st_dev, status.st_ino);
 }
 
 // An item that is not where it was looked for is often just in the state that was asked for.
 std::string reasonFor(const CloakWorkerResult& result, const std::string& path, bool hides) {
     const bool isMissing = result.errorCode() == static_cast<int>(WorkerError::NotFound);
-    if (isMissing && hides && exists(hiddenFormOf(path)))
+    if (isMissing && hides && identityAt(hiddenFormOf(path)))
         return workerErrorText(WorkerError::AlreadyHidden).toStdString();
-    if (isMissing && !hides && exists(path))
+    if (isMissing && !hides && identityAt(path))
         return "Item is not hidden.";
     return workerErrorText(result.errorCode()).toStdString();
 }
@@ -36,14 +43,16 @@ MoveCommand::MoveCommand(CloakWorkerComunicator& worker, TerminalOutput& output)
     : m_worker(worker), m_output(output) {}
 
 ExitStatus MoveCommand::hide(const std::vector<std::string>& arguments) {
-    return run(arguments, &MoveCommand::hideOne);
+    m_operation = WorkerOperation::Hide;
+    return run(arguments);
 }
 
 ExitStatus MoveCommand::unhide(const std::vector<std::string>& arguments) {
-    return run(arguments, &MoveCommand::unhideOne);
+    m_operation = WorkerOperation::Unhide;
+    return run(arguments);
 }
 
-ExitStatus MoveCommand::run(const std::vector<std::string>& arguments, Move move) {
+ExitStatus MoveCommand::run(const std::vector<std::string>& arguments) {
     m_lastTold = std::chrono::steady_clock::now();
     for (std::size_t index = 0; index < arguments.size(); ++index) {
         if (Interruption::isAsked()) {
@@ -52,7 +61,7 @@ ExitStatus MoveCommand::run(const std::vector<std::string>& arguments, Move move
             m_someFailed = true;
             break;
         }
-        moveOne(arguments[index], move);
+        moveOne(arguments[index]);
         if (std::chrono::steady_clock::now() - m_lastTold > std::chrono::seconds(1))
             tellWhatIsDone();
     }
@@ -60,7 +69,7 @@ ExitStatus MoveCommand::run(const std::vector<std::string>& arguments, Move move
     return m_someFailed ? ExitStatus::SomeFailed : ExitStatus::AllWell;
 }
 
-void MoveCommand::moveOne(const std::string& argument, Move move) {
+void MoveCommand::moveOne(const std::string& argument) {
     const auto path = absoluteItemPath(argument);
     if (!path) {
         const bool isMissing = path.error().systemError == ENOENT;
@@ -68,26 +77,43 @@ void MoveCommand::moveOne(const std::string& argument, Move move) {
              (isMissing ? workerErrorText(WorkerError::NotFound) : errorReason(path.error())).toStdString());
         return;
     }
-    const CloakWorkerResult result = (this->*move)(*path);
+    const bool hides = m_operation == WorkerOperation::Hide;
+    const std::string from = hides ? *path : hiddenFormOf(*path);
+    const std::string resolved = cleanPath(withResolvedParent(from).value_or(from));
+    if (hasTouchedSomethingBelow(resolved))
+        tellWhatIsDone();
+    const CloakWorkerResult result = moveAndLook(from);
     if (result.errorCode() != 0) {
-        fail(argument, reasonFor(result, *path, move == &MoveCommand::hideOne));
+        fail(argument, reasonFor(result, *path, hides));
         return;
     }
     m_movedTo.push_back(result.newFileName());
-    for (const std::string_view end : {std::string_view(*path), std::string_view(result.newFileName())}) {
-        const std::string_view directory = parentPath(end);
-        m_touchedDirectories.emplace(directory);
-        if (lastPathComponent(directory) == BaseCloakLogic::hiddenDirectoryName)
-            m_touchedDirectories.emplace(parentPath(directory));
-    }
+    const std::string_view left = parentPath(resolved);
+    touch(left);
+    touch(hides ? joinPath(left, BaseCloakLogic::hiddenDirectoryName) : parentPath(left));
 }
 
-CloakWorkerResult MoveCommand::hideOne(const std::string& path) {
-    return m_worker.hideFileWithPath(path);
+// A worker that was killed did not say whether it had moved the item.
+CloakWorkerResult MoveCommand::moveAndLook(const std::string& path) {
+    const bool hides = m_operation == WorkerOperation::Hide;
+    const auto before = identityAt(path);
+    const CloakWorkerResult result =
+        hides ? m_worker.hideFileWithPath(path) : m_worker.unhideFileWithPath(path);
+    if (result.errorCode() != static_cast<int>(WorkerError::Unknown) || !before || identityAt(path))
+        return result;
+    const std::string moved =
+        hides ? hiddenFormOf(path) : BaseCloakLogic::constructOriginalFullFileNameForUnhide(path, {});
+    return identityAt(moved) == before ? CloakWorkerResult::resultWithFileName(moved) : result;
 }
 
-CloakWorkerResult MoveCommand::unhideOne(const std::string& path) {
-    return m_worker.unhideFileWithPath(hiddenFormOf(path));
+bool MoveCommand::hasTouchedSomethingBelow(const std::string& path) const {
+    const auto below = m_touchedDirectories.lower_bound(path + "/");
+    return m_touchedDirectories.contains(path) ||
+           (below != m_touchedDirectories.end() && isSameOrBelow(*below, path));
+}
+
+void MoveCommand::touch(std::string_view directory) {
+    m_touchedDirectories.emplace(directory);
 }
 
 void MoveCommand::fail(std::string_view argument, std::string_view reason) {

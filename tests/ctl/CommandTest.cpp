@@ -8,6 +8,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <functional>
+
 namespace veilkeep::test {
 namespace {
 
@@ -17,6 +19,19 @@ protected:
     ProgramRun ctl(std::vector<std::string> arguments) {
         arguments.insert(arguments.begin(), bundledProgram("veilkeepctl"));
         return runProgram(arguments, {0, m_tree.root(), {}});
+    }
+
+    // The same under strace, with its options first.
+    ProgramRun straced(std::vector<std::string> options, const std::vector<std::string>& arguments,
+                       const std::function<void()>& inChild = {}) {
+        options.insert(options.begin(), {"/usr/bin/strace", "-E", "ASAN_OPTIONS=detect_leaks=0"});
+        options.push_back(bundledProgram("veilkeepctl"));
+        options.insert(options.end(), arguments.begin(), arguments.end());
+        return runProgram(options, {0, m_tree.root(), inChild});
+    }
+
+    static bool straceWorks() {
+        return runProgram({"/usr/bin/strace", "-o", "/dev/null", "/bin/true"}).exitStatus == 0;
     }
 
     // The same with a terminal as its output and error stream.
@@ -45,6 +60,43 @@ TEST_F(CommandTest, HidesAndBringsBack) {
     EXPECT_EQ(unhide.exitStatus, 0);
     EXPECT_EQ(readFile(m_tree.path("t/a.txt")), "a");
     EXPECT_FALSE(exists(m_tree.path("t/.SYS_INDEX")));
+}
+
+// What was moved in a folder is told and safe on the disk before the folder itself moves, whatever way it was
+// named.
+TEST_F(CommandTest, ItemsAndTheFoldersTheyLieIn) {
+    if (!straceWorks())
+        GTEST_SKIP() << "strace cannot trace here";
+    m_tree.makeFile("t/a/b/c");
+    ASSERT_EQ(::symlink("a", m_tree.path("t/link").c_str()), 0);
+    const std::string calls = m_tree.path("calls");
+    const ProgramRun hide = straced({"-o", calls, "-e", "trace=openat", "-e", "status=failed"},
+                                    {"hide", "t/link/b/c", "t/a/b", "t/a"});
+    EXPECT_EQ(hide.errors, "");
+    EXPECT_EQ(readFile(calls).find(m_tree.path("t/")), std::string::npos)
+        << "not synced: " << readFile(calls);
+    const ProgramRun unhide =
+        ctl({"unhide", "t/.SYS_INDEX/a/.SYS_INDEX/b/.SYS_INDEX/c", "t/.SYS_INDEX/a/.SYS_INDEX/b", "t/a"});
+    EXPECT_EQ(unhide.errors, "");
+    EXPECT_TRUE(exists(m_tree.path("t/a/b/c")));
+}
+
+TEST_F(CommandTest, TellsWhatAKilledWorkerHadDone) {
+    if (!straceWorks())
+        GTEST_SKIP() << "strace cannot trace here";
+    m_tree.makeFile("t/.SYS_INDEX/devom");
+    m_tree.makeFile("t/.SYS_INDEX/dedlofnu");
+    const auto unhideAndKill = [&](const std::string& call, const std::string& path) {
+        return straced({"-f", "-o", "/dev/null", "-e", "inject=" + call + ":signal=SIGKILL"},
+                       {"unhide", m_tree.path(path)});
+    };
+    const ProgramRun moved = unhideAndKill("unlinkat", "t/moved");
+    EXPECT_EQ(moved.output, m_tree.path("t/moved") + "\n");
+    EXPECT_EQ(moved.exitStatus, 0);
+    const ProgramRun notMoved = unhideAndKill("renameat2", "t/unfolded");
+    EXPECT_EQ(notMoved.output, "");
+    EXPECT_EQ(notMoved.errors, "veilkeepctl: " + m_tree.path("t/unfolded") + ": Unknown error\n");
+    EXPECT_EQ(notMoved.exitStatus, 1);
 }
 
 TEST_F(CommandTest, OneBadItemDoesNotStopTheOthers) {
@@ -167,13 +219,11 @@ TEST_F(CommandTest, OutputThatCannotBeWrittenIsAFailure) {
 
 // A batch ends after the item in hand, unless the signal was to be ignored from the start.
 TEST_F(CommandTest, HangUpInTheMiddleOfABatch) {
-    if (runProgram({"/usr/bin/strace", "-o", "/dev/null", "/bin/true"}).exitStatus != 0)
+    if (!straceWorks())
         GTEST_SKIP() << "strace cannot trace here";
     const auto hideTwoAndHangUp = [&](void (*answer)(int)) {
-        return runProgram({"/usr/bin/strace", "-E", "ASAN_OPTIONS=detect_leaks=0", "-o", "/dev/null", "-e",
-                           "inject=pidfd_open:signal=SIGHUP:when=1", bundledProgram("veilkeepctl"), "hide",
-                           m_tree.path("t/a"), m_tree.path("t/b")},
-                          {0, {}, [=] { ::signal(SIGHUP, answer); }});
+        return straced({"-o", "/dev/null", "-e", "inject=pidfd_open:signal=SIGHUP:when=1"},
+                       {"hide", "t/a", "t/b"}, [=] { ::signal(SIGHUP, answer); });
     };
     for (const char* const name : {"t/a", "t/b"})
         m_tree.makeFile(name);
