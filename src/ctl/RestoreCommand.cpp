@@ -70,7 +70,7 @@ bool RestoreCommand::printRecordedBelow(const std::string& directory) {
         const auto record =
             dictionary ? recordFromDictionary(*dictionary) : Result<InProgressRecord>(dictionary.error());
         if (!record) {
-            m_output.printError(entry, errorReason(record.error()).toStdString());
+            m_output.printError(joinPath(m_folder.path(), entry), errorReason(record.error()).toStdString());
             allRead = false;
         } else if (record->action == 1 && isSameOrBelow(record->currentPath, directory) &&
                    exists(record->currentPath)) {

@@ -13,6 +13,12 @@ namespace {
 
 HiddenItemScan runningScan;
 
+// Nobody asked for the records' folder, so it is no item that was not found.
+WorkerError workerErrorFromRecording(const Error& error) {
+    const WorkerError known = workerErrorFromErrno(error.systemError);
+    return known == WorkerError::Success || known == WorkerError::NotFound ? WorkerError::Unknown : known;
+}
+
 WorkerError workerErrorFrom(const Error& error) {
     const WorkerError known = workerErrorFromErrno(error.systemError);
     return known == WorkerError::Success ? WorkerError::Unknown : known;
@@ -35,7 +41,7 @@ RestoreSummary recordHiddenItemsBelow(const std::string& directory, const std::s
         if (const auto written = writeRecord(inProgressFolder, record)) {
             ++summary.found;
         } else if (summary.error == WorkerError::Success) {
-            summary.error = workerErrorFrom(written.error());
+            summary.error = workerErrorFromRecording(written.error());
             logLine("Could not write an in-progress record for " + path + ": " +
                     std::strerror(written.error().systemError));
         }

@@ -1,4 +1,5 @@
 #include "core/base/PathText.h"
+#include "core/environment/XdgDirectories.h"
 #include "tests/support/RunProgram.h"
 #include "tests/support/ScratchTree.h"
 
@@ -179,6 +180,23 @@ TEST_F(CommandTest, RestoreListsAndFeedsUnhide) {
     const ProgramRun failed = ctl({"restore", "t/missing", "t"});
     EXPECT_EQ(failed.errors, "veilkeepctl: t/missing: Item not found.\n");
     EXPECT_EQ(failed.exitStatus, 1);
+}
+
+TEST_F(CommandTest, RestoreWithTroubleInTheFolderOfRecords) {
+    m_tree.makeFile("t/.SYS_INDEX/a");
+    const std::string records = OwnPlaces::current().inProgressDirectory;
+    ASSERT_EQ(runProgram({"/bin/mkdir", "-p", records}).exitStatus, 0);
+    writeFile(records + "/broken.plist", "<plist>");
+    const ProgramRun damaged = ctl({"restore", "t"});
+    EXPECT_EQ(damaged.output, m_tree.path("t/.SYS_INDEX/a") + "\n");
+    EXPECT_EQ(damaged.errors, "veilkeepctl: " + records + "/broken.plist: The file is damaged.\n");
+    EXPECT_EQ(damaged.exitStatus, 1);
+    ASSERT_EQ(runProgram({"/bin/rm", "-r", records}).exitStatus, 0);
+    writeFile(records, {});
+    const ProgramRun refused = ctl({"restore", "t"});
+    EXPECT_EQ(refused.errors,
+              "veilkeepctl: " + records + ": Not a directory\n" + "veilkeepctl: t: Unknown error\n");
+    EXPECT_EQ(refused.exitStatus, 1);
 }
 
 TEST_F(CommandTest, PathLongerThanTheSystemTakes) {

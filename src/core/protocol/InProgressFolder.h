@@ -14,6 +14,8 @@ class InProgressFolder {
 public:
     explicit InProgressFolder(std::string path) : m_path(std::move(path)) {}
 
+    const std::string& path() const { return m_path; }
+
     // With its missing parents, each 0700.
     Result<void> create() const;
 
