@@ -36,7 +36,7 @@ Result<void> makeDirectories(const std::string& path, mode_t mode) {
     if (isDirectory(path))
         return {};
     const std::string parent = directoryOf(path);
-    if (const auto made = makeDirectories(parent, mode); !made)
+    if (auto made = makeDirectories(parent, mode); !made)
         return made;
     if (::mkdir(path.c_str(), mode) == 0)
         return syncDirectory(parent);

@@ -20,7 +20,7 @@ namespace {
 // 64-bit FNV-1a over both paths; the NUL between them occurs in neither.
 std::uint64_t hashOf(const InProgressRecord& record) {
     std::uint64_t hash = 0xcbf29ce484222325;
-    for (const std::string_view bytes : {std::string_view(record.originalPath), std::string_view("", 1),
+    for (const std::string_view bytes : {std::string_view(record.originalPath), std::string_view("\0", 1),
                                          std::string_view(record.currentPath)})
         for (const char byte : bytes)
             hash = (hash ^ static_cast<unsigned char>(byte)) * 0x100000001b3;

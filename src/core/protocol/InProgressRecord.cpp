@@ -7,12 +7,12 @@
 namespace veilkeep {
 
 Result<PropertyDictionary> dictionaryFromRecord(const InProgressRecord& record) {
-    Result<std::string> error = writePropertyList({{"code", std::int64_t{record.errorCode}}});
+    const Result<std::string> error = writePropertyList({{"code", std::int64_t{record.errorCode}}});
     if (!error)
-        return std::move(error).error();
+        return error.error();
     return PropertyDictionary{{"OriginalPath", record.originalPath},
                               {"CurrentPath", record.currentPath},
-                              {"Error", Bytes{std::move(*error)}},
+                              {"Error", Bytes{*error}},
                               {"Action", std::int64_t{record.action}}};
 }
 

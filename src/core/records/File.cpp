@@ -85,16 +85,16 @@ std::string_view File::name() const {
     return bytesProperty(m_properties, keys().name);
 }
 
-void File::setName(std::string name) {
-    m_properties.set(keys().name, Bytes{std::move(name)});
+void File::setName(std::string_view name) {
+    m_properties.set(keys().name, Bytes{name});
 }
 
 std::string_view File::originalPath() const {
     return bytesProperty(m_properties, keys().originalPath);
 }
 
-void File::setOriginalPath(std::string originalPath) {
-    m_properties.set(keys().originalPath, Bytes{std::move(originalPath)});
+void File::setOriginalPath(std::string_view originalPath) {
+    m_properties.set(keys().originalPath, Bytes{originalPath});
 }
 
 std::string_view File::path() const {
@@ -105,8 +105,8 @@ std::string_view File::pathWithoutSync() const {
     return path();
 }
 
-void File::setPath(std::string path) {
-    m_properties.set(keys().path, Bytes{std::move(path)});
+void File::setPath(std::string_view path) {
+    m_properties.set(keys().path, Bytes{path});
 }
 
 std::uint64_t File::size() const {
@@ -144,8 +144,8 @@ std::optional<std::string_view> File::alias() const {
 }
 
 void File::updateAlias() {
-    auto record = aliasRecordFromPath(std::string(path()));
-    m_properties.set(keys().alias, record ? Value(Bytes{std::move(*record)}) : Value(Null()));
+    const auto record = aliasRecordFromPath(std::string(path()));
+    m_properties.set(keys().alias, record ? Value(Bytes{*record}) : Value(Null()));
 }
 
 } // namespace veilkeep

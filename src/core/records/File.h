@@ -40,12 +40,12 @@ public:
 
     // Paths and names are bytes; a reference lives until its property is set.
     std::string_view name() const;
-    void setName(std::string name);
+    void setName(std::string_view name);
     std::string_view originalPath() const;
-    void setOriginalPath(std::string originalPath);
+    void setOriginalPath(std::string_view originalPath);
     std::string_view path() const;            // as stored: the disk is not looked at
     std::string_view pathWithoutSync() const; // the same, for who must say so
-    void setPath(std::string path);           // the alias stays as it was
+    void setPath(std::string_view path);      // the alias stays as it was
     std::string_view description() const { return originalPath(); }
 
     std::uint64_t size() const; // bytes, or unknownFileSize, as it was when the record was made

@@ -81,16 +81,16 @@ std::string_view Group::name() const {
     return bytesProperty(m_properties, keys().name);
 }
 
-void Group::setName(std::string name) {
-    m_properties.set(keys().name, Bytes{std::move(name)});
+void Group::setName(std::string_view name) {
+    m_properties.set(keys().name, Bytes{name});
 }
 
 std::string_view Group::iconPath() const {
     return bytesProperty(m_properties, keys().iconPath);
 }
 
-void Group::setIconPath(std::string iconPath) {
-    m_properties.set(keys().iconPath, Bytes{std::move(iconPath)});
+void Group::setIconPath(std::string_view iconPath) {
+    m_properties.set(keys().iconPath, Bytes{iconPath});
 }
 
 std::string_view Group::iconData() const {

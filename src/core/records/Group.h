@@ -32,9 +32,9 @@ public:
 
     // A view lasts until its property is set.
     std::string_view name() const;
-    void setName(std::string name);
+    void setName(std::string_view name);
     std::string_view iconPath() const;
-    void setIconPath(std::string iconPath);
+    void setIconPath(std::string_view iconPath);
     std::string_view iconData() const; // PNG of 42 x 42, or empty
     void setIconData(Bytes iconData);
 

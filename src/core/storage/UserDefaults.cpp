@@ -133,7 +133,7 @@ Result<void> UserDefaults::synchronize() {
             return {};
         m_beingStored = std::exchange(m_pending, {});
     }
-    const auto stored = store(m_beingStored); // reads meanwhile look at it, nobody changes it
+    auto stored = store(m_beingStored); // reads meanwhile look at it, nobody changes it
     const std::lock_guard lock(m_mutex);
     if (!stored) {
         for (Change& change : std::exchange(m_pending, std::exchange(m_beingStored, {})))
