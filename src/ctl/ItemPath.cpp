@@ -1,27 +1,24 @@
 #include "ctl/ItemPath.h"
 
+#include "core/base/CHandles.h"
 #include "core/base/PathText.h"
+#include "core/filesystem/ResolvedPath.h"
 #include "core/names/BaseCloakLogic.h"
 
 #include <unistd.h>
 
-#include <cstdlib>
-#include <memory>
+#include <cerrno>
 
 namespace veilkeep {
 namespace {
 
-using MallocedText = std::unique_ptr<char, decltype(&std::free)>;
-
-Result<std::string> realPath(const std::string& path) {
-    const MallocedText resolved(::realpath(path.c_str(), nullptr), std::free);
-    if (!resolved)
-        return Error::system("realpath", path, errno);
-    return std::string(resolved.get());
+Result<std::string> reachablePath(const std::string& path) {
+    auto real = realPath(path);
+    return real ? Result<std::string>(*std::move(real)) : Error::system("realpath", path, errno);
 }
 
 Result<std::string> currentDirectory() {
-    const MallocedText directory(::getcwd(nullptr, 0), std::free);
+    const MallocedPointer<char> directory(::getcwd(nullptr, 0));
     if (!directory)
         return Error::system("getcwd", ".", errno);
     if (directory.get()[0] != '/') // not below this process's root
@@ -51,10 +48,10 @@ Result<std::string> absoluteItemPath(std::string_view argument) {
     }
     path = withoutDots(path);
     if (lastPathComponent(path) == "..")
-        return realPath(path);
+        return reachablePath(path);
     if (::geteuid() != 0 || path == "/")
         return path;
-    const auto parent = realPath(std::string(parentPath(path)));
+    const auto parent = reachablePath(std::string(parentPath(path)));
     if (!parent && parent.error().systemError == ENAMETOOLONG)
         return path;
     return parent ? joinPath(*parent, lastPathComponent(path)) : Result<std::string>(parent.error());

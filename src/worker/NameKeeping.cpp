@@ -1,16 +1,16 @@
 #include "worker/NameKeeping.h"
 
+#include "core/base/CHandles.h"
 #include "core/base/SystemCall.h"
 #include "core/base/UniqueFd.h"
+#include "core/names/HiddenName.h"
 
-#include <dirent.h>
 #include <fcntl.h>
 #include <linux/magic.h>
 #include <sys/statfs.h>
 
 #include <algorithm>
 #include <cstdint>
-#include <memory>
 
 namespace veilkeep {
 namespace {
@@ -42,7 +42,7 @@ bool isListed(const Place& place) {
         retryOnInterrupt([&] { return ::openat(place.directory, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC); }));
     if (!fd)
         return true; // nothing speaks against it
-    const std::unique_ptr<DIR, int (*)(DIR*)> listing(::fdopendir(fd.get()), ::closedir);
+    const DirectoryStream listing(::fdopendir(fd.get()));
     if (!listing)
         return true;
     fd.release();
@@ -55,9 +55,8 @@ bool isListed(const Place& place) {
 } // namespace
 
 std::size_t longestNameIn(int directory) {
-    constexpr std::size_t longest = 255;
     const auto limit = static_cast<std::size_t>(fileSystemOf(directory).f_namelen);
-    return limit == 0 ? longest : std::min(longest, limit);
+    return limit == 0 ? longestFileName : std::min(longestFileName, limit);
 }
 
 bool keepsName(const Place& place) {

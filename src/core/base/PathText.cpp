@@ -1,15 +1,12 @@
 #include "core/base/PathText.h"
 
 namespace veilkeep {
-namespace {
 
 std::string_view withoutTrailingSlashes(std::string_view path) {
     while (path.size() > 1 && path.back() == '/')
         path.remove_suffix(1);
     return path;
 }
-
-} // namespace
 
 std::string_view lastPathComponent(std::string_view path) {
     path = withoutTrailingSlashes(path);
@@ -25,6 +22,11 @@ std::string_view parentPath(std::string_view path) {
     if (slash == std::string_view::npos)
         return {};
     return withoutTrailingSlashes(path.substr(0, slash + 1));
+}
+
+std::string directoryOf(std::string_view path) {
+    const std::string_view parent = parentPath(path);
+    return parent.empty() ? "." : std::string(parent);
 }
 
 std::string joinPath(std::string_view directory, std::string_view component) {

@@ -13,6 +13,12 @@ std::string_view lastPathComponent(std::string_view path);
 // What holds the last component: "/a" for "/a/b" and for "/a/b/", "/" for "/a" and for "/", empty for "a".
 std::string_view parentPath(std::string_view path);
 
+// The same as a path that can be opened: "." for "a".
+std::string directoryOf(std::string_view path);
+
+// "/a" for "/a//", "/" for "//".
+std::string_view withoutTrailingSlashes(std::string_view path);
+
 // The path with "/" and the component after it, one "/" between them.
 std::string joinPath(std::string_view directory, std::string_view component);
 

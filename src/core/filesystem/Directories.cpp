@@ -25,11 +25,6 @@ UniqueFd openStep(int directory, const std::string& path, int flags) {
 
 } // namespace
 
-std::string directoryOf(const std::string& path) {
-    const std::string_view parent = parentPath(path);
-    return parent.empty() ? "." : std::string(parent);
-}
-
 Result<void> makeDirectories(const std::string& path, mode_t mode) {
     if (path.empty())
         return Error{ErrorCode::InvalidArgument, "mkdir", path, 0};

@@ -10,9 +10,6 @@
 
 namespace veilkeep {
 
-// The directory that holds the last component: "." for a bare name.
-std::string directoryOf(const std::string& path);
-
 // Makes the directory and every missing one above it, each with the mode (the umask takes its bits away) and
 // each entered durably into the directory that holds it. One that is there already, or a link to one, stays
 // as it is; anything else at its place is ENOTDIR.

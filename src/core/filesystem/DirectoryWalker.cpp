@@ -4,6 +4,7 @@
 #include "core/base/SystemCall.h"
 #include "core/filesystem/MountTable.h"
 #include "core/filesystem/PendingDirectories.h"
+#include "core/filesystem/ResolvedPath.h"
 #include "core/filesystem/WalkBoundaries.h"
 
 #include <fcntl.h>
@@ -13,7 +14,6 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <cstdlib>
 #include <cstring>
 #include <exception>
 #include <functional>
@@ -60,15 +60,6 @@ int descriptorsToHold() {
 
 unsigned int threadsFor(unsigned int wanted) {
     return wanted > 0 ? wanted : std::clamp(std::thread::hardware_concurrency(), 1U, 32U);
-}
-
-std::string realPathOf(const std::string& path) {
-    char* resolved = ::realpath(path.c_str(), nullptr);
-    if (!resolved)
-        return path;
-    std::string answer = resolved;
-    std::free(resolved);
-    return answer;
 }
 
 // What the threads of one walk share.
@@ -262,7 +253,7 @@ Result<DirectoryWalker::End> DirectoryWalker::walk(const std::string& root, Dire
     UniqueFd fd(retryOnInterrupt([&] { return ::open(root.c_str(), openFlags); }));
     if (!fd)
         return Error::system("open", root, errno);
-    const std::string realRoot = realPathOf(root);
+    const std::string realRoot = realPath(root).value_or(root);
     const auto kind =
         m_options.stayOnVolume ? WalkBoundaries::Kind::EveryMount : WalkBoundaries::Kind::PseudoFileSystems;
     const WalkBoundaries boundaries(*MountTable::current(), realRoot, kind);

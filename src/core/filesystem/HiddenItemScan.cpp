@@ -1,13 +1,12 @@
 #include "core/filesystem/HiddenItemScan.h"
 
 #include "core/base/PathText.h"
+#include "core/filesystem/ResolvedPath.h"
 #include "core/names/HiddenName.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
 
-#include <cstdlib>
-#include <memory>
 #include <mutex>
 #include <set>
 #include <string_view>
@@ -90,12 +89,6 @@ private:
     int m_rootTrouble = 0;
 };
 
-std::string withoutTrailingSlashes(std::string path) {
-    while (path.size() > 1 && path.back() == '/')
-        path.pop_back();
-    return path;
-}
-
 bool isRealDirectory(const std::string& path) {
     struct stat status = {};
     return ::lstat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
@@ -105,15 +98,14 @@ bool isRealDirectory(const std::string& path) {
 std::string spellingFor(const std::string& directory) {
     if (lastPathComponent(directory) == hiddenDirectoryName && isRealDirectory(directory))
         return directory;
-    const std::unique_ptr<char, decltype(&std::free)> real(::realpath(directory.c_str(), nullptr),
-                                                           &std::free);
-    return real && lastPathComponent(real.get()) == hiddenDirectoryName ? std::string(real.get()) : directory;
+    const auto real = realPath(directory);
+    return real && lastPathComponent(*real) == hiddenDirectoryName ? *real : directory;
 }
 
 } // namespace
 
 Result<HiddenItemScan::Summary> HiddenItemScan::scan(const std::string& directory, const Found& found) {
-    const std::string root = withoutTrailingSlashes(directory);
+    const std::string root(withoutTrailingSlashes(directory));
     HiddenItemVisitor visitor(spellingFor(root), found);
     const Result<DirectoryWalker::End> end = m_walker.walk(root, visitor);
     if (!end)

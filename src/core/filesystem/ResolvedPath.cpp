@@ -1,25 +1,16 @@
 #include "core/filesystem/ResolvedPath.h"
 
+#include "core/base/CHandles.h"
 #include "core/base/PathText.h"
 
 #include <unistd.h>
 
+#include <cerrno>
+#include <climits>
 #include <cstdlib>
-#include <memory>
 
 namespace veilkeep {
 namespace {
-
-struct Free {
-    void operator()(char* memory) const { std::free(memory); }
-};
-
-// One readlink per component, which in a process that has not touched /proc yet is several times as fast as
-// asking /proc/self/fd for the name of an open directory.
-std::optional<std::string> realPath(const std::string& path) {
-    const std::unique_ptr<char, Free> resolved(::realpath(path.c_str(), nullptr));
-    return resolved ? std::optional<std::string>(resolved.get()) : std::nullopt;
-}
 
 bool isLink(const std::string& path) {
     char target = 0;
@@ -28,14 +19,30 @@ bool isLink(const std::string& path) {
 
 } // namespace
 
+// One readlink per component, which in a process that has not touched /proc yet is several times as fast as
+// asking /proc/self/fd for the name of an open directory.
+std::optional<std::string> realPath(const std::string& path) {
+    const MallocedPointer<char> resolved(::realpath(path.c_str(), nullptr));
+    return resolved ? std::optional<std::string>(resolved.get()) : std::nullopt;
+}
+
+std::optional<std::string> readLink(const std::string& path) {
+    char text[PATH_MAX];
+    const ssize_t length = ::readlink(path.c_str(), text, sizeof text);
+    if (length == sizeof text)
+        errno = ENAMETOOLONG;
+    if (length < 0 || length == sizeof text)
+        return std::nullopt;
+    return std::string(text, static_cast<std::size_t>(length));
+}
+
 std::optional<std::string> withResolvedParent(const std::string& path) {
     if (path.empty())
         return std::nullopt;
-    const std::string_view parent = parentPath(path);
     const std::string_view last = lastPathComponent(path);
     if (last == "/")
         return std::string(last);
-    const auto resolved = realPath(parent.empty() ? "." : std::string(parent));
+    const auto resolved = realPath(directoryOf(path));
     return resolved ? std::optional(joinPath(*resolved, last)) : std::nullopt;
 }
 

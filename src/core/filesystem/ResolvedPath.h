@@ -10,6 +10,12 @@ namespace veilkeep {
 // "..". Relative paths begin at the working directory. Nothing where the parent cannot be reached.
 std::optional<std::string> withResolvedParent(const std::string& path);
 
+// With every link followed. Nothing where that fails; errno says why.
+std::optional<std::string> realPath(const std::string& path);
+
+// The text of the link at the path. Nothing where there is no link or its text is too long; errno says why.
+std::optional<std::string> readLink(const std::string& path);
+
 // Follows links in many paths that share parents, looking at each directory once. What it saw it holds to.
 class LinkResolver {
 public:

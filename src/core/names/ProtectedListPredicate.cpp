@@ -1,6 +1,7 @@
 #include "core/names/ProtectedListPredicate.h"
 
-#include <locale.h>
+#include "core/base/CLocaleScope.h"
+
 #include <regex.h>
 
 #include <algorithm>
@@ -89,28 +90,12 @@ bool needsExpression(std::string_view home) {
     return home.find_first_of("\\^$|()[]{}*+?") != std::string_view::npos;
 }
 
-// Has this thread work with bytes, whatever locale the process has chosen.
-class ByteLocale {
-public:
-    ByteLocale() : m_previous(::uselocale(cLocale())) {}
-    ~ByteLocale() { ::uselocale(m_previous); }
-    ByteLocale(const ByteLocale&) = delete;
-    ByteLocale& operator=(const ByteLocale&) = delete;
-
-private:
-    static locale_t cLocale() {
-        static const locale_t locale = ::newlocale(LC_ALL_MASK, "C", nullptr);
-        return locale;
-    }
-    locale_t m_previous;
-};
-
 } // namespace
 
 class ProtectedListPredicate::Expression {
 public:
     explicit Expression(const std::string& pattern) {
-        const ByteLocale bytes;
+        const CLocaleScope cLocale;
         m_wellFormed = ::regcomp(&m_compiled, pattern.c_str(), REG_EXTENDED) == 0;
     }
     ~Expression() {
@@ -124,7 +109,7 @@ public:
 
     // POSIX finds the leftmost and there the longest match, which is the whole text if anything is.
     bool matchesWhole(const std::string& text) const {
-        const ByteLocale bytes;
+        const CLocaleScope cLocale;
         regmatch_t match = {};
         return ::regexec(&m_compiled, text.c_str(), 1, &match, 0) == 0 && match.rm_so == 0 &&
                static_cast<std::size_t>(match.rm_eo) == text.size();

@@ -1,11 +1,7 @@
 #include "core/names/UserDirectories.h"
 
 #include "core/base/PathText.h"
-#include "core/base/SystemCall.h"
-#include "core/base/UniqueFd.h"
-
-#include <fcntl.h>
-#include <sys/stat.h>
+#include "core/filesystem/ReadWholeFile.h"
 
 #include <algorithm>
 #include <optional>
@@ -13,7 +9,7 @@
 namespace veilkeep {
 namespace {
 
-constexpr std::size_t largestFile = 65536;
+constexpr std::size_t largestFile = std::size_t{1} << 20;
 
 void skipBlanks(std::string_view& line) {
     line.remove_prefix(std::min(line.find_first_not_of(" \t"), line.size()));
@@ -77,16 +73,8 @@ std::vector<std::string> parseUserDirectories(std::string_view content, std::str
 
 std::vector<std::string> userDirectories(const std::string& configHome, const std::string& home) {
     const std::string path = joinPath(configHome, "user-dirs.dirs");
-    const int flags =
-        O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY; // whatever stands there must not hold us up
-    const UniqueFd fd(retryOnInterrupt([&] { return ::open(path.c_str(), flags); }));
-    struct stat status = {};
-    if (!fd || ::fstat(fd.get(), &status) != 0 || !S_ISREG(status.st_mode))
-        return {};
-    std::string content(std::min(largestFile, static_cast<std::size_t>(status.st_size)), '\0');
-    const ssize_t count = retryOnInterrupt([&] { return ::read(fd.get(), content.data(), content.size()); });
-    content.resize(count > 0 ? static_cast<std::size_t>(count) : 0);
-    return parseUserDirectories(content, home);
+    const auto content = readWholeFile(path, largestFile);
+    return content ? parseUserDirectories(*content, home) : std::vector<std::string>();
 }
 
 } // namespace veilkeep

@@ -1,26 +1,21 @@
 #include "core/protocol/InProgressFolder.h"
 
+#include "core/base/CHandles.h"
 #include "core/base/PathText.h"
 #include "core/filesystem/Directories.h"
 #include "core/filesystem/ReadWholeFile.h"
 #include "core/storage/PropertyList.h"
 
-#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
-#include <memory>
 #include <tuple>
 
 namespace veilkeep {
 namespace {
-
-struct CloseDirectory {
-    void operator()(DIR* directory) const { ::closedir(directory); }
-};
 
 struct DatedName {
     timespec changed;
@@ -39,7 +34,7 @@ Result<void> InProgressFolder::create() const {
 }
 
 Result<std::vector<std::string>> InProgressFolder::entries() const {
-    const std::unique_ptr<DIR, CloseDirectory> directory(::opendir(m_path.c_str()));
+    const DirectoryStream directory(::opendir(m_path.c_str()));
     if (!directory)
         return Error::system("opendir", m_path, errno);
     std::vector<DatedName> found;

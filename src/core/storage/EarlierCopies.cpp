@@ -1,29 +1,23 @@
 #include "core/storage/EarlierCopies.h"
 
+#include "core/base/CHandles.h"
 #include "core/base/PathText.h"
-#include "core/filesystem/Directories.h"
 #include "core/filesystem/ReadWholeFile.h"
 #include "core/storage/ReplaceFile.h"
 
-#include <dirent.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
 #include <cstdint>
-#include <memory>
 
 namespace veilkeep {
 namespace {
 
-struct CloseDirectory {
-    void operator()(DIR* directory) const { ::closedir(directory); }
-};
-
 // The texts that follow the prefix in the directory and have the shape of a date.
 std::vector<std::string> datesAfter(const std::string& prefix) {
     const std::string_view namePrefix = lastPathComponent(prefix);
-    const std::unique_ptr<DIR, CloseDirectory> directory(::opendir(directoryOf(prefix).c_str()));
+    const DirectoryStream directory(::opendir(directoryOf(prefix).c_str()));
     std::vector<std::string> dates;
     while (const dirent* entry = directory ? ::readdir(directory.get()) : nullptr) {
         std::string_view name = entry->d_name;

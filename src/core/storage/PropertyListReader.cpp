@@ -1,11 +1,11 @@
-#include "core/storage/CLocaleScope.h"
+#include "core/base/CHandles.h"
+#include "core/base/CLocaleScope.h"
 #include "core/storage/PlainPropertyList.h"
 #include "core/storage/PropertyList.h"
 #include "core/storage/XmlText.h"
 
 #include <plist/plist.h>
 
-#include <cstdlib>
 #include <limits>
 #include <memory>
 
@@ -16,10 +16,6 @@ struct PlistFree {
     void operator()(void* node) const { ::plist_free(node); }
 };
 
-struct CFree {
-    void operator()(void* memory) const { std::free(memory); }
-};
-
 std::optional<Value> valueOf(plist_t node);
 
 // libplist answers the two's complement for a negative number and does not say so; how it writes the number
@@ -28,7 +24,7 @@ bool isWrittenNegative(plist_t number) {
     char* xml = nullptr;
     std::uint32_t length = 0;
     ::plist_to_xml(number, &xml, &length);
-    const std::unique_ptr<char, CFree> owned(xml);
+    const MallocedPointer<char> owned(xml);
     return xml && std::string_view(xml, length).find("<integer>-") != std::string_view::npos;
 }
 
@@ -61,7 +57,7 @@ std::optional<Value> listOf(plist_t node) {
     list.reserve(count);
     plist_array_iter position = nullptr;
     ::plist_array_new_iter(node, &position);
-    const std::unique_ptr<void, CFree> owned(position);
+    const MallocedPointer<void> owned(position);
     for (std::uint32_t index = 0; index < count; ++index) {
         plist_t item = nullptr;
         ::plist_array_next_item(node, position, &item);
@@ -79,12 +75,12 @@ std::optional<PropertyDictionary> dictionaryOf(plist_t node) {
     entries.reserve(count);
     plist_dict_iter position = nullptr;
     ::plist_dict_new_iter(node, &position);
-    const std::unique_ptr<void, CFree> owned(position);
+    const MallocedPointer<void> owned(position);
     for (std::uint32_t index = 0; index < count; ++index) {
         char* key = nullptr;
         plist_t item = nullptr;
         ::plist_dict_next_item(node, position, &key, &item);
-        const std::unique_ptr<char, CFree> ownedKey(key);
+        const MallocedPointer<char> ownedKey(key);
         std::optional<Value> value = valueOf(item);
         if (!key || !value)
             return std::nullopt;

@@ -1,4 +1,4 @@
-#include "core/storage/CLocaleScope.h"
+#include "core/base/CLocaleScope.h"
 #include "core/storage/PropertyList.h"
 #include "core/storage/XmlText.h"
 

@@ -4,27 +4,17 @@
 #include "core/base/SystemCall.h"
 #include "core/base/UniqueFd.h"
 #include "core/filesystem/Directories.h"
+#include "core/filesystem/ResolvedPath.h"
 
 #include <fcntl.h>
 #include <sys/random.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <climits>
 #include <cstdint>
 
 namespace veilkeep {
 namespace {
-
-Result<std::string> readLink(const std::string& path) {
-    char text[PATH_MAX];
-    const ssize_t length = ::readlink(path.c_str(), text, sizeof text);
-    if (length < 0)
-        return Error::system("readlink", path, errno);
-    if (length == sizeof text)
-        return Error::system("readlink", path, ENAMETOOLONG);
-    return std::string(text, static_cast<std::size_t>(length));
-}
 
 Result<std::string> unpredictableName() {
     std::uint64_t number = 0;
@@ -126,7 +116,7 @@ Result<std::string> replaceTarget(const std::string& path) {
             return Error{ErrorCode::InvalidArgument, "replace", target, S_ISDIR(status.st_mode) ? EISDIR : 0};
         const auto link = readLink(target);
         if (!link)
-            return link.error();
+            return Error::system("readlink", target, errno);
         target = link->starts_with('/') ? *link : joinPath(directoryOf(target), *link);
     }
     return Error::system("readlink", path, ELOOP);

@@ -1,5 +1,6 @@
 #include "core/storage/SafeFile.h"
 
+#include "core/base/PathText.h"
 #include "core/base/SystemCall.h"
 #include "core/base/UniqueFd.h"
 #include "core/filesystem/Directories.h"

@@ -3,12 +3,11 @@
 #include "core/base/PathText.h"
 #include "core/base/SystemCall.h"
 #include "core/base/UniqueFd.h"
+#include "core/filesystem/ResolvedPath.h"
 
 #include <fcntl.h>
-#include <unistd.h>
 
 #include <cerrno>
-#include <climits>
 #include <memory>
 #include <mutex>
 #include <string_view>
@@ -25,11 +24,8 @@ struct OpenItem {
 
 // Empty for what this process cannot reach from its root, and for a path too long to be told.
 std::string pathOfDescriptor(int fd) {
-    char path[PATH_MAX];
-    const ssize_t length = ::readlink(("/proc/self/fd/" + std::to_string(fd)).c_str(), path, sizeof path);
-    if (length <= 0 || static_cast<std::size_t>(length) == sizeof path || path[0] != '/')
-        return {};
-    return std::string(path, static_cast<std::size_t>(length));
+    auto path = readLink("/proc/self/fd/" + std::to_string(fd));
+    return path && path->starts_with('/') ? *std::move(path) : std::string();
 }
 
 Result<OpenItem> openItem(std::string path, int flags) {
@@ -39,12 +35,6 @@ Result<OpenItem> openItem(std::string path, int flags) {
         return Error::system("open", std::move(path), errno);
     item.resolvedPath = pathOfDescriptor(item.fd.get());
     return item;
-}
-
-// A "/" at the end would have a link followed.
-std::string withoutTrailingSlashes(std::string_view path) {
-    const auto last = path.find_last_not_of('/');
-    return last == std::string_view::npos ? "/" : std::string(path.substr(0, last + 1));
 }
 
 // The mount that an item lies in. Mount numbers are given out again: one whose mount point does not lie
@@ -101,7 +91,8 @@ bool saysNothingIsThere(const Error& error) {
 }
 
 Result<void> describeItem(const std::string& path, AliasRecord& record) {
-    const auto item = openItem(withoutTrailingSlashes(path), O_NOFOLLOW);
+    const auto item =
+        openItem(std::string(withoutTrailingSlashes(path)), O_NOFOLLOW); // a "/" would have it followed
     if (!item)
         return item.error();
     auto status = statusOfItem(item->fd.get());
@@ -119,8 +110,7 @@ Result<void> describeItem(const std::string& path, AliasRecord& record) {
 
 // Tells where an item that is missing should be, as far as its directory is there.
 void describeMissingItem(const std::string& path, AliasRecord& record) {
-    const std::string_view parent = parentPath(path);
-    const auto directory = openItem(parent.empty() ? "." : std::string(parent), O_DIRECTORY);
+    const auto directory = openItem(directoryOf(path), O_DIRECTORY);
     if (!directory || directory->resolvedPath.empty())
         return;
     if (const auto status = statusOfItem(directory->fd.get()))

@@ -1,13 +1,12 @@
 #include "core/tracking/VolumeIdentity.h"
 
+#include "core/base/CHandles.h"
 #include "core/base/SystemCall.h"
 
-#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
 
-#include <memory>
 #include <optional>
 
 namespace veilkeep {
@@ -33,7 +32,7 @@ std::optional<dev_t> deviceOfMount(const Mount& mount) {
 
 // Empty where no link leads to the device, and on systems that keep no such links.
 std::string uuidOfDevice(dev_t device, const std::string& uuidLinks) {
-    const std::unique_ptr<DIR, int (*)(DIR*)> links(::opendir(uuidLinks.c_str()), ::closedir);
+    const DirectoryStream links(::opendir(uuidLinks.c_str()));
     while (const dirent* entry = links ? ::readdir(links.get()) : nullptr)
         if (blockDeviceAt(::dirfd(links.get()), entry->d_name) == device)
             return entry->d_name;
