@@ -1,14 +1,14 @@
 #include "core/protocol/InProgressFolder.h"
 
+#include "core/base/Hexadecimal.h"
+#include "core/base/PathText.h"
 #include "core/base/SystemCall.h"
 #include "core/base/UniqueFd.h"
 #include "core/filesystem/Directories.h"
 #include "core/storage/PropertyList.h"
+#include "core/storage/TemporaryFile.h"
 
 #include <fcntl.h>
-#include <stdio.h>
-#include <sys/random.h>
-#include <unistd.h>
 
 #include <cerrno>
 #include <cstdint>
@@ -27,45 +27,8 @@ std::uint64_t hashOf(const InProgressRecord& record) {
     return hash;
 }
 
-std::string hexadecimal(std::uint64_t number) {
-    std::string text(16, '0');
-    for (std::size_t digit = text.size(); digit-- > 0; number >>= 4)
-        text[digit] = "0123456789abcdef"[number & 15];
-    return text;
-}
-
 std::string fileNameOf(const InProgressRecord& record) {
     return hexadecimal(hashOf(record)) + ".plist";
-}
-
-// A name that no other writer has, alive or dead.
-Result<std::string> temporaryName(const std::string& name) {
-    std::uint64_t number = 0;
-    if (retryOnInterrupt([&] { return ::getrandom(&number, sizeof number, 0); }) != sizeof number)
-        return Error::system("getrandom", {}, errno);
-    return "." + name + "." + hexadecimal(number);
-}
-
-Result<void> writeAll(int fd, std::string_view content, const std::string& path) {
-    while (!content.empty()) {
-        const ssize_t count = retryOnInterrupt([&] { return ::write(fd, content.data(), content.size()); });
-        if (count < 0)
-            return Error::system("write", path, errno);
-        content.remove_prefix(static_cast<std::size_t>(count));
-    }
-    return {};
-}
-
-Result<void> writeNewFile(int directory, const std::string& name, std::string_view content) {
-    UniqueFd file(retryOnInterrupt([&] {
-        return ::openat(directory, name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600);
-    }));
-    if (!file)
-        return Error::system("openat", name, errno);
-    Result<void> written = writeAll(file.get(), content, name);
-    if (::close(file.release()) != 0 && errno != EINTR && written)
-        written = Error::system("close", name, errno);
-    return written;
 }
 
 Result<UniqueFd> openFolder(const std::string& folder) {
@@ -78,16 +41,13 @@ Result<UniqueFd> openFolder(const std::string& folder) {
     return directory;
 }
 
-Result<void> put(int directory, const std::string& name, std::string_view content) {
-    const Result<std::string> temporary = temporaryName(name);
-    if (!temporary)
-        return temporary.error();
-    Result<void> done = writeNewFile(directory, *temporary, content);
-    if (done && ::renameat(directory, temporary->c_str(), directory, name.c_str()) != 0)
-        done = Error::system("renameat", name, errno);
-    if (!done)
-        ::unlinkat(directory, temporary->c_str(), 0); // the first error is the one to tell
-    return done;
+Result<void> put(int directory, const std::string& path, std::string_view content) {
+    TemporaryFile file(directory, path);
+    if (auto created = file.create(); !created)
+        return created;
+    if (auto written = file.write(content); !written)
+        return written;
+    return file.putInPlace();
 }
 
 } // namespace
@@ -102,7 +62,7 @@ Result<void> writeRecord(const std::string& folder, const InProgressRecord& reco
     const Result<UniqueFd> directory = openFolder(folder);
     if (!directory)
         return directory.error();
-    return put(directory->get(), fileNameOf(record), *content);
+    return put(directory->get(), joinPath(folder, fileNameOf(record)), *content);
 }
 
 } // namespace veilkeep

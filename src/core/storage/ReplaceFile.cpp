@@ -5,87 +5,13 @@
 #include "core/base/UniqueFd.h"
 #include "core/filesystem/Directories.h"
 #include "core/filesystem/ResolvedPath.h"
+#include "core/storage/TemporaryFile.h"
 
 #include <fcntl.h>
-#include <sys/random.h>
 #include <sys/stat.h>
-#include <unistd.h>
-
-#include <cstdint>
 
 namespace veilkeep {
 namespace {
-
-Result<std::string> unpredictableName() {
-    std::uint64_t number = 0;
-    if (retryOnInterrupt([&] { return ::getrandom(&number, sizeof number, 0); }) != sizeof number)
-        return Error::system("getrandom", {}, errno);
-    std::string name = ".veilkeep-";
-    for (int shift = 60; shift >= 0; shift -= 4)
-        name += "0123456789abcdef"[(number >> shift) & 15];
-    return name;
-}
-
-// A file that is removed again unless it has taken the target's place.
-class TemporaryFile {
-public:
-    // The target's path is what errors name.
-    TemporaryFile(int directory, const std::string& target) : m_directory(directory), m_target(target) {}
-    TemporaryFile(const TemporaryFile&) = delete;
-    TemporaryFile& operator=(const TemporaryFile&) = delete;
-    ~TemporaryFile() {
-        if (!m_name.empty())
-            ::unlinkat(m_directory, m_name.c_str(), 0); // the error that led here is the one to tell
-    }
-
-    Result<void> create() {
-        auto name = unpredictableName();
-        if (!name)
-            return std::move(name).error();
-        m_file.reset(retryOnInterrupt([&] {
-            return ::openat(m_directory, name->c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC,
-                            0600);
-        }));
-        if (!m_file)
-            return failed("open");
-        m_name = *std::move(name);
-        return {};
-    }
-
-    Result<void> write(std::string_view bytes) {
-        while (!bytes.empty()) {
-            const ssize_t count =
-                retryOnInterrupt([&] { return ::write(m_file.get(), bytes.data(), bytes.size()); });
-            if (count < 0)
-                return failed("write");
-            bytes.remove_prefix(static_cast<std::size_t>(count));
-        }
-        return {};
-    }
-
-    Result<void> syncAndClose() {
-        if (retryOnInterrupt([&] { return ::fsync(m_file.get()); }) != 0)
-            return failed("fsync");
-        if (::close(m_file.release()) != 0 && errno != EINTR) // EINTR: closed all the same
-            return failed("close");
-        return {};
-    }
-
-    Result<void> renameTo(const std::string& name) {
-        if (::renameat(m_directory, m_name.c_str(), m_directory, name.c_str()) != 0)
-            return failed("rename");
-        m_name.clear();
-        return {};
-    }
-
-private:
-    Error failed(const char* operation) const { return Error::system(operation, m_target, errno); }
-
-    int m_directory;
-    const std::string& m_target;
-    std::string m_name; // empty while there is no file to remove
-    UniqueFd m_file;
-};
 
 Result<void> putInPlace(int directory, const std::string& target, std::string_view bytes) {
     TemporaryFile file(directory, target);
@@ -93,9 +19,9 @@ Result<void> putInPlace(int directory, const std::string& target, std::string_vi
         return result;
     if (auto result = file.write(bytes); !result)
         return result;
-    if (auto result = file.syncAndClose(); !result)
+    if (auto result = file.sync(); !result)
         return result;
-    return file.renameTo(std::string(lastPathComponent(target)));
+    return file.putInPlace();
 }
 
 } // namespace
