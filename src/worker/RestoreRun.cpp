@@ -1,9 +1,9 @@
 #include "worker/RestoreRun.h"
 
-#include "core/filesystem/HiddenItemScan.h"
 #include "core/names/BaseCloakLogic.h"
 #include "core/protocol/InProgressFolder.h"
 #include "core/storage/Log.h"
+#include "core/tracking/HiddenItemScan.h"
 #include "worker/ProcessGuard.h"
 
 #include <cstring>

@@ -23,13 +23,14 @@ ROWS = [
     (no_qt_in_core, "src/core/a.cpp", "#include <QtCore/QFile>\n  #  include \"qstring.h\"\n", [1, 2]),
     (no_qt_in_core, "src/worker/a.cpp", "#include <glib.h>\n#include <gio/gio.h>\n", [1, 2]),
     (no_qt_in_core, "src/core/a.cpp", "// #include <QString>\n/*\n#include <QFile>\n*/\n", []),
-    (include_direction, "src/core/a.cpp", '#include "core/base/Error.h"\n#include <format>\n', []),
-    (include_direction, "src/core/a.cpp", '#include "format/Sizes.h"\n', [1]),
-    (include_direction, "src/core/a.cpp", "\n#include <worker/Worker.h>\n", [2]),
+    (include_direction, "src/core/base/a.cpp", '#include "core/base/Error.h"\n#include <format>\n', []),
+    (include_direction, "src/core/base/a.cpp", '#include "format/Sizes.h"\n', [1]),
+    (include_direction, "src/core/base/a.cpp", "\n#include <worker/Worker.h>\n", [2]),
     (include_direction, "src/core/base/a.cpp", '#include "Error.h"\n#include "../Error.h"\n', [1, 2]),
-    (include_direction, "src/core/a.cpp", '#include "tests/support/ScratchTree.h"\n', [1]),
-    (include_direction, "src/worker/a.cpp", '#include "core/a.h"\n#include "format/a.h"\n', [2]),
-    (include_direction, "src/format/a.cpp", '#include "core/a.h"\n#include "platform/a.h"\n', [2]),
+    (include_direction, "src/core/names/a.cpp", '#include "core/base/a.h"\n#include "core/records/a.h"\n', [2]),
+    (include_direction, "src/core/base/a.cpp", '#include "tests/support/ScratchTree.h"\n', [1]),
+    (include_direction, "src/worker/a.cpp", '#include "core/base/a.h"\n#include "format/a.h"\n', [2]),
+    (include_direction, "src/format/a.cpp", '#include "core/base/a.h"\n#include "platform/a.h"\n', [2]),
     (include_direction, "src/platform/a.cpp", '#include "format/a.h"\n#include "platform/linux/a.h"\n', [2]),
     (include_direction, "src/platform/linux/a.cpp", '#include "platform/a.h"\n#include "alerts/a.h"\n', [2]),
     (include_direction, "src/alerts/a.cpp", '#include "platform/a.h"\n#include "filelist/a.h"\n', [2]),
@@ -70,12 +71,12 @@ class Rules(unittest.TestCase):
 
     def test_programs_tell_place_and_rule(self):
         with tempfile.TemporaryDirectory() as root:
-            source = Path(root, "src/core/a.cpp")
+            source = Path(root, "src/core/base/a.cpp")
             source.parent.mkdir(parents=True)
             Path(root, "tests").mkdir()
             for content, status, told in [
-                ('#include "app/a.h"\n', 1, ["src/core/a.cpp:1: core includes app/a.h", "The rule: "]),
-                ('#include "core/a.h"\n', 0, ["1 files follow the rule"]),
+                ('#include "app/a.h"\n', 1, ["src/core/base/a.cpp:1: core/base includes app/a.h", "The rule: "]),
+                ('#include "core/base/a.h"\n', 0, ["1 files follow the rule"]),
                 (None, 1, ["found no file"]),
             ]:
                 source.unlink() if content is None else source.write_text(content)

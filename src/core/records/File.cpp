@@ -1,7 +1,7 @@
 #include "core/records/File.h"
 
 #include "core/base/PathText.h"
-#include "core/filesystem/FileSystemHelpers.h"
+#include "core/records/FileSystemHelpers.h"
 #include "core/records/Properties.h"
 #include "core/tracking/FileAlias.h"
 

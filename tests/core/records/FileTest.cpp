@@ -1,6 +1,6 @@
 #include "core/records/File.h"
 
-#include "core/filesystem/FileSystemHelpers.h"
+#include "core/records/FileSystemHelpers.h"
 #include "core/tracking/FileAlias.h"
 #include "tests/support/ScratchTree.h"
 

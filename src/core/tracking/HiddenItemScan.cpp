@@ -1,4 +1,4 @@
-#include "core/filesystem/HiddenItemScan.h"
+#include "core/tracking/HiddenItemScan.h"
 
 #include "core/base/PathText.h"
 #include "core/filesystem/ResolvedPath.h"

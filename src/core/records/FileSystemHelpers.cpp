@@ -1,4 +1,4 @@
-#include "core/filesystem/FileSystemHelpers.h"
+#include "core/records/FileSystemHelpers.h"
 
 #include "core/base/SystemCall.h"
 
