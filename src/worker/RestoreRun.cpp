@@ -6,8 +6,6 @@
 #include "core/tracking/HiddenItemScan.h"
 #include "worker/ProcessGuard.h"
 
-#include <cstring>
-
 namespace veilkeep {
 namespace {
 
@@ -26,7 +24,7 @@ WorkerError workerErrorFrom(const Error& error) {
 
 void logTroubles(const HiddenItemScan::Summary& summary) {
     for (const Error& trouble : summary.troubles)
-        logLine("Could not look into " + trouble.path + ": " + std::strerror(trouble.systemError));
+        logError("A directory could not be looked into", trouble);
     if (summary.unreadable > summary.troubles.size())
         logLine("Directories that could not be looked into, in all: " + std::to_string(summary.unreadable));
 }
@@ -42,8 +40,7 @@ RestoreSummary recordHiddenItemsBelow(const std::string& directory, const std::s
             ++summary.found;
         } else if (summary.error == WorkerError::Success) {
             summary.error = workerErrorFromRecording(written.error());
-            logLine("Could not write an in-progress record for " + path + ": " +
-                    std::strerror(written.error().systemError));
+            logError("No in-progress record could be written for " + path, written.error());
         }
     });
     if (!scanned) {

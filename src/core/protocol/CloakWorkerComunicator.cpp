@@ -3,31 +3,21 @@
 #include "core/process/ChildProcess.h"
 #include "core/storage/Log.h"
 
-#include <cstring>
-#include <optional>
+#include <string_view>
 #include <utility>
 
 namespace veilkeep {
 namespace {
 
-std::string description(const Error& error) {
-    const std::string reason =
-        error.systemError != 0 ? std::strerror(error.systemError) : "not possible with these arguments";
-    return error.operation + " " + error.path + ": " + reason;
-}
-
-// Why a run is worth a line in the log; nothing where the worker came to an end of its own.
-std::optional<std::string> trouble(const ChildProcessResult& run) {
-    switch (run.end) {
-    case ChildProcessResult::End::Exited:
-        return std::nullopt;
-    case ChildProcessResult::End::Signalled:
-        return "the worker was ended by signal " + std::to_string(run.status);
-    case ChildProcessResult::End::NotStarted:
-    case ChildProcessResult::End::Unknown:
-        break;
-    }
-    return description(run.error);
+// Tells the log why a run failed. False, and nothing told, where the worker came to an end of its own.
+bool logTrouble(std::string_view what, const ChildProcessResult& run) {
+    if (run.end == ChildProcessResult::End::Exited)
+        return false;
+    if (run.end == ChildProcessResult::End::Signalled)
+        logLine(std::string(what) + ": the worker was ended by signal " + std::to_string(run.status));
+    else
+        logError(what, run.error);
+    return true;
 }
 
 } // namespace
@@ -52,8 +42,7 @@ CloakWorkerResult CloakWorkerComunicator::run(WorkerOperation operation,
     options.tick = &m_tick;
     options.deferEndingSignals = true; // Ctrl-C reaches the worker too, perhaps before it could see to that
     const ChildProcessResult result = runChildProcess(m_workerPath, arguments, options);
-    if (const auto reason = trouble(result))
-        logLine("Error while moving an item: " + *reason);
+    logTrouble("Error while moving an item", result);
     return workerAnswer(operation, result);
 }
 
@@ -61,7 +50,7 @@ void CloakWorkerComunicator::checkTempFiles() {
     (void)m_inProgressFolder.create(); // when that failed there is nothing to list either
     const Result<std::vector<std::string>> entries = m_inProgressFolder.entries();
     if (!entries)
-        return logLine("Could not list the in-progress folder: " + description(entries.error()));
+        return logError("Could not list the in-progress folder", entries.error());
     for (const std::string& entry : *entries) {
         const Result<PropertyDictionary> record = m_inProgressFolder.read(entry);
         if (!record)
@@ -69,7 +58,7 @@ void CloakWorkerComunicator::checkTempFiles() {
         if (m_delegate)
             m_delegate->processTempFile(*record);
         if (const Result<void> removed = m_inProgressFolder.remove(entry); !removed)
-            logLine("Could not delete an in-progress record: " + description(removed.error()));
+            logError("Could not delete an in-progress record", removed.error());
     }
 }
 
@@ -79,12 +68,10 @@ bool CloakWorkerComunicator::restoreFiles(const std::string& directory) {
     ChildProcessOptions options;
     options.output = ChildProcessOptions::Output::Discard;
     const ChildProcessResult result = runChildProcess(m_workerPath, {"-p", "-restore", directory}, options);
-    const std::optional<std::string> reason = trouble(result);
-    if (reason)
-        logLine("Error while restoring: " + *reason);
+    const bool failed = logTrouble("Error while restoring", result);
     if (m_delegate)
         m_delegate->restoreFinished();
-    return !reason;
+    return !failed;
 }
 
 } // namespace veilkeep

@@ -15,6 +15,7 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <cstring>
 
 namespace veilkeep {
 namespace {
@@ -133,6 +134,11 @@ void Log::write(std::string_view text) {
 
 void logLine(std::string_view text) {
     Log::shared().write(text);
+}
+
+void logError(std::string_view what, const Error& error) {
+    const std::string reason = error.systemError != 0 ? std::strerror(error.systemError) : "not possible";
+    logLine(std::string(what) + ": " + error.operation + " " + error.path + ": " + reason);
 }
 
 } // namespace veilkeep

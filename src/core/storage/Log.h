@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/base/Error.h"
+
 #include <chrono>
 #include <cstddef>
 #include <string>
@@ -34,7 +36,8 @@ private:
     std::chrono::milliseconds m_lockWait;
 };
 
-// A line to the shared log.
+// A line to the shared log; with an error as "what: step path: reason".
 void logLine(std::string_view text);
+void logError(std::string_view what, const Error& error);
 
 } // namespace veilkeep

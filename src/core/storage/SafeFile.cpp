@@ -21,11 +21,6 @@
 namespace veilkeep {
 namespace {
 
-void logError(const char* what, const Error& error) {
-    logLine(std::string(what) + ": " + error.operation + " " + error.path + ", errno " +
-            std::to_string(error.systemError));
-}
-
 Result<void> syncFileAndDirectory(const std::string& path) {
     const UniqueFd file(retryOnInterrupt([&] { return ::open(path.c_str(), O_RDONLY | O_CLOEXEC); }));
     if (!file || retryOnInterrupt([&] { return ::fsync(file.get()); }) != 0)
@@ -107,7 +102,7 @@ Result<SafeFile::Saved> SafeFile::replace(const std::string& target, const std::
     if (m_options.earlierCopies > 0)
         if (const auto pruned = EarlierCopies(target).prune(m_options.earlierCopies, m_options.clock());
             !pruned)
-            logError("an earlier copy is left over", pruned.error());
+            logError("An earlier copy is left over", pruned.error());
     if (!replaced)
         return replaced.error();
     return Saved::Written;
@@ -124,7 +119,7 @@ Result<KeptFile> SafeFile::keep(const std::string& target, const Digest& next) c
         return KeptFile();
     const auto copy = copies.take(now);
     if (!copy)
-        logError("an earlier copy was not taken", copy.error());
+        logError("An earlier copy was not taken", copy.error());
     return copy ? KeptFile{*copy, false} : KeptFile();
 }
 
