@@ -59,10 +59,9 @@ Result<std::string> absoluteItemPath(std::string_view argument) {
 
 std::string hiddenFormOf(const std::string& path) {
     const std::string_view parent = parentPath(path);
-    if (lastPathComponent(parent) == BaseCloakLogic::hiddenDirectoryName)
+    if (lastPathComponent(parent) == hiddenDirectoryName)
         return path;
-    return BaseCloakLogic::constructHidenFullFileName(path,
-                                                      joinPath(parent, BaseCloakLogic::hiddenDirectoryName));
+    return BaseCloakLogic::constructHidenFullFileName(path, joinPath(parent, hiddenDirectoryName));
 }
 
 } // namespace veilkeep

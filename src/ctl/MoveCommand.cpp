@@ -90,7 +90,7 @@ void MoveCommand::moveOne(const std::string& argument) {
     m_movedTo.push_back(result.newFileName());
     const std::string_view left = parentPath(resolved);
     touch(left);
-    touch(hides ? joinPath(left, BaseCloakLogic::hiddenDirectoryName) : parentPath(left));
+    touch(hides ? joinPath(left, hiddenDirectoryName) : parentPath(left));
 }
 
 // A worker that was killed did not say whether it had moved the item.

@@ -3,7 +3,7 @@
 #include "core/base/PathText.h"
 #include "core/base/SystemCall.h"
 #include "core/filesystem/Directories.h"
-#include "core/names/BaseCloakLogic.h"
+#include "core/names/HiddenName.h"
 
 #include <fcntl.h>
 #include <linux/openat2.h>
@@ -17,7 +17,7 @@ namespace {
 constexpr int directoryFlags = O_PATH | O_DIRECTORY | O_CLOEXEC;
 
 const std::string& hiddenName() {
-    static const std::string name(BaseCloakLogic::hiddenDirectoryName);
+    static const std::string name(hiddenDirectoryName);
     return name;
 }
 

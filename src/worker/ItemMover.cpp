@@ -34,8 +34,7 @@ int lookAt(const Place& place) {
 }
 
 WorkerError reasonNotToHide(const std::string& path, const Place& item) {
-    if (lastPathComponent(parentPath(path)) == BaseCloakLogic::hiddenDirectoryName ||
-        isHiddenDirectory(item.directory))
+    if (lastPathComponent(parentPath(path)) == hiddenDirectoryName || isHiddenDirectory(item.directory))
         return WorkerError::AlreadyHidden;
     if (BaseCloakLogic::isProtectedFileAtPath(path))
         return WorkerError::Protected;
@@ -108,16 +107,14 @@ MoveAnswer hideItem(const std::string& path) {
     if (attempt.error != 0)
         return attempt.atHiddenDirectory ? failedAtHiddenDirectory(attempt.error)
                                          : failedWithErrno(attempt.error);
-    return {WorkerError::Success,
-            joinPath(joinPath(parentPath(path), BaseCloakLogic::hiddenDirectoryName), scrambled)};
+    return {WorkerError::Success, joinPath(joinPath(parentPath(path), hiddenDirectoryName), scrambled)};
 }
 
 MoveAnswer unhideItem(const std::string& hiddenPath) {
     const std::string_view hiddenDirectory = parentPath(hiddenPath);
     const std::string name(lastPathComponent(hiddenPath));
-    if (!namesAnItem(hiddenPath) ||
-        lastPathComponent(hiddenDirectory) != BaseCloakLogic::hiddenDirectoryName ||
-        name == BaseCloakLogic::hiddenDirectoryName)
+    if (!namesAnItem(hiddenPath) || lastPathComponent(hiddenDirectory) != hiddenDirectoryName ||
+        name == hiddenDirectoryName)
         return failed(WorkerError::Unknown);
     const std::string_view parentText = parentPath(hiddenDirectory);
     const UniqueFd parent = openDirectory(parentText);

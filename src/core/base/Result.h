@@ -15,8 +15,6 @@ namespace veilkeep {
 template <class T>
 class [[nodiscard]] Result {
 public:
-    using value_type = T;
-
     template <class U = T>
     requires(std::is_convertible_v<U&&, T> && !std::is_same_v<std::remove_cvref_t<U>, Result> &&
              !std::is_same_v<std::remove_cvref_t<U>, Error>) Result(U&& value)
@@ -48,8 +46,6 @@ private:
 template <>
 class [[nodiscard]] Result<void> {
 public:
-    using value_type = void;
-
     Result() = default;
     Result(Error error) : m_error(std::move(error)) {}
 

@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <cstring>
 #include <exception>
 #include <functional>
@@ -67,7 +68,6 @@ struct Walk {
     DirectoryVisitor& visitor;
     const WalkBoundaries& boundaries;
     const std::atomic<bool>& cancelled;
-    std::atomic<std::uint64_t>& directoriesSeen;
     std::string rootName;
     PendingDirectories pending = {};
     std::atomic<int> heldDescriptors = 0;
@@ -192,7 +192,6 @@ std::shared_ptr<const HeldDescriptor> descriptorOf(Walk& walk, const WalkPlace& 
 }
 
 void visitOpened(Walk& walk, Reading&& directory) {
-    walk.directoriesSeen.fetch_add(1, std::memory_order_relaxed);
     walk.visitor.visit(directory);
     directory.finish();
 }
@@ -259,7 +258,7 @@ Result<DirectoryWalker::End> DirectoryWalker::walk(const std::string& root, Dire
     const WalkBoundaries boundaries(*MountTable::current(), realRoot, kind);
     if (boundaries.rootIsPseudo())
         return End::Complete;
-    Walk walk{visitor, boundaries, m_cancelled, m_directoriesSeen, std::string(lastPathComponent(realRoot))};
+    Walk walk{visitor, boundaries, m_cancelled, std::string(lastPathComponent(realRoot))};
     guarded(walk, [&](char* block) { visitOpened(walk, {walk, block, std::move(fd), nullptr, {}}); });
     std::vector<std::thread> threads;
     if (!walk.pending.isEmpty())

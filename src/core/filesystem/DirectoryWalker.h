@@ -6,7 +6,6 @@
 #include <sys/types.h>
 
 #include <atomic>
-#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -73,13 +72,9 @@ public:
     // From any thread or a signal handler, at any time; the walk ends at the next entry.
     void cancel() { m_cancelled.store(true, std::memory_order_relaxed); }
 
-    // Progress, for any thread.
-    std::uint64_t directoriesSeen() const { return m_directoriesSeen.load(std::memory_order_relaxed); }
-
 private:
     Options m_options;
     std::atomic<bool> m_cancelled = false;
-    std::atomic<std::uint64_t> m_directoriesSeen = 0;
 };
 
 } // namespace veilkeep

@@ -61,12 +61,10 @@ std::optional<Mount> parseLine(std::string_view line) {
         return std::nullopt;
     mount.root = withoutEscapes(takeUntil(line, ' '));
     mount.mountPoint = withoutEscapes(takeUntil(line, ' '));
-    mount.options = withoutEscapes(takeUntil(line, ' '));
-    while (!line.empty() && takeUntil(line, ' ') != "-") {
+    while (!line.empty() && takeUntil(line, ' ') != "-") { // options, optional fields
     }
     mount.fileSystemType = withoutEscapes(takeUntil(line, ' '));
     mount.source = withoutEscapes(takeUntil(line, ' '));
-    mount.superOptions = withoutEscapes(line);
     if (!mount.mountPoint.starts_with('/') || mount.fileSystemType.empty())
         return std::nullopt;
     return mount;

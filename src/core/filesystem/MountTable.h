@@ -1,7 +1,5 @@
 #pragma once
 
-#include "core/base/Result.h"
-
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -18,10 +16,8 @@ struct Mount {
     unsigned int minor = 0;
     std::string root; // the directory of the file system that is seen at the mount point
     std::string mountPoint;
-    std::string options; // of this mount, "rw,nosuid"
     std::string fileSystemType;
     std::string source;
-    std::string superOptions; // of the file system
 
     bool operator==(const Mount&) const = default;
 };

@@ -14,8 +14,6 @@ namespace veilkeep {
 // from any thread.
 class BaseCloakLogic {
 public:
-    static constexpr std::string_view hiddenDirectoryName = veilkeep::hiddenDirectoryName;
-
     static std::string encryptFileName(std::string_view name);
 
     // The path up to and with the last ".SYS_INDEX" in its text.

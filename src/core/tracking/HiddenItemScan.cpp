@@ -112,7 +112,6 @@ Result<HiddenItemScan::Summary> HiddenItemScan::scan(const std::string& director
         return end.error();
     if (visitor.rootTrouble() != 0)
         return Error::system("read directory", root, visitor.rootTrouble());
-    visitor.summary().directoriesSeen = m_walker.directoriesSeen();
     visitor.summary().cancelled = *end == DirectoryWalker::End::Cancelled;
     return std::move(visitor.summary());
 }

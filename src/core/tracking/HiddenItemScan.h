@@ -1,6 +1,5 @@
 #pragma once
 
-#include "core/base/Error.h"
 #include "core/base/Result.h"
 #include "core/filesystem/DirectoryWalker.h"
 
@@ -20,7 +19,6 @@ public:
 
     struct Summary {
         std::uint64_t found = 0;
-        std::uint64_t directoriesSeen = 0;
         std::uint64_t unreadable = 0; // directories
         std::vector<Error> troubles;  // of the first unreadable ones
         bool cancelled = false;
@@ -37,9 +35,6 @@ public:
 
     // From any thread or a signal handler, at any time.
     void cancel() { m_walker.cancel(); }
-
-    // Progress, for any thread.
-    std::uint64_t directoriesSeen() const { return m_walker.directoriesSeen(); }
 
 private:
     DirectoryWalker m_walker;

@@ -126,7 +126,6 @@ TEST_F(DirectoryWalkerTest, GivesEachEntryOnceWithTypeAndInode) {
             ASSERT_TRUE(expected.contains(path)) << path;
             EXPECT_EQ(entry.type, expected.at(path)) << path;
         }
-        EXPECT_EQ(walker.directoriesSeen(), 4U);
         EXPECT_TRUE(collector.errors.empty());
     }
 }

@@ -21,15 +21,14 @@ TEST(MountTable, ReadsLines) {
     };
     const Row rows[] = {
         {"27 1 254:0 / / rw,relatime - ext4 /dev/vda rw,discard",
-         {27, 1, 254, 0, "/", "/", "rw,relatime", "ext4", "/dev/vda", "rw,discard"}},
+         {27, 1, 254, 0, "/", "/", "ext4", "/dev/vda"}},
         {"36 35 98:1 /mnt1 /mnt2 rw shared:2 master:1 - ext3 /dev/root rw,errors=continue",
-         {36, 35, 98, 1, "/mnt1", "/mnt2", "rw", "ext3", "/dev/root", "rw,errors=continue"}},
+         {36, 35, 98, 1, "/mnt1", "/mnt2", "ext3", "/dev/root"}},
         {R"(40 27 8:17 /a\011b /media/My\040Disk\134\012- ro unbindable - vfat /dev/s\040d ro)",
-         {40, 27, 8, 17, "/a\tb", "/media/My Disk\\\n-", "ro", "vfat", "/dev/s d", "ro"}},
+         {40, 27, 8, 17, "/a\tb", "/media/My Disk\\\n-", "vfat", "/dev/s d"}},
         {"41 27 0:44 / /media/\xff\xfe rw - fuse.sshfs me@host:/x\\y rw",
-         {41, 27, 0, 44, "/", "/media/\xff\xfe", "rw", "fuse.sshfs", "me@host:/x\\y", "rw"}},
-        {"42 27 0:45 / /no-source rw - tmpfs  rw",
-         {42, 27, 0, 45, "/", "/no-source", "rw", "tmpfs", "", "rw"}},
+         {41, 27, 0, 44, "/", "/media/\xff\xfe", "fuse.sshfs", "me@host:/x\\y"}},
+        {"42 27 0:45 / /no-source rw - tmpfs  rw", {42, 27, 0, 45, "/", "/no-source", "tmpfs", ""}},
     };
     std::string all;
     for (const Row& row : rows) {

@@ -25,7 +25,7 @@ TEST(VolumeIdentity, IsTheUuidWhereALinkTellsIt) {
     ASSERT_EQ(::symlink("../device", (links + "/6f1c-22").c_str()), 0);
 
     const auto mount = [](unsigned int major, unsigned int minor, std::string type, std::string source) {
-        return Mount{1, 0, major, minor, "/", "/m", "rw", std::move(type), std::move(source), "rw"};
+        return Mount{1, 0, major, minor, "/", "/m", std::move(type), std::move(source)};
     };
     struct Row {
         const char* what;
