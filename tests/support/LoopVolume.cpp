@@ -1,9 +1,9 @@
 #include "tests/support/LoopVolume.h"
 
 #include "core/base/UniqueFd.h"
+#include "tests/support/PrivateMount.h"
 
 #include <fcntl.h>
-#include <sched.h>
 #include <sys/mount.h>
 #include <unistd.h>
 
@@ -34,14 +34,6 @@ std::string makeImage(const std::string& type, const std::string& path) {
 }
 
 } // namespace
-
-std::string enterPrivateMounts() {
-    if (::unshare(CLONE_NEWNS) != 0)
-        return reason("unshare");
-    if (::mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0)
-        return reason("mount --make-rprivate /");
-    return {};
-}
 
 LoopVolume::LoopVolume(const ScratchTree& tree, const std::string& fileSystemType)
     : m_type(fileSystemType),

@@ -6,10 +6,6 @@
 
 namespace veilkeep::test {
 
-// Gives this process mounts of its own, which vanish with it and are seen by nobody else. Answers why it
-// cannot be done, and nothing when it is done.
-std::string enterPrivateMounts();
-
 // A new file system in an image file of the scratch tree, mounted in private mounts. Where the machine does
 // not allow it, whyMissing() tells the reason to skip the test with.
 class LoopVolume {

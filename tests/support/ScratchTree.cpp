@@ -101,6 +101,18 @@ bool exists(const std::string& path) {
     return ::lstat(path.c_str(), &status) == 0;
 }
 
+unsigned int modeOf(const std::string& path) {
+    struct stat status = {};
+    return ::lstat(path.c_str(), &status) == 0 ? status.st_mode & 07777U : 0;
+}
+
+std::set<std::string> namesIn(const std::string& directory) {
+    std::set<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(directory))
+        names.insert(entry.path().filename());
+    return names;
+}
+
 std::string readFile(const std::string& path) {
     const UniqueFd fd(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
     if (!fd)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <set>
 #include <string>
 #include <string_view>
 
@@ -28,7 +29,9 @@ private:
     std::string m_root;
 };
 
-bool exists(const std::string& path); // lstat: a dangling link exists
+bool exists(const std::string& path);         // lstat: a dangling link exists
+unsigned int modeOf(const std::string& path); // the item's own, without its kind; 0 where there is none
+std::set<std::string> namesIn(const std::string& directory);
 std::string readFile(const std::string& path);
 void writeFile(const std::string& path, std::string_view content);
 

@@ -1,12 +1,11 @@
+#include "tests/support/PrivateMount.h"
 #include "tests/worker/WorkerFixture.h"
 
 #include "core/base/UniqueFd.h"
 
 #include <fcntl.h>
 #include <linux/fs.h>
-#include <sched.h>
 #include <sys/ioctl.h>
-#include <sys/mount.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -167,13 +166,11 @@ TEST_F(RefusalTest, DirectoryThatTakesNewEntriesOnly) {
 }
 
 TEST_F(RefusalTest, MountsAndFullAndReadOnlyDisks) {
-    if (!isRoot())
-        GTEST_SKIP() << "needs root to mount";
-    if (::unshare(CLONE_NEWNS) != 0 || ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0)
-        GTEST_SKIP() << "no private mount namespace is to be had here";
     const std::string disk = m_tree.makeDirectory("t/disk");
     // 4 inodes: the root, two files and one more.
-    ASSERT_EQ(::mount("none", disk.c_str(), "tmpfs", 0, "size=64k,nr_inodes=4"), 0);
+    const PrivateMount mount("none", disk, "tmpfs", 0, "size=64k,nr_inodes=4");
+    if (!mount.whyMissing().empty())
+        GTEST_SKIP() << mount.whyMissing();
     m_tree.makeFile("t/disk/a.txt");
     m_tree.makeFile("t/disk/b.txt");
     m_tree.makeFile("t/disk/last inode");
@@ -182,14 +179,11 @@ TEST_F(RefusalTest, MountsAndFullAndReadOnlyDisks) {
     ASSERT_EQ(::unlink(m_tree.path("t/disk/last inode").c_str()), 0);
 
     m_tree.makeFile("t/outside");
-    ASSERT_EQ(::mount(m_tree.path("t/outside").c_str(), m_tree.path("t/disk/b.txt").c_str(), nullptr, MS_BIND,
-                      nullptr),
-              0);
+    const PrivateMount bound(m_tree.path("t/outside"), m_tree.path("t/disk/b.txt"), nullptr, MS_BIND);
+    ASSERT_EQ(bound.whyMissing(), "");
     expectRefused("-hide", m_tree.path("t/disk/b.txt"), 8);
     ASSERT_EQ(::mount("none", disk.c_str(), nullptr, MS_REMOUNT | MS_RDONLY, nullptr), 0);
     expectRefused("-hide", m_tree.path("t/disk/a.txt"), 11);
-    ASSERT_EQ(::umount2(m_tree.path("t/disk/b.txt").c_str(), MNT_DETACH), 0);
-    ASSERT_EQ(::umount2(disk.c_str(), MNT_DETACH), 0);
 }
 
 // The numbers of errors that cannot easily be had from a real disk, at the calls where they would arise.

@@ -11,12 +11,8 @@
 namespace veilkeep {
 namespace {
 
+using test::modeOf;
 using test::ScratchTree;
-
-unsigned int modeOf(const std::string& path) {
-    struct stat status = {};
-    return ::stat(path.c_str(), &status) == 0 ? status.st_mode & 07777 : 0;
-}
 
 TEST(Directories, MakesWhatIsMissingAndLeavesTheRest) {
     const ScratchTree tree;

@@ -3,8 +3,9 @@
 #include "core/base/PathText.h"
 #include "core/base/UniqueFd.h"
 #include "core/filesystem/PendingDirectories.h"
-#include "tests/support/ChildProcess.h"
+#include "tests/support/OpenDescriptors.h"
 #include "tests/support/PrivateMount.h"
+#include "tests/support/RunInChild.h"
 #include "tests/support/ScratchTree.h"
 
 #include <gtest/gtest.h>
@@ -33,10 +34,6 @@ namespace {
 
 using namespace test;
 using End = DirectoryWalker::End;
-
-std::ptrdiff_t openDescriptors() {
-    return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {});
-}
 
 // Keeps all that a walk gives and goes into each directory.
 class Collector : public DirectoryVisitor {

@@ -1,6 +1,6 @@
 #include "core/filesystem/MountTable.h"
 
-#include "tests/support/LoopVolume.h"
+#include "tests/support/PrivateMount.h"
 #include "tests/support/ScratchTree.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,7 @@
 #include "core/names/HiddenName.h"
 
 #include "core/base/Utf8.h"
+#include "tests/support/Repeated.h"
 #include "tests/support/Rounds.h"
 
 #include <gtest/gtest.h>
@@ -9,6 +10,8 @@
 
 namespace veilkeep {
 namespace {
+
+using test::repeated;
 
 const std::string high = "\xED\xA0\xBD", low = "\xED\xB8\x80"; // the halves of the emoji, each alone
 const std::string emoji = "\xF0\x9F\x98\x80", accented = "\xC3\xA9";
@@ -93,13 +96,6 @@ TEST(HiddenName, ReturnsOrIsRefusedForRandomLongNames) {
             name += pieces[random() % kinds];
         ASSERT_NO_FATAL_FAILURE(expectRuleHolds(name));
     }
-}
-
-std::string repeated(const std::string& piece, std::size_t times) {
-    std::string text;
-    while (times-- > 0)
-        text += piece;
-    return text;
 }
 
 TEST(HiddenName, RefusesWhatCannotBeHidden) {

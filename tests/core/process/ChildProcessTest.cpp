@@ -1,16 +1,14 @@
 #include "core/process/ChildProcess.h"
 
 #include "core/base/UniqueFd.h"
+#include "tests/support/FailingCall.h"
+#include "tests/support/OpenDescriptors.h"
 #include "tests/support/ScratchTree.h"
 
 #include <gtest/gtest.h>
 
-#include <dirent.h>
 #include <fcntl.h>
-#include <linux/filter.h>
-#include <linux/seccomp.h>
 #include <signal.h>
-#include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
@@ -26,20 +24,12 @@ namespace veilkeep {
 namespace {
 
 using namespace std::chrono_literals;
+using test::openDescriptors;
 using End = ChildProcessResult::End;
 constexpr std::size_t limit = ChildProcessResult::outputLimit;
 
 ChildProcessResult runSteps(const std::string& steps, const ChildProcessOptions& options = {}) {
     return runChildProcess(VEILKEEP_BAD_WORKER, {steps}, options);
-}
-
-std::size_t openDescriptors() {
-    std::size_t count = 0;
-    DIR* directory = ::opendir("/proc/self/fd");
-    while (::readdir(directory))
-        ++count;
-    ::closedir(directory);
-    return count;
 }
 
 // Lets go a child that waits at a FIFO with "wait".
@@ -100,29 +90,12 @@ TEST(ChildProcess, TellsHowEachKindOfChildEnded) {
     expectRows(badChildren());
 }
 
-// As on a kernel that knows no descriptors for processes.
-void forbidChildDescriptors() {
-    const auto statement = [](int code, std::uint32_t value, std::uint8_t yes = 0, std::uint8_t no = 0) {
-        return sock_filter{static_cast<std::uint16_t>(code), yes, no, value};
-    };
-    sock_filter filter[] = {
-        statement(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
-        statement(BPF_JMP | BPF_JEQ | BPF_K, SYS_pidfd_open, 0, 1),
-        statement(BPF_RET | BPF_K, SECCOMP_RET_ERRNO | ENOSYS),
-        statement(BPF_RET | BPF_K, SECCOMP_RET_ALLOW),
-    };
-    const sock_fprog program = {4, filter};
-    ASSERT_EQ(::prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0), 0);
-    ASSERT_EQ(::prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &program), 0);
-    ASSERT_EQ(::syscall(SYS_pidfd_open, ::getpid(), 0), -1);
-}
-
 TEST(ChildProcess, DoesTheSameWithoutChildDescriptors) {
-    std::thread([] { // the filter stays with its thread
-        forbidChildDescriptors();
+    std::thread([] {
+        ASSERT_TRUE(test::failCall(SYS_pidfd_open, ENOSYS));
+        ASSERT_EQ(::syscall(SYS_pidfd_open, ::getpid(), 0), -1);
         expectRows(badChildren());
-    })
-        .join();
+    }).join();
 }
 
 TEST(ChildProcess, SaysWhyAProgramDoesNotStart) {
@@ -139,7 +112,7 @@ TEST(ChildProcess, SaysWhyAProgramDoesNotStart) {
         {VEILKEEP_BAD_WORKER, {std::string("out=a\0b", 7)}, ErrorCode::InvalidArgument, 0},
         {std::string("/bin/true\0x", 11), {}, ErrorCode::InvalidArgument, 0},
     };
-    const std::size_t before = openDescriptors();
+    const std::ptrdiff_t before = openDescriptors();
     for (const auto& [program, arguments, code, number] : rows) {
         const ChildProcessResult result = runChildProcess(program, arguments);
         EXPECT_EQ(result.end, End::NotStarted) << program;
@@ -301,7 +274,7 @@ TEST(ChildProcess, SaysWhenSomebodyElseTookTheStatus) {
 }
 
 TEST(ChildProcess, LeavesNothingBehindAfterManyRuns) {
-    const std::size_t before = openDescriptors();
+    const std::ptrdiff_t before = openDescriptors();
     for (int run = 0; run < 200; ++run)
         EXPECT_TRUE(runSteps(run % 40 == 0 ? "out=a|grandchild" : "close").exitedWith(0));
     EXPECT_EQ(openDescriptors(), before);

@@ -15,11 +15,7 @@
 namespace veilkeep {
 namespace {
 
-unsigned int modeOf(const std::string& path) {
-    struct stat status = {};
-    EXPECT_EQ(::lstat(path.c_str(), &status), 0) << path;
-    return status.st_mode & 07777U;
-}
+using test::modeOf;
 
 void setTime(const std::string& path, long seconds, long nanoseconds = 0) {
     const timespec times[2] = {{seconds, nanoseconds}, {seconds, nanoseconds}};

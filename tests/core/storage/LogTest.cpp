@@ -1,8 +1,10 @@
 #include "core/storage/Log.h"
 
 #include "core/base/UniqueFd.h"
-#include "tests/support/ChildProcess.h"
+#include "tests/support/PrivateMount.h"
+#include "tests/support/RunInChild.h"
 #include "tests/support/ScratchTree.h"
+#include "tests/support/WaitUntil.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -18,13 +20,9 @@
 namespace veilkeep {
 namespace {
 
+using test::modeOf;
 using test::readFile;
 using test::ScratchTree;
-
-unsigned int modeOf(const std::string& path) {
-    struct stat status = {};
-    return ::stat(path.c_str(), &status) == 0 ? status.st_mode & 07777 : 0;
-}
 
 // The text of a line without the time and the process, which it must have.
 std::string textOf(const std::string& line) {
@@ -161,7 +159,8 @@ TEST(Log, WritesWholeLinesOnAFullDisk) {
     const ScratchTree tree;
     const std::string disk = tree.makeDirectory("disk");
     EXPECT_TRUE(test::runInChild([&] {
-        ASSERT_NO_FATAL_FAILURE(test::mountPrivately(disk, "size=16k"));
+        const test::PrivateMount mount("some", disk, "tmpfs", 0, "size=16k");
+        ASSERT_EQ(mount.whyMissing(), "");
         Log log(disk + "/log");
         const std::string text(700, 'x');
         for (int i = 0; i < 50; ++i)
@@ -201,10 +200,7 @@ TEST(Log, FollowsATurnOverThatItWaitedFor) {
     UniqueFd holder(::open(log.path().c_str(), O_RDONLY | O_CLOEXEC));
     ASSERT_EQ(::flock(holder.get(), LOCK_EX), 0);
     std::thread writer([&] { log.write("new"); });
-    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(30);
-    while (openCount(log.path()) < 2 && std::chrono::steady_clock::now() < deadline)
-        std::this_thread::yield();
-    EXPECT_EQ(openCount(log.path()), 2);
+    EXPECT_TRUE(test::waitUntil([&] { return openCount(log.path()) == 2; }));
     std::filesystem::rename(log.path(), tree.path("log.1"));
     holder.reset();
     writer.join();

@@ -1,5 +1,6 @@
 #include "core/storage/PropertyList.h"
 
+#include "tests/support/Repeated.h"
 #include "tests/support/ZeroMapping.h"
 
 #include <gtest/gtest.h>
@@ -13,6 +14,8 @@ namespace veilkeep {
 namespace {
 
 using namespace std::string_literals;
+using test::nestedLists;
+using test::repeated;
 
 std::string document(std::string_view dictionaryContent) {
     return "<plist version=\"1.0\"><dict>" + std::string(dictionaryContent) + "</dict></plist>";
@@ -22,22 +25,8 @@ std::string documentOf(std::string_view value) {
     return document("<key>k</key>" + std::string(value));
 }
 
-std::string repeated(std::string_view text, std::size_t count) {
-    std::string all;
-    for (std::size_t index = 0; index < count; ++index)
-        all += text;
-    return all;
-}
-
 std::string nestedDocument(std::string_view begin, std::string_view end, std::size_t depth) {
     return documentOf(repeated(begin, depth) + repeated(end, depth));
-}
-
-Value nestedLists(int depth) {
-    Value value = std::int64_t{1};
-    for (int level = 0; level < depth; ++level)
-        value = ValueList{value};
-    return value;
 }
 
 template <class T>

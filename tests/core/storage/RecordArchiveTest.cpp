@@ -3,6 +3,7 @@
 #include "core/storage/ArchiveEnvelope.h"
 #include "core/storage/CborWriter.h"
 #include "tests/support/AllocationCount.h"
+#include "tests/support/Repeated.h"
 #include "tests/support/ZeroMapping.h"
 
 #include <gtest/gtest.h>
@@ -15,6 +16,8 @@ namespace veilkeep {
 namespace {
 
 using namespace std::string_literals;
+using test::nestedLists;
+using test::repeated;
 using Unknown = std::vector<PropertyDictionary::Entry>;
 
 std::string encoded(const std::vector<PropertyDictionary>& records, const Unknown& unknown = {}) {
@@ -33,20 +36,6 @@ std::string sealed(std::string_view payload, std::uint64_t version = RecordArchi
     ArchiveEnvelopeWriter envelope(version, payload.size());
     envelope.text() += payload;
     return std::move(envelope).seal();
-}
-
-std::string repeated(std::string_view text, std::size_t count) {
-    std::string all;
-    for (std::size_t index = 0; index < count; ++index)
-        all += text;
-    return all;
-}
-
-Value nestedLists(int depth) {
-    Value value = std::int64_t{1};
-    for (int level = 0; level < depth; ++level)
-        value = ValueList{value};
-    return value;
 }
 
 std::vector<PropertyDictionary> sampleRecords() {

@@ -1,6 +1,7 @@
 #include "core/storage/ReplaceFile.h"
 
-#include "tests/support/ChildProcess.h"
+#include "tests/support/PrivateMount.h"
+#include "tests/support/RunInChild.h"
 #include "tests/support/ScratchTree.h"
 
 #include <gtest/gtest.h>
@@ -13,15 +14,9 @@
 namespace veilkeep {
 namespace {
 
+using test::namesIn;
 using test::readFile;
 using test::ScratchTree;
-
-std::set<std::string> namesIn(const std::string& directory) {
-    std::set<std::string> names;
-    for (const auto& entry : std::filesystem::directory_iterator(directory))
-        names.insert(entry.path().filename());
-    return names;
-}
 
 TEST(ReplaceFile, WritesWhereThePathLeads) {
     const ScratchTree tree;
@@ -94,7 +89,8 @@ TEST(ReplaceFile, LeavesTheOldFileOnAFullOrReadOnlyDisk) {
     const ScratchTree tree;
     const std::string disk = tree.makeDirectory("disk");
     EXPECT_TRUE(test::runInChild([&] {
-        ASSERT_NO_FATAL_FAILURE(test::mountPrivately(disk, "size=64k"));
+        const test::PrivateMount mount("some", disk, "tmpfs", 0, "size=64k");
+        ASSERT_EQ(mount.whyMissing(), "");
         const std::string path = tree.makeFile("disk/list", "old");
         expectRefused(path, std::string(100'000, 'n'), ENOSPC);
         EXPECT_EQ(readFile(path), "old");

@@ -1,6 +1,7 @@
 #include "core/storage/SafeFile.h"
 
-#include "tests/support/ChildProcess.h"
+#include "tests/support/PrivateMount.h"
+#include "tests/support/RunInChild.h"
 #include "tests/support/ScratchTree.h"
 
 #include <gtest/gtest.h>
@@ -33,10 +34,7 @@ protected:
     }
 
     std::set<std::string> names(std::string_view directory = "d") const {
-        std::set<std::string> all;
-        for (const auto& entry : std::filesystem::directory_iterator(tree.path(directory)))
-            all.insert(entry.path().filename());
-        return all;
+        return test::namesIn(tree.path(directory));
     }
 
     static std::vector<std::string> contents(const std::vector<std::string>& paths) {
@@ -201,7 +199,8 @@ TEST_F(SafeFileTest, LeavesNothingBehindWhenTheDiskIsFull) {
         GTEST_SKIP() << "only root can mount";
     const std::string disk = tree.makeDirectory("d");
     EXPECT_TRUE(test::runInChild([&] {
-        ASSERT_NO_FATAL_FAILURE(test::mountPrivately(disk, "size=64k"));
+        const test::PrivateMount mount("some", disk, "tmpfs", 0, "size=64k");
+        ASSERT_EQ(mount.whyMissing(), "");
         tree.makeFile("d/list", "old");
         const std::string large(100'000, 'n');
         SafeFile unread = open();

@@ -70,12 +70,7 @@ protected:
         return names;
     }
 
-    std::set<std::string> names() const {
-        std::set<std::string> names;
-        for (const auto& entry : std::filesystem::directory_iterator(tree.path("d")))
-            names.insert(entry.path().filename());
-        return names;
-    }
+    std::set<std::string> names() const { return test::namesIn(tree.path("d")); }
 
     void startOver() {
         for (const std::string& name : names())

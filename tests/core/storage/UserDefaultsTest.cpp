@@ -2,7 +2,7 @@
 
 #include "core/base/UniqueFd.h"
 #include "core/storage/PropertyList.h"
-#include "tests/support/ChildProcess.h"
+#include "tests/support/RunInChild.h"
 #include "tests/support/ScratchTree.h"
 
 #include <fcntl.h>

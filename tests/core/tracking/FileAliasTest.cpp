@@ -2,6 +2,7 @@
 
 #include "core/base/PathText.h"
 #include "tests/support/LoopVolume.h"
+#include "tests/support/PrivateMount.h"
 #include "tests/support/ScratchTree.h"
 
 #include <gtest/gtest.h>

@@ -1,17 +1,15 @@
 #include "core/tracking/HiddenItemScan.h"
 
 #include "core/base/PathText.h"
-#include "tests/support/ChildProcess.h"
+#include "tests/support/FailingCall.h"
 #include "tests/support/PrivateMount.h"
 #include "tests/support/Rounds.h"
+#include "tests/support/RunInChild.h"
 #include "tests/support/ScratchTree.h"
 
 #include <gtest/gtest.h>
 
 #include <fcntl.h>
-#include <linux/filter.h>
-#include <linux/seccomp.h>
-#include <sys/prctl.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
 #include <unistd.h>
@@ -38,19 +36,6 @@ Findings scan(const std::string& directory) {
     HiddenItemScan search;
     findings.summary = search.scan(directory, [&](const std::string& path) { findings.paths.insert(path); });
     return findings;
-}
-
-// From now on a directory can still be opened by this process, but reading it fails as on a bad disk.
-bool breakDirectoryReading() {
-    sock_filter program[] = {
-        {BPF_LD | BPF_W | BPF_ABS, 0, 0, offsetof(seccomp_data, nr)},
-        {BPF_JMP | BPF_JEQ | BPF_K, 0, 1, SYS_getdents64},
-        {BPF_RET | BPF_K, 0, 0, SECCOMP_RET_ERRNO | EIO},
-        {BPF_RET | BPF_K, 0, 0, SECCOMP_RET_ALLOW},
-    };
-    const sock_fprog filter = {std::size(program), program};
-    return ::prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) == 0 &&
-           ::prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &filter) == 0;
 }
 
 class HiddenItemScanTest : public testing::Test {
@@ -164,7 +149,7 @@ TEST_F(HiddenItemScanTest, RefusesADirectoryThatCannotBeRead) {
     EXPECT_EQ(scan(file + "/").summary.error(), Error::system("open", file, ENOTDIR));
     EXPECT_EQ(scan(m_tree + "/no").summary.error(), Error::system("open", m_tree + "/no", ENOENT));
     EXPECT_TRUE(runInChild([&] {
-        ASSERT_TRUE(breakDirectoryReading());
+        ASSERT_TRUE(failCall(SYS_getdents64, EIO));
         EXPECT_EQ(scan(m_tree).summary.error(), Error::system("read directory", m_tree, EIO));
     }));
 }

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "tests/support/RunProgram.h"
+
 #include <gtest/gtest.h>
 
-#include <sched.h>
-#include <sys/mount.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -35,16 +35,8 @@ inline bool runInChild(const std::function<void()>& body) {
 
 // From here on this process has only the rights of an ordinary user.
 inline void becomeOrdinaryUser() {
-    constexpr unsigned int nobody = 65534;
-    ASSERT_EQ(::setgid(nobody), 0);
-    ASSERT_EQ(::setuid(nobody), 0);
-}
-
-// Mounts an empty file system in memory that this process and its children alone see.
-inline void mountPrivately(const std::string& directory, const char* options) {
-    ASSERT_EQ(::unshare(CLONE_NEWNS), 0);
-    ASSERT_EQ(::mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr), 0);
-    ASSERT_EQ(::mount("tmpfs", directory.c_str(), "tmpfs", 0, options), 0);
+    ASSERT_EQ(::setgid(ordinaryUser), 0);
+    ASSERT_EQ(::setuid(ordinaryUser), 0);
 }
 
 } // namespace veilkeep::test
