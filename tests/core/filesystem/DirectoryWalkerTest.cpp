@@ -127,20 +127,6 @@ TEST_F(DirectoryWalkerTest, GivesEachEntryOnceWithTypeAndInode) {
     }
 }
 
-TEST_F(DirectoryWalkerTest, RefusesARootThatCannotBeRead) {
-    const std::string file = m_scratch.makeFile("file");
-    const std::pair<std::string, int> rows[] = {{file, ENOTDIR},
-                                                {m_scratch.path("missing"), ENOENT},
-                                                {"", ENOENT},
-                                                {std::string(5000, 'a'), ENAMETOOLONG}};
-    for (const auto& [root, systemError] : rows) {
-        Collector collector;
-        const auto end = DirectoryWalker().walk(root, collector);
-        ASSERT_FALSE(end) << root;
-        EXPECT_EQ(end.error(), Error::system("open", root, systemError));
-    }
-}
-
 TEST_F(DirectoryWalkerTest, ReachesWhatNoPathReaches) {
     const DeepDirectory deep(m_tree, "directory", 510);
     ASSERT_EQ(::mknodat(deep.deepest(), "file", S_IFREG | 0600, 0), 0);

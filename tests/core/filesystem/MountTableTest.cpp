@@ -6,8 +6,6 @@
 #include <gtest/gtest.h>
 
 #include <sys/mount.h>
-#include <sys/stat.h>
-#include <sys/sysmacros.h>
 
 #include <algorithm>
 
@@ -90,17 +88,6 @@ TEST(MountTable, TellsThePathOnTheVolume) {
         mount.mountPoint = row.mountPoint;
         EXPECT_EQ(pathOnVolume(mount, row.path), row.onVolume) << row.root << " at " << row.mountPoint;
     }
-}
-
-TEST(MountTable, KnowsTheDeviceOfAnyPlace) {
-    const test::ScratchTree tree;
-    struct stat status = {};
-    ASSERT_EQ(::stat(tree.root().c_str(), &status), 0);
-    const Mount* const mount = MountTable::current()->mountHolding(tree.root());
-    ASSERT_TRUE(mount);
-    if (mount->major == 0)
-        GTEST_SKIP() << mount->fileSystemType << " shows another device number than it is mounted under";
-    EXPECT_EQ(makedev(mount->major, mount->minor), status.st_dev);
 }
 
 TEST(MountTable, IsReadAgainOnlyWhenMountsChange) {

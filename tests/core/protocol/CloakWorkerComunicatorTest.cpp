@@ -44,10 +44,7 @@ TEST(CloakWorkerComunicator, TurnsRunsIntoResults) {
     const Row rows[] = {
         {"out=NewFilename: /a|exit=1", 0, 0},
         {"out=NewFilename: /a|exit=2", 0, 1},
-        {"out=NewFilename: /a", 1, 1},
         {"out=Error: 3", 3, 3},
-        {"out=Error: 6|exit=1", 1, 1},
-        {"", 1, 1},
         {"out=NewFilename: /a|signal=9", 1, 1},
         {"out=Error: 3|signal=6", 1, 1},
         {"out=NewFilename: |rubbish=1048576|exit=1", 1, 1},

@@ -1,6 +1,7 @@
 #include "core/protocol/InProgressFolder.h"
 
 #include "core/storage/PropertyList.h"
+#include "tests/support/HostileNames.h"
 #include "tests/support/ScratchTree.h"
 
 #include <gtest/gtest.h>
@@ -25,30 +26,8 @@ void setTime(const std::string& path, long seconds, long nanoseconds = 0) {
 TEST(InProgressFolder, KeepsRecordsWithHostileNames) {
     const test::ScratchTree tree;
     const std::string folder = tree.path("new/deep/InProgress");
-    std::vector<std::string> names = {"a",
-                                      " a ",
-                                      "\n",
-                                      "\r",
-                                      "\r\n",
-                                      "\t",
-                                      "<key>&amp;</key>",
-                                      "]]>",
-                                      "\"'",
-                                      "\xff\xfe",
-                                      "\xc3",
-                                      "\xed\xa0\x80",
-                                      "\xf0\x9f\x98\x80",
-                                      "\xef\xbf\xbe",
-                                      "\xef\xbf\xbf",
-                                      "\xc2\x85",
-                                      "\xe2\x80\xae",
-                                      "e\xcc\x81",
-                                      "\xc3\xa9",
-                                      "%00",
-                                      "-rf",
-                                      std::string(4000, 'x')};
-    for (int byte = 1; byte < 256; ++byte)
-        names.push_back(std::string(1, static_cast<char>(byte)));
+    std::vector<std::string> names = test::hostileNames();
+    names.push_back(std::string(4000, 'x'));
     const InProgressFolder reader(folder);
     int number = 0;
     for (const std::string& name : names) {
