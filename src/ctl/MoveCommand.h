@@ -14,8 +14,7 @@ namespace veilkeep {
 
 // Hides or unhides items one after the other. A success is printed only once the directories that it touched
 // are on the disk, which is seen to about every second, before a folder above one of them moves, and at the
-// end. SIGINT and SIGTERM let the item in
-// hand finish and end the batch there.
+// end. SIGINT and SIGTERM let the item in hand finish and end the batch there.
 class MoveCommand {
 public:
     MoveCommand(CloakWorkerComunicator& worker, TerminalOutput& output);
