@@ -156,7 +156,8 @@ TEST_F(CommandTest, NamesOnATerminalAndElsewhere) {
     EXPECT_EQ(ctl({"hide", "--", "-rf"}).output, m_tree.path(".SYS_INDEX/fr-") + "\n");
     if (::access("/usr/bin/script", X_OK) != 0)
         GTEST_SKIP() << "script(1) is not installed";
-    const ProgramRun onTerminal = ctlOnTerminal("hide $'a\\n\\x1b[31m\\xff' $'missing\\x1b[2J'");
+    const ProgramRun onTerminal =
+        ctlOnTerminal("hide \"$(printf 'a\\n\\033[31m\\377')\" \"$(printf 'missing\\033[2J')\"");
     EXPECT_NE(onTerminal.output.find("/.SYS_INDEX/\\xffm13[\\x1b\\na"), std::string::npos)
         << onTerminal.output;
     EXPECT_EQ(onTerminal.output.find('\x1b'), std::string::npos) << onTerminal.output;
