@@ -1,16 +1,20 @@
 #include "core/process/ChildProcess.h"
 
 #include "core/base/Result.h"
+#include "core/base/SystemCall.h"
 #include "core/base/UniqueFd.h"
 #include "core/process/ChildWait.h"
 
 #include <fcntl.h>
 #include <signal.h>
 #include <spawn.h>
+#include <sys/mman.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <initializer_list>
+#include <string_view>
 
 namespace veilkeep {
 namespace {
@@ -35,6 +39,9 @@ public:
     void openNullDevice(int descriptor) {
         note(::posix_spawn_file_actions_addopen(&m_actions, descriptor, nullDevice, O_RDWR, 0));
     }
+    void startIn(const std::string& directory) {
+        note(::posix_spawn_file_actions_addchdir_np(&m_actions, directory.c_str()));
+    }
     void duplicate(int from, int to) { note(::posix_spawn_file_actions_adddup2(&m_actions, from, to)); }
     void closeOthers() { note(::posix_spawn_file_actions_addclosefrom_np(&m_actions, firstOtherDescriptor)); }
     void useCleanSignals(bool deferEndingSignals) {
@@ -46,10 +53,10 @@ public:
     }
 
     // 0 or an errno
-    int spawn(pid_t& child, const std::string& program, char* const* arguments) {
+    int spawn(pid_t& child, const std::string& program, char* const* arguments, char* const* environment) {
         if (m_failure != 0)
             return m_failure;
-        return ::posix_spawn(&child, program.c_str(), &m_actions, &m_attributes, arguments, environ);
+        return ::posix_spawn(&child, program.c_str(), &m_actions, &m_attributes, arguments, environment);
     }
 
 private:
@@ -109,10 +116,62 @@ void keepExitStatuses() {
     ::sigaction(SIGCHLD, &action, nullptr); // fails for bad arguments only
 }
 
+// Nothing for an empty input. A file in memory, unlike a pipe, takes all of it before the child reads.
+Result<UniqueFd> openInput(const std::string& input) {
+    if (input.empty())
+        return UniqueFd();
+    UniqueFd file(::memfd_create("input", MFD_CLOEXEC));
+    if (!file || !keepAboveStandardStreams(file))
+        return Error::system("memfd_create", {}, errno);
+    std::size_t written = 0;
+    while (written < input.size()) {
+        const ssize_t count = retryOnInterrupt(
+            [&] { return ::write(file.get(), input.data() + written, input.size() - written); });
+        if (count <= 0)
+            return Error::system("write", {}, count < 0 ? errno : EIO);
+        written += static_cast<std::size_t>(count);
+    }
+    if (::lseek(file.get(), 0, SEEK_SET) != 0)
+        return Error::system("lseek", {}, errno);
+    return file;
+}
+
+std::string_view nameOfVariable(std::string_view variable) {
+    return variable.substr(0, variable.find('='));
+}
+
+std::vector<std::string> environmentFor(const ChildProcessOptions& options) {
+    const auto isReplaced = [&](std::string_view inherited) {
+        return std::ranges::any_of(options.variables, [&](const std::string& variable) {
+            return nameOfVariable(variable) == nameOfVariable(inherited);
+        });
+    };
+    std::vector<std::string> environment = options.variables;
+    for (char* const* variable = environ; options.inheritEnvironment && *variable; ++variable)
+        if (!isReplaced(*variable))
+            environment.emplace_back(*variable);
+    return environment;
+}
+
+// As exec wants it. The texts are not written to, and must outlive it.
+std::vector<char*> pointersTo(const std::vector<std::string>& texts) {
+    std::vector<char*> pointers;
+    for (const std::string& text : texts)
+        pointers.push_back(const_cast<char*>(text.c_str()));
+    pointers.push_back(nullptr);
+    return pointers;
+}
+
 Result<pid_t> spawn(const std::string& program, const std::vector<std::string>& arguments, int output,
-                    bool deferEndingSignals) {
+                    const ChildProcessOptions& options) {
+    const Result<UniqueFd> input = openInput(options.input);
+    if (!input)
+        return input.error();
     SpawnSettings settings;
-    settings.openNullDevice(STDIN_FILENO);
+    if (*input)
+        settings.duplicate(input->get(), STDIN_FILENO);
+    else
+        settings.openNullDevice(STDIN_FILENO);
     if (output >= 0)
         settings.duplicate(output, STDOUT_FILENO);
     else
@@ -120,14 +179,17 @@ Result<pid_t> spawn(const std::string& program, const std::vector<std::string>& 
     if (!hasStandardError())
         settings.openNullDevice(STDERR_FILENO);
     settings.closeOthers();
-    settings.useCleanSignals(deferEndingSignals);
+    if (!options.directory.empty())
+        settings.startIn(options.directory);
+    settings.useCleanSignals(options.deferEndingSignals);
 
-    std::vector<char*> pointers = {const_cast<char*>(program.c_str())}; // posix_spawn does not write to them
-    for (const std::string& argument : arguments)
-        pointers.push_back(const_cast<char*>(argument.c_str()));
-    pointers.push_back(nullptr);
+    std::vector<std::string> command = {program};
+    command.insert(command.end(), arguments.begin(), arguments.end());
+    const std::vector<std::string> environment = environmentFor(options);
     pid_t child = -1;
-    if (const int failure = settings.spawn(child, program, pointers.data()); failure != 0)
+    if (const int failure =
+            settings.spawn(child, program, pointersTo(command).data(), pointersTo(environment).data());
+        failure != 0)
         return Error::system("posix_spawn", program, failure);
     return child;
 }
@@ -146,10 +208,9 @@ ChildProcessResult notStarted(Error error) {
 
 ChildProcessResult runChildProcess(const std::string& program, const std::vector<std::string>& arguments,
                                    const ChildProcessOptions& options) {
-    bool nul = holdsNul(program); // the child would see a shorter path, perhaps that of another item
-    for (const std::string& argument : arguments)
-        nul = nul || holdsNul(argument);
-    if (nul)
+    // The child would see a shorter path, perhaps that of another item.
+    if (holdsNul(program) || holdsNul(options.directory) || std::ranges::any_of(arguments, holdsNul) ||
+        std::ranges::any_of(options.variables, holdsNul))
         return notStarted({ErrorCode::InvalidArgument, "posix_spawn", program, 0});
 
     keepExitStatuses();
@@ -160,7 +221,7 @@ ChildProcessResult runChildProcess(const std::string& program, const std::vector
             return notStarted(std::move(made).error());
         pipe = std::move(*made);
     }
-    const Result<pid_t> child = spawn(program, arguments, pipe.writer.get(), options.deferEndingSignals);
+    const Result<pid_t> child = spawn(program, arguments, pipe.writer.get(), options);
     if (!child)
         return notStarted(child.error());
     pipe.writer.reset();

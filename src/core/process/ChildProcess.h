@@ -16,6 +16,11 @@ struct ChildProcessOptions {
     enum class Output { Collect, Discard };
 
     Output output = Output::Collect;
+    std::string input;     // what the child reads from its standard input
+    std::string directory; // its working directory; empty for this process'
+    bool inheritEnvironment = true;
+    // "NAME=value", each instead of the variable of that name that the child would inherit.
+    std::vector<std::string> variables;
     Tick* tick = nullptr; // called while waiting
     // How long a child that has closed its output may live on before SIGTERM, and then before SIGKILL.
     std::chrono::milliseconds grace = std::chrono::seconds(10);
@@ -49,7 +54,7 @@ struct ChildProcessResult {
 };
 
 // Runs a program, given by its path, and waits for its end. It gets the arguments (its own name is put
-// first), this process' environment, an empty standard input, this process' standard error, no other
+// first), the input, directory and environment of the options, this process' standard error, no other
 // descriptor, no blocked signal unless asked for, and default answers to SIGPIPE, SIGTERM, SIGCHLD and
 // SIGXFSZ; where SIGHUP or SIGINT is ignored (nohup) the child ignores it too. Nothing written by a process
 // that outlives the child is waited for. Any thread. Where this process ignores SIGCHLD that is taken back,

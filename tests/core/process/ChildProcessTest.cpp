@@ -148,6 +148,38 @@ TEST(ChildProcess, GivesTheChildNothingButItsStreams) {
 }
 
 // Each of the parent's own streams may be closed, or stand for some other file of the parent's.
+TEST(ChildProcess, GivesTheChildItsInputDirectoryAndVariables) {
+    const std::string input(300'000, 'i'); // more than a pipe holds
+    struct Script {
+        const char* text;
+        bool inherits;
+        std::string output;
+    };
+    const Script scripts[] = {
+        {"cat", true, input},
+        {"pwd", true, "/proc\n"},
+        {"echo $FIRST-$SECOND-$INHERITED", true, "one-two=2-yes\n"},
+        {"echo $FIRST-$SECOND-$INHERITED", false, "one-two=2-\n"},
+    };
+    ::setenv("FIRST", "inherited", 1);
+    ::setenv("INHERITED", "yes", 1);
+    for (const Script& script : scripts) {
+        ChildProcessOptions options;
+        options.input = input;
+        options.directory = "/proc";
+        options.inheritEnvironment = script.inherits;
+        options.variables = {"FIRST=one", "SECOND=two=2"};
+        const ChildProcessResult result = runChildProcess("/bin/sh", {"-c", script.text}, options);
+        EXPECT_TRUE(result.output == script.output) << script.text << ": " << result.output.substr(0, 200);
+    }
+    ::unsetenv("INHERITED");
+    ::unsetenv("FIRST");
+
+    ChildProcessOptions nowhere;
+    nowhere.directory = "/nonexistent";
+    EXPECT_EQ(runChildProcess("/bin/true", {}, nowhere).error.systemError, ENOENT);
+}
+
 TEST(ChildProcess, KeepsStreamsApartWhenThoseOfTheParentAreClosed) {
     int kept[3];
     for (int stream = 0; stream < 3; ++stream)
