@@ -2,8 +2,8 @@
 
 #include "core/base/PathText.h"
 #include "core/environment/XdgDirectories.h"
+#include "core/log/Log.h"
 #include "core/process/ChildProcess.h"
-#include "core/storage/Log.h"
 
 #include <unistd.h>
 

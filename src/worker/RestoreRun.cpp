@@ -1,8 +1,8 @@
 #include "worker/RestoreRun.h"
 
+#include "core/log/Log.h"
 #include "core/names/BaseCloakLogic.h"
 #include "core/protocol/InProgressFolder.h"
-#include "core/storage/Log.h"
 #include "core/tracking/HiddenItemScan.h"
 #include "worker/ProcessGuard.h"
 

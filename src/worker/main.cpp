@@ -3,9 +3,9 @@
 // Exit status 1 is success and 0 failure, as the application reads them.
 
 #include "core/environment/XdgDirectories.h"
+#include "core/log/Log.h"
 #include "core/names/BaseCloakLogic.h"
 #include "core/protocol/InProgressFolder.h"
-#include "core/storage/Log.h"
 #include "worker/AnswerLine.h"
 #include "worker/ItemMover.h"
 #include "worker/ProcessGuard.h"

@@ -1,7 +1,7 @@
 #include "core/protocol/CloakWorkerComunicator.h"
 
+#include "core/log/Log.h"
 #include "core/process/ChildProcess.h"
-#include "core/storage/Log.h"
 
 #include <string_view>
 #include <utility>

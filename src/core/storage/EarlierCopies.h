@@ -1,7 +1,7 @@
 #pragma once
 
 #include "core/base/Result.h"
-#include "core/storage/TimeText.h"
+#include "core/log/TimeText.h"
 
 #include <cstddef>
 #include <string>

@@ -5,9 +5,9 @@
 #include "core/base/UniqueFd.h"
 #include "core/filesystem/Directories.h"
 #include "core/filesystem/ReadWholeFile.h"
+#include "core/log/Log.h"
 #include "core/storage/EarlierCopies.h"
 #include "core/storage/KeptFile.h"
-#include "core/storage/Log.h"
 #include "core/storage/ReplaceFile.h"
 
 #include <fcntl.h>

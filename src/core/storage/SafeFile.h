@@ -2,7 +2,7 @@
 
 #include "core/base/Result.h"
 #include "core/filesystem/FileStamp.h"
-#include "core/storage/TimeText.h"
+#include "core/log/TimeText.h"
 
 #include <array>
 #include <cstddef>

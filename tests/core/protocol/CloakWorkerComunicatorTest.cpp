@@ -1,6 +1,6 @@
 #include "core/protocol/CloakWorkerComunicator.h"
 
-#include "core/storage/Log.h"
+#include "core/log/Log.h"
 #include "tests/support/ScratchTree.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "core/storage/Log.h"
+#include "core/log/Log.h"
 
 #include "core/base/UniqueFd.h"
 #include "tests/support/PrivateMount.h"

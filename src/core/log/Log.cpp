@@ -1,4 +1,4 @@
-#include "core/storage/Log.h"
+#include "core/log/Log.h"
 
 #include "core/base/PathText.h"
 #include "core/base/SystemCall.h"
@@ -7,7 +7,7 @@
 #include "core/environment/XdgDirectories.h"
 #include "core/filesystem/Directories.h"
 #include "core/filesystem/FileLock.h"
-#include "core/storage/TimeText.h"
+#include "core/log/TimeText.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>

@@ -1,4 +1,4 @@
-#include "core/storage/TimeText.h"
+#include "core/log/TimeText.h"
 
 #include <algorithm>
 #include <ctime>
