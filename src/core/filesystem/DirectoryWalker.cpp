@@ -68,14 +68,18 @@ struct Walk {
     DirectoryVisitor& visitor;
     const WalkBoundaries& boundaries;
     const std::atomic<bool>& cancelled;
+    std::atomic<std::uint64_t>& directoriesSeen;
     std::string rootName;
     PendingDirectories pending = {};
     std::atomic<int> heldDescriptors = 0;
     std::shared_ptr<const HeldDescriptor> rootDescriptor = {}; // what was closed is opened again from here
     const int mostHeldDescriptors = descriptorsToHold();
     std::atomic<bool> outOfMemory = false;
+    std::atomic<bool> endedByVisitor = false;
 
-    bool isCancelled() const { return cancelled.load(std::memory_order_relaxed); }
+    bool isOver() const {
+        return cancelled.load(std::memory_order_relaxed) || endedByVisitor.load(std::memory_order_relaxed);
+    }
 };
 
 class Reading final : public OpenDirectory {
@@ -88,7 +92,7 @@ public:
           m_name(std::move(name)) {}
 
     const DirectoryEntry* next() override {
-        while (!m_walk.isCancelled() && (m_at < m_end || readBlock())) {
+        while (!m_walk.isOver() && (m_at < m_end || readBlock())) {
             EntryHeader header = {};
             std::memcpy(&header, m_block + m_at, headerSize);
             const char* name = m_block + m_at + headerSize;
@@ -105,6 +109,8 @@ public:
             return;
         m_subdirectories.append(m_entry.name).push_back('\0');
     }
+
+    void endWalk() override { m_walk.endedByVisitor.store(true, std::memory_order_relaxed); }
 
     int descriptor() const override { return m_fd.get(); }
 
@@ -192,6 +198,7 @@ std::shared_ptr<const HeldDescriptor> descriptorOf(Walk& walk, const WalkPlace& 
 }
 
 void visitOpened(Walk& walk, Reading&& directory) {
+    walk.directoriesSeen.fetch_add(1, std::memory_order_relaxed);
     walk.visitor.visit(directory);
     directory.finish();
 }
@@ -227,10 +234,10 @@ void guarded(Walk& walk, Step step) {
 void walkPending(Walk& walk) {
     walk.pending.join();
     guarded(walk, [&](char* block) {
-        while (auto directory = walk.isCancelled() ? std::nullopt : walk.pending.next())
+        while (auto directory = walk.isOver() ? std::nullopt : walk.pending.next())
             visitPending(walk, std::move(*directory), block);
     });
-    if (walk.isCancelled())
+    if (walk.isOver())
         walk.pending.stop();
 }
 
@@ -258,7 +265,7 @@ Result<DirectoryWalker::End> DirectoryWalker::walk(const std::string& root, Dire
     const WalkBoundaries boundaries(*MountTable::current(), realRoot, kind);
     if (boundaries.rootIsPseudo())
         return End::Complete;
-    Walk walk{visitor, boundaries, m_cancelled, std::string(lastPathComponent(realRoot))};
+    Walk walk{visitor, boundaries, m_cancelled, m_directoriesSeen, std::string(lastPathComponent(realRoot))};
     guarded(walk, [&](char* block) { visitOpened(walk, {walk, block, std::move(fd), nullptr, {}}); });
     std::vector<std::thread> threads;
     if (!walk.pending.isEmpty())
@@ -268,7 +275,7 @@ Result<DirectoryWalker::End> DirectoryWalker::walk(const std::string& root, Dire
         thread.join();
     if (walk.outOfMemory)
         return Error::system("walk", root, ENOMEM);
-    return walk.isCancelled() ? End::Cancelled : End::Complete;
+    return isCancelled() ? End::Cancelled : End::Complete;
 }
 
 } // namespace veilkeep

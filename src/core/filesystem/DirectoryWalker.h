@@ -6,6 +6,7 @@
 #include <sys/types.h>
 
 #include <atomic>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -27,6 +28,9 @@ public:
     // Has the entry that next() gave last walked as well. Its type must be DT_DIR. Boundaries of the walk
     // are passed over silently.
     virtual void descend() = 0;
+
+    // Ends the walk for all threads, as complete: what was looked for is found.
+    virtual void endWalk() = 0;
 
     virtual int descriptor() const = 0;
 
@@ -53,7 +57,8 @@ public:
 
 // Goes through a directory tree on all processors, deepest directories first, so that what is pending stays
 // small. Links below the root are never followed. Directories that vanish meanwhile are passed over, pseudo
-// file systems are never entered. Holds no lock while it calls the visitor. One walk for each object.
+// file systems are never entered. Holds no lock while it calls the visitor. One walk after another; all are
+// over once cancelled.
 class DirectoryWalker {
 public:
     struct Options {
@@ -71,10 +76,15 @@ public:
 
     // From any thread or a signal handler, at any time; the walk ends at the next entry.
     void cancel() { m_cancelled.store(true, std::memory_order_relaxed); }
+    bool isCancelled() const { return m_cancelled.load(std::memory_order_relaxed); }
+
+    // In all walks so far; from any thread.
+    std::uint64_t directoriesSeen() const { return m_directoriesSeen.load(std::memory_order_relaxed); }
 
 private:
     Options m_options;
     std::atomic<bool> m_cancelled = false;
+    std::atomic<std::uint64_t> m_directoriesSeen = 0;
 };
 
 } // namespace veilkeep

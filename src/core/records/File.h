@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/records/PropertyDictionary.h"
+#include "core/tracking/AliasResolver.h"
 
 #include <cstdint>
 #include <optional>
@@ -61,6 +62,33 @@ public:
 
     std::optional<std::string_view> alias() const; // nothing where none could be made; lives like a path
     void updateAlias();                            // of what is at path() now
+
+    // Where the item is now. Things exist as they are themselves: a link wherever it leads. Below the places
+    // where removable and network volumes are mounted an absent volume is mounted only with `mount`; of any
+    // other path silently as well. Nobody is asked on the way but with `mount`, and only where the resolver
+    // has a mounter.
+    std::optional<std::string> newPathWithMount(AliasResolver& resolver, bool mount) const;
+    std::optional<std::string> newPath(AliasResolver& resolver) const;
+    // Whether something exists at path(), or else where the alias leads; path, state and name follow it
+    // there.
+    bool checkPathesConsistencyWithMount(AliasResolver& resolver, bool mount);
+    bool checkPathesConsistency(AliasResolver& resolver);
+    // Takes the path over unless something exists at path(), and derives state, original path and name from
+    // it; broken, with the names left as they are, when nothing exists there. Nothing stands for path(). The
+    // alias stays as it was.
+    void syncPathWithNewPath(const std::optional<std::string>& newPath);
+    void syncPathWithAlias(AliasResolver& resolver);
+    std::int32_t stateFromPath() const;                  // by path() alone
+    std::optional<std::string> closestHiddenDir() const; // the top hidden item that holds this one
+
+    // For checks and before a hide: makes sure that what is at path() is the item of the alias. When it is
+    // another one (an editor saved by replacing), the item is looked for nearby: found, the record follows
+    // it; else the alias is renewed.
+    enum class IdentityCheck { NothingThere, Confirmed, Renewed, FollowedElsewhere };
+    IdentityCheck checkIdentity();
+
+    // After a move: the alias is renewed first, and the rest follows from it.
+    void movedTo(std::string_view path);
 
 private:
     void keep(PropertyDictionary properties);

@@ -2,6 +2,7 @@
 
 #include "core/base/CHandles.h"
 #include "core/base/SystemCall.h"
+#include "core/tracking/FileSystemUuid.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -44,7 +45,8 @@ std::string uuidOfDevice(dev_t device, const std::string& uuidLinks) {
 VolumeIdentity volumeIdentityOfMount(const Mount& mount, const std::string& uuidLinks) {
     VolumeIdentity volume;
     volume.fileSystemType = mount.fileSystemType;
-    if (const auto device = deviceOfMount(mount))
+    volume.uuid = uuidFromFileSystem(mount);
+    if (const auto device = volume.uuid.empty() ? deviceOfMount(mount) : std::nullopt)
         volume.uuid = uuidOfDevice(*device, uuidLinks);
     if (volume.uuid.empty())
         volume.source = mount.source;

@@ -131,13 +131,13 @@ TEST(FileAlias, IsNotMadeOfWhatCannotBeLookedAt) {
         {"locked directory", locked},
         {"missing in a locked directory", tree.path("locked/missing")},
         {"name too long", tree.path(std::string(256, 'n'))},
-        {"path too long", tree.root() + std::string(4'096, '/') + "file"},
         {"path with a NUL", file + std::string(1, '\0')},
         {"circle of links", circle + "/x"},
     };
     for (const auto& [what, path] : rows)
         EXPECT_FALSE(aliasRecordFromPath(path)) << what;
     EXPECT_TRUE(aliasRecordFromPath(file)) << "no rights on the file itself are needed";
+    EXPECT_TRUE(aliasRecordFromPath(tree.root() + std::string(4'096, '/') + "file")) << "no path is too long";
     ASSERT_TRUE(!isRoot || ::seteuid(0) == 0);
 }
 
@@ -210,7 +210,7 @@ TEST(FileAlias, KeepsNoPassingHandle) {
     const auto alias = aliasOf(place + "/file");
     ASSERT_EQ(::umount2(place.c_str(), MNT_DETACH), 0);
     ASSERT_TRUE(alias);
-    EXPECT_EQ(alias->volume, (VolumeIdentity{"", "tmpfs", "some"}));
+    EXPECT_EQ(alias->volume.fileSystemType, "tmpfs");
     EXPECT_FALSE(alias->item.handle);
 }
 

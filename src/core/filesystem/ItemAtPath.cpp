@@ -1,0 +1,40 @@
+#include "core/filesystem/ItemAtPath.h"
+
+#include "core/base/PathText.h"
+#include "core/base/SystemCall.h"
+#include "core/filesystem/Directories.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include <cerrno>
+
+namespace veilkeep {
+namespace {
+
+constexpr int flags = O_PATH | O_NOFOLLOW | O_CLOEXEC;
+
+UniqueFd openIn(int directory, const std::string& path) {
+    return UniqueFd(retryOnInterrupt([&] { return ::openat(directory, path.c_str(), flags); }));
+}
+
+} // namespace
+
+UniqueFd openItemAt(const std::string& path) {
+    const std::string item(withoutTrailingSlashes(path));
+    UniqueFd fd = openIn(AT_FDCWD, item);
+    if (fd || errno != ENAMETOOLONG || !item.starts_with('/'))
+        return fd;
+    const UniqueFd parent = openDirectoryInPieces(parentPath(item), O_PATH);
+    return parent ? openIn(parent.get(), std::string(lastPathComponent(item))) : UniqueFd();
+}
+
+bool itemExistsAt(const std::string& path) {
+    struct stat status = {};
+    const std::string item(withoutTrailingSlashes(path));
+    if (::lstat(item.c_str(), &status) == 0)
+        return true;
+    return errno == ENAMETOOLONG && openItemAt(item);
+}
+
+} // namespace veilkeep

@@ -1,0 +1,208 @@
+#include "core/tracking/AliasResolver.h"
+
+#include "core/base/PathText.h"
+#include "core/log/Log.h"
+#include "core/tracking/FileAlias.h"
+#include "core/tracking/ItemSearch.h"
+#include "core/tracking/KnownVolumes.h"
+#include "core/tracking/NearbySearch.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <climits>
+#include <map>
+#include <set>
+#include <utility>
+
+namespace veilkeep {
+
+using Outcome = AliasResolver::Answer::Outcome;
+
+// One record on its way to an answer.
+struct AliasResolver::Wanted {
+    AliasRecord record;
+    Answer* answer;
+    std::vector<std::string> directories = {}; // those that the item was in
+
+    bool isFound() const { return answer->outcome == Outcome::Found; }
+    void found(std::string path) const { *answer = {Outcome::Found, std::move(path)}; }
+};
+
+namespace {
+
+std::string lastKnownPath(const AliasRecord& record) {
+    return record.lastPath.substr(record.lastPath.starts_with("//") ? 1 : 0);
+}
+
+// Whether the part of the volume that the item was on can be seen anywhere. Without a UUID only the source
+// speaks for it.
+bool isMounted(const AliasRecord& record) {
+    const std::vector<Mount> mounts = KnownVolumes::shared().mountsOf(record.volume);
+    return std::ranges::any_of(mounts, [&](const Mount& mount) {
+        return isSameOrBelow(record.volumePath, mount.root) &&
+               (!record.volume.uuid.empty() || record.volume.source == mount.source);
+    });
+}
+
+bool isAbsent(const AliasRecord& record) {
+    return record.volume.isKnown() && !isMounted(record);
+}
+
+bool isSameDevice(const Mount& one, const Mount& other) {
+    return one.major == other.major && one.minor == other.minor;
+}
+
+// Those that together show all that is to be seen of the volume, each part once.
+std::vector<Mount> withoutPartsOfOthers(const std::vector<Mount>& mounts) {
+    std::vector<Mount> kept;
+    for (const Mount& mount : mounts) {
+        const auto shows = [](const Mount& whole, const Mount& part) {
+            return isSameDevice(whole, part) && isSameOrBelow(part.root, whole.root);
+        };
+        const bool isWithinKept =
+            std::ranges::any_of(kept, [&](const Mount& other) { return shows(other, mount); });
+        const bool isWithinLater = std::ranges::any_of(
+            mounts, [&](const Mount& other) { return other.root != mount.root && shows(other, mount); });
+        if (!isWithinKept && !isWithinLater)
+            kept.push_back(mount);
+    }
+    return kept;
+}
+
+// What walks of several mounts found. An item that seems to be on two devices (one a copy of the other) is on
+// neither for certain.
+class Findings {
+public:
+    void add(std::size_t number, std::string path, const Mount& mount) {
+        const auto [known, isNew] = m_byNumber.try_emplace(number, Finding{std::move(path), mount});
+        known->second.isCertain =
+            known->second.isCertain && (isNew || isSameDevice(known->second.mount, mount));
+    }
+
+    template <class Take>
+    void forEachCertain(Take take) const {
+        for (const auto& [number, finding] : m_byNumber)
+            if (finding.isCertain)
+                take(number, finding.path);
+    }
+
+private:
+    struct Finding {
+        std::string path;
+        Mount mount;
+        bool isCertain = true;
+    };
+    std::map<std::size_t, Finding> m_byNumber;
+};
+
+} // namespace
+
+AliasResolver::Answer AliasResolver::resolve(std::string_view record, Mounting mounting) {
+    return resolve(std::span(&record, 1), mounting).front();
+}
+
+std::vector<AliasResolver::Answer> AliasResolver::resolve(std::span<const std::string_view> records,
+                                                          Mounting mounting) {
+    std::vector<Answer> answers(records.size());
+    std::vector<Wanted> wanted;
+    for (std::size_t number = 0; number < records.size(); ++number)
+        if (auto record = decodeAliasRecord(records[number]))
+            wanted.push_back({std::move(*record), &answers[number]});
+    mountAbsentVolumes(wanted, mounting);
+    for (Wanted& one : wanted) {
+        NearbyFinding near = searchNearby(one.record);
+        one.directories = std::move(near.directories);
+        *one.answer = {Outcome::Missing, lastKnownPath(one.record)};
+        if (near.path)
+            one.found(std::move(*near.path));
+    }
+    lookIntoDirectories(wanted);
+    if (m_reach == Reach::WholeVolume)
+        walkVolumes(wanted);
+    for (const Wanted& one : wanted)
+        if (!one.isFound() && m_walker.isCancelled())
+            one.answer->outcome = Outcome::Cancelled;
+        else if (!one.isFound() && isAbsent(one.record))
+            one.answer->outcome = Outcome::VolumeAbsent;
+    return answers;
+}
+
+void AliasResolver::mountAbsentVolumes(std::span<Wanted> wanted, Mounting mounting) {
+    if (!m_mounter || mounting == Mounting::Never)
+        return;
+    std::set<std::string> tried;
+    const Asking asking = mounting == Mounting::WithQuestions ? Asking::Allowed : Asking::Never;
+    for (const Wanted& one : wanted) {
+        const std::string& uuid = one.record.volume.uuid;
+        if (uuid.empty() || !isAbsent(one.record) || !tried.insert(uuid).second)
+            continue;
+        if (const auto mounted = m_mounter->mount(uuid, asking); !mounted)
+            logError("A volume could not be mounted", mounted.error());
+        MountTable::reread();
+    }
+}
+
+// Each directory is read once for all that were in it.
+void AliasResolver::lookIntoDirectories(std::span<Wanted> wanted) {
+    std::map<std::string, std::vector<std::size_t>> byDirectory;
+    for (std::size_t number = 0; number < wanted.size(); ++number)
+        for (const std::string& directory : wanted[number].directories)
+            if (!wanted[number].isFound())
+                byDirectory[directory].push_back(number);
+    for (const auto& [directory, numbers] : byDirectory) {
+        const auto status = describeItemAt(directory);
+        if (!status || lastingMarksOf(status->volume.fileSystemType) == LastingMarks::None)
+            continue; // what is known by its name alone has been looked for under it
+        ItemSearch search(directory, status->volume, ItemSearch::Range::DirectoryAndItsHiddenOne);
+        for (const std::size_t number : numbers)
+            if (mayBeSameVolume(wanted[number].record.volume, status->volume))
+                search.add(number, wanted[number].record);
+        (void)m_walker.walk(directory, search); // a directory that cannot be read holds nothing to be found
+        for (auto& [number, path] : search.found())
+            wanted[number].found(path);
+    }
+}
+
+void AliasResolver::walkVolumes(std::span<Wanted> wanted) {
+    std::map<std::uint64_t, std::pair<Mount, std::vector<std::size_t>>> byMount;
+    for (std::size_t number = 0; number < wanted.size(); ++number) {
+        const AliasRecord& record = wanted[number].record;
+        if (wanted[number].isFound() || !record.volume.isKnown() || record.item.kind == ItemKind::Missing)
+            continue;
+        for (const Mount& mount : withoutPartsOfOthers(KnownVolumes::shared().mountsOf(record.volume)))
+            byMount.try_emplace(mount.id, mount, std::vector<std::size_t>())
+                .first->second.second.push_back(number);
+    }
+    Findings findings;
+    for (const auto& [id, mountAndNumbers] : byMount) {
+        const auto& [mount, numbers] = mountAndNumbers;
+        ItemSearch search(mount.mountPoint, wanted[numbers.front()].record.volume,
+                          ItemSearch::Range::Everything);
+        for (const std::size_t number : numbers)
+            search.add(number, wanted[number].record);
+        (void)m_walker.walk(mount.mountPoint, search); // as above
+        for (auto& [number, path] : search.found())
+            findings.add(number, path, mount);
+    }
+    findings.forEachCertain([&](std::size_t number, const std::string& path) { wanted[number].found(path); });
+}
+
+std::optional<std::string> pathFromAliasRecordWithMount(std::string_view record,
+                                                        AliasResolver::Mounting mounting,
+                                                        AliasResolver& resolver) {
+    AliasResolver::Answer answer = resolver.resolve(record, mounting);
+    if (answer.outcome == Outcome::Unusable)
+        return std::nullopt;
+    if (answer.outcome == Outcome::Found && answer.path.size() > PATH_MAX) {
+        logLine("Internal Error 959-2697.  OSStatus " + std::to_string(ENAMETOOLONG) +
+                "i from FSResolveAlias");
+        return std::nullopt;
+    }
+    return answer.path == "/" ? std::string() : std::move(answer.path);
+}
+
+std::optional<std::string> pathFromAliasRecord(std::string_view record, AliasResolver& resolver) {
+    return pathFromAliasRecordWithMount(record, AliasResolver::Mounting::WithQuestions, resolver);
+}
+
+} // namespace veilkeep

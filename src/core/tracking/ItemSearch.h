@@ -1,0 +1,65 @@
+#pragma once
+
+#include "core/filesystem/DirectoryWalker.h"
+#include "core/tracking/AliasRecord.h"
+#include "core/tracking/IdentityComparison.h"
+
+#include <bitset>
+#include <cstddef>
+#include <functional>
+#include <map>
+#include <mutex>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace veilkeep {
+
+// Looks for any number of items in one walk of a directory. An item is known by its marks wherever it lies;
+// where the file system keeps none, by its name, plain or hidden, with size and times, if one file alone
+// answers to them.
+class ItemSearch final : public DirectoryVisitor {
+public:
+    enum class Range { Everything, DirectoryAndItsHiddenOne };
+
+    // The volume is the one that the directory lies on, and the walk must stay on it.
+    ItemSearch(std::string directory, VolumeIdentity volume, Range range);
+
+    // The record must outlive this. All are added before the walk.
+    void add(std::size_t number, const AliasRecord& record);
+
+    // By number, after the walk; full paths.
+    std::map<std::size_t, std::string> found() const;
+
+    void visit(OpenDirectory& directory) override;
+    void unreadable(const std::string&, int) override {} // what cannot be read cannot hold what is found
+
+private:
+    static constexpr std::size_t filterSize = std::size_t{1} << 16;
+    struct Wanted {
+        std::size_t number;
+        const AliasRecord* record;
+    };
+    struct Finding {
+        std::string path;
+        bool isOnlyOne = true;
+    };
+
+    void lookByInode(OpenDirectory& directory, const DirectoryEntry& entry);
+    void lookByName(OpenDirectory& directory, const DirectoryEntry& entry);
+    void take(OpenDirectory& directory, std::string_view name, const Wanted& wanted);
+
+    const std::string m_directory;
+    const VolumeIdentity m_volume;
+    const Range m_range;
+    const LastingMarks m_marks;
+    std::bitset<filterSize> m_filter; // of the inodes' low bits: most entries are none of those looked for
+    std::unordered_multimap<ino_t, Wanted> m_byInode;
+    std::multimap<std::string, Wanted, std::less<>> m_byName;
+
+    mutable std::mutex m_mutex; // of what follows
+    std::map<std::size_t, Finding> m_found;
+};
+
+} // namespace veilkeep
