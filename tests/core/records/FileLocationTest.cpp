@@ -1,0 +1,227 @@
+#include "core/records/File.h"
+
+#include "core/log/Log.h"
+#include "core/tracking/FileAlias.h"
+#include "tests/support/ScratchTree.h"
+
+#include <gtest/gtest.h>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <functional>
+
+namespace veilkeep {
+namespace {
+
+class FileLocationTest : public ::testing::Test {
+protected:
+    struct Expected {
+        std::string path, originalPath, name;
+        int state;
+    };
+
+    void expect(const File& file, const Expected& expected, const std::string& what) const {
+        EXPECT_EQ(file.path(), expected.path) << what;
+        EXPECT_EQ(file.originalPath(), expected.originalPath) << what;
+        EXPECT_EQ(file.name(), expected.name) << what;
+        EXPECT_EQ(file.state(), expected.state) << what;
+    }
+
+    void move(const std::string& from, const std::string& to) const {
+        ASSERT_EQ(::rename(from.c_str(), to.c_str()), 0) << from;
+    }
+
+    test::ScratchTree m_tree;
+    AliasResolver m_resolver{AliasResolver::Reach::Nearby};
+    const std::string m_item = m_tree.makeFile("d/a.txt", "content");
+    const std::string m_other = m_tree.path("d/other");
+    const std::string m_hidden = (m_tree.makeDirectory("d/.SYS_INDEX"), m_tree.path("d/.SYS_INDEX/a.txt"));
+    const std::string m_gone = m_tree.path("d/gone");
+};
+
+TEST_F(FileLocationTest, SyncsWithANewPathStepByStep) {
+    ASSERT_EQ(::symlink("nowhere", m_other.c_str()), 0);
+    const std::string deep = m_tree.makeFile("d/.SYS_INDEX/olof/.SYS_INDEX/txt");
+    const std::string odd = m_tree.makeFile("d/my.SYS_INDEXes");
+    struct Row {
+        const char* what;
+        std::string path;
+        int state;
+        std::optional<std::string> newPath;
+        Expected expected;
+    };
+    const Row rows[] = {
+        {"nothing stands for the path", m_item, 0, std::nullopt, {m_item, m_item, "a.txt", 0}},
+        {"an existing path wins", m_item, 0, m_other, {m_item, m_item, "a.txt", 0}},
+        {"a dangling link exists", m_gone, 0, m_other, {m_other, m_other, "other", 0}},
+        {"neither exists", m_gone, 0, m_tree.path("no"), {m_tree.path("no"), m_gone, "gone", -1}},
+        {"broken and found", m_gone, -1, m_item, {m_item, m_item, "a.txt", 0}},
+        {"broken, and nothing there", m_gone, -1, m_hidden, {m_hidden, m_item, "a.txt", 1}},
+        {"every hidden level is named back", m_gone, 0, deep, {deep, m_tree.path("d/folo/txt"), "txt", 1}},
+        {"the text anywhere in the path", m_gone, 0, odd, {odd, odd, "my.SYS_INDEXes", 1}},
+        {"hidden as it was", deep, 1, std::nullopt, {deep, m_tree.path("d/folo/txt"), "txt", 1}},
+    };
+    for (const Row& row : rows) {
+        File file = File::initWithPath(row.path, row.state);
+        file.syncPathWithNewPath(row.newPath);
+        expect(file, row.expected, row.what);
+        EXPECT_EQ(file.prevState(), row.expected.state == row.state ? 0 : row.state) << row.what;
+    }
+}
+
+TEST_F(FileLocationTest, FollowsItsAlias) {
+    struct Row {
+        const char* what;
+        std::function<void()> happening;
+        bool isConsistent;
+        Expected expected;
+    };
+    const Row rows[] = {
+        {"nothing", [] {}, true, {m_item, m_item, "a.txt", 0}},
+        {"another name", [&] { move(m_item, m_other); }, true, {m_other, m_other, "other", 0}},
+        {"hidden by others", [&] { move(m_other, m_hidden); }, true, {m_hidden, m_item, "a.txt", 1}},
+        {"gone", [&] { ::unlink(m_hidden.c_str()); }, false, {m_hidden, m_item, "a.txt", 1}},
+    };
+    File file = File::initWithPath(m_item);
+    for (const Row& row : rows) {
+        row.happening();
+        EXPECT_EQ(file.checkPathesConsistency(m_resolver), row.isConsistent) << row.what;
+        expect(file, row.expected, row.what);
+    }
+    EXPECT_EQ(file.newPath(m_resolver), m_item) << "where the alias last knew it";
+    file.syncPathWithAlias(m_resolver);
+    EXPECT_EQ(file.state(), File::Broken);
+}
+
+// Below the places where volumes come and go only an explicit wish mounts; elsewhere silence does.
+TEST_F(FileLocationTest, MountsByThePlaceAndTheWish) {
+    class Recorder final : public VolumeMounter {
+    public:
+        Result<void> mount(const std::string&, Asking asking) override {
+            log += asking == Asking::Allowed ? "asking" : "silently";
+            return Error::system("mount", {}, ENODEV);
+        }
+        std::string log;
+    };
+    AliasRecord record = decodeAliasRecord(aliasRecordFromPath(m_item).value()).value();
+    record.volume = {"6f1c-22", "ext4", ""};
+    struct Row {
+        const char* path;
+        const char* without;
+        const char* with;
+    };
+    const Row rows[] = {
+        {"/Volumes/Stick/x", "", "asking"},        {"/media/me/Stick/x", "", "asking"},
+        {"/run/media/me/x", "", "asking"},         {"/mnt/x", "", "asking"},
+        {"/home/me/x", "silently", "asking"},      {"/srv/Volumes/x", "silently", "asking"},
+        {"/srv/media/me/x", "silently", "asking"},
+    };
+    for (const Row& row : rows) {
+        record.lastPath = row.path;
+        PropertyDictionary properties = File::initWithPath(row.path).properties();
+        properties.set("Alias", Bytes{encodeAliasRecord(record)});
+        for (const bool mount : {false, true}) {
+            Recorder mounter;
+            AliasResolver resolver(AliasResolver::Reach::Nearby, &mounter);
+            File file(properties);
+            EXPECT_FALSE(file.checkPathesConsistencyWithMount(resolver, mount));
+            EXPECT_EQ(mounter.log, mount ? row.with : row.without) << row.path;
+            EXPECT_EQ(file.path(), row.path);
+        }
+    }
+}
+
+TEST_F(FileLocationTest, TellsStateAndHolderByThePathAlone) {
+    struct Row {
+        const char* path;
+        int state;
+        std::optional<std::string> holder;
+        bool isLogged;
+    };
+    const Row rows[] = {
+        {"/a/b", 0, {}, false},
+        {"/a/.SYS_INDEX/x", 1, {}, true},
+        {"/a/.SYS_INDEX/x/y", 0, "/a/.SYS_INDEX/x", false},
+        {"/a/.SYS_INDEX/x/y/z", 0, "/a/.SYS_INDEX/x", false},
+        {"/a/.SYS_INDEX/x/.SYS_INDEX/y/z", 0, "/a/.SYS_INDEX/x/.SYS_INDEX/y", false},
+        {"/a/.SYS_INDEX/x/.SYS_INDEX/y", 1, {}, true},
+        {"/a/.SYS_INDEX", 0, {}, true},
+    };
+    for (const Row& row : rows) {
+        File file;
+        file.setPath(row.path);
+        const std::string line =
+            "Failed to determine parent directory for " + std::string(row.path) + ". Just return nil.\n";
+        EXPECT_EQ(file.stateFromPath(), row.state) << row.path;
+        EXPECT_EQ(file.closestHiddenDir(), row.holder) << row.path;
+        const bool isLogged =
+            test::exists(Log::shared().path()) && test::readFile(Log::shared().path()).ends_with(line);
+        EXPECT_EQ(isLogged, row.isLogged) << row.path;
+    }
+}
+
+TEST_F(FileLocationTest, ChecksThatTheItemIsStillTheOne) {
+    using Check = File::IdentityCheck;
+    const auto replaceItem = [&] {
+        m_tree.makeFile("d/new", "saved by an editor");
+        move(m_tree.path("d/new"), m_item);
+    };
+    struct Row {
+        const char* what;
+        std::function<void()> happening;
+        Check answer;
+        Expected expected;
+    };
+    const Row rows[] = {
+        {"nothing", [] {}, Check::Confirmed, {m_item, m_item, "a.txt", 0}},
+        {"written to",
+         [&] { test::writeFile(m_item, "more"); },
+         Check::Confirmed,
+         {m_item, m_item, "a.txt", 0}},
+        {"replaced", replaceItem, Check::Renewed, {m_item, m_item, "a.txt", 0}},
+        {"gone", [&] { move(m_item, m_other); }, Check::NothingThere, {m_item, m_item, "a.txt", 0}},
+        {"replaced, the old one in its folder",
+         replaceItem,
+         Check::FollowedElsewhere,
+         {m_other, m_other, "other", 0}},
+        {"hidden by others, another one at its place",
+         [&] {
+             move(m_other, m_tree.path("d/.SYS_INDEX/rehto"));
+             m_tree.makeFile("d/other");
+         },
+         Check::FollowedElsewhere,
+         {m_tree.path("d/.SYS_INDEX/rehto"), m_other, "other", 1}},
+    };
+    File file = File::initWithPath(m_item);
+    for (const Row& row : rows) {
+        row.happening();
+        EXPECT_EQ(file.checkIdentity(), row.answer) << row.what;
+        expect(file, row.expected, row.what);
+        if (row.answer == Check::NothingThere)
+            continue;
+        EXPECT_EQ(m_resolver.resolve(file.alias().value(), AliasResolver::Mounting::Never).path,
+                  row.expected.path)
+            << row.what;
+        EXPECT_EQ(file.checkIdentity(), Check::Confirmed) << row.what;
+    }
+    file.updateAlias();
+    EXPECT_EQ(file.checkIdentity(), Check::Confirmed);
+    PropertyDictionary without = file.properties();
+    without.set("Alias", Null());
+    File bare(std::move(without));
+    EXPECT_EQ(bare.checkIdentity(), Check::Renewed) << "a record without an alias gains one";
+    EXPECT_EQ(bare.alias(), file.alias());
+}
+
+TEST_F(FileLocationTest, MovesWithItsItem) {
+    File file = File::initWithPath(m_item);
+    const std::string before(file.alias().value());
+    move(m_item, m_hidden);
+    file.movedTo(m_hidden);
+    expect(file, {m_hidden, m_item, "a.txt", 1}, "hidden");
+    EXPECT_NE(file.alias(), before);
+}
+
+} // namespace
+} // namespace veilkeep
