@@ -37,8 +37,8 @@ std::string lastKnownPath(const AliasRecord& record) {
 // Whether the part of the volume that the item was on can be seen anywhere. Without a UUID only the source
 // speaks for it.
 bool isMounted(const AliasRecord& record) {
-    const std::vector<Mount> mounts = KnownVolumes::shared().mountsOf(record.volume);
-    return std::ranges::any_of(mounts, [&](const Mount& mount) {
+    const auto mounts = KnownVolumes::shared().mountsOf(record.volume);
+    return std::ranges::any_of(*mounts, [&](const Mount& mount) {
         return isSameOrBelow(record.volumePath, mount.root) &&
                (!record.volume.uuid.empty() || record.volume.source == mount.source);
     });
@@ -169,7 +169,7 @@ void AliasResolver::walkVolumes(std::span<Wanted> wanted) {
         const AliasRecord& record = wanted[number].record;
         if (wanted[number].isFound() || !record.volume.isKnown() || record.item.kind == ItemKind::Missing)
             continue;
-        for (const Mount& mount : withoutPartsOfOthers(KnownVolumes::shared().mountsOf(record.volume)))
+        for (const Mount& mount : withoutPartsOfOthers(*KnownVolumes::shared().mountsOf(record.volume)))
             byMount.try_emplace(mount.id, mount, std::vector<std::size_t>())
                 .first->second.second.push_back(number);
     }

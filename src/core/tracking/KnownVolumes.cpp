@@ -39,23 +39,37 @@ std::optional<KnownVolumes::Place> KnownVolumes::locate(std::optional<std::uint6
     return Place{identity(table, *mount), pathOnVolume(*mount, path)};
 }
 
-std::vector<Mount> KnownVolumes::mountsOf(const VolumeIdentity& volume) {
+std::shared_ptr<const std::vector<Mount>> KnownVolumes::mountsOf(const VolumeIdentity& volume) {
     const auto table = MountTable::current();
-    std::vector<Mount> found;
+    const std::lock_guard lock(m_mutex);
+    useTable(table);
+    auto& mounts = m_mounts[{volume.fileSystemType, volume.uuid, volume.source}];
+    if (mounts)
+        return mounts;
+    auto found = std::make_shared<std::vector<Mount>>();
     for (const Mount& mount : table->mounts())
-        if (mount.fileSystemType == volume.fileSystemType &&
-            mayBeSameVolume(identity(table, mount), volume) &&
+        if (mount.fileSystemType == volume.fileSystemType && mayBeSameVolume(identityLocked(mount), volume) &&
             table->mountHolding(mount.mountPoint) == &mount)
-            found.push_back(mount);
-    return found;
+            found->push_back(mount);
+    mounts = std::move(found);
+    return mounts;
 }
 
 VolumeIdentity KnownVolumes::identity(const std::shared_ptr<const MountTable>& table, const Mount& mount) {
     const std::lock_guard lock(m_mutex);
-    if (table != m_table) {
-        m_identities.clear();
-        m_table = table;
-    }
+    useTable(table);
+    return identityLocked(mount);
+}
+
+void KnownVolumes::useTable(const std::shared_ptr<const MountTable>& table) {
+    if (table == m_table)
+        return;
+    m_identities.clear();
+    m_mounts.clear();
+    m_table = table;
+}
+
+const VolumeIdentity& KnownVolumes::identityLocked(const Mount& mount) {
     const auto known = m_identities.find(mount.id);
     if (known != m_identities.end())
         return known->second;

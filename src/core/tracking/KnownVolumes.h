@@ -4,10 +4,12 @@
 #include "core/tracking/VolumeIdentity.h"
 
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <mutex>
 #include <optional>
 #include <string>
+#include <tuple>
 #include <unordered_map>
 #include <vector>
 
@@ -33,14 +35,19 @@ public:
     std::optional<Place> locate(std::optional<std::uint64_t> mountId, const std::string& path);
 
     // Every mount of the volume that can be reached by its mount point, oldest first.
-    std::vector<Mount> mountsOf(const VolumeIdentity& volume);
+    std::shared_ptr<const std::vector<Mount>> mountsOf(const VolumeIdentity& volume);
 
 private:
     VolumeIdentity identity(const std::shared_ptr<const MountTable>& table, const Mount& mount);
 
-    std::mutex m_mutex;
+    void useTable(const std::shared_ptr<const MountTable>& table); // this and the next with m_mutex held
+    const VolumeIdentity& identityLocked(const Mount& mount);
+
+    std::mutex m_mutex; // of all below
     std::shared_ptr<const MountTable> m_table;
     std::unordered_map<std::uint64_t, VolumeIdentity> m_identities; // by the mount's number
+    std::map<std::tuple<std::string, std::string, std::string>, std::shared_ptr<const std::vector<Mount>>>
+        m_mounts; // by the volume's type, UUID and source
 };
 
 } // namespace veilkeep

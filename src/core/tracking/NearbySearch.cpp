@@ -29,7 +29,8 @@ std::vector<Place> placesOf(const AliasRecord& record) {
     std::vector<Place> places = {{record.lastPath, {}}};
     if (!record.volume.isKnown())
         return places;
-    for (const Mount& mount : KnownVolumes::shared().mountsOf(record.volume)) {
+    const auto mounts = KnownVolumes::shared().mountsOf(record.volume);
+    for (const Mount& mount : *mounts) {
         if (!isSameOrBelow(record.volumePath, mount.root))
             continue;
         Place place = placeOn(mount, record);
