@@ -224,7 +224,7 @@ void visitPending(Walk& walk, PendingDirectory pending, char* block) {
 template <class Step>
 void guarded(Walk& walk, Step step) {
     try {
-        step(std::make_unique<char[]>(blockSize).get());
+        step(std::make_unique_for_overwrite<char[]>(blockSize).get());
     } catch (const std::bad_alloc&) {
         walk.outOfMemory = true;
         walk.pending.stop();
@@ -253,6 +253,13 @@ std::vector<std::thread> startThreads(Walk& walk, unsigned int count) {
     return threads;
 }
 
+void walkOnAllThreads(Walk& walk, unsigned int count) {
+    std::vector<std::thread> threads = startThreads(walk, count - 1);
+    walkPending(walk);
+    for (std::thread& thread : threads)
+        thread.join();
+}
+
 } // namespace
 
 Result<DirectoryWalker::End> DirectoryWalker::walk(const std::string& root, DirectoryVisitor& visitor) {
@@ -267,12 +274,8 @@ Result<DirectoryWalker::End> DirectoryWalker::walk(const std::string& root, Dire
         return End::Complete;
     Walk walk{visitor, boundaries, m_cancelled, m_directoriesSeen, std::string(lastPathComponent(realRoot))};
     guarded(walk, [&](char* block) { visitOpened(walk, {walk, block, std::move(fd), nullptr, {}}); });
-    std::vector<std::thread> threads;
     if (!walk.pending.isEmpty())
-        threads = startThreads(walk, threadsFor(m_options.threads) - 1);
-    walkPending(walk);
-    for (std::thread& thread : threads)
-        thread.join();
+        walkOnAllThreads(walk, threadsFor(m_options.threads));
     if (walk.outOfMemory)
         return Error::system("walk", root, ENOMEM);
     return isCancelled() ? End::Cancelled : End::Complete;

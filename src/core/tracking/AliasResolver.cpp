@@ -2,6 +2,7 @@
 
 #include "core/base/PathText.h"
 #include "core/log/Log.h"
+#include "core/process/Parallel.h"
 #include "core/tracking/FileAlias.h"
 #include "core/tracking/ItemSearch.h"
 #include "core/tracking/KnownVolumes.h"
@@ -20,19 +21,27 @@ using Outcome = AliasResolver::Answer::Outcome;
 
 // One record on its way to an answer.
 struct AliasResolver::Wanted {
-    AliasRecord record;
-    Answer* answer;
-    std::vector<std::string> directories = {}; // those that the item was in
+    Wanted(AliasRecord itsRecord, Answer& itsAnswer) : record(std::move(itsRecord)), answer(&itsAnswer) {
+        const std::string& last = record.lastPath;
+        *answer = {Outcome::Missing, last.substr(last.starts_with("//") ? 1 : 0)};
+    }
 
     bool isFound() const { return answer->outcome == Outcome::Found; }
     void found(std::string path) const { *answer = {Outcome::Found, std::move(path)}; }
+
+    void lookNearby() {
+        NearbyFinding near = searchNearby(record);
+        directories = std::move(near.directories);
+        if (near.path)
+            found(std::move(*near.path));
+    }
+
+    AliasRecord record;
+    Answer* answer;
+    std::vector<std::string> directories; // those that the item was in
 };
 
 namespace {
-
-std::string lastKnownPath(const AliasRecord& record) {
-    return record.lastPath.substr(record.lastPath.starts_with("//") ? 1 : 0);
-}
 
 // Whether the part of the volume that the item was on can be seen anywhere. Without a UUID only the source
 // speaks for it.
@@ -107,15 +116,12 @@ std::vector<AliasResolver::Answer> AliasResolver::resolve(std::span<const std::s
     std::vector<Wanted> wanted;
     for (std::size_t number = 0; number < records.size(); ++number)
         if (auto record = decodeAliasRecord(records[number]))
-            wanted.push_back({std::move(*record), &answers[number]});
+            wanted.emplace_back(std::move(*record), answers[number]);
     mountAbsentVolumes(wanted, mounting);
-    for (Wanted& one : wanted) {
-        NearbyFinding near = searchNearby(one.record);
-        one.directories = std::move(near.directories);
-        *one.answer = {Outcome::Missing, lastKnownPath(one.record)};
-        if (near.path)
-            one.found(std::move(*near.path));
-    }
+    forEachInParallel(wanted.size(), [&](std::size_t number) {
+        if (!m_walker.isCancelled())
+            wanted[number].lookNearby();
+    });
     lookIntoDirectories(wanted);
     if (m_reach == Reach::WholeVolume)
         walkVolumes(wanted);
@@ -149,18 +155,32 @@ void AliasResolver::lookIntoDirectories(std::span<Wanted> wanted) {
         for (const std::string& directory : wanted[number].directories)
             if (!wanted[number].isFound())
                 byDirectory[directory].push_back(number);
-    for (const auto& [directory, numbers] : byDirectory) {
-        const auto status = describeItemAt(directory);
-        if (!status || lastingMarksOf(status->volume.fileSystemType) == LastingMarks::None)
-            continue; // what is known by its name alone has been looked for under it
-        ItemSearch search(directory, status->volume, ItemSearch::Range::DirectoryAndItsHiddenOne);
-        for (const std::size_t number : numbers)
-            if (mayBeSameVolume(wanted[number].record.volume, status->volume))
-                search.add(number, wanted[number].record);
-        (void)m_walker.walk(directory, search); // a directory that cannot be read holds nothing to be found
-        for (auto& [number, path] : search.found())
-            wanted[number].found(path);
-    }
+    const std::vector<std::pair<std::string, std::vector<std::size_t>>> directories(byDirectory.begin(),
+                                                                                    byDirectory.end());
+    std::vector<std::map<std::size_t, std::string>> found(directories.size());
+    forEachInParallel(directories.size(), [&](std::size_t index) {
+        const auto& [directory, numbers] = directories[index];
+        if (!m_walker.isCancelled())
+            found[index] = lookInto(directory, numbers, wanted);
+    });
+    for (auto& paths : found)
+        for (auto& [number, path] : paths)
+            wanted[number].found(std::move(path));
+}
+
+// What is known by its name alone has been looked for under it already.
+std::map<std::size_t, std::string> AliasResolver::lookInto(const std::string& directory,
+                                                           std::span<const std::size_t> numbers,
+                                                           std::span<const Wanted> wanted) {
+    const auto status = describeItemAt(directory);
+    if (!status || lastingMarksOf(status->volume.fileSystemType) == LastingMarks::None)
+        return {};
+    ItemSearch search(directory, status->volume);
+    for (const std::size_t number : numbers)
+        if (mayBeSameVolume(wanted[number].record.volume, status->volume))
+            search.add(number, wanted[number].record);
+    search.lookIntoDirectory();
+    return search.found();
 }
 
 void AliasResolver::walkVolumes(std::span<Wanted> wanted) {
@@ -176,11 +196,10 @@ void AliasResolver::walkVolumes(std::span<Wanted> wanted) {
     Findings findings;
     for (const auto& [id, mountAndNumbers] : byMount) {
         const auto& [mount, numbers] = mountAndNumbers;
-        ItemSearch search(mount.mountPoint, wanted[numbers.front()].record.volume,
-                          ItemSearch::Range::Everything);
+        ItemSearch search(mount.mountPoint, wanted[numbers.front()].record.volume);
         for (const std::size_t number : numbers)
             search.add(number, wanted[number].record);
-        (void)m_walker.walk(mount.mountPoint, search); // as above
+        (void)m_walker.walk(mount.mountPoint, search); // what cannot be read holds nothing to be found
         for (auto& [number, path] : search.found())
             findings.add(number, path, mount);
     }

@@ -4,7 +4,9 @@
 #include "core/tracking/AliasRecord.h"
 #include "core/tracking/VolumeMounter.h"
 
+#include <cstddef>
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <span>
 #include <string>
@@ -58,6 +60,9 @@ private:
 
     void mountAbsentVolumes(std::span<Wanted> wanted, Mounting mounting);
     void lookIntoDirectories(std::span<Wanted> wanted);
+    static std::map<std::size_t, std::string> lookInto(const std::string& directory,
+                                                       std::span<const std::size_t> numbers,
+                                                       std::span<const Wanted> wanted);
     void walkVolumes(std::span<Wanted> wanted);
 
     Reach m_reach;

@@ -1,8 +1,14 @@
 #include "core/tracking/ItemSearch.h"
 
+#include "core/base/CHandles.h"
 #include "core/base/PathText.h"
+#include "core/base/SystemCall.h"
+#include "core/base/UniqueFd.h"
 #include "core/names/BaseCloakLogic.h"
 #include "core/tracking/ItemMatch.h"
+
+#include <dirent.h>
+#include <fcntl.h>
 
 #include <utility>
 
@@ -32,12 +38,51 @@ bool isKnownByNameAs(const AliasRecord& known, const AliasRecord& found) {
     return compareIdentities(known.item, found.item, LastingMarks::None) == Likeness::Same;
 }
 
+// A single directory, which is not walked any further.
+class ListedDirectory final : public OpenDirectory {
+public:
+    ListedDirectory(UniqueFd fd, std::string path)
+        : m_stream(::fdopendir(fd.get())), m_path(std::move(path)) {
+        if (m_stream)
+            fd.release();
+    }
+
+    bool isOpen() const { return m_stream != nullptr; }
+    bool hasHiddenDirectory() const { return m_hasHiddenDirectory; }
+
+    const DirectoryEntry* next() override {
+        const dirent* const entry = m_isOver ? nullptr : ::readdir(m_stream.get());
+        if (!entry)
+            return nullptr;
+        m_entry = {entry->d_name, entry->d_type, entry->d_ino};
+        m_hasHiddenDirectory = m_hasHiddenDirectory || m_entry.name == hiddenDirectoryName;
+        return &m_entry;
+    }
+    void descend() override {}
+    void endWalk() override { m_isOver = true; }
+    int descriptor() const override { return ::dirfd(m_stream.get()); }
+    std::string_view name() const override { return lastPathComponent(m_path); }
+    std::string path() const override { return m_path; }
+
+private:
+    DirectoryStream m_stream;
+    std::string m_path;
+    DirectoryEntry m_entry;
+    bool m_hasHiddenDirectory = false;
+    bool m_isOver = false;
+};
+
+UniqueFd openToList(int directory, const std::string& path, int flags) {
+    return UniqueFd(retryOnInterrupt([&] {
+        return ::openat(directory, path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC | O_NONBLOCK | flags);
+    }));
+}
+
 } // namespace
 
-ItemSearch::ItemSearch(std::string directory, VolumeIdentity volume, Range range)
+ItemSearch::ItemSearch(std::string directory, VolumeIdentity volume)
     : m_directory(std::move(directory)),
       m_volume(std::move(volume)),
-      m_range(range),
       m_marks(lastingMarksOf(m_volume.fileSystemType)) {}
 
 void ItemSearch::add(std::size_t number, const AliasRecord& record) {
@@ -60,11 +105,23 @@ void ItemSearch::visit(OpenDirectory& directory) {
             lookByName(directory, *entry);
         else
             lookByInode(directory, *entry);
-        const bool goesOn =
-            m_range == Range::Everything || (entry->name == hiddenDirectoryName && directory.path().empty());
-        if (entry->type == DT_DIR && goesOn)
+        if (entry->type == DT_DIR)
             directory.descend();
     }
+}
+
+void ItemSearch::lookIntoDirectory() {
+    ListedDirectory directory(openToList(AT_FDCWD, m_directory, 0), {});
+    if (!directory.isOpen())
+        return;
+    visit(directory);
+    const std::string hiddenName(hiddenDirectoryName);
+    ListedDirectory hidden(directory.hasHiddenDirectory()
+                               ? openToList(directory.descriptor(), hiddenName, O_NOFOLLOW)
+                               : UniqueFd(),
+                           hiddenName);
+    if (hidden.isOpen())
+        visit(hidden);
 }
 
 void ItemSearch::lookByInode(OpenDirectory& directory, const DirectoryEntry& entry) {

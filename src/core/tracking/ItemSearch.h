@@ -16,20 +16,21 @@
 
 namespace veilkeep {
 
-// Looks for any number of items in one walk of a directory. An item is known by its marks wherever it lies;
-// where the file system keeps none, by its name, plain or hidden, with size and times, if one file alone
-// answers to them.
+// Looks for any number of items below a directory, in one walk. An item is known by its marks wherever it
+// lies; where the file system keeps none, by its name, plain or hidden, with size and times, if one file
+// alone answers to them.
 class ItemSearch final : public DirectoryVisitor {
 public:
-    enum class Range { Everything, DirectoryAndItsHiddenOne };
-
     // The volume is the one that the directory lies on, and the walk must stay on it.
-    ItemSearch(std::string directory, VolumeIdentity volume, Range range);
+    ItemSearch(std::string directory, VolumeIdentity volume);
 
     // The record must outlive this. All are added before the walk.
     void add(std::size_t number, const AliasRecord& record);
 
-    // By number, after the walk; full paths.
+    // Instead of a walk: looks into the directory and its ".SYS_INDEX" alone.
+    void lookIntoDirectory();
+
+    // By number, afterwards; full paths.
     std::map<std::size_t, std::string> found() const;
 
     void visit(OpenDirectory& directory) override;
@@ -52,7 +53,6 @@ private:
 
     const std::string m_directory;
     const VolumeIdentity m_volume;
-    const Range m_range;
     const LastingMarks m_marks;
     std::bitset<filterSize> m_filter; // of the inodes' low bits: most entries are none of those looked for
     std::unordered_multimap<ino_t, Wanted> m_byInode;
