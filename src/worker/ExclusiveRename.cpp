@@ -2,29 +2,18 @@
 
 #include "core/base/SystemCall.h"
 #include "core/base/UniqueFd.h"
+#include "core/filesystem/FileLock.h"
 
 #include <fcntl.h>
 #include <stdio.h>
-#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <optional>
+#include <cerrno>
+#include <chrono>
 
 namespace veilkeep {
 namespace {
-
-std::optional<struct stat> statusOf(const Place& place) {
-    struct stat status = {};
-    if (::fstatat(place.directory, place.name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0)
-        return std::nullopt;
-    return status;
-}
-
-bool isSameItem(const struct stat& one, const struct stat& other) {
-    return one.st_dev == other.st_dev && one.st_ino == other.st_ino &&
-           (one.st_mode & S_IFMT) == (other.st_mode & S_IFMT);
-}
 
 bool holds(const Place& place, const struct stat& item) {
     const auto status = statusOf(place);
@@ -43,11 +32,11 @@ void removeName(const Place& place, int flags) {
     retryOnInterrupt([&] { return ::unlinkat(place.directory, place.name.c_str(), flags); });
 }
 
-// Renames over an empty file made for it. Whoever wrote into the placeholder meanwhile keeps what he wrote.
+// Renames over an empty file made for it. Whoever put something else there meanwhile keeps it.
 int renameOverPlaceholderFile(const Place& from, const Place& to) {
     UniqueFd placeholder(retryOnInterrupt([&] {
         return ::openat(to.directory, to.name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC,
-                        0600);
+                        0);
     }));
     if (!placeholder)
         return errno;
@@ -66,7 +55,7 @@ int renameOverPlaceholderFile(const Place& from, const Place& to) {
 }
 
 int renameOverPlaceholderDirectory(const Place& from, const Place& to) {
-    if (retryOnInterrupt([&] { return ::mkdirat(to.directory, to.name.c_str(), 0700); }) != 0)
+    if (retryOnInterrupt([&] { return ::mkdirat(to.directory, to.name.c_str(), 0); }) != 0)
         return errno;
     const int error = plainRename(from, to); // replaces an empty directory only
     if (error != 0)
@@ -103,24 +92,39 @@ int linkAndUnlink(const Place& from, const Place& to, const struct stat& item) {
 
 // Locked until destroyed; no descriptor and errno where that fails.
 UniqueFd lockDirectory(int directory) {
+    constexpr std::chrono::seconds patience(10);
     UniqueFd lock(
         retryOnInterrupt([&] { return ::openat(directory, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC); }));
-    if (lock && retryOnInterrupt([&] { return ::flock(lock.get(), LOCK_EX); }) != 0) {
-        const int error = errno;
+    if (!lock)
+        return lock;
+    if (const auto locked = lockExclusively(lock.get(), {}, patience); !locked) {
         lock.reset();
-        errno = error;
+        errno = locked.error().systemError;
     }
     return lock;
 }
 
-int renameInSteps(const Place& from, const Place& to, int hiddenDirectory) {
+// Under the lock no other mover is between its steps: what looks like a leftover is one.
+int moveInSteps(const Place& from, const Place& to, const struct stat& item) {
+    if (leftoverAt(from, to) == MoveLeftover::SecondName)
+        return removeLeftover(from, MoveLeftover::SecondName);
+    if (removeLeftover(to, leftoverAt(to, from)) != 0)
+        return EEXIST;
+    return S_ISDIR(item.st_mode) ? renameOverPlaceholderDirectory(from, to) : linkAndUnlink(from, to, item);
+}
+
+int lockAndMoveInSteps(const Place& from, const Place& to, int hiddenDirectory) {
     const UniqueFd lock = lockDirectory(hiddenDirectory);
     if (!lock)
         return errno;
     const auto item = statusOf(from);
-    if (!item)
-        return errno;
-    return S_ISDIR(item->st_mode) ? renameOverPlaceholderDirectory(from, to) : linkAndUnlink(from, to, *item);
+    return item ? moveInSteps(from, to, *item) : errno;
+}
+
+bool needsSteps(int error, const Place& from, const Place& to) {
+    // Between two names of one item a rename does nothing, and is refused for the name that is taken.
+    return error == EINVAL || error == ENOSYS || error == EOPNOTSUPP ||
+           (error == EEXIST && leftoverAt(from, to) == MoveLeftover::SecondName);
 }
 
 } // namespace
@@ -135,10 +139,11 @@ int renameExclusively(const Place& from, const Place& to, int hiddenDirectory) {
     });
     if (answer == 0)
         return 0;
-    const int error = errno;
-    if (error == EINVAL || error == ENOSYS || error == EOPNOTSUPP)
-        return renameInSteps(from, to, hiddenDirectory);
-    // A request that was sent twice (an interrupted one, a network file system) fails though it was done.
+    int error = errno;
+    if (needsSteps(error, from, to))
+        error = lockAndMoveInSteps(from, to, hiddenDirectory);
+    // Another mover was quicker, or a request that was sent twice (an interrupted one, a network file system)
+    // fails though it was done.
     if (error == ENOENT && !statusOf(from) && holds(to, *item))
         return 0;
     return error;

@@ -81,6 +81,60 @@ TEST_F(FallbackTest, NeverReplacesWhatIsThere) {
     }
 }
 
+// What an earlier worker that was killed between its steps has left.
+TEST_F(FallbackTest, FinishesMovesThatWereCutOff) {
+    const std::vector<std::string> steps = {"renameat2:error=EINVAL"};
+    const std::vector<std::string> noLinks = {"renameat2:error=EINVAL", "linkat:error=EPERM"};
+    const std::vector<std::string> nothingFails = {"renameat2:error=EINVAL:when=9"};
+    struct Row {
+        std::size_t kind;
+        const std::vector<std::string>& world;
+        std::function<void(const std::string& item, const std::string& target)> leave;
+        int number; // of the error
+    };
+    const auto secondName = [](const std::string& item, const std::string& target) {
+        ASSERT_EQ(::link(item.c_str(), target.c_str()), 0);
+    };
+    const auto placeholder = [](const std::string&, const std::string& target) {
+        ASSERT_EQ(::mknod(target.c_str(), S_IFREG, 0), 0);
+    };
+    const auto placeholderDirectory = [](const std::string&, const std::string& target) {
+        ASSERT_EQ(::mkdir(target.c_str(), 0), 0);
+    };
+    const Row rows[] = {
+        {0, steps, secondName, 0},
+        {0, noLinks, secondName, 0},
+        {0, nothingFails, secondName, 0},
+        {3, steps, secondName, 0},
+        {0, steps, placeholder, 0},
+        {0, noLinks, placeholder, 0},
+        {0, noLinks, placeholderDirectory, 0},
+        {2, steps, placeholder, 0},
+        {2, steps, placeholderDirectory, 0},
+        {0, nothingFails, placeholder, 6}, // nobody needs one here: it is a user's
+        {2, nothingFails, placeholderDirectory, 6},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(std::to_string(&row - rows));
+        const std::string path = m_tree.path("t/item.txt");
+        m_tree.makeDirectory("t/.SYS_INDEX");
+        m_kinds[row.kind].make(path);
+        const auto before = snapshotOf(path);
+        row.leave(path, hiddenPathOf(path));
+        if (row.number != 0) {
+            expectError(workInjected(row.world, "-hide", path), row.number);
+        } else {
+            expectHidden(workInjected(row.world, "-hide", path), path);
+            EXPECT_FALSE(exists(path));
+            EXPECT_EQ(snapshotOf(hiddenPathOf(path)), before);
+            row.leave(hiddenPathOf(path), path);
+            EXPECT_EQ(workInjected(row.world, "-unhide", hiddenPathOf(path)).output, "NewFilename: " + path);
+        }
+        EXPECT_EQ(snapshotOf(path), before);
+        ASSERT_EQ(runProgram({"/bin/rm", "-r", m_tree.path("t")}).exitStatus, 0);
+    }
+}
+
 // Each step fails in turn: the item is where it was and nothing made on the way is left.
 TEST_F(FallbackTest, FailedStepsAreTakenBack) {
     struct Row {
