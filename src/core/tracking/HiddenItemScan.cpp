@@ -1,6 +1,7 @@
 #include "core/tracking/HiddenItemScan.h"
 
 #include "core/base/PathText.h"
+#include "core/filesystem/MoveLeftover.h"
 #include "core/filesystem/ResolvedPath.h"
 #include "core/names/HiddenName.h"
 
@@ -25,6 +26,17 @@ Identity identityOf(int descriptor) {
         return {};
     return {status.stx_dev_major, status.stx_dev_minor, status.stx_ino, status.stx_btime.tv_sec,
             status.stx_btime.tv_nsec};
+}
+
+// What a hide that was cut off has left, while its item is still in the directory above.
+bool isPlaceholderOfHide(const OpenDirectory& hiddenDirectory, const DirectoryEntry& entry) {
+    const Place place{hiddenDirectory.descriptor(), std::string(entry.name)};
+    const auto status = statusOf(place);
+    if (!status || !isPlaceholder(*status))
+        return false;
+    const MoveLeftover leftover =
+        leftoverAt(place, {hiddenDirectory.descriptor(), joinPath("..", visibleName(place.name))});
+    return leftover == MoveLeftover::PlaceholderFile || leftover == MoveLeftover::PlaceholderDirectory;
 }
 
 class HiddenItemVisitor final : public DirectoryVisitor {
@@ -59,7 +71,7 @@ private:
         const bool isNew = isMetFirst(identityOf(directory.descriptor()));
         const std::string path = isNew ? fullPath(directory.path()) : std::string();
         while (const DirectoryEntry* entry = directory.next()) {
-            if (isNew && entry->name != hiddenDirectoryName)
+            if (isNew && entry->name != hiddenDirectoryName && !isPlaceholderOfHide(directory, *entry))
                 report(joinPath(path, entry->name));
             if (entry->type == DT_DIR)
                 directory.descend();

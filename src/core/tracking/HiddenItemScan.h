@@ -11,8 +11,9 @@
 namespace veilkeep {
 
 // Looks for hidden items below a directory, on all processors: each entry of each real directory named
-// ".SYS_INDEX" is one, whatever it is, but for a ".SYS_INDEX" in there; that and the hidden directories
-// themselves are looked through as well. Moves nothing. One scan for each object.
+// ".SYS_INDEX" is one, whatever it is, but for a ".SYS_INDEX" in there and for placeholders of moves that
+// were cut off; that ".SYS_INDEX" and the hidden directories themselves are looked through as well. Moves
+// nothing. One scan for each object.
 class HiddenItemScan {
 public:
     static constexpr std::size_t mostTroublesKept = 5;

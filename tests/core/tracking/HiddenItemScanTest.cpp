@@ -91,6 +91,17 @@ TEST_F(HiddenItemScanTest, FindsEachHiddenItemOnce) {
     EXPECT_FALSE(findings.summary->cancelled);
 }
 
+TEST_F(HiddenItemScanTest, LeavesOutPlaceholdersOfItemsThatAreStillVisible) {
+    m_scratch.makeFile("tree/report.txt", "content");
+    m_scratch.makeFile("tree/.SYS_INDEX/troper.txt", {}, 0);
+    m_scratch.makeDirectory("tree/folder");
+    m_scratch.makeDirectory("tree/.SYS_INDEX/redlof", 0);
+    m_scratch.makeFile("tree/both.txt", "content");
+    m_scratch.makeFile("tree/.SYS_INDEX/htob.txt", "closed, with content", 0);
+    m_scratch.makeFile("tree/.SYS_INDEX/enola.txt", {}, 0);
+    EXPECT_EQ(scan(m_tree).paths, below(m_tree, {".SYS_INDEX/htob.txt", ".SYS_INDEX/enola.txt"}));
+}
+
 TEST_F(HiddenItemScanTest, KeepsTheSpellingOfTheDirectory) {
     const std::string index = m_scratch.makeDirectory("tree/.SYS_INDEX");
     m_scratch.makeFile("tree/.SYS_INDEX/meti");
