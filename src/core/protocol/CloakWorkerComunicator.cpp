@@ -60,6 +60,8 @@ void CloakWorkerComunicator::checkTempFiles() {
         if (const Result<void> removed = m_inProgressFolder.remove(entry); !removed)
             logError("Could not delete an in-progress record", removed.error());
     }
+    if (const Result<void> removed = m_inProgressFolder.removeAbandonedFiles(); !removed)
+        logError("Could not delete what is left of an in-progress record", removed.error());
 }
 
 bool CloakWorkerComunicator::restoreFiles(const std::string& directory) {

@@ -25,7 +25,7 @@ public:
     CloakWorkerResult unhideFileWithPath(const std::string& path);
 
     // Hands the records in the in-progress folder to the delegate, the oldest first, and deletes them. What
-    // cannot be read or parsed stays.
+    // cannot be read or parsed stays. What killed workers left half written goes after a day.
     void checkTempFiles();
 
     // Looks for hidden items below the directory; they arrive as records in the in-progress folder. False,

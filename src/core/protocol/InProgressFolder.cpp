@@ -5,6 +5,7 @@
 #include "core/filesystem/Directories.h"
 #include "core/filesystem/ReadWholeFile.h"
 #include "core/storage/PropertyList.h"
+#include "core/storage/TemporaryFile.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -12,6 +13,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <ctime>
 #include <tuple>
 
 namespace veilkeep {
@@ -26,6 +28,15 @@ struct DatedName {
                std::tie(other.changed.tv_sec, other.changed.tv_nsec, other.name);
     }
 };
+
+// False for what is gone again.
+bool isAbandoned(int directory, const char* name) {
+    constexpr std::time_t day = 24 * 60 * 60; // seconds
+    struct stat status = {};
+    return TemporaryFile::isName(name) && ::fstatat(directory, name, &status, AT_SYMLINK_NOFOLLOW) == 0 &&
+           S_ISREG(status.st_mode) && status.st_uid == ::geteuid() &&
+           std::time(nullptr) - status.st_mtim.tv_sec > day;
+}
 
 } // namespace
 
@@ -74,6 +85,19 @@ Result<void> InProgressFolder::remove(const std::string& entry) const {
     if (::unlink(path.c_str()) != 0 && errno != ENOENT)
         return Error::system("unlink", path, errno);
     return {};
+}
+
+Result<void> InProgressFolder::removeAbandonedFiles() const {
+    const DirectoryStream directory(::opendir(m_path.c_str()));
+    if (!directory)
+        return Error::system("opendir", m_path, errno);
+    const int descriptor = ::dirfd(directory.get());
+    Result<void> outcome;
+    while (const dirent* entry = ::readdir(directory.get()))
+        if (isAbandoned(descriptor, entry->d_name) && ::unlinkat(descriptor, entry->d_name, 0) != 0 &&
+            errno != ENOENT)
+            outcome = Error::system("unlink", joinPath(m_path, entry->d_name), errno);
+    return outcome;
 }
 
 } // namespace veilkeep

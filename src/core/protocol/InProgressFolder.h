@@ -25,6 +25,10 @@ public:
     Result<PropertyDictionary> read(const std::string& entry) const; // links are not followed
     Result<void> remove(const std::string& entry) const;
 
+    // Takes away what killed workers left half written: this user's own temporary files of more than a day.
+    // The error is that of the last one that could not be removed.
+    Result<void> removeAbandonedFiles() const;
+
 private:
     std::string m_path;
 };

@@ -12,6 +12,17 @@
 #include <cstdint>
 
 namespace veilkeep {
+namespace {
+
+constexpr std::string_view prefix = ".veilkeep-";
+
+} // namespace
+
+bool TemporaryFile::isName(std::string_view name) {
+    constexpr std::string_view digits = "0123456789abcdef";
+    return name.starts_with(prefix) && name.size() == prefix.size() + hexadecimal(0).size() &&
+           name.find_first_not_of(digits, prefix.size()) == std::string_view::npos;
+}
 
 TemporaryFile::~TemporaryFile() {
     if (!m_name.empty())
@@ -22,7 +33,7 @@ Result<void> TemporaryFile::create() {
     std::uint64_t number = 0;
     if (retryOnInterrupt([&] { return ::getrandom(&number, sizeof number, 0); }) != sizeof number)
         return Error::system("getrandom", {}, errno);
-    const std::string name = ".veilkeep-" + hexadecimal(number);
+    const std::string name = std::string(prefix) + hexadecimal(number);
     m_file.reset(retryOnInterrupt([&] {
         return ::openat(m_directory, name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC,
                         0600);

@@ -12,6 +12,9 @@ namespace veilkeep {
 // directory. It is removed again unless it has.
 class TemporaryFile {
 public:
+    // Whether a file of this name is one, perhaps of a process that was killed.
+    static bool isName(std::string_view name);
+
     // The target's path is what errors name; it must outlive this.
     TemporaryFile(int directory, const std::string& target) : m_directory(directory), m_target(target) {}
     TemporaryFile(const TemporaryFile&) = delete;

@@ -6,6 +6,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <chrono>
+#include <filesystem>
 
 namespace veilkeep {
 namespace {
@@ -71,10 +73,14 @@ TEST(CloakWorkerComunicator, PassesOnRecordsAndEmptiesTheFolder) {
     ASSERT_TRUE(writeRecord(folder, {"/a/1", "/a/.SYS_INDEX/1", 0, 1}));
     ASSERT_TRUE(writeRecord(folder, {"/a/2", "/a/2", 0, 0}));
     const std::string rubbish = tree.makeFile("data/InProgress/rubbish.plist", "rubbish");
+    const std::string abandoned = tree.makeFile("data/InProgress/.veilkeep-0123456789abcdef");
+    std::filesystem::last_write_time(abandoned,
+                                     std::filesystem::file_time_type::clock::now() - std::chrono::hours(25));
     comunicator.checkTempFiles();
     std::sort(listener.calls.begin(), listener.calls.end()); // both may have the same time
     EXPECT_EQ(listener.calls, (std::vector<std::string>{"/a/.SYS_INDEX/1", "/a/2"}));
     EXPECT_EQ(InProgressFolder(folder).entries().value(), std::vector<std::string>{"rubbish.plist"});
+    EXPECT_FALSE(test::exists(abandoned));
 
     comunicator.checkTempFiles();
     EXPECT_EQ(listener.calls.size(), 2U);

@@ -2,6 +2,7 @@
 
 #include "core/storage/PropertyList.h"
 #include "tests/support/HostileNames.h"
+#include "tests/support/RunProgram.h"
 #include "tests/support/ScratchTree.h"
 
 #include <gtest/gtest.h>
@@ -12,6 +13,7 @@
 
 #include <algorithm>
 #include <climits>
+#include <ctime>
 
 namespace veilkeep {
 namespace {
@@ -91,6 +93,43 @@ TEST(InProgressFolder, ListsRegularFilesByTime) {
     ASSERT_EQ(::mkfifo(tree.path("InProgress/fifo").c_str(), 0600), 0);
     ASSERT_EQ(::symlink("a", tree.path("InProgress/link").c_str()), 0);
     EXPECT_EQ(InProgressFolder(folder).entries().value(), (std::vector<std::string>{"d", "b", "a", "c"}));
+}
+
+TEST(InProgressFolder, TakesAwayWhatKilledWritersLeft) {
+    const test::ScratchTree tree;
+    const std::string folder = tree.makeDirectory("InProgress");
+    const long now = std::time(nullptr), day = 24 * 60 * 60;
+    const std::string name = ".veilkeep-0123456789abcdef";
+    struct Row {
+        std::string name;
+        long age; // seconds
+        bool goes;
+    };
+    const Row rows[] = {
+        {name, day + 60, true},
+        {".veilkeep-0000000000000000", day - 60, false},
+        {".veilkeep-0000000000000001", -day - 60, false}, // made while the clock was wrong
+        {name + "0", 2 * day, false},
+        {name + ".plist", 2 * day, false},
+        {".veilkeep-0123456789ABCDEF", 2 * day, false},
+        {".veilkeep-0123456789abcde", 2 * day, false},
+        {"0123456789abcdef.plist", 2 * day, false},
+    };
+    for (const Row& row : rows)
+        setTime(tree.makeFile("InProgress/" + row.name), now - row.age);
+    tree.makeDirectory("InProgress/.veilkeep-0000000000000002");
+    setTime(tree.path("InProgress/.veilkeep-0000000000000002"), now - 2 * day);
+    if (test::isRoot()) {
+        const std::string others = tree.makeFile("InProgress/.veilkeep-0000000000000004");
+        ASSERT_EQ(::chown(others.c_str(), test::ordinaryUser, test::ordinaryUser), 0);
+        setTime(others, now - 2 * day);
+    }
+    auto expected = test::namesIn(folder);
+    for (const Row& row : rows)
+        if (row.goes)
+            expected.erase(row.name);
+    EXPECT_TRUE(InProgressFolder(folder).removeAbandonedFiles());
+    EXPECT_EQ(test::namesIn(folder), expected);
 }
 
 TEST(InProgressFolder, ReadsSmallRegularFilesOnly) {
