@@ -1,0 +1,192 @@
+#include "tests/support/FailingCall.h"
+#include "tests/worker/WorkerFixture.h"
+
+#include "core/tracking/AliasRecord.h"
+#include "core/tracking/FileAlias.h"
+#include "core/tracking/HalfDoneMove.h"
+
+#include <signal.h>
+#include <sys/stat.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <filesystem>
+#include <functional>
+#include <map>
+#include <sstream>
+
+namespace veilkeep::test {
+namespace {
+
+struct Call {
+    std::string name;
+    int number = 0; // of the calls of that name
+};
+
+// The calls of a traced program from the first one that main() makes.
+std::vector<Call> callsIn(const std::string& trace) {
+    std::vector<Call> calls;
+    std::map<std::string, int> counts;
+    bool inMain = false;
+    std::istringstream lines(trace);
+    for (std::string line; std::getline(lines, line);) {
+        const std::string name = line.substr(0, line.find('('));
+        if (name.size() == line.size())
+            continue; // how it ended
+        inMain = inMain || line.starts_with("fcntl(0, F_GETFD");
+        const int number = ++counts[name];
+        if (inMain)
+            calls.push_back({name, number});
+    }
+    return calls;
+}
+
+// Kills the worker right before each of its system calls in turn, for items of several kinds, for a hide and
+// for an unhide, with and without other hidden items. After each run the item is in one of its two places, as
+// it was, and the record that was made of it before leads to it.
+class KillMatrixTest : public WorkerFixture {
+protected:
+    struct Kind {
+        std::string name;
+        std::function<void(const std::string&)> make;
+    };
+
+    void SetUp() override {
+        if (!straceWorks())
+            GTEST_SKIP() << "strace cannot trace here";
+        m_tree.makeDirectory("t");
+    }
+
+    // In a world in which these system calls fail.
+    void killEverywhere(const std::map<long, int>& failures) {
+        m_failures = failures;
+        const Kind kinds[] = {
+            {"report.pdf", [](const std::string& path) { writeFile(path, "content"); }},
+            {"folder",
+             [](const std::string& path) {
+                 std::filesystem::create_directory(path);
+                 for (int number = 0; number < 1000; ++number)
+                     writeFile(joinPath(path, std::to_string(number)), std::to_string(number));
+             }},
+            {"link", [](const std::string& path) { std::filesystem::create_symlink("nowhere", path); }},
+            {std::string(251, 'x') + ".txt", [](const std::string& path) { writeFile(path, "long"); }},
+        };
+        for (const Kind& kind : kinds)
+            for (const bool othersAreHidden : {false, true})
+                killAtEachCall(kind, othersAreHidden);
+        std::printf("%d runs killed, %d healed, %d ended before the call\n", m_killed, m_healed, m_missed);
+        EXPECT_GE(m_killed, 400);
+    }
+
+private:
+    void killAtEachCall(const Kind& kind, bool othersAreHidden) {
+        SCOPED_TRACE(kind.name + (othersAreHidden ? ", others hidden" : ""));
+        m_visible = m_tree.path("t/" + kind.name);
+        m_hidden = hiddenPathOf(m_visible);
+        m_othersAreHidden = othersAreHidden;
+        kind.make(m_visible);
+        m_before = snapshotOf(m_visible);
+        const auto alias = aliasRecordFromPath(m_visible);
+        ASSERT_TRUE(alias);
+        m_alias = decodeAliasRecord(*alias).value();
+        killAtEachCallOf("-hide", m_visible);
+        killAtEachCallOf("-unhide", m_hidden);
+        std::filesystem::remove_all(m_tree.path("t"));
+        m_tree.makeDirectory("t");
+    }
+
+    void killAtEachCallOf(const std::string& operation, const std::string& path) {
+        const std::string trace = m_tree.path("trace");
+        putAt(path);
+        ASSERT_EQ(runTraced({"-o", trace}, operation, path).exitStatus, 1);
+        for (const Call& call : callsIn(readFile(trace))) {
+            SCOPED_TRACE(operation + " killed at " + call.name + " " + std::to_string(call.number));
+            putAt(path);
+            const ProgramRun run =
+                runTraced({"-o", "/dev/null", "-e",
+                           "inject=" + call.name + ":signal=KILL:when=" + std::to_string(call.number)},
+                          operation, path);
+            ++(run.signal == SIGKILL ? m_killed : m_missed);
+            expectHealed(path);
+            ASSERT_FALSE(HasFailure());
+        }
+    }
+
+    ProgramRun runTraced(const std::vector<std::string>& options, const std::string& operation,
+                         const std::string& path) {
+        std::vector<std::string> arguments = {"/usr/bin/strace", "-E", "ASAN_OPTIONS=detect_leaks=0"};
+        arguments.insert(arguments.end(), options.begin(), options.end());
+        arguments.insert(arguments.end(), {bundledProgram("cloakWorker"), "-p", "-i", operation, path});
+        return runProgram(arguments, {0, {}, [this] {
+                                          for (const auto& [call, error] : m_failures)
+                                              if (!failCall(call, error))
+                                                  ::_exit(122);
+                                      }});
+    }
+
+    // Moves the item to one of its two places, whichever it is at now.
+    void putAt(const std::string& path) {
+        const std::string other = path == m_visible ? m_hidden : m_visible;
+        m_tree.makeDirectory("t/.SYS_INDEX");
+        if (exists(other))
+            std::filesystem::rename(other, path);
+        const std::string another = m_tree.path("t/.SYS_INDEX/rehtona");
+        if (m_othersAreHidden)
+            writeFile(another, "another");
+        else if (path == m_visible)
+            std::filesystem::remove(m_tree.path("t/.SYS_INDEX"));
+    }
+
+    bool isAt(const std::string& path) const {
+        const auto alias = aliasRecordFromPath(path);
+        return alias && decodeAliasRecord(*alias)->item == m_alias.item;
+    }
+
+    void expectHealed(const std::string& recordedPath) {
+        const std::string& other = recordedPath == m_visible ? m_hidden : m_visible;
+        const std::string& path = isAt(recordedPath) ? recordedPath : other;
+        const auto healed = healHalfDoneMove(path);
+        ASSERT_TRUE(healed);
+        m_healed += *healed;
+        EXPECT_NE(exists(m_visible), exists(m_hidden));
+        ASSERT_TRUE(isAt(path));
+        EXPECT_EQ(decodeAliasRecord(aliasRecordFromPath(path).value())->volume, m_alias.volume);
+        EXPECT_EQ(snapshotOf(path), m_before);
+        expectNothingElse();
+        const auto again = healHalfDoneMove(path);
+        EXPECT_TRUE(again && !*again);
+    }
+
+    void expectNothingElse() {
+        std::set<std::string> all = namesIn(m_tree.path("t"));
+        if (all.contains(".SYS_INDEX"))
+            all.merge(namesIn(m_tree.path("t/.SYS_INDEX")));
+        for (const std::string& path : {m_visible, m_hidden, std::string(".SYS_INDEX")})
+            all.erase(std::string(lastPathComponent(path)));
+        EXPECT_EQ(all, m_othersAreHidden ? std::set<std::string>{"rehtona"} : std::set<std::string>());
+    }
+
+    std::map<long, int> m_failures;
+    std::string m_visible, m_hidden;
+    bool m_othersAreHidden = false;
+    std::map<std::string, ItemState> m_before;
+    AliasRecord m_alias;
+    int m_killed = 0, m_healed = 0, m_missed = 0;
+};
+
+TEST_F(KillMatrixTest, MoveInOneStep) {
+    killEverywhere({});
+}
+
+TEST_F(KillMatrixTest, MoveInTwoSteps) {
+    killEverywhere({{SYS_renameat2, EINVAL}});
+}
+
+TEST_F(KillMatrixTest, MoveOverAPlaceholder) {
+    killEverywhere({{SYS_renameat2, EINVAL}, {SYS_linkat, EPERM}});
+}
+
+} // namespace
+} // namespace veilkeep::test
