@@ -3,6 +3,7 @@
 #include "core/base/SystemCall.h"
 #include "core/base/UniqueFd.h"
 #include "core/filesystem/FileLock.h"
+#include "worker/NameKeeping.h"
 
 #include <fcntl.h>
 #include <stdio.h>
@@ -121,10 +122,23 @@ int lockAndMoveInSteps(const Place& from, const Place& to, int hiddenDirectory) 
     return item ? moveInSteps(from, to, *item) : errno;
 }
 
+// What is in the way is told first, before a file system is asked whether it can rename without replacing.
+bool isInTheWayOfSteps(MoveLeftover leftover, int directory) {
+    switch (leftover) {
+    case MoveLeftover::None:
+        return false;
+    case MoveLeftover::SecondName: // between two names of one item no rename does anything
+        return true;
+    case MoveLeftover::PlaceholderFile:
+    case MoveLeftover::PlaceholderDirectory:
+        return !isWellKnownFileSystem(directory);
+    }
+    return false;
+}
+
 bool needsSteps(int error, const Place& from, const Place& to) {
-    // Between two names of one item a rename does nothing, and is refused for the name that is taken.
     return error == EINVAL || error == ENOSYS || error == EOPNOTSUPP ||
-           (error == EEXIST && leftoverAt(from, to) == MoveLeftover::SecondName);
+           (error == EEXIST && isInTheWayOfSteps(leftoverAt(to, from), to.directory));
 }
 
 } // namespace
@@ -144,7 +158,7 @@ int renameExclusively(const Place& from, const Place& to, int hiddenDirectory) {
         error = lockAndMoveInSteps(from, to, hiddenDirectory);
     // Another mover was quicker, or a request that was sent twice (an interrupted one, a network file system)
     // fails though it was done.
-    if (error == ENOENT && !statusOf(from) && holds(to, *item))
+    if ((error == ENOENT || error == EEXIST) && !statusOf(from) && holds(to, *item))
         return 0;
     return error;
 }

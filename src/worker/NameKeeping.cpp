@@ -22,21 +22,6 @@ struct statfs fileSystemOf(int directory) {
     return status;
 }
 
-bool storesEveryNameAsItIs(int directory) {
-    constexpr std::uint64_t xfs = 0x58465342; // not in linux/magic.h of every system
-    switch (static_cast<std::uint64_t>(fileSystemOf(directory).f_type)) {
-    case EXT4_SUPER_MAGIC:
-    case BTRFS_SUPER_MAGIC:
-    case TMPFS_MAGIC:
-    case OVERLAYFS_SUPER_MAGIC:
-    case F2FS_SUPER_MAGIC:
-    case xfs:
-        return true;
-    default:
-        return false;
-    }
-}
-
 bool isListed(const Place& place) {
     UniqueFd fd(
         retryOnInterrupt([&] { return ::openat(place.directory, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC); }));
@@ -54,6 +39,21 @@ bool isListed(const Place& place) {
 
 } // namespace
 
+bool isWellKnownFileSystem(int directory) {
+    constexpr std::uint64_t xfs = 0x58465342; // not in linux/magic.h of every system
+    switch (static_cast<std::uint64_t>(fileSystemOf(directory).f_type)) {
+    case EXT4_SUPER_MAGIC:
+    case BTRFS_SUPER_MAGIC:
+    case TMPFS_MAGIC:
+    case OVERLAYFS_SUPER_MAGIC:
+    case F2FS_SUPER_MAGIC:
+    case xfs:
+        return true;
+    default:
+        return false;
+    }
+}
+
 std::size_t longestNameIn(int directory) {
     const auto limit = static_cast<std::size_t>(fileSystemOf(directory).f_namelen);
     return limit == 0 ? longestFileName : std::min(longestFileName, limit);
@@ -61,7 +61,7 @@ std::size_t longestNameIn(int directory) {
 
 bool keepsName(const Place& place) {
     const bool endsOddly = place.name.ends_with('.') || place.name.ends_with(' ');
-    return !endsOddly || storesEveryNameAsItIs(place.directory) || isListed(place);
+    return !endsOddly || isWellKnownFileSystem(place.directory) || isListed(place);
 }
 
 } // namespace veilkeep

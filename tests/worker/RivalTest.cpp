@@ -118,7 +118,7 @@ TEST_F(RivalTest, NothingIsReplacedInARace) {
         const auto before = snapshotOf(path);
         int broughtBack = 0, refused = 0;
         Rival rival(path);
-        const int count = rounds(700, 3'500);
+        const int count = rounds(500, 2'500);
         for (int round = 0; round < count && rival.replaced() == 0; ++round) {
             EXPECT_EQ(hideItem(path).error, WorkerError::Success);
             const MoveAnswer answer = unhideItem(hidden);
