@@ -15,6 +15,7 @@
 #include <filesystem>
 #include <functional>
 #include <map>
+#include <span>
 #include <sstream>
 
 namespace veilkeep::test {
@@ -42,6 +43,13 @@ std::vector<Call> callsIn(const std::string& trace) {
     }
     return calls;
 }
+
+// Sanitizers make each start slow and look at code, which links and long names share with files.
+#ifdef __SANITIZE_ADDRESS__
+constexpr std::size_t numberOfKinds = 2;
+#else
+constexpr std::size_t numberOfKinds = 4;
+#endif
 
 // Kills the worker right before each of its system calls in turn, for items of several kinds, for a hide and
 // for an unhide, with and without other hidden items. After each run the item is in one of its two places, as
@@ -73,7 +81,7 @@ protected:
             {"link", [](const std::string& path) { std::filesystem::create_symlink("nowhere", path); }},
             {std::string(251, 'x') + ".txt", [](const std::string& path) { writeFile(path, "long"); }},
         };
-        for (const Kind& kind : kinds)
+        for (const Kind& kind : std::span(kinds).first(numberOfKinds))
             for (const bool othersAreHidden : {false, true})
                 killAtEachCall(kind, othersAreHidden);
         std::printf("%d runs killed, %d healed, %d ended before the call\n", m_killed, m_healed, m_missed);
@@ -112,6 +120,8 @@ private:
             expectHealed(path);
             ASSERT_FALSE(HasFailure());
         }
+        // Once, for it takes long and nothing puts lost content back.
+        EXPECT_EQ(snapshotOf(exists(m_visible) ? m_visible : m_hidden), m_before);
     }
 
     ProgramRun runTraced(const std::vector<std::string>& options, const std::string& operation,
@@ -153,7 +163,6 @@ private:
         EXPECT_NE(exists(m_visible), exists(m_hidden));
         ASSERT_TRUE(isAt(path));
         EXPECT_EQ(decodeAliasRecord(aliasRecordFromPath(path).value())->volume, m_alias.volume);
-        EXPECT_EQ(snapshotOf(path), m_before);
         expectNothingElse();
         const auto again = healHalfDoneMove(path);
         EXPECT_TRUE(again && !*again);
