@@ -1,9 +1,8 @@
 #include "tests/support/FailingCall.h"
 #include "tests/worker/WorkerFixture.h"
 
-#include "core/tracking/AliasRecord.h"
+#include "core/records/File.h"
 #include "core/tracking/FileAlias.h"
-#include "core/tracking/HalfDoneMove.h"
 
 #include <signal.h>
 #include <sys/stat.h>
@@ -96,9 +95,7 @@ private:
         m_othersAreHidden = othersAreHidden;
         kind.make(m_visible);
         m_before = snapshotOf(m_visible);
-        const auto alias = aliasRecordFromPath(m_visible);
-        ASSERT_TRUE(alias);
-        m_alias = decodeAliasRecord(*alias).value();
+        m_record = File::fileWithPath(m_visible);
         killAtEachCallOf("-hide", m_visible);
         killAtEachCallOf("-unhide", m_hidden);
         std::filesystem::remove_all(m_tree.path("t"));
@@ -117,7 +114,8 @@ private:
                            "inject=" + call.name + ":signal=KILL:when=" + std::to_string(call.number)},
                           operation, path);
             ++(run.signal == SIGKILL ? m_killed : m_missed);
-            expectHealed(path);
+            expectHealed(m_othersAreHidden ? m_visible
+                                           : path); // also by a record that was not kept up to date
             ASSERT_FALSE(HasFailure());
         }
         // Once, for it takes long and nothing puts lost content back.
@@ -150,22 +148,27 @@ private:
     }
 
     bool isAt(const std::string& path) const {
-        const auto alias = aliasRecordFromPath(path);
-        return alias && decodeAliasRecord(*alias)->item == m_alias.item;
+        const auto found = describeItemAt(path);
+        return found && found->item == decodeAliasRecord(m_record.alias().value())->item;
     }
 
+    // As the application checks its records.
     void expectHealed(const std::string& recordedPath) {
-        const std::string& other = recordedPath == m_visible ? m_hidden : m_visible;
-        const std::string& path = isAt(recordedPath) ? recordedPath : other;
-        const auto healed = healHalfDoneMove(path);
-        ASSERT_TRUE(healed);
-        m_healed += *healed;
+        File file = m_record;
+        file.setPath(recordedPath);
+        file.setState(file.stateFromPath());
+        AliasResolver resolver(AliasResolver::Reach::Nearby);
+        m_healed += exists(m_visible) && exists(m_hidden);
+        EXPECT_TRUE(file.checkPathesConsistency(resolver));
+        EXPECT_NE(file.checkIdentity(), File::IdentityCheck::Renewed) << "the item is what the record knows";
         EXPECT_NE(exists(m_visible), exists(m_hidden));
-        ASSERT_TRUE(isAt(path));
-        EXPECT_EQ(decodeAliasRecord(aliasRecordFromPath(path).value())->volume, m_alias.volume);
+        const std::string& place = exists(m_visible) ? m_visible : m_hidden;
+        ASSERT_TRUE(isAt(place));
+        EXPECT_EQ(file.path(), place);
+        EXPECT_EQ(file.state(), place == m_visible ? File::Visible : File::Hidden);
+        EXPECT_EQ(file.originalPath(), m_visible);
+        EXPECT_EQ(file.checkIdentity(), File::IdentityCheck::Confirmed);
         expectNothingElse();
-        const auto again = healHalfDoneMove(path);
-        EXPECT_TRUE(again && !*again);
     }
 
     void expectNothingElse() {
@@ -181,7 +184,7 @@ private:
     std::string m_visible, m_hidden;
     bool m_othersAreHidden = false;
     std::map<std::string, ItemState> m_before;
-    AliasRecord m_alias;
+    File m_record;
     int m_killed = 0, m_healed = 0, m_missed = 0;
 };
 

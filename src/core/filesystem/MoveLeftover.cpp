@@ -50,6 +50,11 @@ bool isPlaceholder(const struct stat& status) {
     return isClosed && (isEmptyFile || S_ISDIR(status.st_mode)) && isAsItWasMade(status);
 }
 
+bool isPlaceholderAt(const std::string& path) {
+    const auto status = statusOf({AT_FDCWD, path});
+    return status && isPlaceholder(*status);
+}
+
 MoveLeftover leftoverAt(const Place& other, const Place& kept) {
     const auto left = statusOf(other);
     const auto item = left ? statusOf(kept) : std::nullopt;

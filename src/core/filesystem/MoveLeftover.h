@@ -30,6 +30,7 @@ enum class MoveLeftover {
 // changed last within a second after its content was. File systems that keep no modes show them with one;
 // there they cannot be told from items.
 bool isPlaceholder(const struct stat& status);
+bool isPlaceholderAt(const std::string& path);
 
 // What is at `other` beside the item at `kept`. None where `kept` holds no item but nothing or a placeholder
 // itself. Certain only under the lock that movers in two steps hold.

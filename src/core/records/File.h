@@ -91,6 +91,7 @@ public:
     void movedTo(std::string_view path);
 
 private:
+    IdentityCheck compareWithAlias();
     void keep(PropertyDictionary properties);
 
     PropertyDictionary m_properties;

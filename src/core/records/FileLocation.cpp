@@ -2,9 +2,11 @@
 
 #include "core/base/PathText.h"
 #include "core/filesystem/ItemAtPath.h"
+#include "core/filesystem/MoveLeftover.h"
 #include "core/log/Log.h"
 #include "core/names/BaseCloakLogic.h"
 #include "core/tracking/FileAlias.h"
+#include "core/tracking/HalfDoneMove.h"
 #include "core/tracking/ItemMatch.h"
 
 #include <algorithm>
@@ -99,12 +101,22 @@ std::optional<std::string> File::closestHiddenDir() const {
 }
 
 File::IdentityCheck File::checkIdentity() {
+    const IdentityCheck outcome = compareWithAlias();
+    if (outcome != IdentityCheck::NothingThere)
+        if (const auto healed = healHalfDoneMove(std::string(path())); !healed)
+            logError("A move that was cut off could not be put right", healed.error());
+    return outcome;
+}
+
+File::IdentityCheck File::compareWithAlias() {
     const std::string present(path());
     const auto found = describeItemAt(present);
     if (!found)
         return IdentityCheck::NothingThere;
     const auto known = decodeAliasRecord(alias().value_or(std::string_view()));
-    if (known && isTheItem(*known, *found, Closeness::RecordedPath)) {
+    const bool isProven = known && isProvenToBe(*known, *found);
+    const bool isPlaceholder = !isProven && isPlaceholderAt(present);
+    if (known && !isPlaceholder && isTheItem(*known, *found, Closeness::RecordedPath)) {
         if (isOutdated(*known, *found))
             updateAlias();
         return IdentityCheck::Confirmed;
@@ -116,6 +128,8 @@ File::IdentityCheck File::checkIdentity() {
         movedTo(answer.path);
         return IdentityCheck::FollowedElsewhere;
     }
+    if (isPlaceholder)
+        return IdentityCheck::NothingThere;
     updateAlias();
     return IdentityCheck::Renewed;
 }

@@ -214,6 +214,24 @@ TEST_F(FileLocationTest, ChecksThatTheItemIsStillTheOne) {
     EXPECT_EQ(bare.alias(), file.alias());
 }
 
+// What a worker leaves that is killed between the two steps of a move.
+TEST_F(FileLocationTest, PutsCutOffMovesRight) {
+    File file = File::initWithPath(m_item);
+    ASSERT_EQ(::link(m_item.c_str(), m_hidden.c_str()), 0);
+    EXPECT_EQ(file.checkIdentity(), File::IdentityCheck::Confirmed);
+    EXPECT_FALSE(test::exists(m_hidden));
+    move(m_item, m_hidden);
+    m_tree.makeFile("d/a.txt", {}, 0);
+    EXPECT_EQ(file.checkIdentity(), File::IdentityCheck::FollowedElsewhere);
+    expect(file, {m_hidden, m_item, "a.txt", 1}, "a placeholder is not the item");
+    EXPECT_FALSE(test::exists(m_item));
+    ASSERT_EQ(::unlink(m_hidden.c_str()), 0);
+    m_tree.makeFile("d/.SYS_INDEX/a.txt", {}, 0);
+    const std::string alias(file.alias().value());
+    EXPECT_EQ(file.checkIdentity(), File::IdentityCheck::NothingThere);
+    EXPECT_EQ(file.alias(), alias) << "nor does it ever become the item";
+}
+
 TEST_F(FileLocationTest, MovesWithItsItem) {
     File file = File::initWithPath(m_item);
     const std::string before(file.alias().value());
