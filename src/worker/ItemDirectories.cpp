@@ -4,12 +4,15 @@
 #include "core/base/SystemCall.h"
 #include "core/filesystem/Directories.h"
 #include "core/names/HiddenName.h"
+#include "worker/FileAccessAs.h"
 
 #include <fcntl.h>
 #include <linux/openat2.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
 #include <unistd.h>
+
+#include <mutex>
 
 namespace veilkeep {
 namespace {
@@ -34,7 +37,7 @@ UniqueFd openWithoutLinks(int directory, const std::string& name) {
 }
 
 UniqueFd openRefusingLinks(std::string_view path) {
-    UniqueFd directory(::open("/", directoryFlags));
+    UniqueFd directory(retryOnInterrupt([] { return ::open("/", directoryFlags); }));
     for (const std::string_view component : pathComponents(path)) {
         if (component == "/")
             continue;
@@ -45,16 +48,67 @@ UniqueFd openRefusingLinks(std::string_view path) {
     return directory;
 }
 
-// The new directory is for everybody who may use its parent.
-void takeAfterParent(int made, int parent) {
+// The group of what this process makes there is its own, unless the directory or the system says otherwise.
+bool givesAnotherGroup(const struct stat& parent) {
+    return ::geteuid() != 0 && (parent.st_mode & S_ISGID) == 0 && parent.st_gid != ::getegid();
+}
+
+// The umask is all threads' own. Answers 0 or errno.
+int makeWithMode(int parent, mode_t mode) {
+    static std::mutex oneAtATime;
+    const std::lock_guard guard(oneAtATime);
+    const mode_t before = ::umask(0);
+    const int made = retryOnInterrupt([&] { return ::mkdirat(parent, hiddenName().c_str(), mode); });
+    const int error = made == 0 ? 0 : errno;
+    ::umask(before);
+    return error;
+}
+
+// The parent's group, and only with it that group's rights. Where the maker is not in that group, it stays as
+// made.
+void takeGroupOfParent(int parent, const struct stat& status) {
+    constexpr uid_t unchangedOwner = ~uid_t{0};
+    const UniqueFd made(retryOnInterrupt([&] {
+        return ::openat(parent, hiddenName().c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
+    }));
+    if (made && ::fchown(made.get(), unchangedOwner, status.st_gid) == 0) [[maybe_unused]]
+        const int moded = ::fchmod(made.get(), status.st_mode & 07777);
+}
+
+// For everybody who may use its parent: with its mode, and as root with its owner. Both from the first
+// moment, since what has the name a moment later may be something else. Answers 0 or errno.
+int makeHiddenDirectory(int parent) {
     struct stat status = {};
     if (::fstat(parent, &status) != 0)
-        return; // it stays the maker's alone
-    // Owner first: changing it drops the set-id bits. File systems without owners and modes refuse both, and
-    // show what they show for every directory.
-    if (::geteuid() == 0) [[maybe_unused]]
-        const int owned = ::fchown(made, status.st_uid, status.st_gid);
-    [[maybe_unused]] const int moded = ::fchmod(made, status.st_mode & 07777);
+        return errno;
+    constexpr mode_t rightsOfGroup = S_IRWXG;
+    const bool anotherGroup = givesAnotherGroup(status);
+    mode_t mode = status.st_mode & 07777;
+    if (anotherGroup)
+        mode &= ~rightsOfGroup | (mode & S_IRWXO) << 3;
+    int error = 0;
+    {
+        const FileAccessAs owner(status.st_uid, status.st_gid, FileAccessAs::Rights::StillRoots);
+        error = makeWithMode(parent, mode);
+    }
+    if (error == 0 && anotherGroup)
+        takeGroupOfParent(parent, status);
+    return error;
+}
+
+// Whether administrator rights may be used in it: only those who could do in the parent what they like own it
+// or write to it. 0 or errno.
+int distrust(int hidden, int parent, const User& askedBy) {
+    struct stat own = {}, above = {};
+    if (::fstat(hidden, &own) != 0 || ::fstat(parent, &above) != 0)
+        return errno;
+    constexpr mode_t writable = S_IWGRP | S_IWOTH;
+    const bool ownedWell = own.st_uid == 0 || own.st_uid == above.st_uid || own.st_uid == askedBy.id;
+    const bool forMore = (own.st_mode & writable & ~above.st_mode) != 0;
+    const bool forAnotherGroup =
+        (own.st_mode & S_IWGRP) != 0 && own.st_gid != above.st_gid && (above.st_mode & S_IWOTH) == 0;
+    const bool lessSticky = (own.st_mode & writable) != 0 && (above.st_mode & ~own.st_mode & S_ISVTX) != 0;
+    return ownedWell && !forMore && !forAnotherGroup && !lessSticky ? 0 : ENOTDIR;
 }
 
 // Nothing can be moved out of it, and a ".SYS_INDEX" made in it could not be taken away again.
@@ -70,11 +124,13 @@ UniqueFd openDirectory(std::string_view path) {
     return ::geteuid() == 0 ? openRefusingLinks(path) : openDirectoryInPieces(path, directoryFlags);
 }
 
-HiddenDirectory openHiddenDirectory(int parent) {
+HiddenDirectory openHiddenDirectory(int parent, const User* askedBy) {
     HiddenDirectory hidden;
     hidden.fd.reset(retryOnInterrupt(
         [&] { return ::openat(parent, hiddenName().c_str(), directoryFlags | O_NOFOLLOW); }));
     hidden.error = hidden.fd ? 0 : errno;
+    if (hidden.fd && askedBy)
+        hidden.error = distrust(hidden.fd.get(), parent, *askedBy);
     return hidden;
 }
 
@@ -86,28 +142,17 @@ bool isHiddenDirectory(int directory) {
            own.st_dev == hidden.st_dev && own.st_ino == hidden.st_ino;
 }
 
-HiddenDirectory openOrMakeHiddenDirectory(int parent) {
-    HiddenDirectory hidden = openHiddenDirectory(parent);
+HiddenDirectory openOrMakeHiddenDirectory(int parent, const User* askedBy) {
+    HiddenDirectory hidden = openHiddenDirectory(parent, askedBy);
     if (hidden.error != ENOENT)
         return hidden;
-    if (takesNewEntriesOnly(parent)) {
-        hidden.error = EPERM;
+    const int error = takesNewEntriesOnly(parent) ? EPERM : makeHiddenDirectory(parent);
+    if (error != 0 && error != EEXIST) { // EEXIST: another worker was quicker
+        hidden.error = error;
         return hidden;
     }
-    const bool made = retryOnInterrupt([&] { return ::mkdirat(parent, hiddenName().c_str(), 0700); }) == 0;
-    if (!made && errno != EEXIST) { // EEXIST: another worker was quicker
-        hidden.error = errno;
-        return hidden;
-    }
-    if (made) {
-        const UniqueFd readable(retryOnInterrupt([&] {
-            return ::openat(parent, hiddenName().c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
-        }));
-        if (readable)
-            takeAfterParent(readable.get(), parent);
-    }
-    hidden = openHiddenDirectory(parent);
-    hidden.made = made;
+    hidden = openHiddenDirectory(parent, askedBy);
+    hidden.made = error == 0;
     return hidden;
 }
 

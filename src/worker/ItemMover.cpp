@@ -4,6 +4,7 @@
 #include "core/names/BaseCloakLogic.h"
 #include "core/names/HiddenName.h"
 #include "worker/ExclusiveRename.h"
+#include "worker/FileAccessAs.h"
 #include "worker/ItemDirectories.h"
 #include "worker/NameKeeping.h"
 
@@ -33,10 +34,18 @@ int lookAt(const Place& place) {
     return ::fstatat(place.directory, place.name.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0 ? 0 : errno;
 }
 
-WorkerError reasonNotToHide(const std::string& path, const Place& item) {
+// The files that say what is protected are the user's: with administrator rights they are read with his.
+bool isProtected(const std::string& path, const User* askedBy) {
+    if (!askedBy)
+        return BaseCloakLogic::isProtectedFileAtPath(path);
+    const FileAccessAs user(askedBy->id, askedBy->group, FileAccessAs::Rights::OfThatUser);
+    return BaseCloakLogic::isProtectedFileAtPath(path);
+}
+
+WorkerError reasonNotToHide(const std::string& path, const Place& item, const User* askedBy) {
     if (lastPathComponent(parentPath(path)) == hiddenDirectoryName || isHiddenDirectory(item.directory))
         return WorkerError::AlreadyHidden;
-    if (BaseCloakLogic::isProtectedFileAtPath(path))
+    if (isProtected(path, askedBy))
         return WorkerError::Protected;
     if (refusalToHide(item.name, longestNameIn(item.directory)) != NameRefusal::None)
         return WorkerError::NameCannotBeHidden;
@@ -48,8 +57,8 @@ struct Attempt {
     bool atHiddenDirectory = false;
 };
 
-Attempt moveIntoHiddenDirectory(const Place& visible, const std::string& scrambled) {
-    const HiddenDirectory hidden = openOrMakeHiddenDirectory(visible.directory);
+Attempt moveIntoHiddenDirectory(const Place& visible, const std::string& scrambled, const User* askedBy) {
+    const HiddenDirectory hidden = openOrMakeHiddenDirectory(visible.directory, askedBy);
     if (hidden.error != 0) {
         if (hidden.made)
             removeHiddenDirectoryIfEmpty(visible.directory);
@@ -68,11 +77,11 @@ Attempt moveIntoHiddenDirectory(const Place& visible, const std::string& scrambl
 
 // A worker that brings back the last hidden item removes ".SYS_INDEX", at any moment before this one has its
 // item in it; then the hide starts again.
-Attempt hideInSpiteOfRivals(const Place& visible, const std::string& scrambled) {
+Attempt hideInSpiteOfRivals(const Place& visible, const std::string& scrambled, const User* askedBy) {
     constexpr int attempts = 1000;
     Attempt attempt;
     for (int count = 0; count < attempts; ++count) {
-        attempt = moveIntoHiddenDirectory(visible, scrambled);
+        attempt = moveIntoHiddenDirectory(visible, scrambled, askedBy);
         if (attempt.error != ENOENT || lookAt(visible) != 0)
             break;
     }
@@ -88,7 +97,7 @@ MoveAnswer failedAtHiddenDirectory(int systemError) {
 
 } // namespace
 
-MoveAnswer hideItem(const std::string& path) {
+MoveAnswer hideItem(const std::string& path, const User* askedBy) {
     if (lastPathComponent(path) == "/")
         return failed(WorkerError::Protected);
     if (!namesAnItem(path))
@@ -99,18 +108,18 @@ MoveAnswer hideItem(const std::string& path) {
     const Place visible{parent.get(), std::string(lastPathComponent(path))};
     if (const int error = lookAt(visible))
         return failedWithErrno(error);
-    if (const WorkerError reason = reasonNotToHide(path, visible); reason != WorkerError::Success)
+    if (const WorkerError reason = reasonNotToHide(path, visible, askedBy); reason != WorkerError::Success)
         return failed(reason);
 
     const std::string scrambled = BaseCloakLogic::encryptFileName(visible.name);
-    const Attempt attempt = hideInSpiteOfRivals(visible, scrambled);
+    const Attempt attempt = hideInSpiteOfRivals(visible, scrambled, askedBy);
     if (attempt.error != 0)
         return attempt.atHiddenDirectory ? failedAtHiddenDirectory(attempt.error)
                                          : failedWithErrno(attempt.error);
     return {WorkerError::Success, joinPath(joinPath(parentPath(path), hiddenDirectoryName), scrambled)};
 }
 
-MoveAnswer unhideItem(const std::string& hiddenPath) {
+MoveAnswer unhideItem(const std::string& hiddenPath, const User* askedBy) {
     const std::string_view hiddenDirectory = parentPath(hiddenPath);
     const std::string name(lastPathComponent(hiddenPath));
     if (!namesAnItem(hiddenPath) || lastPathComponent(hiddenDirectory) != hiddenDirectoryName ||
@@ -120,7 +129,7 @@ MoveAnswer unhideItem(const std::string& hiddenPath) {
     const UniqueFd parent = openDirectory(parentText);
     if (!parent)
         return failedWithErrno(errno);
-    const HiddenDirectory hidden = openHiddenDirectory(parent.get());
+    const HiddenDirectory hidden = openHiddenDirectory(parent.get(), askedBy);
     if (hidden.error != 0)
         return failedAtHiddenDirectory(hidden.error);
 

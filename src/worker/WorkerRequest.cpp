@@ -24,10 +24,16 @@ std::optional<WorkerRequest> WorkerRequest::parse(std::span<char* const> argumen
         else
             return std::nullopt;
     }
-    request.path = arguments.back();
-    if (!operation || !request.path.starts_with('/'))
+    if (!operation)
         return std::nullopt;
     request.operation = *operation;
+    request.path = arguments.back();
+    if (request.path == "-" && request.operation != Operation::Restore) {
+        request.pathIsOnInput = true;
+        request.path.clear();
+    } else if (!request.path.starts_with('/')) {
+        return std::nullopt;
+    }
     return request;
 }
 

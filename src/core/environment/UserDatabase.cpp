@@ -4,11 +4,13 @@
 #include "core/process/ChildProcess.h"
 
 #include <pwd.h>
+#include <unistd.h>
 
+#include <algorithm>
 #include <array>
+#include <charconv>
 #include <cstdio>
 #include <memory>
-#include <string_view>
 #include <utility>
 
 namespace veilkeep {
@@ -30,51 +32,72 @@ void forEachLocalUser(Call call) {
     passwd entry = {};
     passwd* found = nullptr;
     while (file && ::fgetpwent_r(file.get(), &entry, buffer.data(), buffer.size(), &found) == 0)
-        if (call(entry.pw_uid, homeIfAbsolute(entry.pw_dir ? entry.pw_dir : "")))
+        if (call(User{entry.pw_uid, entry.pw_gid, homeIfAbsolute(entry.pw_dir ? entry.pw_dir : "")}))
             return;
 }
 
-std::string homeInLocalFile(unsigned int uid) {
-    std::string homeOfUser;
-    forEachLocalUser([&](unsigned int user, std::string home) {
-        if (user == uid)
-            homeOfUser = std::move(home);
-        return user == uid;
+std::optional<User> userInLocalFile(unsigned int uid) {
+    std::optional<User> found;
+    forEachLocalUser([&](User user) {
+        if (user.id == uid)
+            found = std::move(user);
+        return found.has_value();
     });
-    return homeOfUser;
+    return found;
 }
 
 // NAME:PASSWORD:UID:GID:COMMENT:HOME:SHELL
-std::string homeInEntry(std::string_view entry) {
-    constexpr int fieldsBeforeHome = 5;
-    for (int field = 0; field < fieldsBeforeHome; ++field) {
-        const auto colon = entry.find(':');
-        if (colon == std::string_view::npos)
-            return {};
-        entry.remove_prefix(colon + 1);
+std::optional<User> userInEntry(std::string_view entry) {
+    std::array<std::string_view, 7> fields;
+    entry = entry.substr(0, entry.find('\n'));
+    for (std::string_view& field : fields) {
+        field = entry.substr(0, entry.find(':'));
+        entry.remove_prefix(std::min(field.size() + 1, entry.size()));
     }
-    return homeIfAbsolute(entry.substr(0, entry.find_first_of(":\n")));
+    const auto id = userIdFromText(fields[2]), group = userIdFromText(fields[3]);
+    if (!id || !group)
+        return std::nullopt;
+    return User{*id, *group, homeIfAbsolute(fields[5])};
 }
 
 // Users from elsewhere (a directory server) are known to the name services, whose modules only a program that
 // is linked dynamically can load.
-std::string homeFromNameServices(unsigned int uid) {
-    const ChildProcessResult run = runChildProcess("/usr/bin/getent", {"passwd", std::to_string(uid)});
-    return run.exitedWith(0) ? homeInEntry(run.output) : std::string();
+std::optional<User> userFromNameServices(unsigned int uid) {
+    ChildProcessOptions options;
+    options.inheritEnvironment = ::geteuid() != 0; // as root no stranger's settings
+    const ChildProcessResult run =
+        runChildProcess("/usr/bin/getent", {"passwd", std::to_string(uid)}, options);
+    std::optional<User> user = run.exitedWith(0) ? userInEntry(run.output) : std::nullopt;
+    return user && user->id == uid ? user : std::nullopt;
 }
 
 } // namespace
 
+std::optional<unsigned int> userIdFromText(std::string_view text) {
+    constexpr unsigned int nobodysId = ~0U; // which the system takes for "unchanged"
+    unsigned int id = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), id);
+    const bool isClean = error == std::errc() && text == std::to_string(id);
+    return isClean && id != nobodysId ? std::optional(id) : std::nullopt;
+}
+
+std::optional<User> userInDatabase(unsigned int uid) {
+    std::optional<User> local = userInLocalFile(uid);
+    if (local && !local->home.empty())
+        return local;
+    std::optional<User> other = userFromNameServices(uid);
+    return other ? other : local;
+}
+
 std::string homeInUserDatabase(unsigned int uid) {
-    std::string home = homeInLocalFile(uid);
-    return home.empty() ? homeFromNameServices(uid) : home;
+    return userInDatabase(uid).value_or(User()).home;
 }
 
 std::vector<std::string> homesInLocalFile() {
     std::vector<std::string> homes;
-    forEachLocalUser([&](unsigned int, std::string home) {
-        if (!home.empty())
-            homes.push_back(std::move(home));
+    forEachLocalUser([&](User user) {
+        if (!user.home.empty())
+            homes.push_back(std::move(user.home));
         return false;
     });
     return homes;

@@ -5,7 +5,6 @@
 
 #include <unistd.h>
 
-#include <charconv>
 #include <cstdlib>
 #include <optional>
 #include <string_view>
@@ -19,14 +18,7 @@ std::string_view environment(const char* name) {
 }
 
 std::optional<unsigned int> askingUserOfRoot() {
-    if (::geteuid() != 0)
-        return std::nullopt;
-    const std::string_view text = environment("PKEXEC_UID");
-    unsigned int uid = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), uid);
-    if (error != std::errc() || end != text.data() + text.size())
-        return std::nullopt;
-    return uid;
+    return ::geteuid() == 0 ? userIdFromText(environment("PKEXEC_UID")) : std::nullopt;
 }
 
 } // namespace

@@ -10,6 +10,7 @@ WorkerError workerErrorFromErrno(int systemError) {
         return WorkerError::Success;
     case ENOENT:
     case ENOTDIR: // something on the way to the item is no directory, so there is no such item
+    case ELOOP:   // the same: a link in a ring, or for root any link
         return WorkerError::NotFound;
     case EACCES:
     case EPERM:

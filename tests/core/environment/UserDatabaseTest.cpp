@@ -20,6 +20,15 @@ TEST(UserDatabase, KnowsTheUsersOfTheLocalFile) {
     EXPECT_EQ(homeInUserDatabase(unknownUser), "");
 }
 
+TEST(UserDatabase, TakesOnlyCleanNumbersForUsers) {
+    EXPECT_EQ(userIdFromText("0"), 0u);
+    EXPECT_EQ(userIdFromText("4294967294"), 4294967294u);
+    const std::string_view bad[] = {"",   " 1",  "1 ",  "1\n", "+1",   "-1",         "01",        "00",
+                                    "1x", "0x1", "1.0", "1,2", "\xB2", "4294967295", "4294967296"};
+    for (const std::string_view text : bad)
+        EXPECT_EQ(userIdFromText(text), std::nullopt) << text;
+}
+
 TEST(UserDatabase, ListsTheHomesOfTheLocalFile) {
     const ScratchTree tree;
     const std::string users = tree.makeFile("passwd", "root:x:0:0:root:/root:/bin/sh\n"
@@ -31,6 +40,7 @@ TEST(UserDatabase, ListsTheHomesOfTheLocalFile) {
         GTEST_SKIP() << standIn.whyMissing();
     EXPECT_EQ(homesInLocalFile(), (std::vector<std::string>{"/root", "/export/far/ada", "/export/bob"}));
     EXPECT_EQ(homeInUserDatabase(9), "/export/bob");
+    EXPECT_EQ(userInDatabase(unknownUser).value_or(User()).group, 100u);
     const auto further = LinuxProtectedPaths::Surroundings::current().furtherDirectories();
     EXPECT_EQ(std::count(further.begin(), further.end(), "/export/bob"), 1) << "another user's home";
 }
@@ -42,8 +52,9 @@ TEST(UserDatabase, AsksTheNameServicesForOthers) {
         {"printf 'ada:*:3999999999:100::/home/ada'", "/home/ada"},
         {"printf 'ada:*:3999999999:100::relative:/bin/sh\\n'", ""},
         {"printf 'ada:*:3999999999'", ""},
+        {"printf 'bob:*:9:100::/home/bob:/bin/sh\\n'", ""},
         {"printf 'ada:*:3999999999:100::/home/ada:/bin/sh'; exit 2", ""},
-        {"[ \"$*\" = 'passwd 3999999999' ] && printf ':::::/asked/rightly:'", "/asked/rightly"},
+        {"[ \"$*\" = 'passwd 3999999999' ] && printf 'ada::3999999999:9::/asked/rightly:'", "/asked/rightly"},
     };
     const ScratchTree tree;
     for (const auto& [script, home] : rows) {
