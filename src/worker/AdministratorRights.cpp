@@ -11,19 +11,24 @@ namespace {
 
 constexpr const char* askingUserVariable = "PKEXEC_UID";
 
+bool hasOnlyGroup(gid_t group) {
+    gid_t real = 0, effective = 0, saved = 0, further = 0;
+    return ::getresgid(&real, &effective, &saved) == 0 && real == group && effective == group &&
+           saved == group && ::getgroups(1, &further) == 1 && further == group;
+}
+
+bool isOnlyUser(uid_t user) {
+    uid_t real = 0, effective = 0, saved = 0;
+    return ::getresuid(&real, &effective, &saved) == 0 && real == user && effective == user && saved == user;
+}
+
 bool becomeForGood(const User& user) {
     const gid_t group = user.group;
     if (::setgroups(1, &group) != 0 || ::setresgid(group, group, group) != 0 ||
         ::setresuid(user.id, user.id, user.id) != 0)
         return false;
-    uid_t real = 0, effective = 0, saved = 0;
-    gid_t realGroup = 0, effectiveGroup = 0, savedGroup = 0;
-    if (::getresuid(&real, &effective, &saved) != 0 ||
-        ::getresgid(&realGroup, &effectiveGroup, &savedGroup) != 0)
-        return false;
-    const bool isUser = real == user.id && effective == user.id && saved == user.id;
-    const bool isGroup = realGroup == group && effectiveGroup == group && savedGroup == group;
-    return isUser && isGroup && (user.id == 0 || (::setuid(0) != 0 && ::seteuid(0) != 0));
+    return hasOnlyGroup(group) && isOnlyUser(user.id) &&
+           (user.id == 0 || (::setuid(0) != 0 && ::seteuid(0) != 0));
 }
 
 bool useEnvironmentOf(const User& user) {
