@@ -42,15 +42,25 @@ int renameOverPlaceholderFile(const Place& from, const Place& to) {
     if (!placeholder)
         return errno;
     struct stat made = {};
-    if (::fstat(placeholder.get(), &made) != 0)
-        return errno;
+    const auto look = [&] { return retryOnInterrupt([&] { return ::fstat(placeholder.get(), &made); }); };
+    if (look() != 0) {
+        const int error = errno;
+        if (look() == 0 && holds(to, made))
+            removeName(to, 0);
+        return error;
+    }
     placeholder.reset();
-    const auto isUntouched = [&] {
+    // 0, or why the item must not be renamed over what is there.
+    const auto change = [&] {
         const auto now = statusOf(to);
-        return now && isSameItem(*now, made) && now->st_size == 0;
+        if (!now && errno != ENOENT)
+            return errno;
+        return now && isSameItem(*now, made) && now->st_size == 0 ? 0 : EEXIST;
     };
-    const int error = isUntouched() ? plainRename(from, to) : EEXIST;
-    if (error != 0 && isUntouched())
+    int error = change();
+    if (error == 0)
+        error = plainRename(from, to);
+    if (error != 0 && change() == 0)
         removeName(to, 0);
     return error;
 }
@@ -81,13 +91,16 @@ int linkAndUnlink(const Place& from, const Place& to, const struct stat& item) {
         // name of a file under a number of its own, and links cannot be told from other files.
         return holds(from, item) ? renameOverPlaceholderFile(from, to) : ENOENT;
     }
-    if (!holds(from, item))
+    const auto first = statusOf(from);
+    if (first ? !isSameItem(*first, item) : errno == ENOENT)
         return 0;
-    const int unlinked = retryOnInterrupt([&] { return ::unlinkat(from.directory, from.name.c_str(), 0); });
-    if (unlinked == 0 || errno == ENOENT)
+    if (first && retryOnInterrupt([&] { return ::unlinkat(from.directory, from.name.c_str(), 0); }) == 0)
         return 0;
     const int error = errno;
-    removeName(to, 0);
+    if (error == ENOENT)
+        return 0;
+    if (holds(from, item)) // else the second name might be the only one
+        removeName(to, 0);
     return error;
 }
 

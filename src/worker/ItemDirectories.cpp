@@ -24,6 +24,10 @@ const std::string& hiddenName() {
     return name;
 }
 
+bool look(int directory, struct stat& status) {
+    return retryOnInterrupt([&] { return ::fstat(directory, &status); }) == 0;
+}
+
 UniqueFd openWithoutLinks(int directory, const std::string& name) {
     open_how how = {};
     how.flags = directoryFlags;
@@ -79,7 +83,7 @@ void takeGroupOfParent(int parent, const struct stat& status) {
 // moment, since what has the name a moment later may be something else. Answers 0 or errno.
 int makeHiddenDirectory(int parent) {
     struct stat status = {};
-    if (::fstat(parent, &status) != 0)
+    if (!look(parent, status))
         return errno;
     constexpr mode_t rightsOfGroup = S_IRWXG;
     const bool anotherGroup = givesAnotherGroup(status);
@@ -100,7 +104,7 @@ int makeHiddenDirectory(int parent) {
 // or write to it. 0 or errno.
 int distrust(int hidden, int parent, const User& askedBy) {
     struct stat own = {}, above = {};
-    if (::fstat(hidden, &own) != 0 || ::fstat(parent, &above) != 0)
+    if (!look(hidden, own) || !look(parent, above))
         return errno;
     constexpr mode_t writable = S_IWGRP | S_IWOTH;
     const bool ownedWell = own.st_uid == 0 || own.st_uid == above.st_uid || own.st_uid == askedBy.id;
@@ -114,7 +118,8 @@ int distrust(int hidden, int parent, const User& askedBy) {
 // Nothing can be moved out of it, and a ".SYS_INDEX" made in it could not be taken away again.
 bool takesNewEntriesOnly(int directory) {
     struct statx status = {};
-    return ::statx(directory, "", AT_EMPTY_PATH | AT_STATX_DONT_SYNC, 0, &status) == 0 &&
+    const int flags = AT_EMPTY_PATH | AT_STATX_DONT_SYNC;
+    return retryOnInterrupt([&] { return ::statx(directory, "", flags, 0, &status); }) == 0 &&
            (status.stx_attributes & STATX_ATTR_APPEND) != 0;
 }
 
@@ -137,8 +142,9 @@ HiddenDirectory openHiddenDirectory(int parent, const User* askedBy) {
 bool isHiddenDirectory(int directory) {
     struct stat own = {}, hidden = {};
     const std::string path = "../" + hiddenName();
-    return ::fstat(directory, &own) == 0 &&
-           ::fstatat(directory, path.c_str(), &hidden, AT_SYMLINK_NOFOLLOW) == 0 &&
+    const int flags = AT_SYMLINK_NOFOLLOW;
+    return look(directory, own) &&
+           retryOnInterrupt([&] { return ::fstatat(directory, path.c_str(), &hidden, flags); }) == 0 &&
            own.st_dev == hidden.st_dev && own.st_ino == hidden.st_ino;
 }
 

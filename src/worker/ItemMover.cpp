@@ -1,6 +1,7 @@
 #include "worker/ItemMover.h"
 
 #include "core/base/PathText.h"
+#include "core/base/SystemCall.h"
 #include "core/names/BaseCloakLogic.h"
 #include "core/names/HiddenName.h"
 #include "worker/ExclusiveRename.h"
@@ -31,7 +32,9 @@ bool namesAnItem(std::string_view path) {
 // 0 or errno.
 int lookAt(const Place& place) {
     struct stat status = {};
-    return ::fstatat(place.directory, place.name.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0 ? 0 : errno;
+    const int looked = retryOnInterrupt(
+        [&] { return ::fstatat(place.directory, place.name.c_str(), &status, AT_SYMLINK_NOFOLLOW); });
+    return looked == 0 ? 0 : errno;
 }
 
 // The files that say what is protected are the user's: with administrator rights they are read with his.

@@ -14,7 +14,10 @@ namespace {
 // A bind mount can show a directory inside itself, and then two paths are one name.
 bool areTwoDirectories(int one, int other) {
     struct stat first = {}, second = {};
-    return ::fstat(one, &first) == 0 && ::fstat(other, &second) == 0 && !isSameItem(first, second);
+    const auto look = [](int directory, struct stat& status) {
+        return retryOnInterrupt([&] { return ::fstat(directory, &status); }) == 0;
+    };
+    return look(one, first) && look(other, second) && !isSameItem(first, second);
 }
 
 // The number of links rules out file systems that give one inode number to several files.
@@ -33,9 +36,9 @@ bool isAsItWasMade(const struct stat& status) {
 
 std::optional<struct stat> statusOf(const Place& place) {
     struct stat status = {};
-    if (::fstatat(place.directory, place.name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0)
-        return std::nullopt;
-    return status;
+    const int looked = retryOnInterrupt(
+        [&] { return ::fstatat(place.directory, place.name.c_str(), &status, AT_SYMLINK_NOFOLLOW); });
+    return looked == 0 ? std::optional(status) : std::nullopt;
 }
 
 bool isSameItem(const struct stat& one, const struct stat& other) {
