@@ -101,13 +101,15 @@ int makeHiddenDirectory(int parent) {
 }
 
 // Whether administrator rights may be used in it: only those who could do in the parent what they like own it
-// or write to it. 0 or errno.
+// or write to it, and nothing can be brought out of it that root keeps from others. 0 or errno.
 int distrust(int hidden, int parent, const User& askedBy) {
     struct stat own = {}, above = {};
     if (!look(hidden, own) || !look(parent, above))
         return errno;
     constexpr mode_t writable = S_IWGRP | S_IWOTH;
-    const bool ownedWell = own.st_uid == 0 || own.st_uid == above.st_uid || own.st_uid == askedBy.id;
+    constexpr mode_t open = S_IROTH | S_IXOTH;
+    const bool roots = own.st_uid == 0 && (own.st_mode & open) == open;
+    const bool ownedWell = roots || own.st_uid == above.st_uid || own.st_uid == askedBy.id;
     const bool forMore = (own.st_mode & writable & ~above.st_mode) != 0;
     const bool forAnotherGroup =
         (own.st_mode & S_IWGRP) != 0 && own.st_gid != above.st_gid && (above.st_mode & S_IWOTH) == 0;

@@ -151,10 +151,11 @@ TEST_F(AdministratorTest, HiddenDirectoryThatOthersCouldUse) {
         bool taken;
     };
     const Row rows[] = {
-        {1, 0755, 1, 0755, true},  {1, 0755, 0, 0700, true},    {1, 0755, ordinaryUser, 0755, true},
+        {1, 0755, 1, 0755, true},  {1, 0755, 0, 0755, true},    {1, 0755, ordinaryUser, 0755, true},
         {1, 0775, 1, 0775, true},  {0, 01777, 0, 01777, true},  {0, 01777, ordinaryUser, 0755, true},
         {1, 0755, 2, 0755, false}, {0, 01777, 2, 01777, false}, {1, 0755, 1, 0775, false},
         {1, 0775, 1, 0777, false}, {1, 0755, 1, 0757, false},   {0, 01777, 0, 0777, false},
+        {1, 0700, 0, 0700, false}, // root's own secrets
         {1, 0775, 0, 0775, false}, // writable for another group
     };
     for (const Row& row : rows) {
