@@ -18,6 +18,11 @@
 
 #include <unistd.h>
 
+#include <optional>
+#include <span>
+#include <string>
+#include <utility>
+
 namespace {
 
 using namespace veilkeep;

@@ -1,8 +1,11 @@
 #include "tests/support/HostileNames.h"
+#include "tests/support/RunInChild.h"
 #include "tests/worker/WorkerFixture.h"
 
 #include "core/names/HiddenName.h"
+#include "worker/ItemMover.h"
 
+#include <grp.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
@@ -186,6 +189,38 @@ TEST_F(MoveTest, PrintedPathKeepsTheCallersSpelling) {
     EXPECT_EQ(work("-hide", path, user).output, "NewFilename: " + m_tree.path("link/.SYS_INDEX/a.txt"));
     EXPECT_TRUE(exists(m_tree.path("real/.SYS_INDEX/a.txt")));
     EXPECT_EQ(work("-unhide", m_tree.path("link//.SYS_INDEX/a.txt/"), user).output, "NewFilename: " + path);
+}
+
+// What the parent's group may do is for no other group.
+TEST_F(MoveTest, GroupOfTheHiddenDirectory) {
+    if (!isRoot())
+        GTEST_SKIP() << "needs root to make directories of another group";
+    constexpr gid_t team = 100;
+    struct Row {
+        unsigned int parentsMode;
+        bool isMember;
+        unsigned int mode;
+        gid_t group;
+    };
+    const Row rows[] = {{0775, true, 0775, team},          {0770, true, 0770, team},
+                        {0775, false, 0755, ordinaryUser}, {0770, false, 0700, ordinaryUser},
+                        {0777, false, 0777, ordinaryUser}, {02775, false, 02775, team}};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(::testing::Message() << std::oct << row.parentsMode << (row.isMember ? " member" : ""));
+        const std::string path = m_tree.makeFile("team/a.txt"), parent = m_tree.path("team");
+        ASSERT_EQ(::chown(parent.c_str(), ordinaryUser, team), 0);
+        ASSERT_EQ(::chmod(parent.c_str(), row.parentsMode), 0);
+        EXPECT_TRUE(runInChild([&] {
+            ASSERT_EQ(::setgroups(row.isMember ? 1 : 0, &team), 0);
+            becomeOrdinaryUser();
+            ASSERT_EQ(hideItem(path).error, WorkerError::Success);
+            struct stat made = {};
+            ASSERT_EQ(::stat(hiddenDirectoryBeside(path).c_str(), &made), 0);
+            EXPECT_EQ(made.st_mode & 07777, row.mode);
+            EXPECT_EQ(made.st_gid, row.group);
+            EXPECT_EQ(unhideItem(hiddenPathOf(path)).newPath, path);
+        }));
+    }
 }
 
 TEST_F(MoveTest, RootFollowsNoLink) {
