@@ -4,6 +4,7 @@
 #include "worker/ItemMover.h"
 
 #include <cerrno>
+#include <filesystem>
 #include <map>
 #include <set>
 #include <sstream>
@@ -89,7 +90,7 @@ protected:
     const std::string& newPlace() const { return m_scenario.hides ? m_hidden : m_path; }
 
     void setUp() {
-        ASSERT_EQ(runProgram({"/bin/rm", "-rf", m_tree.path("t")}).exitStatus, 0);
+        std::filesystem::remove_all(m_tree.path("t"));
         m_tree.makeFile(m_scenario.isFolder ? "t/item.txt/inner" : "t/item.txt", "content");
         if (m_scenario.hasNeighbour)
             m_tree.makeFile("t/.SYS_INDEX/neighbour");
@@ -167,6 +168,8 @@ TEST_P(ErrorMatrixTest, AnswerIsWhatHappened) {
     for (const bool hides : {true, false})
         for (const bool isFolder : GetParam().kinds)
             for (const bool hasNeighbour : {false, true}) {
+                if (isFolder && hasNeighbour)
+                    continue; // no step of its own
                 SCOPED_TRACE(::testing::Message()
                              << (hides ? "hide " : "unhide ") << (isFolder ? "folder" : "file")
                              << (hasNeighbour ? " beside another" : " alone"));
