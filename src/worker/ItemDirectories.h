@@ -13,8 +13,8 @@ namespace veilkeep {
 UniqueFd openDirectory(std::string_view path);
 
 // The ".SYS_INDEX" of an open directory; never a link or anything but a directory. With `askedBy`, the user
-// whom administrator rights are used for, it is one of root's, of the parent's owner or of that user, and
-// nobody may write to it who may not write to the parent; else the error is ENOTDIR.
+// whom administrator rights are used for, it is one of the parent's owner, of that user or, open to all, of
+// root's, and nobody may write to it who may not write to the parent; else the error is ENOTDIR.
 struct HiddenDirectory {
     UniqueFd fd;       // not to be used with `error` set
     bool made = false; // by this call
