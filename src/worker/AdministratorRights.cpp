@@ -41,7 +41,7 @@ bool useEnvironmentOf(const User& user) {
 } // namespace
 
 bool hasAdministratorRights() {
-    return ::geteuid() == 0 && std::getenv(askingUserVariable) != nullptr;
+    return std::getenv(askingUserVariable) != nullptr && ::geteuid() == 0;
 }
 
 std::optional<User> userOfAdministratorRights() {
