@@ -2,6 +2,7 @@
 
 #include "core/log/Log.h"
 #include "core/process/ChildProcess.h"
+#include "core/protocol/WorkerError.h"
 
 #include <string_view>
 #include <utility>
@@ -23,10 +24,11 @@ bool logTrouble(std::string_view what, const ChildProcessResult& run) {
 } // namespace
 
 CloakWorkerComunicator::CloakWorkerComunicator(std::string workerPath, std::string inProgressFolder,
-                                               Tick tick)
+                                               Tick tick, SecurityController* rights)
     : m_workerPath(std::move(workerPath)),
       m_inProgressFolder(std::move(inProgressFolder)),
-      m_tick(std::move(tick)) {}
+      m_tick(std::move(tick)),
+      m_rights(rights) {}
 
 CloakWorkerResult CloakWorkerComunicator::hideFileWithPath(const std::string& path) {
     return run(WorkerOperation::Hide, {"-p", "-i", "-hide", "-removeRecents", path});
@@ -34,6 +36,22 @@ CloakWorkerResult CloakWorkerComunicator::hideFileWithPath(const std::string& pa
 
 CloakWorkerResult CloakWorkerComunicator::unhideFileWithPath(const std::string& path) {
     return run(WorkerOperation::Unhide, {"-p", "-i", "-unhide", path});
+}
+
+CloakWorkerResult CloakWorkerComunicator::privilidgedHideFileWithPath(const std::string& path) {
+    return runPrivilidged({"-p", "-i", "-hide", path});
+}
+
+CloakWorkerResult CloakWorkerComunicator::privilidgedUnhideFileWithPath(const std::string& path) {
+    return runPrivilidged({"-p", "-i", "-unhide", path});
+}
+
+CloakWorkerResult CloakWorkerComunicator::hideFileWithPath(const std::string& path, bool andPrivilidges) {
+    return andPrivilidges ? privilidgedHideFileWithPath(path) : hideFileWithPath(path);
+}
+
+CloakWorkerResult CloakWorkerComunicator::unhideFileWithPath(const std::string& path, bool andPrivilidges) {
+    return andPrivilidges ? privilidgedUnhideFileWithPath(path) : unhideFileWithPath(path);
 }
 
 CloakWorkerResult CloakWorkerComunicator::run(WorkerOperation operation,
@@ -44,6 +62,12 @@ CloakWorkerResult CloakWorkerComunicator::run(WorkerOperation operation,
     const ChildProcessResult result = runChildProcess(m_workerPath, arguments, options);
     logTrouble("Error while moving an item", result);
     return workerAnswer(operation, result);
+}
+
+CloakWorkerResult CloakWorkerComunicator::runPrivilidged(const std::vector<std::string>& arguments) {
+    if (m_rights)
+        return m_rights->executeCommandWithPrivilidges(m_workerPath, arguments);
+    return CloakWorkerResult::resultWithErrorCode(static_cast<int>(WorkerError::NotEnoughRights));
 }
 
 void CloakWorkerComunicator::checkTempFiles() {

@@ -4,6 +4,7 @@
 #include "core/protocol/CloakWorkerDelegate.h"
 #include "core/protocol/CloakWorkerResult.h"
 #include "core/protocol/InProgressFolder.h"
+#include "core/protocol/SecurityController.h"
 #include "core/protocol/WorkerAnswer.h"
 
 #include <string>
@@ -12,17 +13,26 @@
 namespace veilkeep {
 
 // Has items moved by cloakWorker, one process for each, and picks up what workers left behind. Owned by
-// whoever keeps the list. Every call blocks; hideFileWithPath, unhideFileWithPath and checkTempFiles belong
-// to one thread, on which the tick is called; restoreFiles may run on any number of others at the same time.
+// whoever keeps the list. Every call blocks; all but restoreFiles belong to one thread, on which the tick is
+// called; restoreFiles may run on any number of others at the same time.
 class CloakWorkerComunicator {
 public:
-    CloakWorkerComunicator(std::string workerPath, std::string inProgressFolder, Tick tick = {});
+    // rights is not owned; without it whatever needs administrator rights is refused.
+    CloakWorkerComunicator(std::string workerPath, std::string inProgressFolder, Tick tick = {},
+                           SecurityController* rights = nullptr);
 
     void setDelegate(CloakWorkerDelegate* delegate) { m_delegate = delegate; } // not owned, may be null
 
     // The path is handed on unchanged.
     CloakWorkerResult hideFileWithPath(const std::string& path);
     CloakWorkerResult unhideFileWithPath(const std::string& path);
+
+    // The same with administrator rights, for which the SecurityController must have been authorised.
+    CloakWorkerResult privilidgedHideFileWithPath(const std::string& path);
+    CloakWorkerResult privilidgedUnhideFileWithPath(const std::string& path);
+
+    CloakWorkerResult hideFileWithPath(const std::string& path, bool andPrivilidges);
+    CloakWorkerResult unhideFileWithPath(const std::string& path, bool andPrivilidges);
 
     // Hands the records in the in-progress folder to the delegate, the oldest first, and deletes them. What
     // cannot be read or parsed stays. What killed workers left half written goes after a day.
@@ -34,10 +44,12 @@ public:
 
 private:
     CloakWorkerResult run(WorkerOperation operation, const std::vector<std::string>& arguments);
+    CloakWorkerResult runPrivilidged(const std::vector<std::string>& arguments);
 
     std::string m_workerPath;
     InProgressFolder m_inProgressFolder;
     Tick m_tick;
+    SecurityController* m_rights;
     CloakWorkerDelegate* m_delegate = nullptr;
 };
 

@@ -46,16 +46,28 @@ std::int32_t integerValue(std::string_view text) {
     return static_cast<std::int32_t>(negative ? -value : value);
 }
 
+std::optional<CloakWorkerResult> successIn(std::string_view output) {
+    const auto fileName = textAfter(output, "NewFilename: ");
+    return fileName ? std::optional(CloakWorkerResult::resultWithFileName(std::string(*fileName)))
+                    : std::nullopt;
+}
+
+std::optional<CloakWorkerResult> failureIn(std::string_view output) {
+    const auto number = textAfter(output, "Error: ");
+    return number ? std::optional(CloakWorkerResult::resultWithErrorCode(integerValue(*number)))
+                  : std::nullopt;
+}
+
 } // namespace
 
 CloakWorkerResult workerAnswer(WorkerOperation operation, int exitStatus, std::string_view output) {
-    if (succeeded(operation, exitStatus)) {
-        if (const auto fileName = textAfter(output, "NewFilename: "))
-            return CloakWorkerResult::resultWithFileName(std::string(*fileName));
-    } else if (const auto number = textAfter(output, "Error: ")) {
-        return CloakWorkerResult::resultWithErrorCode(integerValue(*number));
-    }
-    return CloakWorkerResult::resultWithErrorCode(failureWithoutCode);
+    const auto answer = succeeded(operation, exitStatus) ? successIn(output) : failureIn(output);
+    return answer.value_or(CloakWorkerResult::resultWithErrorCode(failureWithoutCode));
+}
+
+std::optional<CloakWorkerResult> workerAnswer(std::string_view output) {
+    const auto success = successIn(output);
+    return success ? success : failureIn(output);
 }
 
 CloakWorkerResult workerAnswer(WorkerOperation operation, const ChildProcessResult& run) {

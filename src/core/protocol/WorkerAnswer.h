@@ -3,6 +3,7 @@
 #include "core/process/ChildProcess.h"
 #include "core/protocol/CloakWorkerResult.h"
 
+#include <optional>
 #include <string_view>
 
 namespace veilkeep {
@@ -17,5 +18,9 @@ CloakWorkerResult workerAnswer(WorkerOperation operation, int exitStatus, std::s
 
 // The same for a run as a whole: error 1 unless it ended by itself and its output was kept whole.
 CloakWorkerResult workerAnswer(WorkerOperation operation, const ChildProcessResult& run);
+
+// The answer of a worker whose exit status says nothing, by its output alone: a "NewFilename: " wins, without
+// it an "Error: " counts. Nothing where it has neither.
+std::optional<CloakWorkerResult> workerAnswer(std::string_view output);
 
 } // namespace veilkeep
