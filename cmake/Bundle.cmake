@@ -1,6 +1,12 @@
 # The programs are laid out as one relocatable directory, in the build tree as when installed.
 set(VEILKEEP_BUNDLE "${PROJECT_BINARY_DIR}/Veilkeep.app")
 set(VEILKEEP_PROGRAMS "${VEILKEEP_BUNDLE}/Contents/MacOS")
+# Where polkit knows the worker; DESTDIR puts it in front.
+set(VEILKEEP_INSTALLED_BUNDLE "/usr/lib/veilkeep/Veilkeep.app")
+set(VEILKEEP_INSTALLED_PROGRAMS "${VEILKEEP_INSTALLED_BUNDLE}/Contents/MacOS")
+# Whatever the umask: the worker gets no rights from a folder that a group may change.
+set(CMAKE_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE
+                                                WORLD_READ WORLD_EXECUTE)
 
 # Everything that running needs.
 add_custom_target(bundle)
@@ -9,6 +15,12 @@ add_custom_target(bundle)
 function(veilkeep_bundle_program target)
     set_target_properties(${target} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${VEILKEEP_PROGRAMS}")
     add_dependencies(bundle ${target})
+    install(TARGETS ${target} DESTINATION "${VEILKEEP_INSTALLED_PROGRAMS}")
 endfunction()
 
 configure_file("${PROJECT_SOURCE_DIR}/resources/Info.plist.in" "${VEILKEEP_BUNDLE}/Contents/Info.plist" @ONLY)
+install(FILES "${VEILKEEP_BUNDLE}/Contents/Info.plist" DESTINATION "${VEILKEEP_INSTALLED_BUNDLE}/Contents")
+
+set(VEILKEEP_POLICY "${PROJECT_BINARY_DIR}/com.ostrel.Veilkeep.policy")
+configure_file("${PROJECT_SOURCE_DIR}/resources/com.ostrel.Veilkeep.policy.in" "${VEILKEEP_POLICY}" @ONLY)
+install(FILES "${VEILKEEP_POLICY}" DESTINATION /usr/share/polkit-1/actions)
