@@ -1,0 +1,42 @@
+#include "tests/platform/linux/BackgroundProgram.h"
+
+#include <fcntl.h>
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <stdexcept>
+
+namespace veilkeep::test {
+
+BackgroundProgram::BackgroundProgram(const std::vector<std::string>& arguments) {
+    int ends[2];
+    if (::pipe2(ends, O_CLOEXEC) != 0)
+        throw std::runtime_error("pipe2");
+    m_output.reset(ends[0]);
+    const UniqueFd writer(ends[1]);
+    std::vector<char*> argv;
+    for (const std::string& argument : arguments)
+        argv.push_back(const_cast<char*>(argument.c_str()));
+    argv.push_back(nullptr);
+    m_process = ::fork();
+    if (m_process == 0) {
+        ::dup2(writer.get(), STDOUT_FILENO);
+        ::execv(argv[0], argv.data());
+        ::_exit(123);
+    }
+}
+
+BackgroundProgram::~BackgroundProgram() {
+    ::kill(m_process, SIGTERM);
+    ::waitpid(m_process, nullptr, 0);
+}
+
+std::string BackgroundProgram::readLine() {
+    std::string line;
+    for (char character = 0; ::read(m_output.get(), &character, 1) == 1 && character != '\n';)
+        line += character;
+    return line;
+}
+
+} // namespace veilkeep::test

@@ -1,0 +1,43 @@
+#include "tests/platform/linux/BusService.h"
+
+#include <stdexcept>
+
+namespace veilkeep::test {
+
+BusService::BusService(const QString& name, Handler handler)
+    : m_connection(
+          QDBusConnection::connectToBus(QDBusConnection::SystemBus, QStringLiteral("service") + name)),
+      m_handler(std::move(handler)) {
+    if (!m_connection.registerVirtualObject(QStringLiteral("/"), this, QDBusConnection::SubPath) ||
+        (!name.isEmpty() && !m_connection.registerService(name)))
+        throw std::runtime_error("no service on the bus: " +
+                                 m_connection.lastError().message().toStdString());
+    moveToThread(&m_thread);
+    m_thread.start();
+}
+
+BusService::~BusService() {
+    m_connection.unregisterObject(QStringLiteral("/"), QDBusConnection::UnregisterTree);
+    QDBusConnection::disconnectFromBus(m_connection.name());
+    m_thread.quit();
+    m_thread.wait();
+}
+
+std::vector<QDBusMessage> BusService::calls(const QString& method) const {
+    const std::lock_guard lock(m_mutex);
+    std::vector<QDBusMessage> found;
+    for (const QDBusMessage& call : m_calls)
+        if (call.member() == method)
+            found.push_back(call);
+    return found;
+}
+
+bool BusService::handleMessage(const QDBusMessage& message, const QDBusConnection& connection) {
+    {
+        const std::lock_guard lock(m_mutex);
+        m_calls.push_back(message);
+    }
+    return connection.send(m_handler(message));
+}
+
+} // namespace veilkeep::test

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "tests/platform/linux/BackgroundProgram.h"
+#include "tests/support/ScratchTree.h"
+
+#include <string>
+
+namespace veilkeep::test {
+
+// A message bus of the test's own in the place of the system's, where everybody may do everything and nothing
+// is started on demand. All that a process makes one after the other have the same address, for the bus
+// library remembers the first; tests that run at the same time have others.
+class PrivateBus {
+public:
+    explicit PrivateBus(const ScratchTree& tree);
+
+    static void useItsAddress(); // also while there is no such bus
+
+    // Why there is none, empty where there is.
+    const std::string& whyMissing() const { return m_whyMissing; }
+
+private:
+    BackgroundProgram m_daemon;
+    std::string m_whyMissing;
+};
+
+} // namespace veilkeep::test
