@@ -1,0 +1,31 @@
+#include "core/environment/TracePlaces.h"
+
+#include "core/base/PathText.h"
+#include "core/environment/XdgDirectories.h"
+
+#include <unistd.h>
+
+#include <cstdlib>
+#include <string_view>
+
+namespace veilkeep {
+
+TracePlaces TracePlaces::current() {
+    const XdgDirectories directories = XdgDirectories::current();
+    const auto below = [](const std::string& directory, std::string_view name) {
+        return directory.empty() ? std::string() : joinPath(directory, name);
+    };
+    return {below(directories.dataHome, "recently-used.xbel"), below(directories.dataHome, "RecentDocuments"),
+            below(directories.cacheHome, "thumbnails"),
+            below(directories.dataHome, "kactivitymanagerd/resources/database")};
+}
+
+std::string sessionBusAddress() {
+    if (const char* address = std::getenv("DBUS_SESSION_BUS_ADDRESS"); address && *address)
+        return address;
+    const std::string runtime = XdgDirectories::current().runtimeDir;
+    const std::string socket = joinPath(runtime, "bus");
+    return !runtime.empty() && ::access(socket.c_str(), F_OK) == 0 ? "unix:path=" + socket : std::string();
+}
+
+} // namespace veilkeep
