@@ -61,6 +61,13 @@ Result<void> TemporaryFile::sync() {
     return {};
 }
 
+Result<void> TemporaryFile::giveAccessOf(const struct stat& replaced) {
+    const bool hasGroup = ::fchown(m_file.get(), static_cast<uid_t>(-1), replaced.st_gid) == 0;
+    if (::fchmod(m_file.get(), replaced.st_mode & (hasGroup ? 0777U : 0700U)) != 0)
+        return failed("fchmod");
+    return {};
+}
+
 Result<void> TemporaryFile::putInPlace() {
     if (::close(m_file.release()) != 0 && errno != EINTR) // EINTR: closed all the same
         return failed("close");

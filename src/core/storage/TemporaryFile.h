@@ -3,6 +3,8 @@
 #include "core/base/Result.h"
 #include "core/base/UniqueFd.h"
 
+#include <sys/stat.h>
+
 #include <string>
 #include <string_view>
 
@@ -24,6 +26,10 @@ public:
     Result<void> create();
     Result<void> write(std::string_view bytes);
     Result<void> sync();
+
+    // Group and mode of the file that it replaces. Where the group cannot be had, nobody but the owner may
+    // use it.
+    Result<void> giveAccessOf(const struct stat& replaced);
 
     // Closes it and gives it the target's name, whatever stood there before.
     Result<void> putInPlace();
