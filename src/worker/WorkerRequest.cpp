@@ -13,7 +13,9 @@ std::optional<WorkerRequest> WorkerRequest::parse(std::span<char* const> argumen
         const auto isFirst = [&] { return !operation.has_value(); };
         if (argument == "-p")
             request.printAnswer = true;
-        else if (argument == "-i" || argument == "-removeRecents")
+        else if (argument == "-removeRecents")
+            request.removeRecents = true;
+        else if (argument == "-i")
             continue;
         else if (argument == "-hide" && isFirst())
             operation = Operation::Hide;

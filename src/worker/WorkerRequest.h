@@ -7,14 +7,14 @@
 namespace veilkeep {
 
 // One command line: [-p] [-i] -hide [-removeRecents] PATH, [-p] [-i] -unhide PATH or [-p] -restore DIRECTORY.
-// "-" in PATH's place says that the path comes on standard input (RequestInput). -i (questions may be asked)
-// and -removeRecents are taken and change nothing: there is nobody to ask yet, and nothing that cleans lists
-// of recent items.
+// "-" in PATH's place says that the path comes on standard input (RequestInput). -i (questions may be asked) is
+// taken and changes nothing: there is nobody to ask yet.
 struct WorkerRequest {
     enum class Operation { Hide, Unhide, Restore };
 
     Operation operation = Operation::Hide;
-    bool printAnswer = false; // -p: the protocol line goes to standard output
+    bool printAnswer = false;   // -p: the protocol line goes to standard output
+    bool removeRecents = false; // other programs' traces of a hidden item are to be cleaned
     bool pathIsOnInput = false;
     std::string path; // empty then
 

@@ -14,6 +14,7 @@
 #include "worker/RequestInput.h"
 #include "worker/RereadNotice.h"
 #include "worker/RestoreRun.h"
+#include "worker/TraceCleaning.h"
 #include "worker/WorkerRequest.h"
 
 #include <unistd.h>
@@ -74,11 +75,13 @@ int move(const WorkerRequest& request, const std::string& path, Caller caller) {
     if (answer.error != WorkerError::Success)
         return answerError(request.printAnswer, answer.error, caller);
     const bool told = !request.printAnswer || deliver(STDOUT_FILENO, newFilenameLine(answer.newPath));
-    if (told && !endingSignalArrived())
-        return succeeded;
-    if (caller.inProgressFolder.empty())
-        caller.inProgressFolder = OwnPlaces::current().inProgressDirectory;
-    leaveRecord(answer.newPath, hides ? 1 : 0, caller);
+    if (!told || endingSignalArrived()) {
+        if (caller.inProgressFolder.empty())
+            caller.inProgressFolder = OwnPlaces::current().inProgressDirectory;
+        leaveRecord(answer.newPath, hides ? 1 : 0, caller);
+    }
+    if (hides && request.removeRecents && !askedBy)
+        haveTracesCleaned(path, answer.newPath);
     return succeeded;
 }
 

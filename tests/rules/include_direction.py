@@ -19,6 +19,7 @@ ALLOWED["app"] |= {"platform/linux"}
 ALLOWED["ctl"] = {"ctl", "platform/linux"} | _at_and_below("session")
 ALLOWED["platform/linux"] = {"platform/linux"} | _at_and_below("platform")
 ALLOWED["worker"] = {"worker", *_CORE}
+ALLOWED["worker/traces"] = {"worker/traces", *_CORE}
 
 
 def layer_of(path):

@@ -3,7 +3,10 @@
 import re
 import sys
 
-RULE = "core and worker link neither Qt nor GLib; what needs a desktop comes in as an interface."
+RULE = (
+    "core and worker link neither Qt nor GLib; what needs a desktop comes in as an interface. cloakTraces alone links "
+    "GLib."
+)
 
 _SEPARATORS = re.compile(r"[;:<>,$\s]+")
 _FOREIGN = re.compile(r"(-l|lib)?(Qt\d[\w.]*|(glib|gio|gobject|gmodule|gdk|gtk)[\w.+-]*)", re.IGNORECASE)
