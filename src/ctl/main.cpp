@@ -1,6 +1,7 @@
 #include "core/environment/Bundle.h"
 #include "core/environment/XdgDirectories.h"
 #include "core/protocol/CloakWorkerComunicator.h"
+#include "core/storage/UserDefaults.h"
 #include "ctl/CommandLine.h"
 #include "ctl/Interruption.h"
 #include "ctl/MoveCommand.h"
@@ -28,6 +29,7 @@ ExitStatus run(const CommandLine& line) {
     CloakWorkerComunicator comunicator(worker, inProgress);
     switch (line.command) {
     case CommandLine::Command::Hide:
+        comunicator.setTraceWishes({UserDefaults().boolean("CleanRecentItems"), false});
         return MoveCommand(comunicator, output).hide(line.paths);
     case CommandLine::Command::Unhide:
         return MoveCommand(comunicator, output).unhide(line.paths);

@@ -30,6 +30,15 @@ CloakWorkerComunicator::CloakWorkerComunicator(std::string workerPath, std::stri
       m_tick(std::move(tick)),
       m_rights(rights) {}
 
+void CloakWorkerComunicator::setTraceWishes(const TraceWishes& wishes) {
+    m_variables.clear();
+    if (wishes.cleanRecentItems)
+        m_variables.push_back(std::string("VEILKEEP_CLEAN_RECENT_ITEMS=") +
+                              (*wishes.cleanRecentItems ? "1" : "0"));
+    if (wishes.nobodyThere)
+        m_variables.emplace_back("VEILKEEP_NOBODY_THERE=1");
+}
+
 CloakWorkerResult CloakWorkerComunicator::hideFileWithPath(const std::string& path) {
     return run(WorkerOperation::Hide, {"-p", "-i", "-hide", "-removeRecents", path});
 }
@@ -58,6 +67,7 @@ CloakWorkerResult CloakWorkerComunicator::run(WorkerOperation operation,
                                               const std::vector<std::string>& arguments) {
     ChildProcessOptions options;
     options.tick = &m_tick;
+    options.variables = m_variables;
     options.deferEndingSignals = true; // Ctrl-C reaches the worker too, perhaps before it could see to that
     const ChildProcessResult result = runChildProcess(m_workerPath, arguments, options);
     logTrouble("Error while moving an item", result);

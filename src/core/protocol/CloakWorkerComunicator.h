@@ -7,10 +7,17 @@
 #include "core/protocol/SecurityController.h"
 #include "core/protocol/WorkerAnswer.h"
 
+#include <optional>
 #include <string>
 #include <vector>
 
 namespace veilkeep {
+
+// What workers are told of other programs' traces of the items that they hide.
+struct TraceWishes {
+    std::optional<bool> cleanRecentItems; // the user's answer; nothing as long as there is none
+    bool nobodyThere = false;             // traces are left to a later cloakTraces
+};
 
 // Has items moved by cloakWorker, one process for each, and picks up what workers left behind. Owned by
 // whoever keeps the list. Every call blocks; all but restoreFiles belong to one thread, on which the tick is
@@ -22,6 +29,7 @@ public:
                            SecurityController* rights = nullptr);
 
     void setDelegate(CloakWorkerDelegate* delegate) { m_delegate = delegate; } // not owned, may be null
+    void setTraceWishes(const TraceWishes& wishes);
 
     // The path is handed on unchanged.
     CloakWorkerResult hideFileWithPath(const std::string& path);
@@ -50,6 +58,7 @@ private:
     InProgressFolder m_inProgressFolder;
     Tick m_tick;
     SecurityController* m_rights;
+    std::vector<std::string> m_variables; // for moves, beside those of this process
     CloakWorkerDelegate* m_delegate = nullptr;
 };
 
