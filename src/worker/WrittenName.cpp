@@ -133,23 +133,27 @@ bool WrittenName::mayBeAt(std::string_view text, std::size_t anchorPlace) const 
     for (std::size_t index = m_anchorBegin; index-- > 0;) {
         if (before.empty())
             return false; // the piece before this one held all of it
-        if (before.back() == m_name[index])
-            before.remove_suffix(1);
-        else if (before.size() >= 3 && isEscapeOf(before.substr(before.size() - 3), m_name[index]))
+        if (mayBeOtherEscape(before.back()))
+            return true;
+        if (before.size() >= 3 && isEscapeOf(before.substr(before.size() - 3), m_name[index]))
             before.remove_suffix(3);
+        else if (before.back() == m_name[index])
+            before.remove_suffix(1);
         else
-            return mayBeOtherEscape(before.back());
+            return false;
     }
     std::string_view after = text.substr(anchorPlace + m_anchor.size());
     for (const char byte : std::string_view(m_name).substr(m_anchorBegin + m_anchor.size())) {
         if (after.empty())
             return false; // the next piece holds all of it
-        if (after.front() == byte)
-            after.remove_prefix(1);
-        else if (isEscapeOf(after.substr(0, 3), byte))
+        if (mayBeOtherEscape(after.front()))
+            return true;
+        if (isEscapeOf(after.substr(0, 3), byte))
             after.remove_prefix(3);
+        else if (after.front() == byte)
+            after.remove_prefix(1);
         else
-            return mayBeOtherEscape(after.front());
+            return false;
     }
     return (before.empty() || endsAName(before.back())) && (after.empty() || endsAName(after.front()));
 }
