@@ -1,5 +1,6 @@
 #include "core/base/FileUri.h"
 #include "core/names/TraceNames.h"
+#include "core/protocol/CloakWorkerComunicator.h"
 #include "core/storage/Log.h"
 #include "core/storage/UserDefaults.h"
 #include "tests/support/WaitUntil.h"
@@ -56,6 +57,7 @@ TEST_F(TraceCleaning, IsWantedOrNot) {
         {{"VEILKEEP_CLEAN_RECENT_ITEMS=0"}, false},
         {{"VEILKEEP_CLEAN_RECENT_ITEMS="}, true},
         {{"VEILKEEP_NOBODY_THERE=1"}, false},
+        {{"PKEXEC_UID=somebody"}, false},
         {{"VEILKEEP_CLEAN_RECENT_ITEMS=1", "VEILKEEP_NOBODY_THERE=1"}, false},
         {{"VEILKEEP_CLEAN_RECENT_ITEMS=1", "VEILKEEP_NOBODY_THERE=0"}, true},
     };
@@ -84,7 +86,7 @@ TEST_F(TraceCleaning, NobodyWaitsForIt) {
     const std::string worker = workerBeside("exec >" + m_tree.path("seen") +
                                             "\nreadlink /proc/$$/cwd /proc/$$/fd/0 /proc/$$/fd/2\n"
                                             "printf '%s\\n' \"$@\"\n[[ $(ps -o sid= $$) -eq $$ ]] && echo "
-                                            "own session\nls /proc/$$/fd | wc -l\nread -r <" +
+                                            "own session\nfind /proc/$$/fd -lname 'pipe:*'\nread -r <" +
                                             m_tree.path("go") + "\necho done\n");
     const std::string item = m_tree.makeFile("d/a b");
     remember(item);
@@ -92,8 +94,7 @@ TEST_F(TraceCleaning, NobodyWaitsForIt) {
     std::ofstream(m_tree.path("go")) << "\n"; // blocks until it is read
     const auto isDone = [&] { return readFile(m_tree.path("seen")).ends_with("done\n"); };
     ASSERT_TRUE(waitUntil(isDone));
-    // Bash holds its script open as a fourth one.
-    EXPECT_EQ(readFile(m_tree.path("seen")), "/\n/dev/null\n/dev/null\n" + item + "\nown session\n4\ndone\n");
+    EXPECT_EQ(readFile(m_tree.path("seen")), "/\n/dev/null\n/dev/null\n" + item + "\nown session\ndone\n");
 }
 
 TEST_F(TraceCleaning, WhateverStandsAtTheListsPlaceTheHideGoesWell) {
@@ -135,6 +136,26 @@ TEST_F(TraceCleaning, NoNameIsLeftAnywhere) {
                runProgram({"/usr/bin/find", m_tree.home(), "-name", "*marker*"}).output;
     };
     EXPECT_TRUE(waitUntil([&] { return leftovers().empty(); })) << leftovers();
+}
+
+TEST_F(TraceCleaning, TheApplicationHandsItsWishesOn) {
+    struct Row {
+        TraceWishes wishes;
+        bool isWanted;
+    };
+    const Row rows[] = {
+        {{std::nullopt, false}, true}, {{true, false}, true}, {{false, false}, false}, {{true, true}, false}};
+    CloakWorkerComunicator comunicator(workerBeside(""), m_tree.path("InProgress"));
+    const std::string item = m_tree.path("d/a");
+    remember(item);
+    for (const Row& row : rows) {
+        m_tree.makeFile("d/a");
+        comunicator.setTraceWishes(row.wishes);
+        EXPECT_EQ(comunicator.hideFileWithPath(item).errorCode(), 0);
+        EXPECT_EQ(exists(Log::shared().path()), row.isWanted);
+        std::filesystem::remove(Log::shared().path());
+        std::filesystem::remove_all(m_tree.path("d/.SYS_INDEX"));
+    }
 }
 
 TEST_F(TraceCleaning, TheCommandLineHandsTheAnswerOn) {
