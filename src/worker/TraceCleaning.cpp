@@ -2,7 +2,7 @@
 
 #include "core/base/Error.h"
 #include "core/environment/Bundle.h"
-#include "core/storage/Log.h"
+#include "core/log/Log.h"
 #include "worker/TraceLook.h"
 
 #include <fcntl.h>

@@ -1,7 +1,7 @@
 // cloakTraces: removes what other programs remember of items that were hidden.
 
 #include "core/environment/TracePlaces.h"
-#include "core/storage/Log.h"
+#include "core/log/Log.h"
 #include "worker/traces/ActivityStatistics.h"
 #include "worker/traces/RecentDocuments.h"
 #include "worker/traces/RecentlyUsedFile.h"

@@ -1,7 +1,7 @@
 #include "core/base/FileUri.h"
+#include "core/log/Log.h"
 #include "core/names/TraceNames.h"
 #include "core/protocol/CloakWorkerComunicator.h"
-#include "core/storage/Log.h"
 #include "core/storage/UserDefaults.h"
 #include "tests/support/WaitUntil.h"
 #include "tests/worker/WorkerFixture.h"
