@@ -15,8 +15,6 @@
 namespace veilkeep::test {
 namespace {
 
-constexpr off_t imageSize = off_t{320} << 20; // the least that all types take; sparse
-
 std::string reason(const std::string& what) {
     return what + ": " + std::strerror(errno);
 }
@@ -26,40 +24,75 @@ std::string run(const std::string& command) {
     return std::system((command + " >/dev/null 2>&1").c_str()) == 0 ? "" : "failed: " + command;
 }
 
-std::string makeImage(const std::string& type, const std::string& path) {
+std::string makeImage(const std::string& type, const std::string& path, const LoopVolumeOptions& options) {
     const UniqueFd image(::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600));
-    if (!image || ::ftruncate(image.get(), imageSize) != 0)
+    if (!image || ::ftruncate(image.get(), off_t{options.megabytes} << 20) != 0)
         return reason(path);
-    return run("mkfs." + type + " " + path);
+    return run("mkfs." + type + " " + options.formatOptions + " " + path);
+}
+
+std::string mountReason(const std::string& type, const std::string& image, const std::string& mountPoint,
+                        const std::string& options) {
+    const std::string lateCommits = type == "ext4" ? ",commit=600" : "";
+    const std::string further = options.empty() ? "" : "," + options;
+    return run("mount -o loop" + lateCommits + further + " -t " + type + " " + image + " " + mountPoint);
+}
+
+void throwUnlessEmpty(const std::string& failure) {
+    if (!failure.empty())
+        throw std::runtime_error(failure);
 }
 
 } // namespace
 
-LoopVolume::LoopVolume(const ScratchTree& tree, const std::string& fileSystemType)
+LoopVolume::LoopVolume(const ScratchTree& tree, const std::string& fileSystemType,
+                       const LoopVolumeOptions& options)
     : m_type(fileSystemType),
-      m_image(tree.path("volume." + fileSystemType)),
-      m_mountPoint(tree.makeDirectory("mounted-" + fileSystemType)),
+      m_image(tree.path("volume." + (options.name.empty() ? m_type : options.name))),
+      m_mountPoint(tree.makeDirectory("mounted-" + (options.name.empty() ? m_type : options.name))),
       m_whyMissing(enterPrivateMounts()) {
     if (m_whyMissing.empty())
-        m_whyMissing = makeImage(m_type, m_image);
+        m_whyMissing = makeImage(m_type, m_image, options);
     if (m_whyMissing.empty())
-        m_whyMissing = mount();
+        m_whyMissing = mountReason(m_type, m_image, m_mountPoint, {});
+    m_isMounted = m_whyMissing.empty();
 }
 
 LoopVolume::~LoopVolume() {
-    if (m_whyMissing.empty())
+    if (m_isMounted)
         ::umount2(m_mountPoint.c_str(), MNT_DETACH);
 }
 
-void LoopVolume::mountAgain() {
+void LoopVolume::unmount() {
     if (::umount2(m_mountPoint.c_str(), 0) != 0)
         throw std::runtime_error(reason("umount " + m_mountPoint));
-    if (const std::string failure = mount(); !failure.empty())
-        throw std::runtime_error(failure);
+    m_isMounted = false;
 }
 
-std::string LoopVolume::mount() const {
-    return run("mount -o loop -t " + m_type + " " + m_image + " " + m_mountPoint);
+void LoopVolume::mountAt(const std::string& mountPoint, const std::string& options) {
+    mountImage(m_type, m_image, mountPoint, options);
+    m_mountPoint = mountPoint;
+    m_isMounted = true;
+}
+
+void LoopVolume::mountAgain() {
+    unmount();
+    mountAt(m_mountPoint);
+}
+
+void LoopVolume::sync() const {
+    const UniqueFd root(::open(m_mountPoint.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (!root || ::syncfs(root.get()) != 0)
+        throw std::runtime_error(reason("syncfs " + m_mountPoint));
+}
+
+void LoopVolume::copyImage(const std::string& path) const {
+    throwUnlessEmpty(run("cp --sparse=always " + m_image + " " + path));
+}
+
+void LoopVolume::mountImage(const std::string& type, const std::string& image, const std::string& mountPoint,
+                            const std::string& options) {
+    throwUnlessEmpty(mountReason(type, image, mountPoint, options));
 }
 
 } // namespace veilkeep::test
