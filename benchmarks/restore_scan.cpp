@@ -2,90 +2,57 @@
 // files, whole process against whole process. "--large" instead reports time and greatest memory over 100,000
 // directories of 10 files. The trees are made once, beside the program.
 
+#include "benchmarks/support/SampleTree.h"
 #include "benchmarks/support/SideBySide.h"
 #include "core/base/PathText.h"
-#include "core/base/UniqueFd.h"
 #include "tests/support/RunProgram.h"
 #include "tests/support/ScratchTree.h"
 
-#include <fcntl.h>
 #include <sys/resource.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <chrono>
 #include <climits>
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
 #include <string>
 
 using namespace veilkeep;
+using namespace veilkeep::benchmark;
 
 namespace {
 
 constexpr int indexes = 50;
 
-struct Tree {
-    std::string path;
-    int directories;
-    int filesInEach;
-};
-
-[[noreturn]] void fail(const std::string& what) {
-    std::perror(what.c_str());
-    std::exit(2);
-}
-
-void makeDirectory(const std::string& path) {
-    if (::mkdir(path.c_str(), 0755) != 0 && errno != EEXIST)
-        fail(path);
-}
-
-void makeFiles(const std::string& directory, int count) {
-    for (int file = 0; file < count; ++file)
-        if (!UniqueFd(::open(joinPath(directory, std::to_string(file) + ".txt").c_str(),
-                             O_WRONLY | O_CREAT | O_CLOEXEC, 0644)))
-            fail(directory);
-}
-
-// Directories in groups of a hundred; one in so many holds a hidden item. Finished trees carry a mark beside
-// them.
-void makeTree(const Tree& tree) {
+// One directory in so many holds a hidden item. Finished trees carry a mark beside them.
+void makeTree(const SampleTree& tree) {
     const std::string mark = tree.path + ".made";
     if (::access(mark.c_str(), F_OK) == 0)
         return;
-    makeDirectory(tree.path);
-    for (int number = 0; number < tree.directories; ++number) {
-        const std::string group = joinPath(tree.path, std::to_string(number / 100));
-        const std::string directory = joinPath(group, std::to_string(number));
-        makeDirectory(group);
-        makeDirectory(directory);
-        makeFiles(directory, tree.filesInEach);
-        if (number % (tree.directories / indexes) == 0) {
-            makeDirectory(joinPath(directory, ".SYS_INDEX"));
-            makeFiles(joinPath(directory, ".SYS_INDEX"), 1);
-        }
+    make(tree);
+    for (int number = 0; number < tree.directories; number += tree.directories / indexes) {
+        const std::string index = joinPath(tree.directory(number), ".SYS_INDEX");
+        makeDirectory(index);
+        makeFiles(index, 1);
     }
-    if (!UniqueFd(::open(mark.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0644)))
-        fail(mark);
+    makeFile(mark);
 }
 
-void search(const Tree& tree) {
+void search(const SampleTree& tree) {
     const test::ProgramRun run =
         test::runProgram({test::bundledProgram("cloakWorker"), "-p", "-restore", tree.path});
     if (run.output != "Found: " + std::to_string(indexes) + "\nUnreadable: 0\n")
         fail("cloakWorker did not find what there is");
 }
 
-void find(const Tree& tree) {
+void find(const SampleTree& tree) {
     const test::ProgramRun run = test::runProgram({"/usr/bin/find", tree.path, "-name", ".SYS_INDEX"});
     if (std::count(run.output.begin(), run.output.end(), '\n') != indexes)
         fail("find did not find what there is");
 }
 
-int reportLarge(const Tree& tree) {
+int reportLarge(const SampleTree& tree) {
     makeTree(tree);
     search(tree);
     const auto begin = std::chrono::steady_clock::now();
@@ -113,9 +80,9 @@ int main(int argc, char** argv) {
     const std::string self = ownPath();
     if (argc == 2 && std::strcmp(argv[1], "--large") == 0)
         return reportLarge({self + ".large", 100'000, 10});
-    const Tree tree{self + ".tree", 10'000, 50};
+    const SampleTree tree{self + ".tree", 10'000, 50};
     makeTree(tree);
-    const bool isFast = benchmark::sideBySide({"cloakWorker -restore", [&] { search(tree); }},
-                                              {"find -name .SYS_INDEX", [&] { find(tree); }}, 0.5, 15);
+    const bool isFast = sideBySide({"cloakWorker -restore", [&] { search(tree); }},
+                                   {"find -name .SYS_INDEX", [&] { find(tree); }}, 0.5, 15);
     return isFast ? 0 : 1;
 }
