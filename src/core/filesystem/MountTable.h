@@ -22,6 +22,11 @@ struct Mount {
     bool operator==(const Mount&) const = default;
 };
 
+// Mounts of one device show one file system, or parts of it.
+inline bool isSameDevice(const Mount& one, const Mount& other) {
+    return one.major == other.major && one.minor == other.minor;
+}
+
 // The mounts that this process sees, oldest first. A table never changes; any thread.
 class MountTable {
 public:

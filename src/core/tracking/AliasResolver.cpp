@@ -57,10 +57,6 @@ bool isAbsent(const AliasRecord& record) {
     return record.volume.isKnown() && !isMounted(record);
 }
 
-bool isSameDevice(const Mount& one, const Mount& other) {
-    return one.major == other.major && one.minor == other.minor;
-}
-
 // Those that together show all that is to be seen of the volume, each part once.
 std::vector<Mount> withoutPartsOfOthers(const std::vector<Mount>& mounts) {
     std::vector<Mount> kept;
@@ -78,8 +74,7 @@ std::vector<Mount> withoutPartsOfOthers(const std::vector<Mount>& mounts) {
     return kept;
 }
 
-// What walks of several mounts found. An item that seems to be on two devices (one a copy of the other) is on
-// neither for certain.
+// What walks of several mounts found. An item that seems to be on two devices is on neither for certain.
 class Findings {
 public:
     void add(std::size_t number, std::string path, const Mount& mount) {
@@ -189,7 +184,7 @@ void AliasResolver::walkVolumes(std::span<Wanted> wanted) {
         const AliasRecord& record = wanted[number].record;
         if (wanted[number].isFound() || !record.volume.isKnown() || record.item.kind == ItemKind::Missing)
             continue;
-        for (const Mount& mount : withoutPartsOfOthers(*KnownVolumes::shared().mountsOf(record.volume)))
+        for (const Mount& mount : withoutPartsOfOthers(*KnownVolumes::shared().mountsToSearch(record)))
             byMount.try_emplace(mount.id, mount, std::vector<std::size_t>())
                 .first->second.second.push_back(number);
     }

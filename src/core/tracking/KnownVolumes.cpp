@@ -1,7 +1,11 @@
 #include "core/tracking/KnownVolumes.h"
 
 #include "core/base/PathText.h"
+#include "core/filesystem/ResolvedPath.h"
 #include "core/tracking/IdentityComparison.h"
+
+#include <algorithm>
+#include <iterator>
 
 namespace veilkeep {
 namespace {
@@ -12,6 +16,11 @@ const Mount* findMount(const MountTable& table, std::optional<std::uint64_t> id,
         return table.mountHolding(path);
     const Mount* const mount = table.findById(*id);
     return mount && isSameOrBelow(path, mount->mountPoint) ? mount : nullptr;
+}
+
+bool areOnOneDevice(const std::vector<Mount>& mounts) {
+    return std::ranges::all_of(mounts,
+                               [&](const Mount& mount) { return isSameDevice(mount, mounts.front()); });
 }
 
 } // namespace
@@ -53,6 +62,19 @@ std::shared_ptr<const std::vector<Mount>> KnownVolumes::mountsOf(const VolumeIde
             found->push_back(mount);
     mounts = std::move(found);
     return mounts;
+}
+
+std::shared_ptr<const std::vector<Mount>> KnownVolumes::mountsToSearch(const AliasRecord& record) {
+    auto mounts = mountsOf(record.volume);
+    if (record.volume.uuid.empty() || areOnOneDevice(*mounts))
+        return mounts;
+    const auto table = MountTable::current();
+    const Mount* const holding =
+        table->mountHolding(withResolvedParent(record.lastPath).value_or(cleanPath(record.lastPath)));
+    auto onItsDevice = std::make_shared<std::vector<Mount>>();
+    std::ranges::copy_if(*mounts, std::back_inserter(*onItsDevice),
+                         [&](const Mount& mount) { return holding && isSameDevice(mount, *holding); });
+    return onItsDevice;
 }
 
 VolumeIdentity KnownVolumes::identity(const std::shared_ptr<const MountTable>& table, const Mount& mount) {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "core/filesystem/MountTable.h"
-#include "core/tracking/VolumeIdentity.h"
+#include "core/tracking/AliasRecord.h"
 
 #include <cstdint>
 #include <map>
@@ -36,6 +36,10 @@ public:
 
     // Every mount of the volume that can be reached by its mount point, oldest first.
     std::shared_ptr<const std::vector<Mount>> mountsOf(const VolumeIdentity& volume);
+
+    // Those of them on which the record's item may be. A copy of a whole volume has its UUID too: where both
+    // are mounted, only the one counts that holds the recorded path, and none where neither does.
+    std::shared_ptr<const std::vector<Mount>> mountsToSearch(const AliasRecord& record);
 
 private:
     VolumeIdentity identity(const std::shared_ptr<const MountTable>& table, const Mount& mount);

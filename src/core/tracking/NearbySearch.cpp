@@ -30,7 +30,7 @@ std::vector<Route> routesTo(const AliasRecord& record) {
     std::vector<Route> routes = {{record.lastPath, {}}};
     if (!record.volume.isKnown())
         return routes;
-    const auto mounts = KnownVolumes::shared().mountsOf(record.volume);
+    const auto mounts = KnownVolumes::shared().mountsToSearch(record);
     for (const Mount& mount : *mounts) {
         if (!isSameOrBelow(record.volumePath, mount.root))
             continue;
