@@ -2,31 +2,14 @@
 // are right.
 #include "core/tracking/AliasRecord.h"
 #include "tests/fuzz/Require.h"
+#include "tests/fuzz/SealedAliasRecord.h"
 
 #include <cstddef>
 #include <cstdint>
 
-#define XXH_INLINE_ALL
-#include <xxhash.h>
-
 namespace {
 
 using namespace veilkeep;
-
-void appendNumber(std::string& bytes, std::uint64_t number, int size) {
-    for (int i = 0; i < size; ++i)
-        bytes.push_back(static_cast<char>(number >> (8 * i) & 0xff));
-}
-
-std::string sealed(const std::string& content) {
-    constexpr std::size_t headerSize = 9, digestSize = 8;
-    std::string bytes = "VkAl";
-    appendNumber(bytes, headerSize + content.size() + digestSize, 4);
-    bytes += '\x01';
-    bytes += content;
-    appendNumber(bytes, XXH3_64bits(bytes.data(), bytes.size()), digestSize);
-    return bytes;
-}
 
 void readWriteRead(const std::string& bytes) {
     const auto record = decodeAliasRecord(bytes);
@@ -43,6 +26,6 @@ void readWriteRead(const std::string& bytes) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string input(reinterpret_cast<const char*>(data), size);
     readWriteRead(input);
-    readWriteRead(sealed(input));
+    readWriteRead(test::sealedAliasRecord(input));
     return 0;
 }

@@ -4,32 +4,15 @@
 #include "core/protocol/InProgressFolder.h"
 #include "core/storage/PropertyList.h"
 #include "tests/fuzz/Require.h"
+#include "tests/fuzz/ScratchFolder.h"
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
-#include <filesystem>
 #include <fstream>
 
 namespace {
 
 using namespace veilkeep;
-
-// Made once, emptied by each input and removed at the end of the program.
-class ScratchFolder {
-public:
-    ScratchFolder() : m_path(std::filesystem::temp_directory_path() / "veilkeep-fuzz-XXXXXX") {
-        test::require(::mkdtemp(m_path.data()) != nullptr, "there is a place for the folder");
-    }
-    ~ScratchFolder() {
-        std::error_code ignored;
-        std::filesystem::remove_all(m_path, ignored);
-    }
-    const std::string& path() const { return m_path; }
-
-private:
-    std::string m_path;
-};
 
 void readWriteRead(const PropertyDictionary& dictionary) {
     const Result<InProgressRecord> record = recordFromDictionary(dictionary);
@@ -72,7 +55,7 @@ void writeAndRead(const InProgressFolder& folder, const InProgressRecord& record
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    static const ScratchFolder scratch;
+    static const test::ScratchFolder scratch;
     const InProgressFolder folder(scratch.path());
     const std::string input(reinterpret_cast<const char*>(data), size);
     readFile(folder, input);
