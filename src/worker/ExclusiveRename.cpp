@@ -78,6 +78,12 @@ bool linksAreRefused(int error) {
     return error == EPERM || error == EOPNOTSUPP || error == ENOSYS || error == EMLINK || error == EINVAL;
 }
 
+// As far as marks can tell that the names of one file share, whatever its number under each.
+bool mayBeTwoNames(const struct stat& one, const struct stat& other) {
+    return one.st_mode == other.st_mode && one.st_size == other.st_size &&
+           one.st_mtim.tv_sec == other.st_mtim.tv_sec && one.st_mtim.tv_nsec == other.st_mtim.tv_nsec;
+}
+
 // Gives the item its second name, then takes the first away, unless somebody put another item there
 // meanwhile.
 int linkAndUnlink(const Place& from, const Place& to, const struct stat& item) {
@@ -85,11 +91,15 @@ int linkAndUnlink(const Place& from, const Place& to, const struct stat& item) {
         [&] { return ::linkat(from.directory, from.name.c_str(), to.directory, to.name.c_str(), 0); });
     if (linked != 0)
         return linksAreRefused(errno) ? renameOverPlaceholderFile(from, to) : errno;
-    if (!holds(to, item)) {
-        removeName(to, 0);
+    if (const auto linkedItem = statusOf(to); !linkedItem || !isSameItem(*linkedItem, item)) {
         // Either another item took the first name just before, or this file system (a remote one) shows each
-        // name of a file under a number of its own, and links cannot be told from other files.
-        return holds(from, item) ? renameOverPlaceholderFile(from, to) : ENOENT;
+        // name of a file under a number of its own, and links cannot be told from other files. Or somebody
+        // put something of his own in the link's place, which stays.
+        const auto first = statusOf(from);
+        if (linkedItem && !(first && mayBeTwoNames(*first, *linkedItem)))
+            return EEXIST;
+        removeName(to, 0);
+        return first && isSameItem(*first, item) ? renameOverPlaceholderFile(from, to) : ENOENT;
     }
     const auto first = statusOf(from);
     if (first ? !isSameItem(*first, item) : errno == ENOENT)

@@ -24,8 +24,7 @@ bool variableIs(const char* name, std::string_view value) {
 
 // As long as nobody can be asked, no answer is a yes.
 bool cleaningIsWanted() {
-    return !std::getenv("PKEXEC_UID") && !variableIs("VEILKEEP_NOBODY_THERE", "1") &&
-           !variableIs("VEILKEEP_CLEAN_RECENT_ITEMS", "0");
+    return !variableIs("VEILKEEP_NOBODY_THERE", "1") && !variableIs("VEILKEEP_CLEAN_RECENT_ITEMS", "0");
 }
 
 bool isDirectory(const std::string& path) {

@@ -7,8 +7,8 @@
 namespace veilkeep {
 
 // One command line: [-p] [-i] -hide [-removeRecents] PATH, [-p] [-i] -unhide PATH or [-p] -restore DIRECTORY.
-// "-" in PATH's place says that the path comes on standard input (RequestInput). -i (questions may be asked) is
-// taken and changes nothing: there is nobody to ask yet.
+// "-" in PATH's place says that the path comes on standard input (RequestInput). -i (questions may be asked)
+// is taken and changes nothing: there is nobody to ask yet.
 struct WorkerRequest {
     enum class Operation { Hide, Unhide, Restore };
 

@@ -1,9 +1,11 @@
+#include "tests/support/WaitUntil.h"
 #include "tests/worker/WorkerFixture.h"
 
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <functional>
+#include <thread>
 
 namespace veilkeep::test {
 namespace {
@@ -133,6 +135,23 @@ TEST_F(FallbackTest, FinishesMovesThatWereCutOff) {
         EXPECT_EQ(snapshotOf(path), before);
         ASSERT_EQ(runProgram({"/bin/rm", "-r", m_tree.path("t")}).exitStatus, 0);
     }
+}
+
+// Somebody saves a file of his own over the item's new name before its old one is taken away.
+TEST_F(FallbackTest, LeavesWhatIsPutInTheLinksPlace) {
+    const std::string path = m_tree.makeFile("t/item.txt", "content"), own = m_tree.makeFile("own", "his");
+    m_tree.makeDirectory("t/.SYS_INDEX");
+    ProgramRun run;
+    std::thread worker([&] {
+        run = workInjected({"renameat2:error=EINVAL", "linkat:delay_exit=2000000"}, "-hide", path);
+    });
+    const bool isLinked = waitUntil([&] { return exists(hiddenPathOf(path)); });
+    EXPECT_TRUE(isLinked);
+    EXPECT_EQ(::rename(own.c_str(), hiddenPathOf(path).c_str()), 0);
+    worker.join();
+    expectError(run, 6);
+    EXPECT_EQ(readFile(path), "content");
+    EXPECT_EQ(readFile(hiddenPathOf(path)), "his");
 }
 
 // Each step fails in turn: the item is where it was and nothing made on the way is left.

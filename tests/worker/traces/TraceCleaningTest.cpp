@@ -57,7 +57,6 @@ TEST_F(TraceCleaning, IsWantedOrNot) {
         {{"VEILKEEP_CLEAN_RECENT_ITEMS=0"}, false},
         {{"VEILKEEP_CLEAN_RECENT_ITEMS="}, true},
         {{"VEILKEEP_NOBODY_THERE=1"}, false},
-        {{"PKEXEC_UID=somebody"}, false},
         {{"VEILKEEP_CLEAN_RECENT_ITEMS=1", "VEILKEEP_NOBODY_THERE=1"}, false},
         {{"VEILKEEP_CLEAN_RECENT_ITEMS=1", "VEILKEEP_NOBODY_THERE=0"}, true},
     };
