@@ -166,7 +166,7 @@ void AliasResolver::lookIntoDirectories(std::span<Wanted> wanted) {
 // What is known by its name alone has been looked for under it already.
 std::map<std::size_t, std::string> AliasResolver::lookInto(const std::string& directory,
                                                            std::span<const std::size_t> numbers,
-                                                           std::span<const Wanted> wanted) {
+                                                           std::span<const Wanted> wanted) const {
     const auto status = describeItemAt(directory);
     if (!status || lastingMarksOf(status->volume.fileSystemType) == LastingMarks::None)
         return {};
@@ -174,7 +174,7 @@ std::map<std::size_t, std::string> AliasResolver::lookInto(const std::string& di
     for (const std::size_t number : numbers)
         if (mayBeSameVolume(wanted[number].record.volume, status->volume))
             search.add(number, wanted[number].record);
-    search.lookIntoDirectory();
+    search.lookIntoDirectory([this] { return m_walker.isCancelled(); });
     return search.found();
 }
 

@@ -60,9 +60,9 @@ private:
 
     void mountAbsentVolumes(std::span<Wanted> wanted, Mounting mounting);
     void lookIntoDirectories(std::span<Wanted> wanted);
-    static std::map<std::size_t, std::string> lookInto(const std::string& directory,
-                                                       std::span<const std::size_t> numbers,
-                                                       std::span<const Wanted> wanted);
+    std::map<std::size_t, std::string> lookInto(const std::string& directory,
+                                                std::span<const std::size_t> numbers,
+                                                std::span<const Wanted> wanted) const;
     void walkVolumes(std::span<Wanted> wanted);
 
     Reach m_reach;

@@ -41,8 +41,8 @@ bool isKnownByNameAs(const AliasRecord& known, const AliasRecord& found) {
 // A single directory, which is not walked any further.
 class ListedDirectory final : public OpenDirectory {
 public:
-    ListedDirectory(UniqueFd fd, std::string path)
-        : m_stream(::fdopendir(fd.get())), m_path(std::move(path)) {
+    ListedDirectory(UniqueFd fd, std::string path, const std::function<bool()>& isCancelled)
+        : m_stream(::fdopendir(fd.get())), m_path(std::move(path)), m_isCancelled(isCancelled) {
         if (m_stream)
             fd.release();
     }
@@ -51,7 +51,8 @@ public:
     bool hasHiddenDirectory() const { return m_hasHiddenDirectory; }
 
     const DirectoryEntry* next() override {
-        const dirent* const entry = m_isOver ? nullptr : ::readdir(m_stream.get());
+        const bool isOver = m_isOver || m_isCancelled();
+        const dirent* const entry = isOver ? nullptr : ::readdir(m_stream.get());
         if (!entry)
             return nullptr;
         m_entry = {entry->d_name, entry->d_type, entry->d_ino};
@@ -67,6 +68,7 @@ public:
 private:
     DirectoryStream m_stream;
     std::string m_path;
+    const std::function<bool()>& m_isCancelled;
     DirectoryEntry m_entry;
     bool m_hasHiddenDirectory = false;
     bool m_isOver = false;
@@ -110,8 +112,8 @@ void ItemSearch::visit(OpenDirectory& directory) {
     }
 }
 
-void ItemSearch::lookIntoDirectory() {
-    ListedDirectory directory(openToList(AT_FDCWD, m_directory, 0), {});
+void ItemSearch::lookIntoDirectory(const std::function<bool()>& isCancelled) {
+    ListedDirectory directory(openToList(AT_FDCWD, m_directory, 0), {}, isCancelled);
     if (!directory.isOpen())
         return;
     visit(directory);
@@ -119,7 +121,7 @@ void ItemSearch::lookIntoDirectory() {
     ListedDirectory hidden(directory.hasHiddenDirectory()
                                ? openToList(directory.descriptor(), hiddenName, O_NOFOLLOW)
                                : UniqueFd(),
-                           hiddenName);
+                           hiddenName, isCancelled);
     if (hidden.isOpen())
         visit(hidden);
 }

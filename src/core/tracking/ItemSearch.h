@@ -27,8 +27,9 @@ public:
     // The record must outlive this. All are added before the walk.
     void add(std::size_t number, const AliasRecord& record);
 
-    // Instead of a walk: looks into the directory and its ".SYS_INDEX" alone.
-    void lookIntoDirectory();
+    // Instead of a walk: looks into the directory and its ".SYS_INDEX" alone. Asks before each entry whether
+    // to go on.
+    void lookIntoDirectory(const std::function<bool()>& isCancelled);
 
     // By number, afterwards; full paths.
     std::map<std::size_t, std::string> found() const;
