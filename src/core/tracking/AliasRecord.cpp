@@ -174,11 +174,18 @@ void readPaths(ContentReader& reader, AliasRecord& record) {
     record.lastPath.append(record.volumePath, record.volumePath.size() - shared);
 }
 
+// Its own count of bytes, where there are enough to hold one.
+std::optional<std::uint64_t> sizeIn(std::string_view bytes) {
+    if (bytes.size() < versionOffset)
+        return std::nullopt;
+    return fromLittleEndian(bytes.substr(magic.size(), versionOffset - magic.size()));
+}
+
 // What lies between header and digest, after all three were found in order.
 std::optional<std::string_view> contentOf(std::string_view bytes) {
     if (bytes.size() < headerSize + digestSize || !bytes.starts_with(magic))
         return std::nullopt;
-    const std::uint64_t size = fromLittleEndian(bytes.substr(magic.size(), 4));
+    const std::uint64_t size = sizeIn(bytes).value_or(0);
     if (size < headerSize + digestSize || size > bytes.size())
         return std::nullopt;
     const std::string_view covered = bytes.substr(0, static_cast<std::size_t>(size) - digestSize);
@@ -221,6 +228,10 @@ std::optional<AliasRecord> decodeAliasRecord(std::string_view bytes) {
     if (!reader.isGood() || !reader.isAtEnd() || record.lastPath.empty())
         return std::nullopt;
     return record;
+}
+
+bool isCutAliasRecord(std::string_view bytes) {
+    return bytes.starts_with(magic) && sizeIn(bytes).value_or(headerSize) > bytes.size();
 }
 
 } // namespace veilkeep

@@ -27,4 +27,7 @@ std::string encodeAliasRecord(const AliasRecord& record);
 // the record's own count are left aside.
 std::optional<AliasRecord> decodeAliasRecord(std::string_view bytes);
 
+// Whether the bytes begin like an alias record but are fewer than they should be.
+bool isCutAliasRecord(std::string_view bytes);
+
 } // namespace veilkeep

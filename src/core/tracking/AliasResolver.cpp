@@ -204,6 +204,8 @@ void AliasResolver::walkVolumes(std::span<Wanted> wanted) {
 std::optional<std::string> pathFromAliasRecordWithMount(std::string_view record,
                                                         AliasResolver::Mounting mounting,
                                                         AliasResolver& resolver) {
+    if (isCutAliasRecord(record))
+        logLine("Internal Error 589-5451.  Can't allocate handle for  alias");
     AliasResolver::Answer answer = resolver.resolve(record, mounting);
     if (answer.outcome == Outcome::Unusable)
         return std::nullopt;
