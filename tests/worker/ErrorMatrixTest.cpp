@@ -112,8 +112,11 @@ protected:
             "trace=" + calls};
         for (const std::string& injection : injections)
             arguments.insert(arguments.end(), {"-e", "inject=" + injection});
-        const std::string operation = m_scenario.hides ? "-hide" : "-unhide";
-        arguments.insert(arguments.end(), {bundledProgram("cloakWorker"), "-p", "-i", operation, oldPlace()});
+        arguments.insert(arguments.end(), {bundledProgram("cloakWorker"), "-p", "-i"});
+        arguments.insert(arguments.end(), m_scenario.hides
+                                              ? std::initializer_list<std::string>{"-hide", "-removeRecents"}
+                                              : std::initializer_list<std::string>{"-unhide"});
+        arguments.push_back(oldPlace());
         ++m_runs;
         return runProgram(arguments);
     }
@@ -146,6 +149,7 @@ protected:
 
     void tryEveryFault(const World& world) {
         const std::string log = m_tree.path("calls");
+        m_tree.makeFile("home/.local/share/recently-used.xbel", "of another item");
         setUp();
         expectMoved(runTraced("fcntl," + std::string(fileCalls), world.injections, log), {});
         const std::vector<Occurrence> occurrences = occurrencesIn(readFile(log));

@@ -126,7 +126,10 @@ private:
                          const std::string& path) {
         std::vector<std::string> arguments = {"/usr/bin/strace", "-E", "ASAN_OPTIONS=detect_leaks=0"};
         arguments.insert(arguments.end(), options.begin(), options.end());
-        arguments.insert(arguments.end(), {bundledProgram("cloakWorker"), "-p", "-i", operation, path});
+        arguments.insert(arguments.end(), {bundledProgram("cloakWorker"), "-p", "-i", operation});
+        if (operation == "-hide")
+            arguments.emplace_back("-removeRecents");
+        arguments.push_back(path);
         return runProgram(arguments, {0, {}, [this] {
                                           for (const auto& [call, error] : m_failures)
                                               if (!failCall(call, error))
