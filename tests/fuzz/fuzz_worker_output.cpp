@@ -1,5 +1,5 @@
-// What a worker that went wrong may print: read as the answer of a move (first byte: the exit status) and as
-// that of a search.
+// What a worker that went wrong may print: read as the answer of a move (first byte: the exit status), as
+// that of a move with administrator rights, whose exit status does not count, and as that of a search.
 #include "core/protocol/RestoreSummary.h"
 #include "core/protocol/WorkerAnswer.h"
 #include "tests/fuzz/Require.h"
@@ -35,6 +35,19 @@ void readAnswer(WorkerOperation operation, int status, const std::string& output
     test::require(workerAnswer(operation, run).errorCode() == 1, "cut output tells nothing");
 }
 
+void readAnswerOfAdministrator(const std::string& output) {
+    const auto answer = workerAnswer(output);
+    const std::size_t mark = output.find("NewFilename: ");
+    const bool hasError = output.find("Error: ") != std::string::npos;
+    test::require(answer.has_value() == (mark != std::string::npos || hasError), "a mark makes an answer");
+    if (mark != std::string::npos)
+        test::require(answer->errorCode() == 0 &&
+                          "NewFilename: " + answer->newFileName() == output.substr(mark),
+                      "the path comes before an error");
+    else if (answer)
+        test::require(answer->newFileName().empty(), "an error has no path");
+}
+
 void readSummary(const std::string& output) {
     const RestoreSummary summary = restoreSummaryFromText(output);
     test::require(restoreSummaryFromText(summaryText(summary)) == summary, "written and read it is the same");
@@ -47,6 +60,7 @@ void readSummary(const std::string& output) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string input(reinterpret_cast<const char*>(data), size);
     readSummary(input);
+    readAnswerOfAdministrator(input);
     if (input.empty())
         return 0;
     for (const WorkerOperation operation : {WorkerOperation::Hide, WorkerOperation::Unhide})
