@@ -1,6 +1,7 @@
 #include "worker/WrittenName.h"
 
 #include "core/base/FileUri.h"
+#include "core/base/Hexadecimal.h"
 #include "core/base/SystemCall.h"
 #include "core/base/UniqueFd.h"
 

@@ -1,5 +1,7 @@
 #include "core/base/FileUri.h"
 
+#include "core/base/Hexadecimal.h"
+
 #include <algorithm>
 
 namespace veilkeep {
@@ -39,13 +41,6 @@ std::string percentDecoded(std::string_view text) {
 }
 
 } // namespace
-
-int hexadecimalValue(char digit) {
-    if (digit >= '0' && digit <= '9')
-        return digit - '0';
-    const char lower = static_cast<char>(digit | 0x20);
-    return lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
-}
 
 std::string percentEncoded(std::string_view path, UriSpelling spelling) {
     constexpr std::string_view digits = "0123456789ABCDEF";

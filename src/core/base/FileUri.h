@@ -20,7 +20,4 @@ std::string percentEncoded(std::string_view path, UriSpelling spelling);
 // or a fragment at its end is left aside.
 std::optional<std::string> pathOfFileUri(std::string_view uri);
 
-// 0 to 15, -1 for what is no hexadecimal digit.
-int hexadecimalValue(char digit);
-
 } // namespace veilkeep

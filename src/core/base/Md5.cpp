@@ -1,5 +1,7 @@
 #include "core/base/Md5.h"
 
+#include "core/base/Hexadecimal.h"
+
 #include <array>
 #include <bit>
 #include <cstddef>
@@ -89,8 +91,7 @@ std::string md5(std::string_view bytes) {
     for (const std::uint32_t word : state)
         addLittleEndian(digest, word, sizeof word);
     for (const char byte : digest)
-        for (const int shift : {4, 0})
-            text.push_back("0123456789abcdef"[static_cast<unsigned char>(byte) >> shift & 15]);
+        text += hexadecimalByte(byte);
     return text;
 }
 

@@ -1,5 +1,6 @@
 #include "core/log/Log.h"
 
+#include "core/base/Hexadecimal.h"
 #include "core/base/PathText.h"
 #include "core/base/SystemCall.h"
 #include "core/base/UniqueFd.h"
@@ -36,11 +37,8 @@ std::string escaped(std::string_view text) {
             harmless += bytes;
             continue;
         }
-        for (const char byte : bytes) {
-            harmless += "\\x";
-            harmless += "0123456789abcdef"[static_cast<unsigned char>(byte) >> 4];
-            harmless += "0123456789abcdef"[static_cast<unsigned char>(byte) & 15];
-        }
+        for (const char byte : bytes)
+            harmless += "\\x" + hexadecimalByte(byte);
     }
     return harmless;
 }

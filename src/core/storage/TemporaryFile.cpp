@@ -19,9 +19,8 @@ constexpr std::string_view prefix = ".veilkeep-";
 } // namespace
 
 bool TemporaryFile::isName(std::string_view name) {
-    constexpr std::string_view digits = "0123456789abcdef";
     return name.starts_with(prefix) && name.size() == prefix.size() + hexadecimal(0).size() &&
-           name.find_first_not_of(digits, prefix.size()) == std::string_view::npos;
+           name.find_first_not_of(hexadecimalDigits, prefix.size()) == std::string_view::npos;
 }
 
 TemporaryFile::~TemporaryFile() {

@@ -1,5 +1,6 @@
 #include "core/tracking/FileSystemUuid.h"
 
+#include "core/base/Hexadecimal.h"
 #include "core/base/SystemCall.h"
 #include "core/base/UniqueFd.h"
 #include "core/tracking/FileIdentity.h"
@@ -83,8 +84,7 @@ std::string textOf(const Uuid& uuid) {
     for (const std::uint8_t byte : uuid) {
         if (text.size() == 8 || text.size() == 13 || text.size() == 18 || text.size() == 23)
             text += '-';
-        text += "0123456789abcdef"[byte >> 4];
-        text += "0123456789abcdef"[byte & 15];
+        text += hexadecimalByte(static_cast<char>(byte));
     }
     return text;
 }
