@@ -1,12 +1,12 @@
 #include "core/environment/UserDatabase.h"
 
 #include "core/base/PathText.h"
+#include "core/base/TakeUntil.h"
 #include "core/process/ChildProcess.h"
 
 #include <pwd.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cstdio>
@@ -49,11 +49,9 @@ std::optional<User> userInLocalFile(unsigned int uid) {
 // NAME:PASSWORD:UID:GID:COMMENT:HOME:SHELL
 std::optional<User> userInEntry(std::string_view entry) {
     std::array<std::string_view, 7> fields;
-    entry = entry.substr(0, entry.find('\n'));
-    for (std::string_view& field : fields) {
-        field = entry.substr(0, entry.find(':'));
-        entry.remove_prefix(std::min(field.size() + 1, entry.size()));
-    }
+    std::string_view line = takeUntil('\n', entry);
+    for (std::string_view& field : fields)
+        field = takeUntil(':', line);
     const auto id = userIdFromText(fields[2]), group = userIdFromText(fields[3]);
     if (!id || !group)
         return std::nullopt;

@@ -1,6 +1,7 @@
 #include "core/names/UserDirectories.h"
 
 #include "core/base/PathText.h"
+#include "core/base/TakeUntil.h"
 #include "core/filesystem/ReadWholeFile.h"
 
 #include <algorithm>
@@ -62,12 +63,9 @@ std::optional<std::string> directoryOfLine(std::string_view line, std::string_vi
 
 std::vector<std::string> parseUserDirectories(std::string_view content, std::string_view home) {
     std::vector<std::string> directories;
-    while (!content.empty()) {
-        const std::string_view line = content.substr(0, content.find('\n'));
-        content.remove_prefix(std::min(line.size() + 1, content.size()));
-        if (auto directory = directoryOfLine(line, home))
+    while (!content.empty())
+        if (auto directory = directoryOfLine(takeUntil('\n', content), home))
             directories.push_back(std::move(*directory));
-    }
     return directories;
 }
 

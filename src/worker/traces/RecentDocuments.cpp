@@ -3,6 +3,7 @@
 #include "core/base/CHandles.h"
 #include "core/base/FileUri.h"
 #include "core/base/PathText.h"
+#include "core/base/TakeUntil.h"
 #include "core/environment/XdgDirectories.h"
 #include "core/filesystem/ReadWholeFile.h"
 
@@ -41,8 +42,7 @@ struct Entry {
 std::optional<Entry> urlEntry(std::string_view text) {
     bool inGroup = false;
     while (!text.empty()) {
-        const std::string_view line = text.substr(0, text.find('\n'));
-        text.remove_prefix(std::min(line.size() + 1, text.size()));
+        const std::string_view line = takeUntil('\n', text);
         if (line.starts_with('['))
             inGroup = trimmed(line) == "[Desktop Entry]";
         const auto sign = line.find('=');

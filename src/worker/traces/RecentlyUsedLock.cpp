@@ -1,6 +1,7 @@
 #include "worker/traces/RecentlyUsedLock.h"
 
 #include "core/base/SystemCall.h"
+#include "core/base/TakeUntil.h"
 #include "core/filesystem/FileStamp.h"
 #include "core/filesystem/ReadWholeFile.h"
 
@@ -22,16 +23,10 @@ std::string hostName() {
     return ::gethostname(name, sizeof name - 1) == 0 ? name : "";
 }
 
-std::string_view takeLine(std::string_view& text) {
-    const std::string_view line = text.substr(0, text.find('\n'));
-    text.remove_prefix(std::min(line.size() + 1, text.size()));
-    return line;
-}
-
 bool namesDeadProcess(std::string_view content) {
-    const std::string_view number = takeLine(content);
-    (void)takeLine(content); // the program
-    const std::string_view host = takeLine(content);
+    const std::string_view number = takeUntil('\n', content);
+    (void)takeUntil('\n', content); // the program
+    const std::string_view host = takeUntil('\n', content);
     pid_t process = 0;
     const auto [end, error] = std::from_chars(number.data(), number.data() + number.size(), process);
     const bool isNumber = error == std::errc() && end == number.data() + number.size() && process > 0;
