@@ -1,8 +1,8 @@
 #include "worker/TraceLook.h"
 
-#include "core/base/CHandles.h"
 #include "core/base/PathText.h"
 #include "core/environment/TracePlaces.h"
+#include "core/filesystem/Directories.h"
 #include "core/names/TraceNames.h"
 #include "worker/WrittenName.h"
 
@@ -20,26 +20,17 @@ bool exists(const std::string& path) {
     return ::access(path.c_str(), F_OK) == 0;
 }
 
-std::vector<std::string> entriesOf(const std::string& directory) {
-    std::vector<std::string> entries;
-    const DirectoryStream stream(::opendir(directory.c_str()));
-    while (const dirent* entry = stream ? ::readdir(stream.get()) : nullptr)
-        if (entry->d_name[0] != '.')
-            entries.push_back(joinPath(directory, entry->d_name));
-    return entries;
-}
-
 bool aDocumentMayName(const WrittenName& name, const std::string& recentDocuments) {
     constexpr std::size_t mostLookedInto = 50; // KDE keeps ten unless told otherwise
-    const std::vector<std::string> documents = entriesOf(recentDocuments);
+    const std::vector<std::string> documents = entryNamesIn(recentDocuments);
     return documents.size() > mostLookedInto ||
-           std::ranges::any_of(documents, [&](const std::string& file) { return name.mayBeInUrisOf(file); });
+           std::ranges::any_of(documents, [&](const std::string& document) {
+               return name.mayBeInUrisOf(joinPath(recentDocuments, document));
+           });
 }
 
 bool anyThumbnailIsThere(const std::string& thumbnails, const std::string& path) {
-    std::vector<std::string> directories = entriesOf(joinPath(thumbnails, "fail"));
-    for (const char* size : thumbnailSizes)
-        directories.push_back(joinPath(thumbnails, size));
+    const std::vector<std::string> directories = thumbnailDirectories(thumbnails);
     std::set<std::string> names;
     for (const std::string& spelling : spellingsOf(path))
         names.merge(thumbnailNamesOf(spelling));

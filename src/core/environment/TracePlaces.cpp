@@ -2,6 +2,7 @@
 
 #include "core/base/PathText.h"
 #include "core/environment/XdgDirectories.h"
+#include "core/filesystem/Directories.h"
 
 #include <unistd.h>
 
@@ -18,6 +19,16 @@ TracePlaces TracePlaces::current() {
     return {below(directories.dataHome, "recently-used.xbel"), below(directories.dataHome, "RecentDocuments"),
             below(directories.cacheHome, "thumbnails"),
             below(directories.dataHome, "kactivitymanagerd/resources/database")};
+}
+
+std::vector<std::string> thumbnailDirectories(const std::string& thumbnails) {
+    std::vector<std::string> directories;
+    for (const char* const size : {"normal", "large", "x-large", "xx-large"})
+        directories.push_back(joinPath(thumbnails, size));
+    const std::string failures = joinPath(thumbnails, "fail");
+    for (const std::string& program : entryNamesIn(failures))
+        directories.push_back(joinPath(failures, program));
+    return directories;
 }
 
 std::string sessionBusAddress() {

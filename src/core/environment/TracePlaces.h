@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 namespace veilkeep {
 
@@ -14,8 +15,9 @@ struct TracePlaces {
     static TracePlaces current();
 };
 
-// The sizes that thumbnails are kept in, each a directory of its own.
-inline constexpr const char* thumbnailSizes[] = {"normal", "large", "x-large", "xx-large"};
+// The directories that thumbnails are kept in, one for each size, and notes that there is none, one for each
+// program.
+std::vector<std::string> thumbnailDirectories(const std::string& thumbnails);
 
 // Where the user's message bus listens; empty where there is none.
 std::string sessionBusAddress();

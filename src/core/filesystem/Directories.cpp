@@ -1,5 +1,6 @@
 #include "core/filesystem/Directories.h"
 
+#include "core/base/CHandles.h"
 #include "core/base/PathText.h"
 #include "core/base/SystemCall.h"
 
@@ -60,6 +61,15 @@ UniqueFd openDirectoryInPieces(std::string_view path, int flags) {
         piece = joinPath(piece, component);
     }
     return openStep(directory.get(), piece, flags);
+}
+
+std::vector<std::string> entryNamesIn(const std::string& directory) {
+    std::vector<std::string> names;
+    const DirectoryStream stream(::opendir(directory.c_str()));
+    while (const dirent* const entry = stream ? ::readdir(stream.get()) : nullptr)
+        if (const std::string_view name = entry->d_name; name != "." && name != "..")
+            names.emplace_back(name);
+    return names;
 }
 
 Result<void> syncDirectory(const std::string& path) {

@@ -7,6 +7,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace veilkeep {
 
@@ -18,6 +19,9 @@ Result<void> makeDirectories(const std::string& path, mode_t mode);
 // open() for a directory whose path may be longer than the system takes in one piece. The path is absolute
 // and links are followed. Without a descriptor errno says why.
 UniqueFd openDirectoryInPieces(std::string_view path, int flags);
+
+// What is in the directory, but "." and "..", in no order; nothing where it cannot be read.
+std::vector<std::string> entryNamesIn(const std::string& directory);
 
 // Makes what was created, renamed or removed in a directory survive a power cut. A file system that does not
 // know how to sync a directory (EINVAL) counts as having done it.

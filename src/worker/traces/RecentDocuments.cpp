@@ -1,10 +1,10 @@
 #include "worker/traces/RecentDocuments.h"
 
-#include "core/base/CHandles.h"
 #include "core/base/FileUri.h"
 #include "core/base/PathText.h"
 #include "core/base/TakeUntil.h"
 #include "core/environment/XdgDirectories.h"
+#include "core/filesystem/Directories.h"
 #include "core/filesystem/ReadWholeFile.h"
 
 #include <unistd.h>
@@ -18,15 +18,6 @@ namespace veilkeep {
 namespace {
 
 constexpr std::size_t maximumSize = std::size_t{1} << 20;
-
-std::vector<std::string> desktopFilesIn(const std::string& directory) {
-    std::vector<std::string> files;
-    const DirectoryStream stream(::opendir(directory.c_str()));
-    while (const dirent* entry = stream ? ::readdir(stream.get()) : nullptr)
-        if (std::string_view(entry->d_name).ends_with(".desktop"))
-            files.push_back(joinPath(directory, entry->d_name));
-    return files;
-}
 
 std::string_view trimmed(std::string_view text) {
     const auto begin = std::min(text.find_first_not_of(" \t\r"), text.size());
@@ -98,7 +89,10 @@ Result<bool> removeRecentDocuments(const std::string& directory, TracedItems& it
     const std::string home = homeDirectory();
     bool anyRemoved = false;
     std::optional<Error> trouble;
-    for (const std::string& file : desktopFilesIn(directory)) {
+    for (const std::string& name : entryNamesIn(directory)) {
+        const std::string file = joinPath(directory, name);
+        if (!name.ends_with(".desktop"))
+            continue;
         const auto text = readWholeFile(file, maximumSize);
         const auto path = text ? pathOfRecentDocument(*text, home) : std::nullopt;
         if (!path || !items.contains(*path))

@@ -1,8 +1,8 @@
 #include "worker/traces/Thumbnails.h"
 
-#include "core/base/CHandles.h"
 #include "core/base/PathText.h"
 #include "core/environment/TracePlaces.h"
+#include "core/filesystem/Directories.h"
 #include "core/filesystem/DirectoryWalker.h"
 #include "core/names/BaseCloakLogic.h"
 #include "core/names/HiddenName.h"
@@ -19,27 +19,13 @@
 namespace veilkeep {
 namespace {
 
-std::vector<std::string> namesIn(const std::string& directory) {
-    std::vector<std::string> names;
-    const DirectoryStream stream(::opendir(directory.c_str()));
-    while (const dirent* entry = stream ? ::readdir(stream.get()) : nullptr)
-        if (entry->d_name[0] != '.')
-            names.emplace_back(entry->d_name);
-    return names;
-}
-
 // All thumbnails by name. Reading the directories once is cheaper than asking for each name that could be
 // there. After that, any thread.
 class ThumbnailNames {
 public:
-    explicit ThumbnailNames(const std::string& thumbnails) {
-        for (const char* size : thumbnailSizes)
-            m_directories.push_back(joinPath(thumbnails, size));
-        const std::string failures = joinPath(thumbnails, "fail");
-        for (const std::string& program : namesIn(failures))
-            m_directories.push_back(joinPath(failures, program));
+    explicit ThumbnailNames(const std::string& thumbnails) : m_directories(thumbnailDirectories(thumbnails)) {
         for (const std::string& directory : m_directories)
-            for (std::string& name : namesIn(directory))
+            for (std::string& name : entryNamesIn(directory))
                 m_names.insert(std::move(name));
     }
 
