@@ -1,6 +1,6 @@
 #include "worker/RereadNotice.h"
 
-#include "core/environment/TracePlaces.h"
+#include "core/environment/SessionBus.h"
 #include "core/log/Log.h"
 #include "core/process/ChildProcess.h"
 

@@ -1,6 +1,7 @@
 #include "worker/TraceLook.h"
 
 #include "core/base/PathText.h"
+#include "core/environment/SessionBus.h"
 #include "core/environment/TracePlaces.h"
 #include "core/filesystem/Directories.h"
 #include "core/names/TraceNames.h"
@@ -9,7 +10,6 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <iterator>
 #include <set>
 #include <vector>
 

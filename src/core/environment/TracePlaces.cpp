@@ -4,9 +4,6 @@
 #include "core/environment/XdgDirectories.h"
 #include "core/filesystem/Directories.h"
 
-#include <unistd.h>
-
-#include <cstdlib>
 #include <string_view>
 
 namespace veilkeep {
@@ -29,14 +26,6 @@ std::vector<std::string> thumbnailDirectories(const std::string& thumbnails) {
     for (const std::string& program : entryNamesIn(failures))
         directories.push_back(joinPath(failures, program));
     return directories;
-}
-
-std::string sessionBusAddress() {
-    if (const char* address = std::getenv("DBUS_SESSION_BUS_ADDRESS"); address && *address)
-        return address;
-    const std::string runtime = XdgDirectories::current().runtimeDir;
-    const std::string socket = joinPath(runtime, "bus");
-    return !runtime.empty() && ::access(socket.c_str(), F_OK) == 0 ? "unix:path=" + socket : std::string();
 }
 
 } // namespace veilkeep

@@ -19,7 +19,4 @@ struct TracePlaces {
 // program.
 std::vector<std::string> thumbnailDirectories(const std::string& thumbnails);
 
-// Where the user's message bus listens; empty where there is none.
-std::string sessionBusAddress();
-
 } // namespace veilkeep

@@ -1,5 +1,6 @@
 // cloakTraces: removes what other programs remember of items that were hidden.
 
+#include "core/environment/SessionBus.h"
 #include "core/environment/TracePlaces.h"
 #include "core/log/Log.h"
 #include "worker/traces/ActivityStatistics.h"

@@ -1,0 +1,10 @@
+#pragma once
+
+#include <string>
+
+namespace veilkeep {
+
+// Where the user's message bus listens; empty where there is none.
+std::string sessionBusAddress();
+
+} // namespace veilkeep
