@@ -4,79 +4,19 @@
 #include "core/base/SystemCall.h"
 #include "core/base/UniqueFd.h"
 #include "core/process/ChildWait.h"
+#include "core/process/SpawnSettings.h"
 
 #include <fcntl.h>
 #include <signal.h>
-#include <spawn.h>
 #include <sys/mman.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
-#include <initializer_list>
 #include <string_view>
 
 namespace veilkeep {
 namespace {
-
-constexpr const char* nullDevice = "/dev/null";
-constexpr int firstOtherDescriptor = 3;
-
-// The settings of one posix_spawn call; the first of them that failed is remembered.
-class SpawnSettings {
-public:
-    SpawnSettings() {
-        note(::posix_spawn_file_actions_init(&m_actions));
-        note(::posix_spawnattr_init(&m_attributes));
-    }
-    ~SpawnSettings() {
-        ::posix_spawn_file_actions_destroy(&m_actions);
-        ::posix_spawnattr_destroy(&m_attributes);
-    }
-    SpawnSettings(const SpawnSettings&) = delete;
-    SpawnSettings& operator=(const SpawnSettings&) = delete;
-
-    void openNullDevice(int descriptor) {
-        note(::posix_spawn_file_actions_addopen(&m_actions, descriptor, nullDevice, O_RDWR, 0));
-    }
-    void startIn(const std::string& directory) {
-        note(::posix_spawn_file_actions_addchdir_np(&m_actions, directory.c_str()));
-    }
-    void duplicate(int from, int to) { note(::posix_spawn_file_actions_adddup2(&m_actions, from, to)); }
-    void closeOthers() { note(::posix_spawn_file_actions_addclosefrom_np(&m_actions, firstOtherDescriptor)); }
-    void useCleanSignals(bool deferEndingSignals) {
-        const sigset_t blocked = deferEndingSignals ? setOf({SIGTERM, SIGHUP, SIGINT}) : setOf({});
-        const sigset_t restored = setOf({SIGPIPE, SIGTERM, SIGCHLD, SIGXFSZ});
-        note(::posix_spawnattr_setsigmask(&m_attributes, &blocked));
-        note(::posix_spawnattr_setsigdefault(&m_attributes, &restored));
-        note(::posix_spawnattr_setflags(&m_attributes, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF));
-    }
-
-    // 0 or an errno
-    int spawn(pid_t& child, const std::string& program, char* const* arguments, char* const* environment) {
-        if (m_failure != 0)
-            return m_failure;
-        return ::posix_spawn(&child, program.c_str(), &m_actions, &m_attributes, arguments, environment);
-    }
-
-private:
-    static sigset_t setOf(std::initializer_list<int> numbers) {
-        sigset_t set;
-        ::sigemptyset(&set);
-        for (const int number : numbers)
-            ::sigaddset(&set, number);
-        return set;
-    }
-
-    void note(int failure) {
-        if (m_failure == 0)
-            m_failure = failure;
-    }
-
-    posix_spawn_file_actions_t m_actions;
-    posix_spawnattr_t m_attributes;
-    int m_failure = 0;
-};
 
 struct Pipe {
     UniqueFd reader, writer;
@@ -84,8 +24,8 @@ struct Pipe {
 
 // Moves a descriptor that got a free number among 0 to 2 out of the way of what the child has there.
 bool keepAboveStandardStreams(UniqueFd& fd) {
-    if (fd.get() < firstOtherDescriptor)
-        fd = UniqueFd(::fcntl(fd.get(), F_DUPFD_CLOEXEC, firstOtherDescriptor));
+    if (fd.get() < SpawnSettings::firstOtherDescriptor)
+        fd = UniqueFd(::fcntl(fd.get(), F_DUPFD_CLOEXEC, SpawnSettings::firstOtherDescriptor));
     return static_cast<bool>(fd);
 }
 
@@ -153,15 +93,6 @@ std::vector<std::string> environmentFor(const ChildProcessOptions& options) {
     return environment;
 }
 
-// As exec wants it. The texts are not written to, and must outlive it.
-std::vector<char*> pointersTo(const std::vector<std::string>& texts) {
-    std::vector<char*> pointers;
-    for (const std::string& text : texts)
-        pointers.push_back(const_cast<char*>(text.c_str()));
-    pointers.push_back(nullptr);
-    return pointers;
-}
-
 Result<pid_t> spawn(const std::string& program, const std::vector<std::string>& arguments, int output,
                     const ChildProcessOptions& options) {
     const Result<UniqueFd> input = openInput(options.input);
@@ -183,13 +114,9 @@ Result<pid_t> spawn(const std::string& program, const std::vector<std::string>& 
         settings.startIn(options.directory);
     settings.useCleanSignals(options.deferEndingSignals);
 
-    std::vector<std::string> command = {program};
-    command.insert(command.end(), arguments.begin(), arguments.end());
     const std::vector<std::string> environment = environmentFor(options);
     pid_t child = -1;
-    if (const int failure =
-            settings.spawn(child, program, pointersTo(command).data(), pointersTo(environment).data());
-        failure != 0)
+    if (const int failure = settings.spawn(child, program, arguments, pointersTo(environment).data()))
         return Error::system("posix_spawn", program, failure);
     return child;
 }

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "core/base/Result.h"
+
+#include <string>
+#include <vector>
+
+namespace veilkeep {
+
+// Starts a program that nobody waits for, and that holds nothing which somebody may wait for: no descriptor
+// of this process, no working directory, no terminal. The system reaps it after this process has ended.
+Result<void> startDetachedProcess(const std::string& program, const std::vector<std::string>& arguments);
+
+} // namespace veilkeep
