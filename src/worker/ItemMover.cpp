@@ -1,16 +1,12 @@
 #include "worker/ItemMover.h"
 
 #include "core/base/PathText.h"
-#include "core/base/SystemCall.h"
 #include "core/names/BaseCloakLogic.h"
 #include "core/names/HiddenName.h"
 #include "worker/ExclusiveRename.h"
 #include "worker/FileAccessAs.h"
 #include "worker/ItemDirectories.h"
 #include "worker/NameKeeping.h"
-
-#include <fcntl.h>
-#include <sys/stat.h>
 
 #include <cerrno>
 
@@ -27,14 +23,6 @@ MoveAnswer failedWithErrno(int systemError) {
 bool namesAnItem(std::string_view path) {
     const std::string_view name = lastPathComponent(path);
     return path.starts_with('/') && name != "/" && name != "." && name != "..";
-}
-
-// 0 or errno.
-int lookAt(const Place& place) {
-    struct stat status = {};
-    const int looked = retryOnInterrupt(
-        [&] { return ::fstatat(place.directory, place.name.c_str(), &status, AT_SYMLINK_NOFOLLOW); });
-    return looked == 0 ? 0 : errno;
 }
 
 // The files that say what is protected are the user's: with administrator rights they are read with his.
@@ -85,7 +73,7 @@ Attempt hideInSpiteOfRivals(const Place& visible, const std::string& scrambled, 
     Attempt attempt;
     for (int count = 0; count < attempts; ++count) {
         attempt = moveIntoHiddenDirectory(visible, scrambled, askedBy);
-        if (attempt.error != ENOENT || lookAt(visible) != 0)
+        if (attempt.error != ENOENT || !statusOf(visible))
             break;
     }
     return attempt;
@@ -109,8 +97,8 @@ MoveAnswer hideItem(const std::string& path, const User* askedBy) {
     if (!parent)
         return failedWithErrno(errno);
     const Place visible{parent.get(), std::string(lastPathComponent(path))};
-    if (const int error = lookAt(visible))
-        return failedWithErrno(error);
+    if (!statusOf(visible))
+        return failedWithErrno(errno);
     if (const WorkerError reason = reasonNotToHide(path, visible, askedBy); reason != WorkerError::Success)
         return failed(reason);
 

@@ -1,11 +1,10 @@
 #include "worker/TraceCleaning.h"
 
 #include "core/environment/Bundle.h"
+#include "core/filesystem/ItemAtPath.h"
 #include "core/log/Log.h"
 #include "core/process/DetachedProcess.h"
 #include "worker/TraceLook.h"
-
-#include <sys/stat.h>
 
 #include <cstdlib>
 #include <string_view>
@@ -23,15 +22,10 @@ bool cleaningIsWanted() {
     return !variableIs("VEILKEEP_NOBODY_THERE", "1") && !variableIs("VEILKEEP_CLEAN_RECENT_ITEMS", "0");
 }
 
-bool isDirectory(const std::string& path) {
-    struct stat status = {};
-    return ::lstat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
-}
-
 } // namespace
 
 void haveTracesCleaned(const std::string& visiblePath, const std::string& hiddenPath) {
-    if (!cleaningIsWanted() || !mayHaveTraces(visiblePath, isDirectory(hiddenPath)))
+    if (!cleaningIsWanted() || !mayHaveTraces(visiblePath, isDirectoryAt(hiddenPath)))
         return;
     const std::string program = bundledProgramPath(applicationBundlePath(), "cloakTraces");
     if (const auto started = startDetachedProcess(program, {visiblePath}); !started)

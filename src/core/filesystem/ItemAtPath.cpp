@@ -37,4 +37,9 @@ bool itemExistsAt(const std::string& path) {
     return errno == ENAMETOOLONG && openItemAt(item);
 }
 
+bool isDirectoryAt(const std::string& path) {
+    struct stat status = {};
+    return ::lstat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+}
+
 } // namespace veilkeep

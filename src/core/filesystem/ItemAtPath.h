@@ -13,4 +13,7 @@ UniqueFd openItemAt(const std::string& path);
 // Whether there is anything at the path; a link counts wherever it leads. False where it cannot be looked at.
 bool itemExistsAt(const std::string& path);
 
+// Whether it is a directory itself, no link to one.
+bool isDirectoryAt(const std::string& path);
+
 } // namespace veilkeep

@@ -1,6 +1,7 @@
 #include "core/tracking/HiddenItemScan.h"
 
 #include "core/base/PathText.h"
+#include "core/filesystem/ItemAtPath.h"
 #include "core/filesystem/MoveLeftover.h"
 #include "core/filesystem/ResolvedPath.h"
 #include "core/names/HiddenName.h"
@@ -46,7 +47,7 @@ public:
 
     void visit(OpenDirectory& directory) override {
         if (directory.name() == hiddenDirectoryName)
-            return visitIndex(directory);
+            return visitHiddenDirectory(directory);
         while (const DirectoryEntry* entry = directory.next())
             if (entry->type == DT_DIR)
                 directory.descend();
@@ -67,7 +68,7 @@ public:
 private:
     // The same directory may be met again: through another mount, or moved meanwhile. What lies below it is
     // looked through again even so, because the first time may have lost it on the way.
-    void visitIndex(OpenDirectory& directory) {
+    void visitHiddenDirectory(OpenDirectory& directory) {
         const bool isNew = isMetFirst(identityOf(directory.descriptor()));
         const std::string path = isNew ? fullPath(directory.path()) : std::string();
         while (const DirectoryEntry* entry = directory.next()) {
@@ -101,14 +102,9 @@ private:
     int m_rootTrouble = 0;
 };
 
-bool isRealDirectory(const std::string& path) {
-    struct stat status = {};
-    return ::lstat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
-}
-
 // As the caller spells it, unless that hides that the directory is a ".SYS_INDEX" ("." or a link).
 std::string spellingFor(const std::string& directory) {
-    if (lastPathComponent(directory) == hiddenDirectoryName && isRealDirectory(directory))
+    if (lastPathComponent(directory) == hiddenDirectoryName && isDirectoryAt(directory))
         return directory;
     const auto real = realPath(directory);
     return real && lastPathComponent(*real) == hiddenDirectoryName ? *real : directory;
