@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tests/platform/linux/BackgroundProgram.h"
+#include "tests/support/BackgroundProgram.h"
 #include "tests/support/ScratchTree.h"
 
 #include <memory>

@@ -1,51 +1,20 @@
 #include "worker/traces/ActivityStatistics.h"
 
 #include "core/base/UniqueFd.h"
+#include "tests/support/BackgroundProgram.h"
 #include "tests/support/ScratchTree.h"
-#include "tests/support/WaitUntil.h"
 
 #include <gio/gio.h>
 #include <gtest/gtest.h>
 
-#include <signal.h>
 #include <sys/socket.h>
 #include <sys/un.h>
-#include <sys/wait.h>
 #include <unistd.h>
-
-#include <array>
 
 namespace veilkeep::test {
 namespace {
 
 constexpr const char* daemon = "/usr/bin/dbus-daemon";
-
-// A message bus of the test's own.
-class PrivateBus {
-public:
-    explicit PrivateBus(const ScratchTree& tree) : m_socket(tree.path("bus")) {
-        m_process = ::fork();
-        if (m_process == 0) {
-            ::execl(daemon, daemon, "--session", "--nofork", ("--address=" + address()).c_str(), nullptr);
-            ::_exit(1);
-        }
-    }
-    ~PrivateBus() {
-        ::kill(m_process, SIGTERM);
-        ::waitpid(m_process, nullptr, 0);
-    }
-    PrivateBus(const PrivateBus&) = delete;
-    PrivateBus& operator=(const PrivateBus&) = delete;
-
-    std::string address() const { return "unix:path=" + m_socket; }
-    bool isUp() const {
-        return waitUntil([&] { return exists(m_socket); });
-    }
-
-private:
-    std::string m_socket;
-    pid_t m_process = -1;
-};
 
 // Stands in for the activity manager and notes what it is told to forget. Lives on a thread of GDBus.
 class FakeActivityManager {
@@ -96,16 +65,18 @@ TEST(ActivityStatistics, TheRunningManagerIsToldOfItemsAndWhatLiesBelow) {
     const ScratchTree tree;
     if (::access(daemon, X_OK) != 0)
         GTEST_SKIP() << daemon << " is missing";
-    const PrivateBus bus(tree);
-    ASSERT_TRUE(bus.isUp());
+    BackgroundProgram bus(
+        {daemon, "--session", "--nofork", "--print-address", "--address=unix:path=" + tree.path("bus")});
+    const std::string address = bus.readLine();
+    ASSERT_FALSE(address.empty());
     tree.makeFile("d/.SYS_INDEX/b*a\\_%'", "");
     tree.makeDirectory("d/.SYS_INDEX/rid");
     tree.makeFile("d/.SYS_INDEX/\xff", "");
     const TracedItems items({tree.path("d/'%_\\a*b"), tree.path("d/dir"), tree.path("d/\xff")});
-    EXPECT_TRUE(removeActivityStatistics(bus.address(), items)); // nobody there, nobody started
+    EXPECT_TRUE(removeActivityStatistics(address, items)); // nobody there, nobody started
 
-    FakeActivityManager manager(bus.address());
-    EXPECT_TRUE(removeActivityStatistics(bus.address(), items));
+    FakeActivityManager manager(address);
+    EXPECT_TRUE(removeActivityStatistics(address, items));
     const std::string call = "/ActivityManager/Resources/Scoring "
                              "org.kde.ActivityManager.ResourcesScoring.DeleteStatsForResource :any :any ";
     EXPECT_EQ(manager.told,

@@ -1,4 +1,4 @@
-#include "tests/platform/linux/BackgroundProgram.h"
+#include "tests/support/BackgroundProgram.h"
 
 #include <fcntl.h>
 #include <signal.h>
