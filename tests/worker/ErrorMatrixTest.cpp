@@ -1,3 +1,4 @@
+#include "tests/worker/TracedCall.h"
 #include "tests/worker/WorkerFixture.h"
 
 #include "core/protocol/WorkerError.h"
@@ -7,7 +8,6 @@
 #include <filesystem>
 #include <map>
 #include <set>
-#include <sstream>
 
 namespace veilkeep::test {
 namespace {
@@ -44,29 +44,8 @@ const World worlds[] = {
     {"Placeholders", {"renameat2:error=EINVAL", "linkat:error=EPERM"}, "renameat2,linkat,", {false}},
 };
 
-struct Occurrence {
-    std::string call;
-    int number = 0; // of the call of that name, from the process' start
-
-    std::string injection(const Fault& fault) const {
-        return call + ":error=" + fault.name + ":when=" + std::to_string(number);
-    }
-};
-
-// Each call of a good run from main() on, which begins with looking at the standard streams. What comes
-// before is the C library's and the loader's.
-std::vector<Occurrence> occurrencesIn(const std::string& trace) {
-    std::vector<Occurrence> found;
-    std::map<std::string, int> counts;
-    bool inMain = false;
-    std::istringstream lines(trace);
-    for (std::string process, line; lines >> process && std::getline(lines >> std::ws, line);) {
-        const std::string call = line.substr(0, line.find('('));
-        inMain = inMain || line.starts_with("fcntl(0, F_GETFD");
-        if (const int number = ++counts[call]; inMain && call != "fcntl" && line.find('(') != line.npos)
-            found.push_back({call, number});
-    }
-    return found;
+std::string injectionOf(const Fault& fault, const TracedCall& call) {
+    return call.name + ":error=" + fault.name + ":when=" + std::to_string(call.number);
 }
 
 struct Scenario {
@@ -133,7 +112,7 @@ protected:
         EXPECT_TRUE(atHiddenDirectory || run.output == "Error: " + std::to_string(number)) << run.output;
     }
 
-    void expectMoved(const ProgramRun& run, const Occurrence& failed) {
+    void expectMoved(const ProgramRun& run, const TracedCall& failed) {
         EXPECT_EQ(run.exitStatus, 1);
         EXPECT_EQ(run.output, "NewFilename: " + newPlace());
         EXPECT_EQ(snapshotOf(newPlace()), m_item);
@@ -142,7 +121,7 @@ protected:
             hidden.insert("neighbour");
         (m_scenario.hides ? hidden : names).emplace(lastPathComponent(newPlace()));
         EXPECT_EQ(hiddenNames(), hidden);
-        if (!hidden.empty() || (failed.call == "unlinkat" && exists(m_index)))
+        if (!hidden.empty() || (failed.name == "unlinkat" && exists(m_index)))
             names.insert(".SYS_INDEX"); // an empty one that could not be removed does no harm
         EXPECT_EQ(visibleNames(), names);
     }
@@ -152,20 +131,20 @@ protected:
         m_tree.makeFile("home/.local/share/recently-used.xbel", "of another item");
         setUp();
         expectMoved(runTraced("fcntl," + std::string(fileCalls), world.injections, log), {});
-        const std::vector<Occurrence> occurrences = occurrencesIn(readFile(log));
-        EXPECT_GE(occurrences.size(), 8u) << readFile(log);
+        const std::vector<TracedCall> calls = callsOfMain(readFile(log));
+        EXPECT_GE(calls.size(), 9u) << readFile(log);
         bool isOnOtherWay = world.calls.empty(); // up to there every way is the plain one
-        for (const Occurrence& occurrence : occurrences) {
-            isOnOtherWay = isOnOtherWay || world.fails(occurrence.call);
-            if (!isOnOtherWay || world.fails(occurrence.call))
+        for (const TracedCall& call : calls) {
+            isOnOtherWay = isOnOtherWay || world.fails(call.name);
+            if (!isOnOtherWay || world.fails(call.name) || call.name == "fcntl")
                 continue;
             for (const Fault& fault : faults) {
-                SCOPED_TRACE(occurrence.injection(fault));
+                SCOPED_TRACE(injectionOf(fault, call));
                 setUp();
                 std::vector<std::string> injections = world.injections;
-                injections.push_back(occurrence.injection(fault));
-                const ProgramRun run = runTraced(world.calls + occurrence.call, injections, "/dev/null");
-                run.exitStatus == 1 ? expectMoved(run, occurrence) : expectUntouched(run, fault);
+                injections.push_back(injectionOf(fault, call));
+                const ProgramRun run = runTraced(world.calls + call.name, injections, "/dev/null");
+                run.exitStatus == 1 ? expectMoved(run, call) : expectUntouched(run, fault);
             }
         }
     }

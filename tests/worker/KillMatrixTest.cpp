@@ -1,4 +1,5 @@
 #include "tests/support/FailingCall.h"
+#include "tests/worker/TracedCall.h"
 #include "tests/worker/WorkerFixture.h"
 
 #include "core/records/File.h"
@@ -15,33 +16,9 @@
 #include <functional>
 #include <map>
 #include <span>
-#include <sstream>
 
 namespace veilkeep::test {
 namespace {
-
-struct Call {
-    std::string name;
-    int number = 0; // of the calls of that name
-};
-
-// The calls of a traced program from the first one that main() makes.
-std::vector<Call> callsIn(const std::string& trace) {
-    std::vector<Call> calls;
-    std::map<std::string, int> counts;
-    bool inMain = false;
-    std::istringstream lines(trace);
-    for (std::string line; std::getline(lines, line);) {
-        const std::string name = line.substr(0, line.find('('));
-        if (name.size() == line.size())
-            continue; // how it ended
-        inMain = inMain || line.starts_with("fcntl(0, F_GETFD");
-        const int number = ++counts[name];
-        if (inMain)
-            calls.push_back({name, number});
-    }
-    return calls;
-}
 
 // Sanitizers make each start slow and look at code, which links and long names share with files.
 #ifdef __SANITIZE_ADDRESS__
@@ -106,7 +83,7 @@ private:
         const std::string trace = m_tree.path("trace");
         putAt(path);
         ASSERT_EQ(runTraced({"-o", trace}, operation, path).exitStatus, 1);
-        for (const Call& call : callsIn(readFile(trace))) {
+        for (const TracedCall& call : callsOfMain(readFile(trace))) {
             SCOPED_TRACE(operation + " killed at " + call.name + " " + std::to_string(call.number));
             putAt(path);
             const ProgramRun run =

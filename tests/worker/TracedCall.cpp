@@ -1,0 +1,26 @@
+#include "tests/worker/TracedCall.h"
+
+#include <map>
+#include <sstream>
+
+namespace veilkeep::test {
+
+std::vector<TracedCall> callsOfMain(const std::string& trace) {
+    std::vector<TracedCall> calls;
+    std::map<std::string, int> counts;
+    bool inMain = false;
+    std::istringstream lines(trace);
+    for (std::string line; std::getline(lines, line);) {
+        line.erase(0, line.find_first_not_of("0123456789 ")); // the process, where strace tells it
+        const std::string name = line.substr(0, line.find('('));
+        if (name.size() == line.size())
+            continue; // how it ended
+        inMain = inMain || line.starts_with("fcntl(0, F_GETFD");
+        const int number = ++counts[name];
+        if (inMain)
+            calls.push_back({name, number});
+    }
+    return calls;
+}
+
+} // namespace veilkeep::test
