@@ -147,7 +147,6 @@ TEST(ChildProcess, GivesTheChildNothingButItsStreams) {
         ::close(fd);
 }
 
-// Each of the parent's own streams may be closed, or stand for some other file of the parent's.
 TEST(ChildProcess, GivesTheChildItsInputDirectoryAndVariables) {
     const std::string input(300'000, 'i'); // more than a pipe holds
     struct Script {
@@ -180,6 +179,7 @@ TEST(ChildProcess, GivesTheChildItsInputDirectoryAndVariables) {
     EXPECT_EQ(runChildProcess("/bin/true", {}, nowhere).error.systemError, ENOENT);
 }
 
+// Each of the parent's own streams may be closed, or stand for some other file of the parent's.
 TEST(ChildProcess, KeepsStreamsApartWhenThoseOfTheParentAreClosed) {
     int kept[3];
     for (int stream = 0; stream < 3; ++stream)
