@@ -4,6 +4,7 @@
 #include "core/base/SystemCall.h"
 #include "core/filesystem/Directories.h"
 #include "core/names/HiddenName.h"
+#include "worker/AccessList.h"
 #include "worker/FileAccessAs.h"
 
 #include <fcntl.h>
@@ -70,13 +71,13 @@ int makeWithMode(int parent, mode_t mode) {
 
 // The parent's group, and only with it that group's rights. Where the maker is not in that group, it stays as
 // made.
-void takeGroupOfParent(int parent, const struct stat& status) {
+void takeGroupOfParent(int parent, gid_t group, mode_t mode) {
     constexpr uid_t unchangedOwner = ~uid_t{0};
     const UniqueFd made(retryOnInterrupt([&] {
         return ::openat(parent, hiddenName().c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
     }));
-    if (made && ::fchown(made.get(), unchangedOwner, status.st_gid) == 0) [[maybe_unused]]
-        const int moded = ::fchmod(made.get(), status.st_mode & 07777);
+    if (made && ::fchown(made.get(), unchangedOwner, group) == 0) [[maybe_unused]]
+        const int moded = ::fchmod(made.get(), mode);
 }
 
 // For everybody who may use its parent: with its mode, and as root with its owner. Both from the first
@@ -87,16 +88,16 @@ int makeHiddenDirectory(int parent) {
         return errno;
     constexpr mode_t rightsOfGroup = S_IRWXG;
     const bool anotherGroup = givesAnotherGroup(status);
-    mode_t mode = status.st_mode & 07777;
-    if (anotherGroup)
-        mode &= ~rightsOfGroup | (mode & S_IRWXO) << 3;
+    const mode_t mode =
+        07777 & (givesAccessList(parent) ? status.st_mode : modeWithoutAccessList(parent, status.st_mode));
+    const mode_t firstMode = anotherGroup ? mode & (~rightsOfGroup | (mode & S_IRWXO) << 3) : mode;
     int error = 0;
     {
         const FileAccessAs owner(status.st_uid, status.st_gid, FileAccessAs::Rights::StillRoots);
-        error = makeWithMode(parent, mode);
+        error = makeWithMode(parent, firstMode);
     }
     if (error == 0 && anotherGroup)
-        takeGroupOfParent(parent, status);
+        takeGroupOfParent(parent, status.st_gid, mode);
     return error;
 }
 
@@ -110,7 +111,9 @@ int distrust(int hidden, int parent, const User& askedBy) {
     constexpr mode_t open = S_IROTH | S_IXOTH;
     const bool roots = own.st_uid == 0 && (own.st_mode & open) == open;
     const bool ownedWell = roots || own.st_uid == above.st_uid || own.st_uid == askedBy.id;
-    const bool forMore = (own.st_mode & writable & ~above.st_mode) != 0;
+    const mode_t forGroup = modeWithoutAccessList(hidden, own.st_mode) & S_IWGRP;
+    const mode_t forGroupAbove = modeWithoutAccessList(parent, above.st_mode) & S_IWGRP;
+    const bool forMore = (own.st_mode & writable & ~above.st_mode) != 0 || (forGroup & ~forGroupAbove) != 0;
     const bool forAnotherGroup =
         (own.st_mode & S_IWGRP) != 0 && own.st_gid != above.st_gid && (above.st_mode & S_IWOTH) == 0;
     const bool lessSticky = (own.st_mode & writable) != 0 && (above.st_mode & ~own.st_mode & S_ISVTX) != 0;

@@ -68,6 +68,35 @@ TEST_F(AdministratorTest, MakesNothingForMoreThanTheParentIsFor) {
     EXPECT_FALSE(exists(m_inProgressFolder)) << "what was told needs no record";
 }
 
+// What the mode says of the group is then what another user in the list may do.
+TEST_F(AdministratorTest, MakesNothingForMoreThanAnAccessListAllows) {
+    struct Row {
+        const char* list;
+        mode_t mode; // with the group's rights alone
+    };
+    const Row rows[] = {{"u:2:rwx", 0755}, {"g::-,u:2:rwx", 0705}, {"g::rwx,u:2:rwx,m::rwx", 0775}};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.list);
+        const std::string path = m_tree.makeFile(std::string("t/") + row.list + "/a.txt");
+        const std::string parent(parentPath(path)), index = hiddenDirectoryBeside(path);
+        give(parent, 1, 0755);
+        if (runProgram({"/usr/bin/setfacl", "-m", row.list, parent}).exitStatus != 0)
+            GTEST_SKIP() << "no access lists can be set here";
+        expectHidden(administrate("-hide", path), path);
+        struct stat made = {};
+        ASSERT_EQ(::stat(index.c_str(), &made), 0);
+        EXPECT_EQ(made.st_mode & 07777, row.mode);
+
+        // One that was made for what the mode says is not trusted.
+        ASSERT_EQ(::chmod(index.c_str(), 0775), 0);
+        const ProgramRun back = administrate("-unhide", hiddenPathOf(path));
+        if (row.mode == 0775)
+            EXPECT_EQ(back.output, "NewFilename: " + path);
+        else
+            expectRefused(back, 5, hiddenPathOf(path));
+    }
+}
+
 TEST_F(AdministratorTest, InputOfAnotherForm) {
     const std::string request = requestFor(m_path), folder = m_inProgressFolder + '\0';
     const std::string rows[] = {
