@@ -120,6 +120,17 @@ int distrust(int hidden, int parent, const User& askedBy) {
     return ownedWell && !forMore && !forAnotherGroup && !lessSticky ? 0 : ENOTDIR;
 }
 
+// In a sticky directory nobody but its owner can take away what belongs to another. In a ".SYS_INDEX" that
+// any other user has made there, or made sticky no more, he could. 0 or errno.
+int losesProtection(int hidden, int parent) {
+    struct stat own = {}, above = {};
+    if (!look(hidden, own) || !look(parent, above))
+        return errno;
+    const bool isStrangers = own.st_uid != 0 && own.st_uid != above.st_uid && own.st_uid != ::geteuid();
+    const bool isOpen = (own.st_mode & (S_IWGRP | S_IWOTH)) != 0 && (own.st_mode & S_ISVTX) == 0;
+    return (above.st_mode & S_ISVTX) != 0 && (isStrangers || isOpen) ? ENOTDIR : 0;
+}
+
 // Nothing can be moved out of it, and a ".SYS_INDEX" made in it could not be taken away again.
 bool takesNewEntriesOnly(int directory) {
     struct statx status = {};
@@ -155,6 +166,8 @@ bool isHiddenDirectory(int directory) {
 
 HiddenDirectory openOrMakeHiddenDirectory(int parent, const User* askedBy) {
     HiddenDirectory hidden = openHiddenDirectory(parent, askedBy);
+    if (hidden.error == 0 && !askedBy)
+        hidden.error = losesProtection(hidden.fd.get(), parent);
     if (hidden.error != ENOENT)
         return hidden;
     const int error = takesNewEntriesOnly(parent) ? EPERM : makeHiddenDirectory(parent);
@@ -164,6 +177,8 @@ HiddenDirectory openOrMakeHiddenDirectory(int parent, const User* askedBy) {
     }
     hidden = openHiddenDirectory(parent, askedBy);
     hidden.made = error == 0;
+    if (hidden.error == 0 && !askedBy)
+        hidden.error = losesProtection(hidden.fd.get(), parent);
     return hidden;
 }
 

@@ -27,7 +27,8 @@ HiddenDirectory openHiddenDirectory(int parent, const User* askedBy);
 // reached.
 bool isHiddenDirectory(int directory);
 
-// Makes it where it is missing: with the parent's mode, and as root with the parent's owner.
+// Makes it where it is missing: with the parent's mode, and as root with the parent's owner. One in which
+// others could take away what the parent, being sticky, keeps from them is refused with ENOTDIR.
 HiddenDirectory openOrMakeHiddenDirectory(int parent, const User* askedBy);
 
 // Takes it away when it is empty.

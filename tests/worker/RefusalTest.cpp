@@ -147,6 +147,39 @@ TEST_F(RefusalTest, RightsOfAnOrdinaryUser) {
     }
 }
 
+// In a sticky directory others may not take an item away, and no more may they when it is hidden.
+TEST_F(RefusalTest, StickyDirectory) {
+    if (!isRoot())
+        GTEST_SKIP() << "needs root to make items of several owners";
+    struct Row {
+        unsigned int owner, mode;
+        bool taken;
+    };
+    constexpr unsigned int parentsOwner = 3, stranger = 1;
+    const Row rows[] = {{ordinaryUser, 01777, true}, {0, 01777, true},        {parentsOwner, 01777, true},
+                        {stranger, 01777, false},    {stranger, 0777, false}, {parentsOwner, 0777, false},
+                        {ordinaryUser, 0777, false}, {0, 0777, false}};
+    const RunOptions user{ordinaryUser, {}, {}};
+    const std::string path = m_tree.makeFile("t/a.txt"), index = hiddenDirectoryBeside(path);
+    ASSERT_EQ(::chown(path.c_str(), ordinaryUser, ordinaryUser), 0);
+    ASSERT_EQ(::chown(m_tree.path("t").c_str(), parentsOwner, parentsOwner), 0);
+    ASSERT_EQ(::chmod(m_tree.path("t").c_str(), 01777), 0);
+    for (const Row& row : rows) {
+        SCOPED_TRACE(::testing::Message() << row.owner << std::oct << " " << row.mode);
+        m_tree.makeFile("t/.SYS_INDEX/other"); // keeps it there
+        ASSERT_EQ(::chown(index.c_str(), row.owner, row.owner), 0);
+        ASSERT_EQ(::chmod(index.c_str(), row.mode), 0);
+        if (!row.taken) {
+            expectRefused("-hide", path, 5, user);
+            continue;
+        }
+        expectHidden(work("-hide", path, user), path);
+        ASSERT_EQ(::chown(index.c_str(), stranger, stranger), 0);
+        ASSERT_EQ(::chmod(index.c_str(), 0777), 0);
+        EXPECT_EQ(work("-unhide", hiddenPathOf(path), user).output, "NewFilename: " + path);
+    }
+}
+
 bool setAppendOnly(const std::string& directory, bool on) {
     const UniqueFd fd(::open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     int flags = 0;
