@@ -33,8 +33,12 @@ void removeName(const Place& place, int flags) {
     retryOnInterrupt([&] { return ::unlinkat(place.directory, place.name.c_str(), flags); });
 }
 
-// Renames over an empty file made for it. Whoever put something else there meanwhile keeps it.
-int renameOverPlaceholderFile(const Place& from, const Place& to) {
+// Whether a placeholder goes where its file system does not show it as one.
+enum class Unmarked { Goes, Refused };
+
+// Renames over an empty file made for it. Whoever put something else there meanwhile keeps it. EOPNOTSUPP: a
+// placeholder cannot be told from a file here.
+int renameOverPlaceholderFile(const Place& from, const Place& to, Unmarked unmarked = Unmarked::Goes) {
     UniqueFd placeholder(retryOnInterrupt([&] {
         return ::openat(to.directory, to.name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC,
                         0);
@@ -57,7 +61,7 @@ int renameOverPlaceholderFile(const Place& from, const Place& to) {
             return errno;
         return now && isSameItem(*now, made) && now->st_size == 0 ? 0 : EEXIST;
     };
-    int error = change();
+    int error = unmarked == Unmarked::Refused && !isPlaceholder(made) ? EOPNOTSUPP : change();
     if (error == 0)
         error = plainRename(from, to);
     if (error != 0 && change() == 0)
@@ -128,13 +132,22 @@ UniqueFd lockDirectory(int directory) {
     return lock;
 }
 
+// The visible name is open to all programs: what one saves over it between the steps must not be unlinked for
+// the item. Nobody but movers uses the hidden name, so the item is renamed to it, and linked to the visible.
+int moveFileInSteps(const Place& from, const Place& to, const struct stat& item, bool hides) {
+    const int error = hides ? renameOverPlaceholderFile(from, to, Unmarked::Refused) : EOPNOTSUPP;
+    const bool mayBeLinked = error == EOPNOTSUPP || error == ENOSPC || error == EDQUOT;
+    return mayBeLinked ? linkAndUnlink(from, to, item) : error;
+}
+
 // Under the lock no other mover is between its steps: what looks like a leftover is one.
-int moveInSteps(const Place& from, const Place& to, const struct stat& item) {
+int moveInSteps(const Place& from, const Place& to, const struct stat& item, bool hides) {
     if (leftoverAt(from, to) == MoveLeftover::SecondName)
         return removeLeftover(from, MoveLeftover::SecondName);
     if (removeLeftover(to, leftoverAt(to, from)) != 0)
         return EEXIST;
-    return S_ISDIR(item.st_mode) ? renameOverPlaceholderDirectory(from, to) : linkAndUnlink(from, to, item);
+    return S_ISDIR(item.st_mode) ? renameOverPlaceholderDirectory(from, to)
+                                 : moveFileInSteps(from, to, item, hides);
 }
 
 int lockAndMoveInSteps(const Place& from, const Place& to, int hiddenDirectory) {
@@ -142,7 +155,7 @@ int lockAndMoveInSteps(const Place& from, const Place& to, int hiddenDirectory) 
     if (!lock)
         return errno;
     const auto item = statusOf(from);
-    return item ? moveInSteps(from, to, *item) : errno;
+    return item ? moveInSteps(from, to, *item, to.directory == hiddenDirectory) : errno;
 }
 
 // What is in the way is told first, before a file system is asked whether it can rename without replacing.

@@ -140,45 +140,79 @@ TEST_F(FallbackTest, FinishesMovesThatWereCutOff) {
 // Somebody saves a file of his own over the item's new name before its old one is taken away.
 TEST_F(FallbackTest, LeavesWhatIsPutInTheLinksPlace) {
     const std::string path = m_tree.makeFile("t/item.txt", "content"), own = m_tree.makeFile("own", "his");
-    m_tree.makeDirectory("t/.SYS_INDEX");
+    expectHidden(work("-hide", path), path);
     ProgramRun run;
     std::thread worker([&] {
-        run = workInjected({"renameat2:error=EINVAL", "linkat:delay_exit=2000000"}, "-hide", path);
+        run = workInjected({"renameat2:error=EINVAL", "linkat:delay_exit=2000000"}, "-unhide",
+                           hiddenPathOf(path));
     });
-    const bool isLinked = waitUntil([&] { return exists(hiddenPathOf(path)); });
+    const bool isLinked = waitUntil([&] { return exists(path); });
     EXPECT_TRUE(isLinked);
-    EXPECT_EQ(::rename(own.c_str(), hiddenPathOf(path).c_str()), 0);
+    EXPECT_EQ(::rename(own.c_str(), path.c_str()), 0);
     worker.join();
     expectError(run, 6);
-    EXPECT_EQ(readFile(path), "content");
-    EXPECT_EQ(readFile(hiddenPathOf(path)), "his");
+    EXPECT_EQ(readFile(hiddenPathOf(path)), "content");
+    EXPECT_EQ(readFile(path), "his");
+}
+
+// An editor saves by replacing at any step of the hide.
+TEST_F(FallbackTest, KeepsWhatIsSavedMeanwhile) {
+    const std::string path = m_tree.path("t/item.txt"), hidden = hiddenPathOf(path);
+    for (const char* const step : {"openat:delay_exit", "renameat:delay_enter", "renameat:delay_exit",
+                                   "linkat:delay_exit", "unlinkat:delay_enter"}) {
+        SCOPED_TRACE(step);
+        m_tree.makeFile("t/item.txt", "content");
+        m_tree.makeDirectory("t/.SYS_INDEX");
+        const std::string saved = m_tree.makeFile("saved", "new content");
+        ProgramRun run;
+        std::thread worker([&] {
+            run = workInjected({"renameat2:error=EINVAL", std::string(step) + "=300000"}, "-hide", path);
+        });
+        EXPECT_TRUE(waitUntil([&] { return exists(hidden); }));
+        EXPECT_EQ(::rename(saved.c_str(), path.c_str()), 0);
+        worker.join();
+        expectHidden(run, path);
+        EXPECT_TRUE((exists(path) && readFile(path) == "new content") || readFile(hidden) == "new content");
+        ASSERT_EQ(runProgram({"/bin/rm", "-r", m_tree.path("t")}).exitStatus, 0);
+    }
 }
 
 // Each step fails in turn: the item is where it was and nothing made on the way is left.
 TEST_F(FallbackTest, FailedStepsAreTakenBack) {
     struct Row {
+        const char* operation;
         std::size_t kind; // file or folder
         std::vector<std::string> injections;
         int number;
     };
     const Row rows[] = {
-        {0, {"linkat:error=ENOSPC"}, 10},         {0, {"unlinkat:error=EACCES:when=1"}, 3},
-        {0, {"flock:error=ENOLCK"}, 1},           {0, {"linkat:error=EPERM", "renameat:error=EIO"}, 13},
-        {2, {"renameat:error=EIO"}, 13},          {2, {"renameat:error=EACCES"}, 3},
-        {2, {"mkdirat:error=ENOSPC:when=2"}, 10},
+        {"-unhide", 0, {"linkat:error=ENOSPC"}, 10},
+        {"-unhide", 0, {"unlinkat:error=EACCES:when=1"}, 3},
+        {"-unhide", 0, {"linkat:error=EPERM", "renameat:error=EIO"}, 13},
+        {"-hide", 0, {"flock:error=ENOLCK"}, 1},
+        {"-hide", 0, {"renameat:error=EIO"}, 13},
+        {"-hide", 0, {"renameat:error=ENOSPC", "linkat:error=ENOSPC"}, 10},
+        {"-hide", 0, {"renameat:error=ENOSPC", "unlinkat:error=EACCES:when=2"}, 3},
+        {"-hide", 2, {"renameat:error=EIO"}, 13},
+        {"-hide", 2, {"renameat:error=EACCES"}, 3},
+        {"-hide", 2, {"mkdirat:error=ENOSPC:when=2"}, 10},
     };
     m_tree.makeDirectory("t");
     for (const Row& row : rows) {
-        SCOPED_TRACE(::testing::PrintToString(row.injections));
+        SCOPED_TRACE(row.operation + ::testing::PrintToString(row.injections));
         const std::string path = m_tree.path("t/item.txt");
         m_kinds[row.kind].make(path);
-        const auto before = snapshotOf(path);
+        const bool hides = row.operation == std::string_view("-hide");
+        if (!hides)
+            expectHidden(work("-hide", path), path);
+        const std::string place = hides ? path : hiddenPathOf(path);
+        const auto before = snapshotOf(place);
         std::vector<std::string> injections = {"renameat2:error=EINVAL"};
         injections.insert(injections.end(), row.injections.begin(), row.injections.end());
-        expectError(workInjected(injections, "-hide", path), row.number);
-        EXPECT_EQ(snapshotOf(path), before);
-        EXPECT_EQ(snapshotOf(m_tree.path("t")).size(), before.size() + 1) << "something was left behind";
-        ASSERT_EQ(runProgram({"/bin/rm", "-r", path}).exitStatus, 0);
+        expectError(workInjected(injections, row.operation, place), row.number);
+        EXPECT_EQ(snapshotOf(place), before);
+        EXPECT_EQ(snapshotOf(m_tree.path("t")).size(), before.size() + (hides ? 1 : 2)) << "more is left";
+        ASSERT_EQ(runProgram({"/bin/rm", "-r", hides ? place : hiddenDirectoryBeside(path)}).exitStatus, 0);
     }
 }
 
