@@ -126,6 +126,15 @@ TEST_F(AdministratorTest, InputOfAnotherForm) {
         expectRefused(runAsAdministrator(hide, input), 1, m_path);
     }
     expectRefused(runAsAdministrator(hide, request, [] { ::close(STDIN_FILENO); }), 1, m_path);
+    std::string longest; // clean, and of as many parts as can be
+    while (longest.size() + folder.size() + 3 <= RequestInput::maximumSize)
+        longest += "/a";
+    expectRefused(runAsAdministrator(hide, longest + '\0' + folder), 2, m_path);
+    const auto nobodyToTell = [] { ::close(STDOUT_FILENO); };
+    longest.resize(longest.size() - m_path.size());
+    const ProgramRun run = runAsAdministrator(hide, m_path + '\0' + longest + "/a" + '\0', nobodyToTell);
+    EXPECT_EQ(run.signal, 0);
+    EXPECT_TRUE(exists(hiddenPathOf(m_path)));
     EXPECT_EQ(namesIn(m_tree.path("of user")).size(), 0u);
 }
 

@@ -66,8 +66,12 @@ std::string cleanPath(std::string_view path) {
             kept.push_back(component);
     }
     std::string cleaned = absolute ? "/" : "";
-    for (const auto component : kept)
-        cleaned = joinPath(cleaned, component);
+    cleaned.reserve(path.size());
+    for (const auto component : kept) {
+        if (!cleaned.empty() && cleaned.back() != '/')
+            cleaned.push_back('/');
+        cleaned.append(component);
+    }
     return cleaned;
 }
 

@@ -29,6 +29,8 @@ UniqueFd openStep(int directory, const std::string& path, int flags) {
 Result<void> makeDirectories(const std::string& path, mode_t mode) {
     if (path.empty())
         return Error{ErrorCode::InvalidArgument, "mkdir", path, 0};
+    if (path.size() >= PATH_MAX) // nor could its parents be made, however many there are
+        return Error::system("mkdir", path, ENAMETOOLONG);
     if (isDirectory(path))
         return {};
     const std::string parent = directoryOf(path);
