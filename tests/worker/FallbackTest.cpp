@@ -177,44 +177,5 @@ TEST_F(FallbackTest, KeepsWhatIsSavedMeanwhile) {
     }
 }
 
-// Each step fails in turn: the item is where it was and nothing made on the way is left.
-TEST_F(FallbackTest, FailedStepsAreTakenBack) {
-    struct Row {
-        const char* operation;
-        std::size_t kind; // file or folder
-        std::vector<std::string> injections;
-        int number;
-    };
-    const Row rows[] = {
-        {"-unhide", 0, {"linkat:error=ENOSPC"}, 10},
-        {"-unhide", 0, {"unlinkat:error=EACCES:when=1"}, 3},
-        {"-unhide", 0, {"linkat:error=EPERM", "renameat:error=EIO"}, 13},
-        {"-hide", 0, {"flock:error=ENOLCK"}, 1},
-        {"-hide", 0, {"renameat:error=EIO"}, 13},
-        {"-hide", 0, {"renameat:error=ENOSPC", "linkat:error=ENOSPC"}, 10},
-        {"-hide", 0, {"renameat:error=ENOSPC", "unlinkat:error=EACCES:when=2"}, 3},
-        {"-hide", 2, {"renameat:error=EIO"}, 13},
-        {"-hide", 2, {"renameat:error=EACCES"}, 3},
-        {"-hide", 2, {"mkdirat:error=ENOSPC:when=2"}, 10},
-    };
-    m_tree.makeDirectory("t");
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.operation + ::testing::PrintToString(row.injections));
-        const std::string path = m_tree.path("t/item.txt");
-        m_kinds[row.kind].make(path);
-        const bool hides = row.operation == std::string_view("-hide");
-        if (!hides)
-            expectHidden(work("-hide", path), path);
-        const std::string place = hides ? path : hiddenPathOf(path);
-        const auto before = snapshotOf(place);
-        std::vector<std::string> injections = {"renameat2:error=EINVAL"};
-        injections.insert(injections.end(), row.injections.begin(), row.injections.end());
-        expectError(workInjected(injections, row.operation, place), row.number);
-        EXPECT_EQ(snapshotOf(place), before);
-        EXPECT_EQ(snapshotOf(m_tree.path("t")).size(), before.size() + (hides ? 1 : 2)) << "more is left";
-        ASSERT_EQ(runProgram({"/bin/rm", "-r", hides ? place : hiddenDirectoryBeside(path)}).exitStatus, 0);
-    }
-}
-
 } // namespace
 } // namespace veilkeep::test
