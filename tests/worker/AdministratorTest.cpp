@@ -1,6 +1,5 @@
 #include "tests/worker/AdministratorFixture.h"
 
-#include "core/protocol/InProgressFolder.h"
 #include "tests/support/PrivateMount.h"
 #include "worker/RequestInput.h"
 
@@ -283,21 +282,15 @@ TEST_F(AdministratorTest, NothingAroundItDoesHarm) {
 class AdministratorCutOffTest : public AdministratorTest {
 protected:
     void expectRecord(const std::string& currentPath, int action) {
-        const InProgressFolder folder(m_inProgressFolder);
-        const auto entries = folder.entries();
-        ASSERT_TRUE(entries.has_value() && entries->size() == 1);
-        const auto record = recordFromDictionary(folder.read(entries->front()).value_or({}));
-        ASSERT_TRUE(record.has_value());
-        EXPECT_EQ(record->currentPath, currentPath);
-        EXPECT_EQ(record->originalPath, m_path);
-        EXPECT_EQ(record->action, action);
         struct stat status = {};
-        ASSERT_EQ(::lstat(joinPath(m_inProgressFolder, entries->front()).c_str(), &status), 0);
-        EXPECT_EQ(status.st_uid, ordinaryUser);
-        EXPECT_EQ(status.st_mode & 07777, 0600u);
         ASSERT_EQ(::lstat(m_inProgressFolder.c_str(), &status), 0);
         EXPECT_EQ(status.st_uid, ordinaryUser);
-        ASSERT_TRUE(folder.remove(entries->front()).has_value());
+        for (const std::string& name : namesIn(m_inProgressFolder)) {
+            ASSERT_EQ(::lstat(joinPath(m_inProgressFolder, name).c_str(), &status), 0);
+            EXPECT_EQ(status.st_uid, ordinaryUser);
+            EXPECT_EQ(status.st_mode & 07777, 0600u);
+        }
+        expectOnlyRecord(m_inProgressFolder, {m_path, currentPath, 0, action});
     }
 };
 

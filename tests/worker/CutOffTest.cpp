@@ -1,7 +1,6 @@
 #include "tests/worker/WorkerFixture.h"
 
 #include "core/environment/XdgDirectories.h"
-#include "core/protocol/InProgressFolder.h"
 
 #include <fcntl.h>
 #include <signal.h>
@@ -21,19 +20,8 @@ protected:
     InProgressFolder m_folder{m_place};
 
     void expectRecord(const std::string& currentPath, int action) {
-        const auto entries = m_folder.entries();
-        ASSERT_TRUE(entries.has_value());
-        ASSERT_EQ(entries->size(), 1u);
-        const auto dictionary = m_folder.read(entries->front());
-        ASSERT_TRUE(dictionary.has_value());
-        const auto record = recordFromDictionary(*dictionary);
-        ASSERT_TRUE(record.has_value());
-        EXPECT_EQ(record->originalPath, m_path);
-        EXPECT_EQ(record->currentPath, currentPath);
-        EXPECT_EQ(record->errorCode, 0);
-        EXPECT_EQ(record->action, action);
+        expectOnlyRecord(m_place, {m_path, currentPath, 0, action});
         EXPECT_TRUE(exists(currentPath));
-        ASSERT_TRUE(m_folder.remove(entries->front()).has_value());
     }
 
     void closeReader() {

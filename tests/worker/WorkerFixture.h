@@ -2,6 +2,7 @@
 
 #include "core/base/PathText.h"
 #include "core/names/BaseCloakLogic.h"
+#include "core/protocol/InProgressFolder.h"
 #include "tests/support/ItemSnapshot.h"
 #include "tests/support/RunProgram.h"
 #include "tests/support/ScratchTree.h"
@@ -52,6 +53,17 @@ protected:
     void expectError(const ProgramRun& run, int number) {
         EXPECT_EQ(run.output, "Error: " + std::to_string(number));
         EXPECT_EQ(run.exitStatus, 0);
+    }
+
+    // Finds this record alone in the folder and takes it away.
+    static void expectOnlyRecord(const std::string& folderPath, const InProgressRecord& expected) {
+        const InProgressFolder folder(folderPath);
+        const auto entries = folder.entries();
+        ASSERT_TRUE(entries.has_value() && entries->size() == 1);
+        const auto dictionary = folder.read(entries->front());
+        ASSERT_TRUE(dictionary.has_value());
+        EXPECT_EQ(recordFromDictionary(*dictionary).value_or(InProgressRecord()), expected);
+        ASSERT_TRUE(folder.remove(entries->front()).has_value());
     }
 
     ScratchTree m_tree;
