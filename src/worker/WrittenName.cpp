@@ -47,7 +47,7 @@ std::size_t placeOf(std::string_view text, std::string_view part, std::size_t fr
                  : std::string_view::npos;
 }
 
-// Where the file has been replaced, cut or written to meanwhile it is looked at as it comes.
+// Each piece comes with the end of the one before it. Changes made meanwhile are read as they come.
 template <class Look>
 bool anyPieceOf(const std::string& path, Look look) {
     const UniqueFd file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK));

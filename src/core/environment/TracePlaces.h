@@ -5,7 +5,8 @@
 
 namespace veilkeep {
 
-// Where desktops keep what they remember of files. A place is empty where its base directory is.
+// Where desktops keep what they remember of files. A place is empty where the directory it lies below is not
+// known.
 struct TracePlaces {
     std::string recentlyUsed;     // the file of bookmarks that GTK and KDE programs share
     std::string recentDocuments;  // KDE: a desktop file for each document

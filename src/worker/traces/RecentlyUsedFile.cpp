@@ -55,9 +55,11 @@ Result<Look> lookAt(const std::string& target, TracedItems& items) {
 Result<bool> replace(const std::string& target, const Look& look) {
     const std::string directoryPath = directoryOf(target);
     const UniqueFd directory(::open(directoryPath.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    struct stat status = {};
-    if (!directory || ::stat(target.c_str(), &status) != 0)
+    if (!directory)
         return Error::system("open", directoryPath, errno);
+    struct stat status = {};
+    if (::stat(target.c_str(), &status) != 0)
+        return Error::system("stat", target, errno);
     TemporaryFile file(directory.get(), target);
     if (auto made = file.create(); !made)
         return made.error();
@@ -86,7 +88,7 @@ Result<bool> removeFromRecentlyUsed(const std::string& file, TracedItems& items)
         return look.error();
     if (!look->newText)
         return false;
-    // Programs that know no lock may write at any time; neither does one that nobody gives back stop this.
+    // Not held where nobody gives it back. Programs that know no lock may write at any time.
     const RecentlyUsedLock lock(file, lockWait);
     constexpr int attempts = 20;
     for (int attempt = 0; attempt < attempts; ++attempt) {
