@@ -3,6 +3,7 @@
 #include "core/base/SystemCall.h"
 #include "core/base/UniqueFd.h"
 #include "core/filesystem/FileLock.h"
+#include "core/filesystem/MoveLeftover.h"
 #include "worker/NameKeeping.h"
 
 #include <fcntl.h>

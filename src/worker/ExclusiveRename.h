@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/filesystem/MoveLeftover.h"
+#include "core/filesystem/Place.h"
 
 namespace veilkeep {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "worker/ExclusiveRename.h"
+#include "core/filesystem/Place.h"
 
 #include <cstddef>
 

@@ -35,8 +35,8 @@ KnownVolumes& KnownVolumes::shared() {
     return volumes;
 }
 
-std::optional<KnownVolumes::Place> KnownVolumes::locate(std::optional<std::uint64_t> mountId,
-                                                        const std::string& path) {
+std::optional<KnownVolumes::Location> KnownVolumes::locate(std::optional<std::uint64_t> mountId,
+                                                           const std::string& path) {
     auto table = MountTable::current();
     const Mount* mount = findMount(*table, mountId, path);
     if (!mount) {
@@ -45,7 +45,7 @@ std::optional<KnownVolumes::Place> KnownVolumes::locate(std::optional<std::uint6
     }
     if (!mount)
         return std::nullopt;
-    return Place{identity(table, *mount), pathOnVolume(*mount, path)};
+    return Location{identity(table, *mount), pathOnVolume(*mount, path)};
 }
 
 std::shared_ptr<const std::vector<Mount>> KnownVolumes::mountsOf(const VolumeIdentity& volume) {

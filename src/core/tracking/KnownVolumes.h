@@ -25,14 +25,14 @@ class KnownVolumes {
 public:
     static KnownVolumes& shared();
 
-    struct Place {
+    struct Location {
         VolumeIdentity volume;
         std::string volumePath; // from the volume's root
     };
 
     // Where an item lies, by its real path and the number that the system gives for its mount, which is not
     // to be had everywhere. Nothing where the mount is not to be found.
-    std::optional<Place> locate(std::optional<std::uint64_t> mountId, const std::string& path);
+    std::optional<Location> locate(std::optional<std::uint64_t> mountId, const std::string& path);
 
     // Every mount of the volume that can be reached by its mount point, oldest first.
     std::shared_ptr<const std::vector<Mount>> mountsOf(const VolumeIdentity& volume);
