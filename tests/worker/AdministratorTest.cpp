@@ -130,7 +130,7 @@ TEST_F(AdministratorTest, InputOfAnotherForm) {
         longest += "/a";
     expectRefused(runAsAdministrator(hide, longest + '\0' + folder), 2, m_path);
     const auto nobodyToTell = [] { ::close(STDOUT_FILENO); };
-    longest.resize(longest.size() - m_path.size());
+    longest.resize((longest.size() - m_path.size()) / 2 * 2);
     const ProgramRun run = runAsAdministrator(hide, m_path + '\0' + longest + "/a" + '\0', nobodyToTell);
     EXPECT_EQ(run.signal, 0);
     EXPECT_TRUE(exists(hiddenPathOf(m_path)));
