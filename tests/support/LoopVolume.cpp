@@ -24,12 +24,11 @@ std::string run(const std::string& command) {
     return std::system((command + " >/dev/null 2>&1").c_str()) == 0 ? "" : "failed: " + command;
 }
 
-std::string makeImage(const std::string& type, const std::string& path) {
-    constexpr off_t size = off_t{320} << 20; // the least that all types take; sparse
+std::string makeImage(const std::string& type, const std::string& path, const LoopVolumeOptions& options) {
     const UniqueFd image(::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600));
-    if (!image || ::ftruncate(image.get(), size) != 0)
+    if (!image || ::ftruncate(image.get(), off_t{options.megabytes} << 20) != 0)
         return reason(path);
-    return run("mkfs." + type + " " + path);
+    return run("mkfs." + type + " " + options.formatOptions + " " + path);
 }
 
 std::string mountReason(const std::string& type, const std::string& image, const std::string& mountPoint,
@@ -46,13 +45,14 @@ void throwUnlessEmpty(const std::string& failure) {
 
 } // namespace
 
-LoopVolume::LoopVolume(const ScratchTree& tree, const std::string& fileSystemType, const std::string& name)
+LoopVolume::LoopVolume(const ScratchTree& tree, const std::string& fileSystemType,
+                       const LoopVolumeOptions& options)
     : m_type(fileSystemType),
-      m_image(tree.path("image-of-" + name)),
-      m_mountPoint(tree.makeDirectory("mounted-" + name)),
+      m_image(tree.path("volume." + (options.name.empty() ? m_type : options.name))),
+      m_mountPoint(tree.makeDirectory("mounted-" + (options.name.empty() ? m_type : options.name))),
       m_whyMissing(enterPrivateMounts()) {
     if (m_whyMissing.empty())
-        m_whyMissing = makeImage(m_type, m_image);
+        m_whyMissing = makeImage(m_type, m_image, options);
     if (m_whyMissing.empty())
         m_whyMissing = mountReason(m_type, m_image, m_mountPoint, {});
     m_isMounted = m_whyMissing.empty();

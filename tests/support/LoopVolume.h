@@ -6,14 +6,19 @@
 
 namespace veilkeep::test {
 
+struct LoopVolumeOptions {
+    std::string name = {};          // of image and mount point; the type where empty
+    std::string formatOptions = {}; // for mkfs
+    int megabytes = 320;            // the least that all types take; sparse
+};
+
 // A file system in an image file of the scratch tree, mounted in private mounts. Where the machine does not
 // allow it, whyMissing() tells the reason to skip the test with. Nothing reaches the image of an ext4 or xfs
 // volume within half a minute unless it is synced. The operations throw when they fail.
 class LoopVolume {
 public:
-    // The name is that of image and mount point.
     LoopVolume(const ScratchTree& tree, const std::string& fileSystemType,
-               const std::string& name = "volume");
+               const LoopVolumeOptions& options = {});
     ~LoopVolume();
     LoopVolume(const LoopVolume&) = delete;
     LoopVolume& operator=(const LoopVolume&) = delete;

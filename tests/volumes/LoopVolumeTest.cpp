@@ -52,7 +52,7 @@ void take(const Step& step, const LoopVolume& volume) {
 
 TEST_P(LoopVolumeTest, RecordsFollowTheirItems) {
     LoopVolume volume(m_tree, GetParam());
-    LoopVolume other(m_tree, GetParam(), "other");
+    LoopVolume other(m_tree, GetParam(), {.name = "other"});
     for (const LoopVolume* one : {&volume, &other})
         if (!one->whyMissing().empty())
             GTEST_SKIP() << one->whyMissing();
@@ -88,7 +88,7 @@ TEST_P(LoopVolumeTest, RecordsFollowTheirItems) {
 
 TEST_P(LoopVolumeTest, TwoVolumesThatLookAlikeAreToldApart) {
     LoopVolume volume(m_tree, GetParam());
-    LoopVolume other(m_tree, GetParam(), "other");
+    LoopVolume other(m_tree, GetParam(), {.name = "other"});
     for (const LoopVolume* one : {&volume, &other})
         if (!one->whyMissing().empty())
             GTEST_SKIP() << one->whyMissing();
