@@ -194,7 +194,8 @@ void AliasResolver::walkVolumes(std::span<Wanted> wanted) {
         ItemSearch search(mount.mountPoint, wanted[numbers.front()].record.volume);
         for (const std::size_t number : numbers)
             search.add(number, wanted[number].record);
-        (void)m_walker.walk(mount.mountPoint, search); // what cannot be read holds nothing to be found
+        if (const auto walked = m_walker.walk(mount.mountPoint, search); !walked)
+            logError("A volume could not be searched", walked.error());
         for (auto& [number, path] : search.found())
             findings.add(number, path, mount);
     }
