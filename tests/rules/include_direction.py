@@ -7,7 +7,9 @@ _CORE = tuple(
     "core/" + folder
     for folder in "protocol storage records tracking names log environment filesystem process base".split()
 )
-_ORDER = ("app", "widgets", "session", "prefs", "groups", "filelist", "alerts", "platform", "format") + _CORE
+_ORDER = (
+    ("app", "widgets", "requests", "session", "prefs", "groups", "filelist", "alerts", "platform", "format") + _CORE
+)
 
 
 def _at_and_below(layer):
@@ -16,7 +18,8 @@ def _at_and_below(layer):
 
 ALLOWED = {layer: _at_and_below(layer) for layer in _ORDER}
 ALLOWED["app"] |= {"platform/linux"}
-ALLOWED["ctl"] = {"ctl", "platform/linux"} | _at_and_below("session")
+ALLOWED["widgets"] -= {"requests"}
+ALLOWED["ctl"] = {"ctl", "platform/linux"} | _at_and_below("requests")
 ALLOWED["platform/linux"] = {"platform/linux"} | _at_and_below("platform")
 ALLOWED["worker"] = {"worker", *_CORE}
 ALLOWED["worker/traces"] = {"worker/traces", *_CORE}

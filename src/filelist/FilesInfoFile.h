@@ -1,0 +1,49 @@
+#pragma once
+
+#include "core/base/Result.h"
+#include "core/records/File.h"
+#include "core/storage/SafeFile.h"
+#include "filelist/FileList.h"
+
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace veilkeep {
+
+// "FilesInfo.Veilkeep": the list on the disk, as a dictionary of "files" and whatever a later version put
+// beside it. Nothing that could not be read is ever written over: it is kept under a dated name first.
+// Main thread.
+class FilesInfoFile {
+public:
+    explicit FilesInfoFile(std::string path, SafeFileOptions options = {});
+
+    const std::string& path() const { return m_file.path(); }
+
+    struct Loaded {
+        std::vector<File> files;
+        std::optional<Error> trouble; // why the file itself could not be taken
+        std::string earlierCopy;      // taken instead; empty where none was
+    };
+    // What the place holds, else the newest earlier copy that can be read. No file at all is an empty list.
+    Loaded load();
+
+    // Nothing where it is missing or cannot be read; nothing else is taken in its place.
+    std::optional<std::vector<File>> read();
+
+    // NewerVersion when a later version wrote what was loaded: that must stay as it is.
+    Result<SafeFile::Saved> save(std::span<const ListedFile> files);
+
+    bool isOfNewerVersion() const { return m_isOfNewerVersion; }
+
+    // Whether the place holds, unchanged and durably, what was loaded or saved last.
+    bool isAsLeft() const;
+
+private:
+    SafeFile m_file;
+    std::vector<PropertyDictionary::Entry> m_unknown; // beside "files"
+    bool m_isOfNewerVersion = false;
+};
+
+} // namespace veilkeep

@@ -1,0 +1,31 @@
+#include "filelist/MainThread.h"
+
+#include <QCoreApplication>
+#include <QEventLoop>
+#include <QMetaObject>
+#include <QThread>
+
+#include <utility>
+
+namespace veilkeep {
+
+bool MainThread::isCurrent() {
+    return QThread::currentThread() == QCoreApplication::instance()->thread();
+}
+
+void MainThread::post(std::function<void()> call) {
+    QMetaObject::invokeMethod(QCoreApplication::instance(), std::move(call), Qt::QueuedConnection);
+}
+
+void MainThread::runAndWait(const std::function<void()>& call) {
+    if (isCurrent())
+        return call();
+    QMetaObject::invokeMethod(QCoreApplication::instance(), call, Qt::BlockingQueuedConnection);
+}
+
+void MainThread::runUntil(const std::function<bool()>& condition) {
+    while (!condition())
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::WaitForMoreEvents);
+}
+
+} // namespace veilkeep

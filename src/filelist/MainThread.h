@@ -1,0 +1,21 @@
+#pragma once
+
+#include <functional>
+
+namespace veilkeep {
+
+// Runs functions on the thread of the application's event loop. Any thread.
+class MainThread {
+public:
+    static bool isCurrent();
+
+    static void post(std::function<void()> call);
+
+    // Returns once it has run; on the main thread itself that is at once.
+    static void runAndWait(const std::function<void()>& call);
+
+    // On the main thread: runs what comes until the condition holds. Input to windows waits.
+    static void runUntil(const std::function<bool()>& condition);
+};
+
+} // namespace veilkeep

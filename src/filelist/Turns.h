@@ -1,0 +1,43 @@
+#pragma once
+
+#include "alerts/Alerts.h"
+
+#include <deque>
+#include <functional>
+
+namespace veilkeep {
+
+// Who may work on the list, and when. This is the one place that says so:
+//
+// While a batch runs or a question is open the interface still paints and the event loop still turns, so that
+// requests (a click, a menu, a drop, another program, a volume that appears) come in the midst of one. They
+// wait here until the running one is through, and then run in the order in which they came.
+//
+// Leaving (lock, sleep, session switch, quit) does not wait like that. An open question, and each that would
+// follow, is answered with its cancelling button; an unhide batch passes over the items that are left (it
+// asks isLeaving() before each), a hide batch runs to its end; the batch saves as always. Then the leaving
+// runs, before all requests that wait. That is the only exception to "a batch never stops early".
+//
+// Main thread.
+class Turns {
+public:
+    using Request = std::function<void()>;
+
+    explicit Turns(Alerts& alerts) : m_alerts(alerts) {} // not owned
+
+    void run(Request request);   // now, or when its turn comes
+    void leave(Request leaving); // as soon as the running request has come to its end
+
+    bool isRunning() const { return m_isRunning; }
+    bool isLeaving() const { return !m_leavings.empty(); }
+
+private:
+    void runAll();
+
+    Alerts& m_alerts;
+    std::deque<Request> m_requests;
+    std::deque<Request> m_leavings;
+    bool m_isRunning = false;
+};
+
+} // namespace veilkeep

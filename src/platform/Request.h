@@ -1,0 +1,74 @@
+#pragma once
+
+#include <QString>
+#include <QVariantMap>
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+// What another program (veilkeepctl above all) asks of whoever owns the list, and what it is told.
+namespace veilkeep {
+
+// The exit status of veilkeepctl as well.
+enum class RequestStatus : std::int32_t {
+    AllWell = 0,
+    SomeFailed = 1,
+    WrongUsage = 2,
+    Refused = 3,
+    OwnerSilent = 4, // another process owns the list and did not answer
+};
+
+struct Request {
+    QString command;                // as veilkeepctl names it: "hide"
+    std::vector<std::string> paths; // absolute, bytes
+    QVariantMap options;            // what else the command takes, as src/requests says
+};
+
+// A question to the person who made the request.
+struct Question {
+    QString title;
+    QString message;
+    std::vector<QString> buttons; // the first is the default one, the last cancels
+};
+
+// Whoever made a request, while it is being worked on. Main thread.
+class RequestCaller {
+public:
+    virtual ~RequestCaller() = default;
+
+    virtual void itemDone(const std::string& path, const std::string& newPath) = 0;
+    virtual void itemFailed(const std::string& path, const QString& reason) = 0;
+    virtual void message(const QString& text) = 0;                 // about the request as a whole
+    virtual void listed(const std::vector<QVariantMap>& rows) = 0; // of "list" and "status"; may come often
+    virtual void progress(const QString& stage, const QString& subStage, std::size_t done,
+                          std::size_t total) = 0;
+
+    // The number of the button; the last one's where the caller is gone.
+    virtual std::size_t ask(const Question& question) = 0;
+
+    // The caller asked to stop after the item in hand, or is gone.
+    virtual bool isCancelled() const = 0;
+
+protected:
+    RequestCaller() = default;
+    RequestCaller(const RequestCaller&) = default;
+    RequestCaller& operator=(const RequestCaller&) = default;
+};
+
+// Whoever owns the list and works on requests, one after the other. Main thread.
+class RequestHandler {
+public:
+    virtual ~RequestHandler() = default;
+
+    virtual RequestStatus handle(const Request& request, RequestCaller& caller) = 0;
+
+protected:
+    RequestHandler() = default;
+    RequestHandler(const RequestHandler&) = default;
+    RequestHandler& operator=(const RequestHandler&) = default;
+};
+
+} // namespace veilkeep
