@@ -85,15 +85,19 @@ void CloakWorkerComunicator::checkTempFiles() {
     const Result<std::vector<std::string>> entries = m_inProgressFolder.entries();
     if (!entries)
         return logError("Could not list the in-progress folder", entries.error());
+    std::vector<std::string> processed;
     for (const std::string& entry : *entries) {
         const Result<PropertyDictionary> record = m_inProgressFolder.read(entry);
         if (!record)
             continue;
         if (m_delegate)
             m_delegate->processTempFile(*record);
-        if (const Result<void> removed = m_inProgressFolder.remove(entry); !removed)
-            logError("Could not delete an in-progress record", removed.error());
+        processed.push_back(entry);
     }
+    const bool isKept = processed.empty() || !m_delegate || m_delegate->keepWhatTempFilesSaid();
+    for (const std::string& entry : processed)
+        if (const Result<void> removed = isKept ? m_inProgressFolder.remove(entry) : Result<void>(); !removed)
+            logError("Could not delete an in-progress record", removed.error());
     if (const Result<void> removed = m_inProgressFolder.removeAbandonedFiles(); !removed)
         logError("Could not delete what is left of an in-progress record", removed.error());
 }

@@ -42,8 +42,9 @@ public:
     CloakWorkerResult hideFileWithPath(const std::string& path, bool andPrivilidges);
     CloakWorkerResult unhideFileWithPath(const std::string& path, bool andPrivilidges);
 
-    // Hands the records in the in-progress folder to the delegate, the oldest first, and deletes them. What
-    // cannot be read or parsed stays. What killed workers left half written goes after a day.
+    // Hands the records in the in-progress folder to the delegate, the oldest first, and deletes them once
+    // the delegate has kept what they said. What cannot be read or parsed stays. What killed workers left
+    // half written goes after a day.
     void checkTempFiles();
 
     // Looks for hidden items below the directory; they arrive as records in the in-progress folder. False,

@@ -15,6 +15,9 @@ public:
 
     // A property list found in the in-progress folder; recordFromDictionary reads it.
     virtual void processTempFile(const PropertyDictionary&) {}
+    // After all of them: whether what they said is kept durably now, so that they may be deleted.
+    virtual bool keepWhatTempFilesSaid() { return true; }
+
     virtual void restoreStarted(const std::string& /*directory*/) {}
     virtual void restoreFinished() {}
 

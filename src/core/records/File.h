@@ -78,7 +78,8 @@ public:
     // alias stays as it was.
     void syncPathWithNewPath(const std::optional<std::string>& newPath);
     void syncPathWithAlias(AliasResolver& resolver);
-    std::int32_t stateFromPath() const;                  // by path() alone
+    std::int32_t stateFromPath() const;   // by path() alone
+    bool isWhereVolumesComeAndGo() const; // below where removable and network volumes are mounted
     std::optional<std::string> closestHiddenDir() const; // the top hidden item that holds this one
 
     // For checks and before a hide: makes sure that what is at path() is the item of the alias. When it is

@@ -16,12 +16,6 @@
 namespace veilkeep {
 namespace {
 
-// Below which removable and network volumes are mounted, by the system, by udisks and by hand.
-bool isWhereVolumesComeAndGo(std::string_view path) {
-    constexpr std::string_view places[] = {"/Volumes", "/media/", "/run/media/", "/mnt"};
-    return std::ranges::any_of(places, [&](std::string_view place) { return path.starts_with(place); });
-}
-
 // Whether a new alias would find the item where the old one does not. Size and times change with the content
 // and count only where nothing better tells the item.
 bool isOutdated(const AliasRecord& known, const AliasRecord& found) {
@@ -36,7 +30,7 @@ std::optional<std::string> File::newPathWithMount(AliasResolver& resolver, bool 
     const auto record = alias();
     if (!record)
         return std::nullopt;
-    const Mounting unasked = isWhereVolumesComeAndGo(path()) ? Mounting::Never : Mounting::Silently;
+    const Mounting unasked = isWhereVolumesComeAndGo() ? Mounting::Never : Mounting::Silently;
     return pathFromAliasRecordWithMount(*record, mount ? Mounting::WithQuestions : unasked, resolver);
 }
 
@@ -82,6 +76,12 @@ void File::syncPathWithNewPath(const std::optional<std::string>& newPath) {
 
 std::int32_t File::stateFromPath() const {
     return lastPathComponent(parentPath(path())) == hiddenDirectoryName ? Hidden : Visible;
+}
+
+// By the system, by udisks and by hand.
+bool File::isWhereVolumesComeAndGo() const {
+    constexpr std::string_view places[] = {"/Volumes", "/media/", "/run/media/", "/mnt"};
+    return std::ranges::any_of(places, [&](std::string_view place) { return path().starts_with(place); });
 }
 
 std::optional<std::string> File::closestHiddenDir() const {

@@ -21,7 +21,8 @@ using Outcome = AliasResolver::Answer::Outcome;
 
 // One record on its way to an answer.
 struct AliasResolver::Wanted {
-    Wanted(AliasRecord itsRecord, Answer& itsAnswer) : record(std::move(itsRecord)), answer(&itsAnswer) {
+    Wanted(AliasRecord itsRecord, Answer& itsAnswer, std::size_t itsNumber)
+        : record(std::move(itsRecord)), answer(&itsAnswer), number(itsNumber) {
         const std::string& last = record.lastPath;
         *answer = {Outcome::Missing, last.substr(last.starts_with("//") ? 1 : 0)};
     }
@@ -38,6 +39,9 @@ struct AliasResolver::Wanted {
 
     AliasRecord record;
     Answer* answer;
+    std::size_t number;                   // the caller's, of the record
+    bool isTold = false;                  // that it is found
+    bool isOnOneMount = false;            // of all that are walked: what is found there is certain
     std::vector<std::string> directories; // those that the item was in
 };
 
@@ -106,20 +110,27 @@ AliasResolver::Answer AliasResolver::resolve(std::string_view record, Mounting m
 }
 
 std::vector<AliasResolver::Answer> AliasResolver::resolve(std::span<const std::string_view> records,
-                                                          Mounting mounting) {
+                                                          Mounting mounting, const Found& tell) {
     std::vector<Answer> answers(records.size());
     std::vector<Wanted> wanted;
     for (std::size_t number = 0; number < records.size(); ++number)
         if (auto record = decodeAliasRecord(records[number]))
-            wanted.emplace_back(std::move(*record), answers[number]);
+            wanted.emplace_back(std::move(*record), answers[number], number);
+    const auto tellWhatIsFound = [&] {
+        for (Wanted& one : wanted)
+            if (tell && one.isFound() && !std::exchange(one.isTold, true))
+                tell(one.number, one.answer->path);
+    };
     mountAbsentVolumes(wanted, mounting);
     forEachInParallel(wanted.size(), [&](std::size_t number) {
         if (!m_walker.isCancelled())
             wanted[number].lookNearby();
     });
     lookIntoDirectories(wanted);
+    tellWhatIsFound();
     if (m_reach == Reach::WholeVolume)
-        walkVolumes(wanted);
+        walkVolumes(wanted, tell);
+    tellWhatIsFound();
     for (const Wanted& one : wanted)
         if (!one.isFound() && m_walker.isCancelled())
             one.answer->outcome = Outcome::Cancelled;
@@ -178,15 +189,17 @@ std::map<std::size_t, std::string> AliasResolver::lookInto(const std::string& di
     return search.found();
 }
 
-void AliasResolver::walkVolumes(std::span<Wanted> wanted) {
+void AliasResolver::walkVolumes(std::span<Wanted> wanted, const Found& tell) {
     std::map<std::uint64_t, std::pair<Mount, std::vector<std::size_t>>> byMount;
     for (std::size_t number = 0; number < wanted.size(); ++number) {
         const AliasRecord& record = wanted[number].record;
         if (wanted[number].isFound() || !record.volume.isKnown() || record.item.kind == ItemKind::Missing)
             continue;
-        for (const Mount& mount : withoutPartsOfOthers(*KnownVolumes::shared().mountsToSearch(record)))
+        const auto mounts = withoutPartsOfOthers(*KnownVolumes::shared().mountsToSearch(record));
+        for (const Mount& mount : mounts)
             byMount.try_emplace(mount.id, mount, std::vector<std::size_t>())
                 .first->second.second.push_back(number);
+        wanted[number].isOnOneMount = mounts.size() == 1;
     }
     Findings findings;
     for (const auto& [id, mountAndNumbers] : byMount) {
@@ -194,6 +207,11 @@ void AliasResolver::walkVolumes(std::span<Wanted> wanted) {
         ItemSearch search(mount.mountPoint, wanted[numbers.front()].record.volume);
         for (const std::size_t number : numbers)
             search.add(number, wanted[number].record);
+        if (tell)
+            search.setCertain([&](std::size_t number, const std::string& path) {
+                if (wanted[number].isOnOneMount && !std::exchange(wanted[number].isTold, true))
+                    tell(wanted[number].number, path);
+            });
         if (const auto walked = m_walker.walk(mount.mountPoint, search); !walked)
             logError("A volume could not be searched", walked.error());
         for (auto& [number, path] : search.found())

@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <optional>
 #include <span>
@@ -46,8 +47,13 @@ public:
 
     Answer resolve(std::string_view record, Mounting mounting);
 
+    // Told of each item that is found, by the number of its record and at once, in the midst of a walk
+    // where its place is certain by then. On any thread, never twice at the same time; must not throw.
+    using Found = std::function<void(std::size_t number, const std::string& path)>;
+
     // In their order. All of them cost one walk of each volume.
-    std::vector<Answer> resolve(std::span<const std::string_view> records, Mounting mounting);
+    std::vector<Answer> resolve(std::span<const std::string_view> records, Mounting mounting,
+                                const Found& tell = {});
 
     // From any thread or a signal handler, at any time; ends this call and all later ones.
     void cancel() { m_walker.cancel(); }
@@ -63,7 +69,7 @@ private:
     std::map<std::size_t, std::string> lookInto(const std::string& directory,
                                                 std::span<const std::size_t> numbers,
                                                 std::span<const Wanted> wanted) const;
-    void walkVolumes(std::span<Wanted> wanted);
+    void walkVolumes(std::span<Wanted> wanted, const Found& tell);
 
     Reach m_reach;
     VolumeMounter* m_mounter;

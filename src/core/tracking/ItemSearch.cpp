@@ -157,6 +157,8 @@ void ItemSearch::take(OpenDirectory& directory, std::string_view name, const Wan
     const auto [known, isNew] = m_found.try_emplace(wanted.number, Finding{std::move(path)});
     // Another name of the same file is as good as the first.
     known->second.isOnlyOne = known->second.isOnlyOne && (isNew || m_marks != LastingMarks::None);
+    if (isNew && m_certain && m_marks != LastingMarks::None)
+        m_certain(wanted.number, joinPath(m_directory, known->second.path));
     if (m_marks != LastingMarks::None && m_found.size() == m_byInode.size())
         directory.endWalk();
 }

@@ -12,6 +12,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 namespace veilkeep {
@@ -26,6 +27,11 @@ public:
 
     // The record must outlive this. All are added before the walk.
     void add(std::size_t number, const AliasRecord& record);
+
+    // Told of each item whose marks are found, at once; on any thread, never twice at the same time.
+    void setCertain(std::function<void(std::size_t number, const std::string& path)> certain) {
+        m_certain = std::move(certain);
+    }
 
     // Instead of a walk: looks into the directory and its ".SYS_INDEX" alone. Asks before each entry whether
     // to go on.
@@ -56,6 +62,7 @@ private:
     const VolumeIdentity m_volume;
     const LastingMarks m_marks;
     std::bitset<filterSize> m_filter; // of the inodes' low bits: most entries are none of those looked for
+    std::function<void(std::size_t, const std::string&)> m_certain;
     std::unordered_multimap<ino_t, Wanted> m_byInode;
     std::multimap<std::string, Wanted, std::less<>> m_byName;
 
