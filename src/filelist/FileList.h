@@ -1,15 +1,16 @@
 #pragma once
 
 #include "core/records/File.h"
+#include "filelist/FileIndex.h"
 
 #include <QObject>
 
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string_view>
-#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -38,8 +39,9 @@ public:
     void append(std::vector<File> files);
     void remove(std::span<const ListedFile> files); // in one pass; what is not in the list is passed over
 
-    // Calls the function with the record to be changed, and answers what it answers. A record that has left
-    // the list meanwhile may still be changed.
+    // Calls the function with the record to be changed, and answers what it answers. Until it
+    // returns the record may not be found by what is new of it. What leaves its properties equal is no
+    // change. A record that has left the list meanwhile may still be changed.
     template <class Change>
     auto change(const ListedFile& file, Change&& change) {
         const Changing changing(*this, file);
@@ -56,7 +58,7 @@ signals:
     void fileChanged(const veilkeep::ListedFile& file);
 
 private:
-    // Takes the record out of the look-ups and puts it back as it is then.
+    // Puts the record into the look-ups as it is in the end.
     class Changing {
     public:
         Changing(FileList& list, const ListedFile& file);
@@ -68,9 +70,15 @@ private:
     private:
         FileList& m_list;
         ListedFile m_file;
+        PropertyDictionary m_before;
     };
 
+    void add(std::vector<File> files);
+    std::optional<std::size_t> positionOf(const ListedFile& file) const;
+
     std::vector<ListedFile> m_files;
+    FileIndex m_index;
+    int m_changes = 0; // that are under way
     std::uint64_t m_revision = 0;
 };
 
