@@ -6,20 +6,27 @@
 #include "filelist/FilesController.h"
 #include "filelist/FilesViewControllerParts.h"
 #include "filelist/FilterController.h"
+#include "filelist/ItemMover.h"
+#include "filelist/MissingFiles.h"
 #include "filelist/MovedItem.h"
+#include "filelist/Restores.h"
 
 #include <QObject>
 #include <QString>
 
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_set>
 #include <vector>
 
 namespace veilkeep {
+
+struct InProgressRecord;
 
 // Owns the one list of files and does everything to it: keeps it on the disk, adds and removes items, hides
 // and brings them back, finds those that went missing. Main thread; operations that users start go through
@@ -101,6 +108,8 @@ public:
     void hideAllFilesOfCurrentGroup();
     void unhideAllFilesOfCurrentGroup();
     const std::vector<MovedItem>& lastBatch() const { return m_lastBatch; } // in the order of its items
+    const std::vector<Error>& lastBatchTroubles() const { return m_batchTroubles; } // what may not last
+    bool isBatchRunning() const { return m_isBatchRunning; }
     // Asked before each item of a batch; true ends it there, as Ctrl-C does.
     void setStopAsked(std::function<bool()> stopAsked) { m_stopAsked = std::move(stopAsked); }
 
@@ -122,20 +131,23 @@ public:
     void performSanityCheck(const Files& files);
     bool performSanityCheckForFile(const ListedFile& file);
     void tryToFixFile(const ListedFile& file);
-    void searchDeeply(const Files& files);         // in the background
-    bool isSearched(const ListedFile& file) const; // rows say so
-    void waitForDeepSearch();                      // runs the event loop until it is through
-    bool isOnAbsentVolume(const ListedFile& file) const;
+    Files brokenFiles() const;
+    void searchDeeply(const Files& files) { m_missing.searchInBackground(files); }
+    void searchAndWait(const Files& files); // the event loop turns; setStopAsked() and progress may end it
+    bool isSearched(const ListedFile& file) const { return m_missing.isLookingFor(file); } // rows say so
+    bool isOnAbsentVolume(const ListedFile& file) const { return m_missing.isOnAbsentVolume(file); }
+    void updateStates(const Files& files); // of broken ones whose items are there again
     void locateFile(const ListedFile& file);
     // The end of the open panel; nothing: cancelled.
     void openNewLocationPanelDidEnd(const ListedFile& file, const std::optional<std::string>& path);
     void restoreDirectoryDialog(const std::string& path);
     void openRestorePanelDidEnd(const std::vector<std::string>& directories);
     void restoreDir(const std::string& directory); // on a thread of its own
-    void waitForRestores();                        // runs the event loop until they are through
+    Restores& restores() { return m_restores; }
 
     // CloakWorkerDelegate
     void processTempFile(const PropertyDictionary& record) override;
+    bool keepWhatTempFilesSaid() override;
     void restoreStarted(const std::string& directory) override;
     void restoreFinished() override;
 
@@ -153,17 +165,47 @@ signals:
     void saveTroubleChanged();
     void errorsChanged();
     void searchStateChanged();
+    void batchRunningChanged(bool isRunning); // the on/off switch stands apart from the selection meanwhile
 
 private:
-    enum class Operation { Hide, Unhide };
+    std::int32_t move(WorkerOperation operation, const ListedFile& file, bool privilidged);
+    bool unhideParent(const ListedFile& file, bool collectErrors);
+    MovedItem outcomeBefore(const ListedFile& file) const;
+    bool mayAuthenticate() const;
+    bool askToAuthenticate(const QString& title, const QString& message);
+    void tell(const QString& title, const QString& message);
+    void tellOrCollect(const ListedFile& file, std::int32_t code, bool collectErrors);
+    bool runBatch(WorkerOperation operation, const Files& files, bool collectErrors);
+    bool moveEach(WorkerOperation operation, const Files& batch, bool collectErrors);
+    bool refuseToHide(const Files& batch, bool collectErrors);
+    QString saveTroubleText() const;
+    void setBatchRunning(bool isRunning);
+    void takeIn(const InProgressRecord& said);
+
+    void markBroken(const ListedFile& file);
+    MissingFiles::Mounting mountingFor(const ListedFile& file);
+    bool mayLocate(const ListedFile& file);
+    bool mayLocateAlready(const ListedFile& file) const;
+    bool findEverywhere(const ListedFile& file);
+    void searchForMissing(const Files& batch);
+    void askAboutVisible(const ListedFile& file);
+    void askAboutHidden(const ListedFile& file);
 
     const FilesViewControllerParts m_parts;
     FileList m_files;
     FilesController m_filesController{m_files};
     FilterController m_filterController;
     std::vector<ErrorEntry> m_errors;
+    ItemMover m_mover{m_files, m_parts.cloakWorker};
+    MovedItem m_outcome; // of the item in hand
     std::vector<MovedItem> m_lastBatch;
+    std::vector<Error> m_batchTroubles;
+    bool m_isBatchRunning = false;
     std::function<bool()> m_stopAsked;
+    MissingFiles m_missing{m_files, m_parts.turns, m_parts.mounter};
+    std::unordered_set<ListedFile> m_searchedInBatch;
+    std::map<std::string, bool> m_mayLocate; // answers by volume
+    Restores m_restores{m_parts.cloakWorker};
     std::optional<Error> m_saveTrouble;
     std::optional<std::uint64_t> m_savedRevision;
     bool m_nobodyThere = false;

@@ -13,8 +13,8 @@ bool MainThread::isCurrent() {
     return QThread::currentThread() == QCoreApplication::instance()->thread();
 }
 
-void MainThread::post(std::function<void()> call) {
-    QMetaObject::invokeMethod(QCoreApplication::instance(), std::move(call), Qt::QueuedConnection);
+void MainThread::post(QObject* context, std::function<void()> call) {
+    QMetaObject::invokeMethod(context, std::move(call), Qt::QueuedConnection);
 }
 
 void MainThread::runAndWait(const std::function<void()>& call) {

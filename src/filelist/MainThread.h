@@ -2,6 +2,8 @@
 
 #include <functional>
 
+class QObject;
+
 namespace veilkeep {
 
 // Runs functions on the thread of the application's event loop. Any thread.
@@ -9,7 +11,8 @@ class MainThread {
 public:
     static bool isCurrent();
 
-    static void post(std::function<void()> call);
+    // Not run any more once the context, an object of the main thread, is gone.
+    static void post(QObject* context, std::function<void()> call);
 
     // Returns once it has run; on the main thread itself that is at once.
     static void runAndWait(const std::function<void()>& call);

@@ -102,16 +102,18 @@ void CloakWorkerComunicator::checkTempFiles() {
         logError("Could not delete what is left of an in-progress record", removed.error());
 }
 
-bool CloakWorkerComunicator::restoreFiles(const std::string& directory) {
+RestoreSummary CloakWorkerComunicator::restoreFiles(const std::string& directory,
+                                                    const std::function<bool()>& shouldEnd) {
     if (m_delegate)
         m_delegate->restoreStarted(directory);
     ChildProcessOptions options;
-    options.output = ChildProcessOptions::Output::Discard;
+    options.deferEndingSignals = true; // until it has got ready to end its search on them
+    options.shouldEnd = shouldEnd;
     const ChildProcessResult result = runChildProcess(m_workerPath, {"-p", "-restore", directory}, options);
     const bool failed = logTrouble("Error while restoring", result);
     if (m_delegate)
         m_delegate->restoreFinished();
-    return !failed;
+    return failed ? RestoreSummary{.error = WorkerError::Unknown} : restoreSummaryFromText(result.output);
 }
 
 } // namespace veilkeep

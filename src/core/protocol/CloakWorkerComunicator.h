@@ -4,9 +4,11 @@
 #include "core/protocol/CloakWorkerDelegate.h"
 #include "core/protocol/CloakWorkerResult.h"
 #include "core/protocol/InProgressFolder.h"
+#include "core/protocol/RestoreSummary.h"
 #include "core/protocol/SecurityController.h"
 #include "core/protocol/WorkerAnswer.h"
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -47,9 +49,10 @@ public:
     // half written goes after a day.
     void checkTempFiles();
 
-    // Looks for hidden items below the directory; they arrive as records in the in-progress folder. False,
-    // with a line in the log, when the worker did not run to an end of its own. Never ticks.
-    bool restoreFiles(const std::string& directory);
+    // Looks for hidden items below the directory; they arrive as records in the in-progress folder. Unknown,
+    // with a line in the log, when the worker did not run to an end of its own. The function is asked now and
+    // then whether to end the search early; what is found by then counts. Never ticks.
+    RestoreSummary restoreFiles(const std::string& directory, const std::function<bool()>& shouldEnd = {});
 
 private:
     CloakWorkerResult run(WorkerOperation operation, const std::vector<std::string>& arguments);

@@ -91,18 +91,19 @@ TEST(CloakWorkerComunicator, TellsOfEveryRestoreThatItIsFinished) {
     Listener listener;
     CloakWorkerComunicator comunicator = badWorker(tree);
     comunicator.setDelegate(&listener);
-    EXPECT_TRUE(comunicator.restoreFiles("rubbish=100000|close|exit=3"));
-    EXPECT_FALSE(comunicator.restoreFiles("signal=9"));
+    const auto error = [](const RestoreSummary& summary) { return summary.error; };
+    EXPECT_EQ(error(comunicator.restoreFiles("rubbish=100000|close|exit=3")), WorkerError::Unknown);
+    EXPECT_EQ(error(comunicator.restoreFiles("signal=9")), WorkerError::Unknown);
     CloakWorkerComunicator missing(tree.path("missing"), tree.path("InProgress"));
     missing.setDelegate(&listener);
-    EXPECT_FALSE(missing.restoreFiles("/d"));
+    EXPECT_EQ(error(missing.restoreFiles("/d")), WorkerError::Unknown);
     EXPECT_EQ(listener.calls,
               (std::vector<std::string>{"started rubbish=100000|close|exit=3", "finished", "started signal=9",
                                         "finished", "started /d", "finished"}));
     EXPECT_NE(test::readFile(Log::shared().path()).find("Error while restoring: "), std::string::npos);
 
     missing.setDelegate(nullptr);
-    EXPECT_FALSE(missing.restoreFiles("/d"));
+    EXPECT_EQ(error(missing.restoreFiles("/d")), WorkerError::Unknown);
 }
 
 } // namespace

@@ -1,0 +1,114 @@
+#include "filelist/MissingFiles.h"
+
+#include "core/filesystem/ItemAtPath.h"
+#include "core/log/Log.h"
+#include "core/names/HiddenName.h"
+#include "core/tracking/AliasResolver.h"
+#include "filelist/MainThread.h"
+
+#include <QTimer>
+
+#include <string_view>
+
+namespace veilkeep {
+
+using Answer = AliasResolver::Answer;
+
+std::int32_t stateOfPlace(const File& file) {
+    const bool isHidden = file.path().find(hiddenDirectoryName) != std::string_view::npos;
+    return isHidden ? File::Hidden : File::Visible;
+}
+
+MissingFiles::MissingFiles(FileList& files, Turns& turns, VolumeMounter* mounter)
+    : m_files(files), m_turns(turns), m_mounter(mounter) {
+    connect(&m_background, &DeepSearch::ended, this,
+            [this](const ListedFile& file, DeepSearch::Outcome outcome, const std::string& path) {
+                m_turns.run([this, file, outcome, path] {
+                    take(file, outcome, path);
+                    emit backgroundSearchEnded();
+                });
+            });
+    connect(&m_background, &DeepSearch::finished, this,
+            [this] { m_turns.run([this] { emit backgroundSearchFinished(); }); });
+}
+
+bool MissingFiles::isThere(const ListedFile& file, Mounting mounting) {
+    if (!itemExistsAt(std::string(file->path())) && !lookNearby(file, mounting))
+        return false;
+    confirm(file);
+    m_onAbsentVolume.erase(file);
+    return itemExistsAt(std::string(file->path()));
+}
+
+bool MissingFiles::lookNearby(const ListedFile& file, Mounting mounting) {
+    AliasResolver resolver(AliasResolver::Reach::Nearby, mounting == Mounting::Never ? nullptr : m_mounter);
+    return m_files.change(file, [&](File& record) {
+        return record.checkPathesConsistencyWithMount(resolver, mounting == Mounting::WithQuestions);
+    });
+}
+
+void MissingFiles::confirm(const ListedFile& file) {
+    const std::string before(file->path());
+    const auto check = m_files.change(file, [](File& record) { return record.checkIdentity(); });
+    if (check == File::IdentityCheck::FollowedElsewhere)
+        logLine("Another item has taken the place of " + before + ", which was found at " +
+                std::string(file->path()));
+}
+
+MissingFiles::Files MissingFiles::missingOf(const Files& files) {
+    Files absent;
+    for (const ListedFile& file : files) {
+        if (itemExistsAt(std::string(file->path())))
+            confirm(file);
+        else
+            absent.push_back(file);
+    }
+    std::vector<std::string_view> aliases;
+    for (const ListedFile& file : absent)
+        aliases.push_back(file->alias().value_or(std::string_view()));
+    const auto answers =
+        AliasResolver(AliasResolver::Reach::Nearby).resolve(aliases, AliasResolver::Mounting::Never);
+    Files missing;
+    for (std::size_t number = 0; number < absent.size(); ++number) {
+        const Answer& answer = answers[number];
+        const bool isFound = answer.outcome == Answer::Outcome::Found;
+        const bool isAbsent = answer.outcome == Answer::Outcome::VolumeAbsent;
+        take(absent[number],
+             isFound    ? DeepSearch::Outcome::Found
+             : isAbsent ? DeepSearch::Outcome::VolumeAbsent
+                        : DeepSearch::Outcome::Missing,
+             answer.path);
+        if (!itemExistsAt(std::string(absent[number]->path())))
+            missing.push_back(absent[number]);
+    }
+    return missing;
+}
+
+void MissingFiles::take(const ListedFile& file, DeepSearch::Outcome outcome, const std::string& path) {
+    m_onAbsentVolume.erase(file);
+    if (outcome == DeepSearch::Outcome::VolumeAbsent)
+        m_onAbsentVolume.insert(file);
+    if (outcome != DeepSearch::Outcome::Found || !itemExistsAt(path))
+        return;
+    // Since the search began the item may have come back, or gone on.
+    const std::string present(file->path());
+    if (present == path || !itemExistsAt(present))
+        m_files.change(file, [&](File& record) { record.movedTo(path); });
+}
+
+void MissingFiles::searchAndWait(const Files& files, const std::function<bool()>& shouldEnd) {
+    if (files.empty())
+        return;
+    DeepSearch search;
+    connect(&search, &DeepSearch::ended, this, &MissingFiles::take);
+    search.search(files);
+    QTimer look; // whether to go on
+    connect(&look, &QTimer::timeout, &search, [&] {
+        if (shouldEnd())
+            search.cancel();
+    });
+    look.start(50);
+    MainThread::runUntil([&] { return !search.isRunning(); });
+}
+
+} // namespace veilkeep
