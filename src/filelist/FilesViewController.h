@@ -1,27 +1,23 @@
 #pragma once
 
-#include "alerts/Alert.h"
 #include "core/protocol/CloakWorkerDelegate.h"
+#include "filelist/BrokenFiles.h"
 #include "filelist/FileList.h"
 #include "filelist/FilesController.h"
 #include "filelist/FilesViewControllerParts.h"
 #include "filelist/FilterController.h"
-#include "filelist/ItemMover.h"
-#include "filelist/MissingFiles.h"
-#include "filelist/MovedItem.h"
+#include "filelist/HideOperations.h"
+#include "filelist/ListSaver.h"
 #include "filelist/Restores.h"
 
 #include <QObject>
 #include <QString>
 
 #include <cstdint>
-#include <functional>
-#include <map>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <unordered_set>
 #include <vector>
 
 namespace veilkeep {
@@ -31,7 +27,7 @@ struct InProgressRecord;
 // Owns the one list of files and does everything to it: keeps it on the disk, adds and removes items, hides
 // and brings them back, finds those that went missing. Main thread; operations that users start go through
 // Turns (the slots do), the others belong to whoever runs at that moment.
-class FilesViewController : public QObject, public CloakWorkerDelegate {
+class FilesViewController : public QObject, public CloakWorkerDelegate, public ListSaver {
     Q_OBJECT
 public:
     using Files = std::vector<ListedFile>;
@@ -52,7 +48,8 @@ public:
     std::optional<std::vector<File>> readFilesInfoFileAtPath(const std::string& path) const;
     bool saveFilesArrayToDisk(const Files& files, const std::string& atPath); // false: logged, as it was
     // Nothing is written where nothing changed. False: saveTrouble() says why.
-    bool saveDataToDisk();
+    bool saveDataToDisk() override;
+    QString whyItCannotBeSaved() const override;
     void loadDataFromDisk(); // tells the user when it was not the whole truth
     // How many records the source brought. Either file missing: logged, and nothing changes.
     Result<std::size_t> mergeFilesInfoFile(const std::string& targetPath, const std::string& withFile);
@@ -98,61 +95,46 @@ public:
     void acceptDropOfRows(const std::vector<std::string>& rowPaths);
     void acceptDropOfFileNames(const std::vector<std::string>& paths) { addFiles(paths); }
 
-    // --- Hiding and bringing back (FilesViewControllerHiding.cpp) ---
-    bool hideFile(const ListedFile& file, bool privilidged, bool collectErrors);
-    bool unhideFile(const ListedFile& file, bool privilidged, bool collectErrors);
-    bool hideFiles(const Files& files, bool collectErrors);
-    bool unhideFiles(const Files& files, bool collectErrors);
+    // --- Hiding and bringing back (HideOperations.h) ---
+    HideOperations& hideOperations() { return m_hideOperations; }
+    bool hideFiles(const Files& files, bool collectErrors) {
+        return m_hideOperations.hideFiles(files, collectErrors);
+    }
+    bool unhideFiles(const Files& files, bool collectErrors) {
+        return m_hideOperations.unhideFiles(files, collectErrors);
+    }
     bool hideAllFilesOfGroup(std::int64_t groupID, bool collectErrors);
     bool unhideAllFilesOfGroup(std::int64_t groupID, bool collectErrors);
     void hideAllFilesOfCurrentGroup();
     void unhideAllFilesOfCurrentGroup();
-    const std::vector<MovedItem>& lastBatch() const { return m_lastBatch; } // in the order of its items
-    const std::vector<Error>& lastBatchTroubles() const { return m_batchTroubles; } // what may not last
-    bool isBatchRunning() const { return m_isBatchRunning; }
-    // Asked before each item of a batch; true ends it there, as Ctrl-C does.
-    void setStopAsked(std::function<bool()> stopAsked) { m_stopAsked = std::move(stopAsked); }
-
     bool ifAllFilesAreVisible() const;
     bool ifAllFilesAreHidden() const;
     bool isFileHidden(std::ptrdiff_t row) const;
     static bool ifNoHiddenInArray(const Files& files);
     static bool ifAllFilesInArrayAreVisible(const Files& files);
+    // For automatic passes: nobody can be asked, and no volume is searched or mounted.
+    void setNobodyThere(bool nobodyThere) { m_brokenFiles.setNobodyThere(nobodyThere); }
 
-    void addError(const QString& error, const File& forFile);
-    void clearErrorList();
-    const std::vector<ErrorEntry>& errors() const { return m_errors; }
-    int showErrorsMessage(const QString& title, const QString& withInfoText, const QStringList& andButtons);
-
-    // For automatic passes: nobody can be asked, and no volume is walked or mounted.
-    void setNobodyThere(bool nobodyThere);
-
-    // --- What went missing (FilesViewControllerBroken.cpp) ---
-    void performSanityCheck(const Files& files);
-    bool performSanityCheckForFile(const ListedFile& file);
-    void tryToFixFile(const ListedFile& file);
-    Files brokenFiles() const;
-    void searchDeeply(const Files& files) { m_missing.searchInBackground(files); }
-    void searchAndWait(const Files& files); // the event loop turns; setStopAsked() and progress may end it
-    bool isSearched(const ListedFile& file) const { return m_missing.isLookingFor(file); } // rows say so
-    bool isOnAbsentVolume(const ListedFile& file) const { return m_missing.isOnAbsentVolume(file); }
-    void updateStates(const Files& files); // of broken ones whose items are there again
+    // --- What went missing (BrokenFiles.h, FilesViewControllerBroken.cpp) ---
+    BrokenFiles& brokenFiles() { return m_brokenFiles; }
+    Restores& restores() { return m_restores; }
+    void performSanityCheck(const Files& files) { m_brokenFiles.performSanityCheck(files); }
+    void tryToFixFile(const ListedFile& file) { m_brokenFiles.tryToFixFile(file); }
     void locateFile(const ListedFile& file);
     // The end of the open panel; nothing: cancelled.
     void openNewLocationPanelDidEnd(const ListedFile& file, const std::optional<std::string>& path);
     void restoreDirectoryDialog(const std::string& path);
     void openRestorePanelDidEnd(const std::vector<std::string>& directories);
-    void restoreDir(const std::string& directory); // on a thread of its own
-    Restores& restores() { return m_restores; }
+    void restoreDir(const std::string& directory) { m_restores.start(directory); }
 
     // CloakWorkerDelegate
     void processTempFile(const PropertyDictionary& record) override;
-    bool keepWhatTempFilesSaid() override;
+    bool keepWhatTempFilesSaid() override { return saveDataToDisk(); }
     void restoreStarted(const std::string& directory) override;
     void restoreFinished() override;
 
 public slots:
-    // User actions and notifications; each waits its turn.
+    // User actions and notifications (FilesViewControllerActions.cpp); each waits its turn.
     void switchOnOff(int value);
     void hideOrUnhideFileInTable(const std::string& path);
     void revealFileInFinder(const std::string& path);
@@ -163,31 +145,9 @@ public slots:
 signals:
     void numberOfFilesOfCurrentGroupChanged();
     void saveTroubleChanged();
-    void errorsChanged();
-    void searchStateChanged();
-    void batchRunningChanged(bool isRunning); // the on/off switch stands apart from the selection meanwhile
 
 private:
-    std::int32_t move(WorkerOperation operation, const ListedFile& file, bool privilidged);
-    bool unhideParent(const ListedFile& file, bool collectErrors);
-    MovedItem outcomeBefore(const ListedFile& file) const;
-    bool mayAuthenticate() const;
-    bool askToAuthenticate(const QString& title, const QString& message);
-    void tell(const QString& title, const QString& message);
-    void tellOrCollect(const ListedFile& file, std::int32_t code, bool collectErrors);
-    bool runBatch(WorkerOperation operation, const Files& files, bool collectErrors);
-    bool moveEach(WorkerOperation operation, const Files& batch, bool collectErrors);
-    bool refuseToHide(const Files& batch, bool collectErrors);
-    QString saveTroubleText() const;
-    void setBatchRunning(bool isRunning);
     void takeIn(const InProgressRecord& said);
-
-    void markBroken(const ListedFile& file);
-    MissingFiles::Mounting mountingFor(const ListedFile& file);
-    bool mayLocate(const ListedFile& file);
-    bool mayLocateAlready(const ListedFile& file) const;
-    bool findEverywhere(const ListedFile& file);
-    void searchForMissing(const Files& batch);
     void askAboutVisible(const ListedFile& file);
     void askAboutHidden(const ListedFile& file);
 
@@ -195,20 +155,11 @@ private:
     FileList m_files;
     FilesController m_filesController{m_files};
     FilterController m_filterController;
-    std::vector<ErrorEntry> m_errors;
-    ItemMover m_mover{m_files, m_parts.cloakWorker};
-    MovedItem m_outcome; // of the item in hand
-    std::vector<MovedItem> m_lastBatch;
-    std::vector<Error> m_batchTroubles;
-    bool m_isBatchRunning = false;
-    std::function<bool()> m_stopAsked;
-    MissingFiles m_missing{m_files, m_parts.turns, m_parts.mounter};
-    std::unordered_set<ListedFile> m_searchedInBatch;
-    std::map<std::string, bool> m_mayLocate; // answers by volume
+    BrokenFiles m_brokenFiles{m_parts, m_files, *this};
+    HideOperations m_hideOperations{m_parts, m_files, m_brokenFiles, *this};
     Restores m_restores{m_parts.cloakWorker};
     std::optional<Error> m_saveTrouble;
     std::optional<std::uint64_t> m_savedRevision;
-    bool m_nobodyThere = false;
 };
 
 } // namespace veilkeep

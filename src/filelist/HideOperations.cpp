@@ -1,16 +1,14 @@
-#include "core/log/Log.h"
-#include "core/names/BaseCloakLogic.h"
-#include "core/protocol/InProgressRecord.h"
-#include "core/protocol/SecurityController.h"
-#include "core/protocol/WorkerError.h"
-#include "filelist/FilesViewController.h"
-#include "filelist/Texts.h"
-#include "format/ErrorText.h"
+#include "filelist/HideOperations.h"
+
+#include <exception>
 
 #include "core/base/PathText.h"
-
-#include <algorithm>
-#include <exception>
+#include "core/log/Log.h"
+#include "core/names/BaseCloakLogic.h"
+#include "core/protocol/SecurityController.h"
+#include "core/protocol/WorkerError.h"
+#include "filelist/Texts.h"
+#include "format/ErrorText.h"
 
 namespace veilkeep {
 namespace {
@@ -18,7 +16,7 @@ namespace {
 constexpr int defaultButton = 1;
 
 QString text(const char* source) {
-    return QCoreApplication::translate("FilesViewController", source);
+    return QCoreApplication::translate("HideOperations", source);
 }
 
 bool is(std::int32_t code, WorkerError error) {
@@ -27,8 +25,12 @@ bool is(std::int32_t code, WorkerError error) {
 
 } // namespace
 
-bool FilesViewController::hideFile(const ListedFile& file, bool privilidged, bool collectErrors) {
-    tryToFixFile(file);
+HideOperations::HideOperations(const FilesViewControllerParts& parts, FileList& files, BrokenFiles& missing,
+                               ListSaver& saver)
+    : m_parts(parts), m_files(files), m_missing(missing), m_saver(saver), m_mover(files, parts.cloakWorker) {}
+
+bool HideOperations::hideFile(const ListedFile& file, bool privilidged, bool collectErrors) {
+    m_missing.tryToFixFile(file);
     m_outcome = outcomeBefore(file);
     if (file->state() != File::Visible)
         return true;
@@ -55,8 +57,8 @@ bool FilesViewController::hideFile(const ListedFile& file, bool privilidged, boo
     return false;
 }
 
-bool FilesViewController::unhideFile(const ListedFile& file, bool privilidged, bool collectErrors) {
-    tryToFixFile(file);
+bool HideOperations::unhideFile(const ListedFile& file, bool privilidged, bool collectErrors) {
+    m_missing.tryToFixFile(file);
     m_outcome = outcomeBefore(file);
     if (file->state() != File::Hidden)
         return true;
@@ -85,7 +87,7 @@ bool FilesViewController::unhideFile(const ListedFile& file, bool privilidged, b
 }
 
 // The item is hidden only because a directory above it is.
-bool FilesViewController::unhideParent(const ListedFile& file, bool collectErrors) {
+bool HideOperations::unhideParent(const ListedFile& file, bool collectErrors) {
     const QString title = text("Parent directory is hidden.");
     const QString item = shownPath(file->originalPath());
     m_outcome.errorCode = static_cast<std::int32_t>(WorkerError::Unknown);
@@ -103,7 +105,7 @@ bool FilesViewController::unhideParent(const ListedFile& file, bool collectError
     }
     const std::string visible = BaseCloakLogic::constructOriginalFullFileName(*hiddenDirectory);
     const QString directory = shownPath(visible);
-    const ListedFile parent = findFileWithPath(*hiddenDirectory);
+    const ListedFile parent = m_files.withPath(*hiddenDirectory);
     if (!parent) {
         if (collectErrors)
             addError(text("Parent directory is hidden"), *file);
@@ -133,27 +135,27 @@ bool FilesViewController::unhideParent(const ListedFile& file, bool collectError
     return isUnhidden;
 }
 
-std::int32_t FilesViewController::move(WorkerOperation operation, const ListedFile& file, bool privilidged) {
+std::int32_t HideOperations::move(WorkerOperation operation, const ListedFile& file, bool privilidged) {
     const std::int32_t code = m_mover.move(operation, file, privilidged).errorCode();
     m_outcome = {file, code, code == 0 ? QString() : workerErrorText(code), code == 0};
     return code;
 }
 
 // As long as nothing is done.
-MovedItem FilesViewController::outcomeBefore(const ListedFile& file) const {
+MovedItem HideOperations::outcomeBefore(const ListedFile& file) const {
     if (file->state() != File::Broken)
         return {file, 0, {}, false};
     return {file, static_cast<std::int32_t>(WorkerError::NotFound),
-            isOnAbsentVolume(file) ? text("The volume that the item lies on is not mounted.")
-                                   : workerErrorText(WorkerError::NotFound),
+            m_missing.isOnAbsentVolume(file) ? text("The volume that the item lies on is not mounted.")
+                                             : workerErrorText(WorkerError::NotFound),
             false};
 }
 
-bool FilesViewController::mayAuthenticate() const {
+bool HideOperations::mayAuthenticate() const {
     return m_parts.security && m_parts.security->isEnabled();
 }
 
-bool FilesViewController::askToAuthenticate(const QString& title, const QString& message) {
+bool HideOperations::askToAuthenticate(const QString& title, const QString& message) {
     const int answer = m_parts.alerts.ADRunCriticalAlertSheet(Alert::Window::None, title, message,
                                                               text("Authentificate"), text("Cancel"));
     if (answer == defaultButton)
@@ -161,62 +163,62 @@ bool FilesViewController::askToAuthenticate(const QString& title, const QString&
     return answer == defaultButton;
 }
 
-void FilesViewController::tell(const QString& title, const QString& message) {
+void HideOperations::tell(const QString& title, const QString& message) {
     m_parts.alerts.ADRunCriticalAlertSheet(Alert::Window::None, title, message, text("OK"));
 }
 
-void FilesViewController::tellOrCollect(const ListedFile& file, std::int32_t code, bool collectErrors) {
+void HideOperations::tellOrCollect(const ListedFile& file, std::int32_t code, bool collectErrors) {
     if (collectErrors)
         addError(workerErrorText(code), *file);
     else
         tell(text("Error for file: %1").arg(shownPath(file->originalPath())), workerErrorText(code));
 }
 
-bool FilesViewController::hideFiles(const Files& files, bool collectErrors) {
+bool HideOperations::hideFiles(const Files& files, bool collectErrors) {
     return runBatch(WorkerOperation::Hide, files, collectErrors);
 }
 
-bool FilesViewController::unhideFiles(const Files& files, bool collectErrors) {
+bool HideOperations::unhideFiles(const Files& files, bool collectErrors) {
     return runBatch(WorkerOperation::Unhide, files, collectErrors);
 }
 
-bool FilesViewController::runBatch(WorkerOperation operation, const Files& files, bool collectErrors) {
+bool HideOperations::runBatch(WorkerOperation operation, const Files& files, bool collectErrors) {
     const bool hides = operation == WorkerOperation::Hide;
     const Files batch = files; // the list may change meanwhile
     m_lastBatch.clear();
     if (batch.empty()) {
-        saveDataToDisk();
+        m_saver.saveDataToDisk();
         return true;
     }
-    if (const bool isSaved = saveDataToDisk(); hides && (!isSaved || m_parts.dataFile.isOfNewerVersion()))
+    if (const bool isSaved = m_saver.saveDataToDisk(); hides && !isSaved)
         return refuseToHide(batch, collectErrors);
     m_parts.progress.showProgressForWindow(Alert::Window::Main,
                                            hides ? text("Hiding of files started. Please wait...")
                                                  : text("Unhiding of files is in progress. Please wait..."));
     setBatchRunning(true);
-    m_parts.cloakWorker.setTraceWishes({m_parts.defaults.boolean("CleanRecentItems"), m_nobodyThere});
+    m_parts.cloakWorker.setTraceWishes(
+        {m_parts.defaults.boolean("CleanRecentItems"), m_missing.isNobodyThere()});
     bool allWell = true;
     try {
-        searchForMissing(batch);
+        m_missing.beginBatch(batch);
         allWell = moveEach(operation, batch, collectErrors);
     } catch (const std::exception& exception) {
         logLine(std::string("Error: ") + exception.what());
     }
-    m_searchedInBatch.clear();
-    m_mayLocate.clear();
+    m_missing.endBatch();
     for (const Error& trouble : m_batchTroubles = m_mover.finish())
         logError("What was done may not survive a power cut", trouble);
-    saveDataToDisk();
+    m_saver.saveDataToDisk();
     m_parts.progress.hideProgress();
     setBatchRunning(false);
     return allWell;
 }
 
-bool FilesViewController::moveEach(WorkerOperation operation, const Files& batch, bool collectErrors) {
+bool HideOperations::moveEach(WorkerOperation operation, const Files& batch, bool collectErrors) {
     const bool hides = operation == WorkerOperation::Hide;
     bool allWell = true;
     for (const ListedFile& file : batch) {
-        if ((!hides && m_parts.turns.isLeaving()) || (m_stopAsked && m_stopAsked())) {
+        if ((!hides && m_parts.turns.isLeaving()) || m_parts.progress.isCancelled()) {
             m_lastBatch.push_back({file, static_cast<std::int32_t>(WorkerError::Cancelled),
                                    workerErrorText(WorkerError::Cancelled), false});
             allWell = false;
@@ -234,8 +236,8 @@ bool FilesViewController::moveEach(WorkerOperation operation, const Files& batch
 }
 
 // Where the list cannot be saved nothing may vanish from sight.
-bool FilesViewController::refuseToHide(const Files& batch, bool collectErrors) {
-    const QString reason = text("The list of items could not be saved: %1").arg(saveTroubleText());
+bool HideOperations::refuseToHide(const Files& batch, bool collectErrors) {
+    const QString reason = text("The list of items could not be saved: %1").arg(m_saver.whyItCannotBeSaved());
     for (const ListedFile& file : batch) {
         m_lastBatch.push_back({file, static_cast<std::int32_t>(WorkerError::Unknown), reason, false});
         if (collectErrors)
@@ -246,142 +248,30 @@ bool FilesViewController::refuseToHide(const Files& batch, bool collectErrors) {
     return false;
 }
 
-QString FilesViewController::saveTroubleText() const {
-    if (m_parts.dataFile.isOfNewerVersion())
-        return errorReason({ErrorCode::NewerVersion, {}, {}, 0});
-    return m_saveTrouble ? errorReason(*m_saveTrouble) + " (" + shownPath(m_saveTrouble->path) + ")"
-                         : QString();
-}
-
-void FilesViewController::setBatchRunning(bool isRunning) {
+void HideOperations::setBatchRunning(bool isRunning) {
     m_isBatchRunning = isRunning;
     emit batchRunningChanged(isRunning);
 }
 
-bool FilesViewController::hideAllFilesOfGroup(std::int64_t groupID, bool collectErrors) {
-    const bool allWell = hideFiles(getAllFilesOfGroup(groupID).value_or(Files()), collectErrors);
-    m_filesController.clearSelection();
-    return allWell;
-}
-
-bool FilesViewController::unhideAllFilesOfGroup(std::int64_t groupID, bool collectErrors) {
-    const bool allWell = unhideFiles(getAllFilesOfGroup(groupID).value_or(Files()), collectErrors);
-    m_filesController.clearSelection();
-    return allWell;
-}
-
-void FilesViewController::hideAllFilesOfCurrentGroup() {
-    if (const Files shown = m_filesController.arrangedObjects(); !shown.empty())
-        hideFiles(shown, false);
-    m_filesController.clearSelection();
-}
-
-void FilesViewController::unhideAllFilesOfCurrentGroup() {
-    if (const Files shown = m_filesController.arrangedObjects(); !shown.empty())
-        unhideFiles(shown, false);
-    m_filesController.clearSelection();
-}
-
-bool FilesViewController::ifAllFilesAreVisible() const {
-    return std::ranges::all_of(m_filesController.arrangedObjects(),
-                               [](const ListedFile& file) { return file->state() == File::Visible; });
-}
-
-bool FilesViewController::ifAllFilesAreHidden() const {
-    return std::ranges::all_of(m_filesController.arrangedObjects(),
-                               [](const ListedFile& file) { return file->state() == File::Hidden; });
-}
-
-bool FilesViewController::isFileHidden(std::ptrdiff_t row) const {
-    return row >= 0 &&
-           m_filesController.arrangedObjects()[static_cast<std::size_t>(row)]->state() == File::Hidden;
-}
-
-bool FilesViewController::ifNoHiddenInArray(const Files& files) {
-    return std::ranges::none_of(files, [](const ListedFile& file) { return file->state() == File::Hidden; });
-}
-
-bool FilesViewController::ifAllFilesInArrayAreVisible(const Files& files) {
-    return std::ranges::none_of(files, [](const ListedFile& file) {
-        return file->state() == File::Hidden || file->state() == File::Broken;
-    });
-}
-
-void FilesViewController::addError(const QString& error, const File& forFile) {
+void HideOperations::addError(const QString& error, const File& forFile) {
     m_errors.push_back({shownPath(forFile.name()), error});
     m_outcome.reason = error;
     emit errorsChanged();
 }
 
-void FilesViewController::clearErrorList() {
+void HideOperations::clearErrorList() {
     m_errors.clear();
     emit errorsChanged();
 }
 
-int FilesViewController::showErrorsMessage(const QString& title, const QString& withInfoText,
-                                           const QStringList& andButtons) {
+int HideOperations::showErrorsMessage(const QString& title, const QString& withInfoText,
+                                      const QStringList& andButtons) {
     Alert alert;
     alert.style = Alert::Style::Informational;
     alert.title = title;
     alert.message = withInfoText;
     alert.errors = m_errors;
     return m_parts.alerts.runAlert(std::move(alert), andButtons);
-}
-
-void FilesViewController::switchOnOff(int value) {
-    m_parts.turns.run([this, value] {
-        if (value == 1)
-            hideFiles(getAllSelectedFiles(), false);
-        else if (value == 0)
-            unhideFiles(getAllSelectedFiles(), false);
-    });
-}
-
-void FilesViewController::revealFileInFinder(const std::string& path) {
-    if (m_parts.fileViewer)
-        m_parts.fileViewer->selectFile(path);
-}
-
-void FilesViewController::checkTempFiles() {
-    m_parts.turns.run([this] { m_parts.cloakWorker.checkTempFiles(); });
-}
-
-void FilesViewController::shouldCleanRecents(const QString& answer) {
-    m_parts.defaults.set("CleanRecentItems", answer == "Yes");
-    m_parts.defaults.set("CleanRecentItems_UserAcknowledged", true);
-    if (const auto stored = m_parts.defaults.synchronize(); !stored)
-        logError("The answer about recent items could not be stored", stored.error());
-}
-
-void FilesViewController::processTempFile(const PropertyDictionary& record) {
-    if (const auto said = recordFromDictionary(record))
-        takeIn(*said);
-    else
-        logError("An in-progress record says nothing", said.error());
-    emit numberOfFilesOfCurrentGroupChanged();
-}
-
-void FilesViewController::takeIn(const InProgressRecord& said) {
-    ListedFile known = findFileWithOriginalPath(said.originalPath);
-    if (!known)
-        known = findFileWithPath(said.currentPath);
-    if (!known) {
-        m_files.append(File::fileWithPath(said.currentPath, said.originalPath, said.action));
-        return;
-    }
-    m_files.change(known, [&](File& file) {
-        AliasResolver resolver(AliasResolver::Reach::Nearby);
-        file.setPath(said.currentPath);
-        file.syncPathWithAlias(resolver);
-    });
-}
-
-bool FilesViewController::keepWhatTempFilesSaid() {
-    return saveDataToDisk();
-}
-
-void FilesViewController::setNobodyThere(bool nobodyThere) {
-    m_nobodyThere = nobodyThere;
 }
 
 } // namespace veilkeep

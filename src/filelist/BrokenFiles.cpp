@@ -1,0 +1,141 @@
+#include "filelist/BrokenFiles.h"
+
+#include "core/filesystem/ItemAtPath.h"
+#include "core/log/Log.h"
+#include "core/tracking/AliasRecord.h"
+#include "filelist/Texts.h"
+
+#include <algorithm>
+#include <iterator>
+#include <string_view>
+
+namespace veilkeep {
+namespace {
+
+constexpr int defaultButton = 1;
+
+QString text(const char* source) {
+    return QCoreApplication::translate("BrokenFiles", source);
+}
+
+bool isThere(const ListedFile& file) {
+    return itemExistsAt(std::string(file->path()));
+}
+
+} // namespace
+
+BrokenFiles::BrokenFiles(const FilesViewControllerParts& parts, FileList& files, ListSaver& saver)
+    : m_parts(parts), m_files(files), m_saver(saver), m_missing(files, parts.turns, parts.mounter) {
+    connect(&m_missing, &MissingFiles::backgroundSearchEnded, this, &BrokenFiles::searchStateChanged);
+    connect(&m_missing, &MissingFiles::backgroundSearchFinished, this, [this] {
+        updateStates();
+        m_saver.saveDataToDisk();
+        emit searchStateChanged();
+    });
+}
+
+void BrokenFiles::performSanityCheck(const Files& files) {
+    for (const ListedFile& file : m_missing.missingOf(Files(files)))
+        markBroken(file);
+    m_saver.saveDataToDisk();
+}
+
+bool BrokenFiles::performSanityCheckForFile(const ListedFile& file) {
+    const bool isMissing = !m_missing.missingOf({file}).empty();
+    if (isMissing)
+        markBroken(file);
+    return !isMissing;
+}
+
+void BrokenFiles::markBroken(const ListedFile& file) {
+    if (file->state() != File::Broken)
+        m_files.change(file, [](File& record) { record.setState(File::Broken); });
+}
+
+BrokenFiles::Files BrokenFiles::brokenFiles() const {
+    Files broken;
+    std::ranges::copy_if(m_files.all(), std::back_inserter(broken),
+                         [](const ListedFile& file) { return file->state() == File::Broken; });
+    return broken;
+}
+
+// Items that are there again are broken no more.
+void BrokenFiles::updateStates() {
+    for (const ListedFile& file : brokenFiles())
+        if (veilkeep::isThere(file))
+            m_files.change(file, [](File& record) { record.setState(stateOfPlace(record)); });
+}
+
+void BrokenFiles::tryToFixFile(const ListedFile& file) {
+    const MissingFiles::Mounting mounting = mountingFor(file);
+    bool isFound = m_missing.isThere(file, mounting);
+    if (!isFound && mayBeFoundEverywhere(file, mounting)) {
+        searchAndWait({file});
+        isFound = veilkeep::isThere(file);
+    }
+    if (!isFound)
+        logLine("Failed to locate file. Wont do anything");
+    const std::int32_t state = isFound ? stateOfPlace(*file) : std::int32_t{File::Broken};
+    if (file->state() != state)
+        m_files.change(file, [&](File& record) { record.setState(state); });
+}
+
+MissingFiles::Mounting BrokenFiles::mountingFor(const ListedFile& file) {
+    using Mounting = MissingFiles::Mounting;
+    if (m_nobodyThere)
+        return Mounting::Never;
+    if (veilkeep::isThere(file) || !file->isWhereVolumesComeAndGo())
+        return Mounting::Silently;
+    return mayLocate(file) ? Mounting::WithQuestions : Mounting::Never;
+}
+
+bool BrokenFiles::mayBeFoundEverywhere(const ListedFile& file, MissingFiles::Mounting mounting) const {
+    return mounting != MissingFiles::Mounting::Never && !m_searchedInBatch.contains(file) &&
+           !m_missing.isOnAbsentVolume(file);
+}
+
+bool BrokenFiles::mayLocate(const ListedFile& file) {
+    const auto alias = decodeAliasRecord(file->alias().value_or(std::string_view()));
+    const std::string volume = alias ? alias->volume.uuid : std::string();
+    if (const auto known = m_mayLocate.find(volume); known != m_mayLocate.end())
+        return known->second;
+    const int answer = m_parts.alerts.ADRunInformationalAlertSheet(
+        Alert::Window::Main,
+        text("The file \"%1\" is located on a volume (network or a flash drive) and cannot be found.")
+            .arg(shownPath(file->originalPath())),
+        text("Veilkeep can try to find it, but this can take some time. Would you like to locate it "
+             "automatically?"),
+        text("Locate"), text("Ignore"));
+    if (m_isInBatch)
+        m_mayLocate[volume] = answer == defaultButton;
+    return answer == defaultButton;
+}
+
+void BrokenFiles::beginBatch(const Files& batch) {
+    m_isInBatch = true;
+    if (m_nobodyThere)
+        return;
+    Files wanted;
+    for (const ListedFile& file : batch)
+        if (!veilkeep::isThere(file) && !file->isWhereVolumesComeAndGo())
+            wanted.push_back(file);
+    searchAndWait(m_missing.missingOf(wanted));
+    m_searchedInBatch.insert(wanted.begin(), wanted.end());
+}
+
+void BrokenFiles::endBatch() {
+    m_isInBatch = false;
+    m_searchedInBatch.clear();
+    m_mayLocate.clear();
+}
+
+void BrokenFiles::searchAndWait(const Files& files) {
+    if (files.empty())
+        return;
+    m_parts.progress.updateWithSubStage(text("Searching for missing items..."));
+    m_missing.searchAndWait(files,
+                            [this] { return m_parts.progress.isCancelled() || m_parts.turns.isLeaving(); });
+    updateStates();
+}
+
+} // namespace veilkeep

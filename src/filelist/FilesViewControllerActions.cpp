@@ -1,0 +1,160 @@
+#include "core/log/Log.h"
+#include "core/protocol/InProgressRecord.h"
+#include "filelist/FilesViewController.h"
+#include "filelist/MainThread.h"
+#include "filelist/Texts.h"
+
+#include <QTimer>
+
+#include <algorithm>
+
+namespace veilkeep {
+namespace {
+
+constexpr int shortestCheck = 500; // milliseconds that the panel of a check stays after it
+
+QString text(const char* source) {
+    return QCoreApplication::translate("FilesViewController", source);
+}
+
+} // namespace
+
+void FilesViewController::start() {
+    loadDataFromDisk();
+    m_parts.cloakWorker.setDelegate(this);
+    m_parts.cloakWorker.checkTempFiles();
+    performSanityCheck(m_files.all());
+    m_brokenFiles.searchDeeply(m_brokenFiles.brokenFiles());
+}
+
+bool FilesViewController::hideAllFilesOfGroup(std::int64_t groupID, bool collectErrors) {
+    const bool allWell = hideFiles(getAllFilesOfGroup(groupID).value_or(Files()), collectErrors);
+    m_filesController.clearSelection();
+    return allWell;
+}
+
+bool FilesViewController::unhideAllFilesOfGroup(std::int64_t groupID, bool collectErrors) {
+    const bool allWell = unhideFiles(getAllFilesOfGroup(groupID).value_or(Files()), collectErrors);
+    m_filesController.clearSelection();
+    return allWell;
+}
+
+void FilesViewController::hideAllFilesOfCurrentGroup() {
+    if (const Files shown = m_filesController.arrangedObjects(); !shown.empty())
+        hideFiles(shown, false);
+    m_filesController.clearSelection();
+}
+
+void FilesViewController::unhideAllFilesOfCurrentGroup() {
+    if (const Files shown = m_filesController.arrangedObjects(); !shown.empty())
+        unhideFiles(shown, false);
+    m_filesController.clearSelection();
+}
+
+bool FilesViewController::ifAllFilesAreVisible() const {
+    return std::ranges::all_of(m_filesController.arrangedObjects(),
+                               [](const ListedFile& file) { return file->state() == File::Visible; });
+}
+
+bool FilesViewController::ifAllFilesAreHidden() const {
+    return std::ranges::all_of(m_filesController.arrangedObjects(),
+                               [](const ListedFile& file) { return file->state() == File::Hidden; });
+}
+
+bool FilesViewController::isFileHidden(std::ptrdiff_t row) const {
+    return row >= 0 &&
+           m_filesController.arrangedObjects()[static_cast<std::size_t>(row)]->state() == File::Hidden;
+}
+
+bool FilesViewController::ifNoHiddenInArray(const Files& files) {
+    return std::ranges::none_of(files, [](const ListedFile& file) { return file->state() == File::Hidden; });
+}
+
+bool FilesViewController::ifAllFilesInArrayAreVisible(const Files& files) {
+    return std::ranges::none_of(files, [](const ListedFile& file) {
+        return file->state() == File::Hidden || file->state() == File::Broken;
+    });
+}
+
+void FilesViewController::switchOnOff(int value) {
+    m_parts.turns.run([this, value] {
+        if (value == 1)
+            hideFiles(getAllSelectedFiles(), false);
+        else if (value == 0)
+            unhideFiles(getAllSelectedFiles(), false);
+    });
+}
+
+void FilesViewController::revealFileInFinder(const std::string& path) {
+    if (m_parts.fileViewer)
+        m_parts.fileViewer->selectFile(path);
+}
+
+void FilesViewController::checkTempFiles() {
+    m_parts.turns.run([this] { m_parts.cloakWorker.checkTempFiles(); });
+}
+
+void FilesViewController::shouldCleanRecents(const QString& answer) {
+    m_parts.defaults.set("CleanRecentItems", answer == "Yes");
+    m_parts.defaults.set("CleanRecentItems_UserAcknowledged", true);
+    if (const auto stored = m_parts.defaults.synchronize(); !stored)
+        logError("The answer about recent items could not be stored", stored.error());
+}
+
+void FilesViewController::processTempFile(const PropertyDictionary& record) {
+    if (const auto said = recordFromDictionary(record))
+        takeIn(*said);
+    else
+        logError("An in-progress record says nothing", said.error());
+    emit numberOfFilesOfCurrentGroupChanged();
+}
+
+void FilesViewController::takeIn(const InProgressRecord& said) {
+    ListedFile known = findFileWithOriginalPath(said.originalPath);
+    if (!known)
+        known = findFileWithPath(said.currentPath);
+    if (!known) {
+        m_files.append(File::fileWithPath(said.currentPath, said.originalPath, said.action));
+        return;
+    }
+    m_files.change(known, [&](File& file) {
+        AliasResolver resolver(AliasResolver::Reach::Nearby);
+        file.setPath(said.currentPath);
+        file.syncPathWithAlias(resolver);
+    });
+}
+
+void FilesViewController::performSanityCheckOfAll() {
+    m_parts.turns.run([this] {
+        m_parts.progress.showProgressForWindow(Alert::Window::Main,
+                                               text("Searching for inconsistent files. Please wait..."),
+                                               ProgressController::Cancelling::Offered);
+        performSanityCheck(m_files.all());
+        m_brokenFiles.searchAndWait(m_brokenFiles.brokenFiles());
+        saveDataToDisk();
+        bool isOver = false;
+        QTimer::singleShot(shortestCheck, this, [&isOver] { isOver = true; });
+        MainThread::runUntil([&] { return isOver; });
+        m_parts.progress.hideProgress();
+    });
+}
+
+void FilesViewController::hideOrUnhideFileInTable(const std::string& path) {
+    m_parts.turns.run([this, path] {
+        const ListedFile file = findFileWithPath(path);
+        if (!file)
+            return;
+        if (file->state() == File::Broken)
+            tryToFixFile(file);
+        if (file->state() == File::Visible)
+            hideFiles({file}, false);
+        else if (file->state() == File::Hidden)
+            unhideFiles({file}, false);
+        else if (file->stateFromPath() == File::Visible)
+            askAboutVisible(file);
+        else
+            askAboutHidden(file);
+    });
+}
+
+} // namespace veilkeep
