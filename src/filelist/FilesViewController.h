@@ -21,6 +21,8 @@
 
 namespace veilkeep {
 
+class AddBatches;
+
 // Owns the one list of files and does everything to it: keeps it on the disk, adds and removes items, hides
 // and brings them back, finds those that went missing. Main thread; operations that users start go through
 // Turns (the slots do), the others belong to whoever runs at that moment.
@@ -44,10 +46,12 @@ public:
     std::string pathForDataFile() const; // makes its folder
     std::optional<std::vector<File>> readFilesInfoFileAtPath(const std::string& path) const;
     bool saveFilesArrayToDisk(const Files& files, const std::string& atPath); // false: logged, as it was
-    // Nothing is written where nothing changed. False: saveTrouble() says why.
+    // Nothing is written where nothing changed; that holds of a list of a newer version as well, which no
+    // save succeeds with. False: saveTrouble() says why.
     bool saveDataToDisk();
     void loadDataFromDisk(); // tells the user when it was not the whole truth
-    // How many records the source brought. Either file missing: logged, and nothing changes.
+    // How many records the source brought. ENOENT where either file is missing, which is logged. After an
+    // error nothing has changed, but where the own list could not be saved: it holds them then.
     Result<std::size_t> mergeFilesInfoFile(const std::string& targetPath, const std::string& withFile);
     const std::optional<Error>& saveTrouble() const { return m_saveTrouble; } // of the last save; lasting
 
@@ -157,6 +161,11 @@ signals:
 private:
     enum class Operation { Hide, Unhide };
 
+    std::unique_ptr<AddBatches> makeAddBatches();
+    void addNewFiles(std::vector<File> files);
+    void setSaveTrouble(std::optional<Error> trouble);
+    void removeOrTakeOutOfGroup(const Files& files, bool forceRemove);
+
     const FilesViewControllerParts m_parts;
     FileList m_files;
     FilesController m_filesController{m_files};
@@ -167,6 +176,7 @@ private:
     std::optional<Error> m_saveTrouble;
     std::optional<std::uint64_t> m_savedRevision;
     bool m_nobodyThere = false;
+    std::unique_ptr<AddBatches> m_addBatches;
 };
 
 } // namespace veilkeep
