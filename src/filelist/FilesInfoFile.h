@@ -22,15 +22,17 @@ public:
     const std::string& path() const { return m_file.path(); }
 
     struct Loaded {
-        std::vector<File> files;
-        std::optional<Error> trouble; // why the file itself could not be taken
-        std::string earlierCopy;      // taken instead; empty where none was
+        std::optional<std::vector<File>> files; // nothing where there is no file, or none that can be read
+        std::optional<Error> trouble;           // why the file itself could not be taken, or taken freely
+        std::string earlierCopy;                // taken instead; empty where none was
     };
-    // What the place holds, else the newest earlier copy that can be read. No file at all is an empty list.
+    // What the place holds, else the newest earlier copy that can be read. With the trouble NewerVersion and
+    // no earlier copy the files are those of the file itself, which a later version wrote.
     Loaded load();
 
-    // Nothing where it is missing or cannot be read; nothing else is taken in its place.
-    std::optional<std::vector<File>> read();
+    // What the place holds; nothing else is taken in its place. Files of a later version that can be read are
+    // answered too: isOfNewerVersion() tells.
+    Result<std::vector<File>> read();
 
     // NewerVersion when a later version wrote what was loaded: that must stay as it is.
     Result<SafeFile::Saved> save(std::span<const ListedFile> files);
@@ -38,10 +40,13 @@ public:
     bool isOfNewerVersion() const { return m_isOfNewerVersion; }
 
     // Whether the place holds, unchanged and durably, what was loaded or saved last.
-    bool isAsLeft() const;
+    bool isAsLeft() const { return m_file.isAsLeft(); }
 
 private:
+    Result<std::vector<File>> take(std::string bytes, const std::string& path);
+
     SafeFile m_file;
+    std::size_t m_maximumSize;
     std::vector<PropertyDictionary::Entry> m_unknown; // beside "files"
     bool m_isOfNewerVersion = false;
 };

@@ -22,6 +22,7 @@
 
 namespace veilkeep {
 
+class AddBatches;
 struct InProgressRecord;
 
 // Owns the one list of files and does everything to it: keeps it on the disk, adds and removes items, hides
@@ -47,11 +48,13 @@ public:
     std::string pathForDataFile() const; // makes its folder
     std::optional<std::vector<File>> readFilesInfoFileAtPath(const std::string& path) const;
     bool saveFilesArrayToDisk(const Files& files, const std::string& atPath); // false: logged, as it was
-    // Nothing is written where nothing changed. False: saveTrouble() says why.
+    // Nothing is written where nothing changed; that holds of a list of a newer version as well, which no
+    // save succeeds with. False: saveTrouble() says why.
     bool saveDataToDisk() override;
     QString whyItCannotBeSaved() const override;
     void loadDataFromDisk(); // tells the user when it was not the whole truth
-    // How many records the source brought. Either file missing: logged, and nothing changes.
+    // How many records the source brought. ENOENT where either file is missing, which is logged. After an
+    // error nothing has changed, but where the own list could not be saved: it holds them then.
     Result<std::size_t> mergeFilesInfoFile(const std::string& targetPath, const std::string& withFile);
     const std::optional<Error>& saveTrouble() const { return m_saveTrouble; } // of the last save; lasting
 
@@ -151,6 +154,11 @@ private:
     void askAboutVisible(const ListedFile& file);
     void askAboutHidden(const ListedFile& file);
 
+    std::unique_ptr<AddBatches> makeAddBatches();
+    void addNewFiles(std::vector<File> files);
+    void setSaveTrouble(std::optional<Error> trouble);
+    void removeOrTakeOutOfGroup(const Files& files, bool forceRemove);
+
     const FilesViewControllerParts m_parts;
     FileList m_files;
     FilesController m_filesController{m_files};
@@ -160,6 +168,7 @@ private:
     Restores m_restores{m_parts.cloakWorker};
     std::optional<Error> m_saveTrouble;
     std::optional<std::uint64_t> m_savedRevision;
+    std::unique_ptr<AddBatches> m_addBatches;
 };
 
 } // namespace veilkeep

@@ -1,7 +1,5 @@
 #include "filelist/HideOperations.h"
 
-#include <exception>
-
 #include "core/base/PathText.h"
 #include "core/log/Log.h"
 #include "core/names/BaseCloakLogic.h"
@@ -9,6 +7,8 @@
 #include "core/protocol/WorkerError.h"
 #include "filelist/Texts.h"
 #include "format/ErrorText.h"
+
+#include <exception>
 
 namespace veilkeep {
 namespace {
@@ -190,7 +190,8 @@ bool HideOperations::runBatch(WorkerOperation operation, const Files& files, boo
         m_saver.saveDataToDisk();
         return true;
     }
-    if (const bool isSaved = m_saver.saveDataToDisk(); hides && !isSaved)
+    if (const bool isSaved = m_saver.saveDataToDisk();
+        hides && (!isSaved || m_parts.dataFile.isOfNewerVersion()))
         return refuseToHide(batch, collectErrors);
     m_parts.progress.showProgressForWindow(Alert::Window::Main,
                                            hides ? text("Hiding of files started. Please wait...")

@@ -64,6 +64,13 @@ Result<SafeFile::Saved> SafeFile::save(std::string_view bytes) {
     return replace(*target, *present, bytes, digest);
 }
 
+bool SafeFile::isAsLeft() const {
+    if (!m_seen || m_seen->durability != Durability::Proven)
+        return false;
+    const auto present = fileStamp(m_path);
+    return present && *present == m_seen->stamp;
+}
+
 std::vector<std::string> SafeFile::earlierCopies() const {
     const auto target = replaceTarget(m_path);
     return target ? EarlierCopies(*target).list(m_options.clock()) : std::vector<std::string>();

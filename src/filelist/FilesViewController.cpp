@@ -1,0 +1,271 @@
+#include "filelist/FilesViewController.h"
+
+#include "core/base/PathText.h"
+#include "core/filesystem/Directories.h"
+#include "core/filesystem/FileStamp.h"
+#include "core/filesystem/ItemAtPath.h"
+#include "core/log/Log.h"
+#include "filelist/AddBatches.h"
+#include "filelist/LoadingTrouble.h"
+#include "filelist/Texts.h"
+#include "format/ErrorText.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <utility>
+
+namespace veilkeep {
+namespace {
+
+QString text(const char* source) {
+    return QCoreApplication::translate("FilesViewController", source);
+}
+
+bool isSameFile(const std::string& left, const std::string& right) {
+    const auto leftStamp = fileStamp(left);
+    const auto rightStamp = fileStamp(right);
+    return left == right || (leftStamp && rightStamp && *leftStamp && *leftStamp == *rightStamp);
+}
+
+// What the target does not hold yet, by original path, goes to its end and into no group.
+std::size_t mergeInto(FileList& target, std::vector<File> source) {
+    const std::size_t before = target.size();
+    for (File& file : source) {
+        if (target.withOriginalPath(file.originalPath()))
+            continue;
+        file.setGroupID(CurrentGroup::allFiles);
+        target.append(std::move(file));
+    }
+    return target.size() - before;
+}
+
+} // namespace
+
+FilesViewController::FilesViewController(const FilesViewControllerParts& parts)
+    : m_parts(parts), m_addBatches(makeAddBatches()) {
+    m_parts.cloakWorker.setDelegate(this);
+    connect(&m_filterController, &FilterController::filterPredicateChanged, this,
+            [this] { m_filesController.setFilterPredicate(m_filterController.filterPredicate()); });
+}
+
+FilesViewController::~FilesViewController() {
+    m_parts.cloakWorker.setDelegate(nullptr);
+    const bool wasNobodyThere = m_parts.alerts.isNobodyThere();
+    if (isAdding())
+        m_parts.alerts.setNobodyThere(true); // the batch may wait for an answer
+    m_addBatches.reset();
+    m_parts.alerts.setNobodyThere(wasNobodyThere);
+}
+
+std::string FilesViewController::pathForDataFile() const {
+    const std::string& path = m_parts.dataFile.path();
+    if (const auto made = makeDirectories(directoryOf(path), 0700); !made)
+        logError("The folder of the list could not be made", made.error());
+    return path;
+}
+
+std::optional<std::vector<File>> FilesViewController::readFilesInfoFileAtPath(const std::string& path) const {
+    auto files = FilesInfoFile(path).read();
+    return files ? std::optional(std::move(*files)) : std::nullopt;
+}
+
+bool FilesViewController::saveFilesArrayToDisk(const Files& files, const std::string& atPath) {
+    FilesInfoFile other(atPath);
+    const auto saved =
+        isSameFile(atPath, m_parts.dataFile.path()) ? m_parts.dataFile.save(files) : other.save(files);
+    if (!saved)
+        logError("Failed to save files info to file " + atPath, saved.error());
+    return saved.has_value();
+}
+
+bool FilesViewController::saveDataToDisk() {
+    FilesInfoFile& file = m_parts.dataFile;
+    const std::uint64_t revision = m_files.revision();
+    if (m_savedRevision == revision && (file.isOfNewerVersion() || file.isAsLeft()))
+        return true;
+    const auto saved = file.save(m_files.all());
+    if (saved) {
+        m_savedRevision = revision;
+        setSaveTrouble({});
+        return true;
+    }
+    logError("Failed to save files info to file " + file.path(), saved.error());
+    setSaveTrouble(saved.error());
+    return false;
+}
+
+QString FilesViewController::whyItCannotBeSaved() const {
+    if (m_parts.dataFile.isOfNewerVersion())
+        return errorReason({ErrorCode::NewerVersion, {}, {}, 0});
+    if (!m_saveTrouble)
+        return {};
+    return text("%1 (%2)").arg(errorReason(*m_saveTrouble), shownPath(m_parts.dataFile.path()));
+}
+
+void FilesViewController::setSaveTrouble(std::optional<Error> trouble) {
+    if (trouble == m_saveTrouble)
+        return;
+    m_saveTrouble = std::move(trouble);
+    emit saveTroubleChanged();
+}
+
+void FilesViewController::loadDataFromDisk() {
+    FilesInfoFile::Loaded loaded = m_parts.dataFile.load();
+    m_savedRevision.reset();
+    if (loaded.files) {
+        m_files.assign(std::move(*loaded.files));
+        if (!loaded.trouble || m_parts.dataFile.isOfNewerVersion())
+            m_savedRevision = m_files.revision();
+        emit numberOfFilesOfCurrentGroupChanged();
+    }
+    if (loaded.trouble)
+        tellLoadingTrouble(m_parts.alerts, m_parts.dataFile, *loaded.trouble, loaded.earlierCopy);
+}
+
+Result<std::size_t> FilesViewController::mergeFilesInfoFile(const std::string& targetPath,
+                                                            const std::string& withFile) {
+    for (const std::string& path : {targetPath, withFile})
+        if (!itemExistsAt(path)) {
+            logLine("One of files to merge is absent " + targetPath + " and " + withFile);
+            return Error::system("lstat", path, ENOENT);
+        }
+    FilesInfoFile sourceFile(withFile);
+    auto source = sourceFile.read();
+    if (!source)
+        return source.error();
+    if (sourceFile.isOfNewerVersion())
+        return Error{ErrorCode::NewerVersion, "read", withFile, 0};
+    if (isSameFile(targetPath, m_parts.dataFile.path())) {
+        const std::size_t count = mergeInto(m_files, std::move(*source));
+        emit numberOfFilesOfCurrentGroupChanged();
+        if (!saveDataToDisk())
+            return *m_saveTrouble;
+        return count;
+    }
+    FilesInfoFile targetFile(targetPath);
+    auto target = targetFile.read();
+    if (!target)
+        return target.error();
+    FileList merged;
+    merged.assign(std::move(*target));
+    const std::size_t count = mergeInto(merged, std::move(*source));
+    if (const auto saved = targetFile.save(merged.all()); !saved) {
+        logError("Failed to save files info to file " + targetPath, saved.error());
+        return saved.error();
+    }
+    return count;
+}
+
+std::optional<FilesViewController::Files>
+FilesViewController::getAllFilesOfGroup(std::optional<std::int64_t> groupID) const {
+    if (!groupID)
+        return std::nullopt;
+    Files files;
+    std::ranges::copy_if(m_files.all(), std::back_inserter(files), [&](const ListedFile& file) {
+        return *groupID == CurrentGroup::allFiles || file->groupID() == *groupID;
+    });
+    return files;
+}
+
+FilesViewController::Files FilesViewController::getAllFilesOfCurrentGroup() const {
+    return m_filesController.arrangedObjects();
+}
+
+std::int64_t FilesViewController::numberOfFilesOfCurrentGroup() const {
+    return static_cast<std::int64_t>(m_files.countOfGroup(m_parts.groups.currentGroupID()));
+}
+
+ListedFile FilesViewController::firstSelectedFile() const {
+    const Files selected = getAllSelectedFiles();
+    return selected.empty() ? nullptr : selected.front();
+}
+
+void FilesViewController::removeFileFromList(const ListedFile& file) {
+    m_files.remove(std::span(&file, 1));
+    emit numberOfFilesOfCurrentGroupChanged();
+}
+
+void FilesViewController::removeFiles(const Files& files) {
+    m_files.remove(files);
+    emit numberOfFilesOfCurrentGroupChanged();
+    saveDataToDisk();
+}
+
+void FilesViewController::tryToRemoveFiles(const Files& files) {
+    Alerts& alerts = m_parts.alerts;
+    if (ifNoHiddenInArray(files)) {
+        if (m_parts.defaults.contains("ShowRemoveWarning") ||
+            alerts.ADRunWarningAlert(text("Are you sure you want to remove selected items from list?"),
+                                     text("Items will be deleted only from list, not filesystem."),
+                                     text("Remove"), text("Cancel"), {},
+                                     "ShowRemoveWarning") == Alerts::firstButton)
+            removeFiles(files);
+        return;
+    }
+    enum { Unhide = 1, Remove = 0 };
+    const int answer = alerts.ADRunCriticalAlertSheet(
+        Alert::Window::Main, text("Unhide all files"),
+        text("You are trying to remove some hidden files from list! Would you like to unhide them first?"),
+        text("Unhide"), text("Remove"), text("Cancel"));
+    if (answer == Unhide)
+        unhideFiles(files, false);
+    else if (answer == Remove)
+        removeFiles(files);
+}
+
+void FilesViewController::removeSelectedRows(bool forceRemove) {
+    removeOrTakeOutOfGroup(getAllSelectedFiles(), forceRemove);
+}
+
+void FilesViewController::removeSingleFile(std::size_t row, bool forceRemove) {
+    const Files& rows = m_filesController.arrangedObjects();
+    removeOrTakeOutOfGroup(row < rows.size() ? Files{rows[row]} : Files(), forceRemove);
+}
+
+void FilesViewController::removeOrTakeOutOfGroup(const Files& files, bool forceRemove) {
+    if (files.empty())
+        logLine("Nothing to remove");
+    else if (forceRemove || m_parts.groups.currentGroupID() == CurrentGroup::allFiles)
+        tryToRemoveFiles(files);
+    else
+        moveFiles(files, m_parts.groups.allFilesGroup());
+}
+
+void FilesViewController::moveFiles(const Files& files, std::int64_t toGroup) {
+    for (const ListedFile& file : files)
+        m_files.change(file, [&](File& changed) { changed.moveToGroup(toGroup); });
+    emit numberOfFilesOfCurrentGroupChanged();
+}
+
+void FilesViewController::moveFiles(const std::vector<std::string>& paths, std::int64_t toGroup) {
+    Files files;
+    for (const std::string& path : paths)
+        if (ListedFile file = findFileWithName(path))
+            files.push_back(std::move(file));
+    moveFiles(files, toGroup);
+}
+
+void FilesViewController::moveToCurrentGroupFiles(const Files& files) {
+    moveFiles(files, m_parts.groups.currentGroupID());
+}
+
+FilesViewController::DragData
+FilesViewController::dragDataForRows(const std::vector<std::size_t>& rows) const {
+    const Files& arranged = m_filesController.arrangedObjects();
+    DragData data;
+    data.rows = rows;
+    std::ranges::sort(data.rows);
+    std::erase_if(data.rows, [&](std::size_t row) { return row >= arranged.size(); });
+    for (const std::size_t row : data.rows) {
+        data.rowPaths.emplace_back(arranged[row]->path());
+        if (arranged[row]->state() == File::Visible)
+            data.fileNames.emplace_back(arranged[row]->path());
+    }
+    return data;
+}
+
+void FilesViewController::acceptDropOfRows(const std::vector<std::string>& rowPaths) {
+    moveFiles(rowPaths, m_parts.groups.currentGroupID());
+}
+
+} // namespace veilkeep

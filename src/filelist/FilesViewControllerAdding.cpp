@@ -1,0 +1,101 @@
+#include "filelist/FilesViewController.h"
+
+#include "core/base/PathText.h"
+#include "filelist/AddBatches.h"
+#include "filelist/MainThread.h"
+#include "format/ErrorText.h"
+#include "format/PrintableName.h"
+
+#include <QCoreApplication>
+
+#include <unordered_set>
+#include <utility>
+
+namespace veilkeep {
+namespace {
+
+QString text(const char* source) {
+    return QCoreApplication::translate("FilesViewController", source);
+}
+
+QString shownName(std::string_view path) {
+    return QString::fromStdString(printableName(lastPathComponent(path)));
+}
+
+QString notAddedTitle(std::size_t count) {
+    return count == 1 ? text("An item could not be added.") : text("Some items could not be added.");
+}
+
+void tellDuplicates(Alerts& alerts, const std::vector<std::string>& paths) {
+    QString message =
+        paths.size() == 1
+            ? text("The following item is already in the list of %1 and cannot be added again:\n")
+            : text("The following items are already in the list of %1 and they cannot be added again:\n");
+    message = message.arg(QStringLiteral("Veilkeep"));
+    for (const std::string& path : paths)
+        message += shownName(path) + QLatin1Char('\n');
+    alerts.beginInformationalAlertSheet(notAddedTitle(paths.size()), message);
+}
+
+void tellMissing(Alerts& alerts, const std::vector<Error>& errors) {
+    QString message = errors.size() == 1 ? text("The following item could not be found:\n")
+                                         : text("The following items could not be found:\n");
+    for (const Error& error : errors)
+        message += text("%1: %2").arg(shownName(error.path), errorReason(error)) + QLatin1Char('\n');
+    alerts.beginInformationalAlertSheet(notAddedTitle(errors.size()), message);
+}
+
+} // namespace
+
+void FilesViewController::addFiles(const std::vector<std::string>& paths) {
+    std::vector<std::string> newPaths, duplicates;
+    for (const std::string& path : paths) {
+        std::string plain(withoutTrailingSlashes(path));
+        if (!plain.empty())
+            (ifAlreadyAddedFile(plain) ? duplicates : newPaths).push_back(std::move(plain));
+    }
+    if (!duplicates.empty())
+        tellDuplicates(m_parts.alerts, duplicates);
+    if (!newPaths.empty())
+        m_addBatches->add(std::move(newPaths), m_parts.groups.currentGroupID());
+}
+
+std::unique_ptr<AddBatches> FilesViewController::makeAddBatches() {
+    return std::make_unique<AddBatches>(AddBatches::Steps{
+        .refuseProtected = [this](const std::string& path) { showProtectedAlertForFile(path); },
+        .take = [this](std::vector<File> files) { addNewFiles(std::move(files)); },
+        .finish =
+            [this](std::vector<Error> missing) {
+                saveDataToDisk();
+                if (!missing.empty())
+                    tellMissing(m_parts.alerts, missing);
+            },
+    });
+}
+
+// The list may have changed since the batch began, and a batch may hold a path twice.
+void FilesViewController::addNewFiles(std::vector<File> files) {
+    std::unordered_set<std::string_view> seen;
+    std::erase_if(files, [&](const File& file) {
+        return ifAlreadyAddedFile(file.originalPath()) || !seen.insert(file.originalPath()).second;
+    });
+    m_files.append(std::move(files));
+    emit numberOfFilesOfCurrentGroupChanged();
+}
+
+bool FilesViewController::isAdding() const {
+    return m_addBatches->isAdding();
+}
+
+void FilesViewController::waitForAdding() {
+    MainThread::runUntil([this] { return !isAdding(); });
+}
+
+void FilesViewController::showProtectedAlertForFile(const std::string& path) {
+    const QString shown = QString::fromStdString(printableName(path));
+    m_parts.alerts.ADRunInformationalAlertSheet(
+        Alert::Window::None, text("The \"%1\" item is a protected system file or folder.").arg(shown),
+        text("Veilkeep is not allowed to hide it to avoid serious system malfunctions."), text("OK"));
+}
+
+} // namespace veilkeep

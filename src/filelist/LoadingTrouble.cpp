@@ -1,0 +1,63 @@
+#include "filelist/LoadingTrouble.h"
+
+#include "core/base/PathText.h"
+#include "format/ErrorText.h"
+#include "format/PrintableName.h"
+
+#include <QCoreApplication>
+#include <QDateTime>
+#include <QLocale>
+
+namespace veilkeep {
+namespace {
+
+QString text(const char* source) {
+    return QCoreApplication::translate("LoadingTrouble", source);
+}
+
+QString shown(std::string_view name) {
+    return QString::fromStdString(printableName(name));
+}
+
+// From the end of the copy's name, where it is in universal time.
+QString timeOfCopy(const std::string& copy) {
+    const QString form = QStringLiteral("yyyy-MM-ddTHH-mm-ss'Z'");
+    constexpr qsizetype length = 20;
+    QDateTime time = QDateTime::fromString(QString::fromStdString(copy).right(length), form);
+    time.setTimeSpec(Qt::UTC);
+    return QLocale().toString(time.toLocalTime(), QLocale::ShortFormat);
+}
+
+QString whatWasLoaded(const FilesInfoFile& file, const std::string& earlierCopy) {
+    if (!earlierCopy.empty())
+        return text("The list as it was on %1 was loaded instead (%2). What was hidden or brought back "
+                    "since then is found by restoring the folders that it lay in.")
+            .arg(timeOfCopy(earlierCopy), shown(lastPathComponent(earlierCopy)));
+    if (file.isOfNewerVersion())
+        return text("It can be looked at, but not changed.");
+    return text("No earlier copy of it could be read. Hidden items are found again by restoring the folders "
+                "that they lie in.");
+}
+
+QString whatBecomesOfTheFile(const FilesInfoFile& file) {
+    if (file.isOfNewerVersion())
+        return text("The file stays as it is: nothing is saved to it.");
+    return text("When the list is saved next, the file is kept beside it under a name that begins with %1.")
+        .arg(shown(lastPathComponent(file.path())) + QStringLiteral(".damaged-"));
+}
+
+} // namespace
+
+void tellLoadingTrouble(Alerts& alerts, const FilesInfoFile& file, const Error& trouble,
+                        const std::string& earlierCopy) {
+    const QString found = text("%1: %2").arg(shown(file.path()), errorReason(trouble));
+    alerts.ADRunInformationalAlertSheet(
+        Alert::Window::None,
+        file.isOfNewerVersion() ? text("The list of items can only be read.")
+                                : text("The list of items could not be read."),
+        QStringList{found, whatWasLoaded(file, earlierCopy), whatBecomesOfTheFile(file)}.join(
+            QStringLiteral("\n\n")),
+        text("OK"));
+}
+
+} // namespace veilkeep

@@ -1,0 +1,226 @@
+#include "filelist/FilesInfoFile.h"
+
+#include "core/filesystem/FileStamp.h"
+#include "core/storage/ArchiveEnvelope.h"
+#include "core/storage/RecordArchive.h"
+#include "tests/support/RunInChild.h"
+#include "tests/support/ScratchTree.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+
+namespace veilkeep {
+namespace {
+
+using namespace std::chrono_literals;
+using test::readFile;
+using test::ScratchTree;
+using test::writeFile;
+
+std::vector<File> sampleFiles(int count) {
+    std::vector<File> files;
+    for (int number = 0; number < count; ++number)
+        files.push_back(File::initWithPath("/sample/item " + std::to_string(number)));
+    return files;
+}
+
+std::vector<std::string> pathsOf(const std::vector<File>& files) {
+    std::vector<std::string> paths;
+    for (const File& file : files)
+        paths.emplace_back(file.path());
+    return paths;
+}
+
+Result<SafeFile::Saved> save(FilesInfoFile& file, std::vector<File> files) {
+    FileList list;
+    list.assign(std::move(files));
+    return file.save(list.all());
+}
+
+// The content of one version as another would have sealed it.
+std::string resealed(const std::string& bytes, std::uint64_t version, std::string_view payload = {}) {
+    const auto envelope = openArchiveEnvelope(bytes);
+    ArchiveEnvelopeWriter writer(version, bytes.size());
+    writer.text() += payload.empty() ? envelope->payload : payload;
+    return std::move(writer).seal();
+}
+
+// A list of ten, and an earlier copy of nine beside it.
+class FilesInfoFileTest : public ::testing::Test {
+protected:
+    FilesInfoFileTest() {
+        FilesInfoFile file = open();
+        EXPECT_TRUE(save(file, sampleFiles(9)));
+        now += 2h;
+        EXPECT_TRUE(save(file, sampleFiles(10)));
+        good = readFile(path);
+    }
+
+    FilesInfoFile open() const {
+        return FilesInfoFile(path, {.clock = [this] { return now; }});
+    }
+
+    std::string damagedFile() const {
+        for (const auto& entry : std::filesystem::directory_iterator(tree.path("d")))
+            if (entry.path().native().starts_with(path + ".damaged-"))
+                return entry.path().native();
+        return {};
+    }
+
+    void expectKeptBySaving(FilesInfoFile& file, const std::string& found) const {
+        EXPECT_FALSE(file.isAsLeft());
+        ASSERT_TRUE(save(file, sampleFiles(3)));
+        EXPECT_EQ(readFile(damagedFile()), found);
+        std::filesystem::remove(damagedFile());
+        EXPECT_EQ(pathsOf(*open().read()), pathsOf(sampleFiles(3)));
+    }
+
+    ScratchTree tree;
+    const std::string path = tree.path("d/FilesInfo.Veilkeep");
+    TimePoint now{std::chrono::sys_days{std::chrono::year{2026} / 1 / 31}};
+    std::string good;
+};
+
+TEST_F(FilesInfoFileTest, LoadsTheEarlierCopyForADamagedFileAndKeepsThat) {
+    std::vector<std::string> damaged = {std::string(65'536, '\0'), good + good, good + '\0',
+                                        resealed(good, 1,
+                                                 "\xA1\x65"
+                                                 "files\x01"),
+                                        resealed(good, 1, "\xA0")};
+    const std::size_t saved = damaged.size(); // the others are many and alike
+    for (std::size_t size = 0; size < good.size(); ++size) {
+        damaged.push_back(good.substr(0, size));
+        damaged.push_back(good);
+        damaged.back()[size] = static_cast<char>(~damaged.back()[size]);
+    }
+    for (std::size_t index = 0; index < damaged.size(); ++index) {
+        writeFile(path, damaged[index]);
+        FilesInfoFile file = open();
+        const auto loaded = file.load();
+        ASSERT_TRUE(loaded.trouble) << index;
+        EXPECT_EQ(loaded.trouble->code, ErrorCode::Damaged) << index;
+        EXPECT_EQ(loaded.trouble->path, path);
+        EXPECT_EQ(loaded.earlierCopy, path + ".earlier-2026-01-31T02-00-00Z");
+        ASSERT_TRUE(loaded.files) << index;
+        ASSERT_EQ(pathsOf(*loaded.files), pathsOf(sampleFiles(9))) << index;
+        EXPECT_FALSE(file.read()) << "nothing is taken in its place";
+        if (index < saved || index % 97 == 0)
+            expectKeptBySaving(file, damaged[index]);
+    }
+}
+
+TEST_F(FilesInfoFileTest, TakesTheNewestEarlierCopyThatCanBeRead) {
+    FilesInfoFile file = open();
+    ASSERT_TRUE(file.read());
+    now += 2h;
+    ASSERT_TRUE(save(file, sampleFiles(1)));
+    const std::string copies[] = {path + ".earlier-2026-01-31T04-00-00Z",
+                                  path + ".earlier-2026-01-31T02-00-00Z"};
+    std::filesystem::remove(path);
+    writeFile(path, "damaged");
+    EXPECT_EQ(open().load().files->size(), 10U);
+    std::filesystem::remove(copies[0]);
+    writeFile(copies[0], "damaged");
+    EXPECT_EQ(open().load().files->size(), 9U);
+    writeFile(copies[1], "damaged");
+    const auto nothing = open().load();
+    EXPECT_TRUE(nothing.trouble);
+    EXPECT_EQ(nothing.earlierCopy, "");
+    EXPECT_FALSE(nothing.files);
+    std::filesystem::remove(path);
+    EXPECT_FALSE(open().load().trouble) << "no file is no trouble";
+}
+
+TEST_F(FilesInfoFileTest, LeavesWhatALaterVersionWroteAsItIs) {
+    const std::tuple<const char*, std::string, std::size_t> rows[] = {
+        {"understood", resealed(good, 2), 10U},
+        {"not understood", resealed(good, 2, "\x80"), 9U},
+    };
+    for (const auto& [name, bytes, count] : rows) {
+        SCOPED_TRACE(name);
+        writeFile(path, bytes);
+        FilesInfoFile file = open();
+        const auto loaded = file.load();
+        ASSERT_TRUE(loaded.trouble && loaded.files);
+        EXPECT_EQ(loaded.trouble->code, ErrorCode::NewerVersion);
+        EXPECT_EQ(loaded.files->size(), count);
+        EXPECT_TRUE(file.isOfNewerVersion());
+        EXPECT_EQ(save(file, sampleFiles(3)).error().code, ErrorCode::NewerVersion);
+        EXPECT_EQ(readFile(path), bytes);
+    }
+    writeFile(path, good);
+    FilesInfoFile file = open();
+    EXPECT_FALSE(file.load().trouble);
+    EXPECT_FALSE(file.isOfNewerVersion());
+}
+
+TEST_F(FilesInfoFileTest, KeepsWhatItMayNotRead) {
+    if (::geteuid() != 0)
+        GTEST_SKIP() << "only root can become another user";
+    std::filesystem::permissions(path, std::filesystem::perms::owner_all); // root's own
+    std::filesystem::permissions(path + ".earlier-2026-01-31T02-00-00Z", std::filesystem::perms::all);
+    tree.makeDirectory("d", 0777);
+    EXPECT_TRUE(test::runInChild([&] {
+        ASSERT_NO_FATAL_FAILURE(test::becomeOrdinaryUser());
+        FilesInfoFile file = open();
+        const auto loaded = file.load();
+        ASSERT_TRUE(loaded.trouble && loaded.files);
+        EXPECT_EQ(loaded.trouble->systemError, EACCES);
+        EXPECT_EQ(loaded.files->size(), 9U);
+        ASSERT_TRUE(save(file, std::move(*loaded.files)));
+    }));
+    EXPECT_EQ(readFile(damagedFile()), good);
+    EXPECT_EQ(open().read()->size(), 9U);
+}
+
+TEST_F(FilesInfoFileTest, KeepsWhatItDoesNotKnow) {
+    const PropertyDictionary records[] = {
+        {{"Path", Bytes{"/a\xFF"}}, {"OriginalPath", Bytes{"/a\xFF"}}, {"Alias", Null()}, {"Later", 1.5}},
+        {{"Alias", Null()}}, // no path at all
+        {{"Path", std::int64_t{5}},
+         {"OriginalPath", ValueList{}},
+         {"State", "no number"},
+         {"GroupID", Null()},
+         {"Name", true},
+         {"Alias", std::int64_t{-1}}},
+        {{"Alias", Bytes{"rubbish"}}, {"State", std::int64_t{1} << 40}, {"Path", "text"}},
+    };
+    std::vector<const PropertyDictionary*> pointers;
+    for (const PropertyDictionary& record : records)
+        pointers.push_back(&record);
+    const std::vector<PropertyDictionary::Entry> unknown = {{"beside", ValueList{true}}, {"more", "text"}};
+    writeFile(path, *encodeArchive("files", pointers, unknown));
+
+    FilesInfoFile file = open();
+    auto loaded = file.load();
+    ASSERT_FALSE(loaded.trouble);
+    loaded.files->push_back(sampleFiles(1).front());
+    ASSERT_TRUE(save(file, std::move(*loaded.files)));
+    const auto archive = decodeArchive(readFile(path), "files");
+    ASSERT_TRUE(archive);
+    ASSERT_EQ(archive->records.size(), std::size(records) + 1);
+    EXPECT_TRUE(std::ranges::equal(records, std::span(archive->records).first(std::size(records))));
+    ASSERT_EQ(archive->unknown.size(), unknown.size());
+    for (std::size_t index = 0; index < unknown.size(); ++index)
+        EXPECT_EQ(archive->unknown[index].value, unknown[index].value);
+}
+
+TEST_F(FilesInfoFileTest, KnowsWhetherTheFileIsAsItWasLeft) {
+    FilesInfoFile file = open();
+    EXPECT_FALSE(file.isAsLeft());
+    auto files = *file.read();
+    EXPECT_FALSE(file.isAsLeft()) << "whoever wrote it may have died before it was synced";
+    EXPECT_EQ(*save(file, files), SafeFile::Saved::Unchanged);
+    EXPECT_TRUE(file.isAsLeft());
+    std::filesystem::remove(path);
+    EXPECT_FALSE(file.isAsLeft());
+    ASSERT_TRUE(save(file, files));
+    EXPECT_TRUE(file.isAsLeft());
+    writeFile(path, good + "x");
+    EXPECT_FALSE(file.isAsLeft());
+}
+
+} // namespace
+} // namespace veilkeep
