@@ -20,7 +20,7 @@ public:
     // "Continue", "Cancel", or null.
     QString showAppForRecentsAlertForFile(const QString& item, const QStringList& applications);
 
-    // "Yes", "No", or null.
+    // "Yes", "No", or null where nobody was there to decide.
     QString showRecentsAlert();
 
 private:

@@ -3,7 +3,7 @@
 #include <QString>
 #include <QStringList>
 
-#include <cstddef>
+#include <functional>
 #include <vector>
 
 namespace veilkeep {
@@ -35,13 +35,18 @@ struct Alert {
     std::vector<ErrorEntry> errors; // shown as a table, where there are any
     QStringList applications;       // shown as a list, where there are any
 
+    // Who shows the alert calls this first, on the thread that shows it. False: nobody is there any more;
+    // nothing is shown, and the cancelling button is the answer.
+    std::function<bool()> beginShowing = [] { return true; };
+
     // Answers for the user who is not there or closes the alert: the last button, in all alerts.
     const Button& cancellingButton() const { return buttons.back(); }
 };
 
 struct AlertAnswer {
     int code = 0;
-    bool suppress = false; // the check box was on
+    bool suppress = false;    // the check box was on
+    bool nobodyThere = false; // not the user's answer
 };
 
 } // namespace veilkeep

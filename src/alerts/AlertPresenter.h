@@ -10,13 +10,13 @@ class AlertPresenter {
 public:
     virtual ~AlertPresenter() = default;
 
-    // Returns once it is answered.
+    // Returns once it is answered. Alert::beginShowing() comes first.
     virtual AlertAnswer run(const Alert& alert) = 0;
 
     // Shows a message of one button and returns at once.
     virtual void begin(const Alert& alert) = 0;
 
-    // Answers the alert that is open, if one is, with its cancelling button. Main thread.
+    // Answers every alert that is open with its cancelling button. Main thread.
     virtual void cancelOpen() = 0;
 
     // Called again and again on the main thread while it waits for another thread's alert to be answered:

@@ -1,0 +1,147 @@
+#include "alerts/Alerts.h"
+
+#include "alerts/ProgressController.h"
+#include "core/log/Log.h"
+#include "tests/support/RecordingProgressView.h"
+#include "tests/support/ScratchTree.h"
+#include "tests/support/ScriptedPresenter.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+namespace veilkeep {
+namespace {
+
+using test::ScratchTree;
+using test::ScriptedPresenter;
+
+class AlertsTest : public ::testing::Test {
+protected:
+    bool isStored(const char* key) const { // in the file, not only in memory
+        return UserDefaults(m_defaultsFile).boolean(key).value_or(false);
+    }
+
+    ScratchTree m_tree;
+    const std::string m_defaultsFile = m_tree.path("defaults.plist");
+    UserDefaults m_defaults{m_defaultsFile};
+    ScriptedPresenter m_presenter;
+    Alerts m_alerts{m_presenter, m_defaults};
+};
+
+TEST_F(AlertsTest, PanelsAnswerOneNoughtAndMinusOne) {
+    using Panel = int (Alerts::*)(Alert::Window, const QString&, const QString&, const QString&,
+                                  const QString&, const QString&);
+    struct Row {
+        Panel panel;
+        Alert::Style style;
+        QStringList titles; // default, alternate, other; empty: null
+        QStringList shown;
+        QString answer;
+        int code;
+    };
+    const Row rows[] = {
+        {&Alerts::ADRunAlertSheet, Alert::Style::Plain, {"A", "B", "C"}, {"A", "B", "C"}, "A", 1},
+        {&Alerts::ADRunAlertSheet, Alert::Style::Plain, {"A", "B", "C"}, {"A", "B", "C"}, "B", 0},
+        {&Alerts::ADRunInformationalAlertSheet,
+         Alert::Style::Informational,
+         {"A", "", "C"},
+         {"A", "C"},
+         "C",
+         -1},
+        {&Alerts::ADRunCriticalAlertSheet, Alert::Style::Critical, {"", "", ""}, {"OK"}, "OK", 1},
+    };
+    const auto title = [](const Row& row, int number) {
+        return row.titles[number].isEmpty() ? QString() : row.titles[number];
+    };
+    for (const Row& row : rows) {
+        m_presenter.expect({.title = "Title %1",
+                            .answer = row.answer,
+                            .message = "%@ %1",
+                            .buttons = row.shown,
+                            .style = row.style});
+        EXPECT_EQ((m_alerts.*row.panel)(Alert::Window::Main, "Title %1", "%@ %1", title(row, 0),
+                                        title(row, 1), title(row, 2)),
+                  row.code);
+        EXPECT_EQ(m_presenter.shown().back().window, Alert::Window::Main);
+    }
+}
+
+TEST_F(AlertsTest, StoresThatAWarningIsSuppressedOnlyWhereTheBoxWasOn) {
+    const auto warn = [&](const char* key) {
+        return m_alerts.ADRunWarningAlert("Sure?", "Text", "Yes", "No", {}, key);
+    };
+    m_presenter.expect(
+        {.title = "Sure?", .answer = "Yes", .message = "Text", .style = Alert::Style::Warning});
+    EXPECT_EQ(warn("Ask"), 1000);
+    EXPECT_FALSE(isStored("Ask"));
+    m_presenter.expect({.title = "Sure?", .answer = "No", .suppress = true});
+    EXPECT_EQ(warn("Ask"), 1001);
+    EXPECT_TRUE(isStored("Ask"));
+
+    m_presenter.expect({.title = "Sure?", .answer = "No"});
+    EXPECT_EQ(warn(nullptr), 1001);
+    EXPECT_FALSE(m_presenter.shown().back().offersSuppression);
+
+    m_presenter.expect(
+        {.title = "Sure?", .suppress = true, .whileOpen = [&] { m_alerts.setNobodyThere(true); }});
+    EXPECT_EQ(warn("Other"), 1001);
+    m_alerts.setNobodyThere(false);
+    EXPECT_FALSE(isStored("Other"));
+}
+
+TEST_F(AlertsTest, TellsTheLogWhatCannotBeStored) {
+    std::filesystem::create_directory(m_defaultsFile);
+    m_presenter.expect({.title = "Sure?", .answer = "Yes", .suppress = true});
+    EXPECT_EQ(m_alerts.ADRunWarningAlert("Sure?", {}, "Yes", {}, {}, "Ask"), 1000);
+    EXPECT_NE(test::readFile(Log::shared().path()).find("not to be shown again is not stored"),
+              std::string::npos);
+}
+
+TEST_F(AlertsTest, WhileNobodyIsThereNothingIsShown) {
+    m_alerts.setNobodyThere(true);
+    EXPECT_EQ(m_alerts.ADRunAlertSheet(Alert::Window::None, "T", "M", "A", "B"), 0);
+    EXPECT_EQ(m_alerts.runAlert({}, {"A", "B", "C"}), 1002);
+    m_alerts.beginInformationalAlertSheet("Restored", "3 items");
+    EXPECT_NE(test::readFile(Log::shared().path()).find("Restored 3 items"), std::string::npos);
+
+    m_alerts.setNobodyThere(false);
+    m_presenter.expect({.title = "Restored", .answer = "OK", .message = "3 items"});
+    m_alerts.beginInformationalAlertSheet("Restored", "3 items");
+}
+
+TEST_F(AlertsTest, LeavingAnswersAllOpenAlertsEvenIfTheUserIsBackAtOnce) {
+    m_presenter.expect({.title = "Outer", .whileOpen = [&] {
+                            EXPECT_EQ(m_alerts.ADRunAlertSheet(Alert::Window::None, "Inner", {}, "A", "B"),
+                                      0);
+                        }});
+    m_presenter.expect({.title = "Inner", .whileOpen = [&] {
+                            m_alerts.setNobodyThere(true);
+                            m_alerts.setNobodyThere(false);
+                        }});
+    EXPECT_EQ(m_alerts.ADRunAlertSheet(Alert::Window::None, "Outer", {}, "A", "B"), 0);
+}
+
+TEST(ProgressController, ForwardsToItsViewAndOnlyLogsWithoutOne) {
+    const ScratchTree tree;
+    ProgressController none(nullptr);
+    none.showProgressForWindow(Alert::Window::Main, "Hiding");
+    none.updateWithSubStage("a");
+    none.hideProgress();
+    EXPECT_NE(test::readFile(Log::shared().path()).find("Error: ProgressPanel is nil. Wont show progress."),
+              std::string::npos);
+
+    test::RecordingProgressView view;
+    ProgressController progress(&view);
+    progress.showProgressForWindow(Alert::Window::Main, "Hiding", ProgressController::Cancelling::Offered);
+    progress.updateWithSubStage("a");
+    EXPECT_FALSE(progress.isCancelled());
+    view.cancelAt("done 1/2");
+    progress.updateWithDone(1, 2);
+    EXPECT_TRUE(progress.isCancelled());
+    progress.hideProgress();
+    EXPECT_EQ(view.log(), QStringList({"begin Hiding", "sub a", "done 1/2", "end"}));
+}
+
+} // namespace
+} // namespace veilkeep
