@@ -3,8 +3,8 @@
 #include "core/base/PathText.h"
 #include "filelist/AddBatches.h"
 #include "filelist/MainThread.h"
+#include "filelist/Texts.h"
 #include "format/ErrorText.h"
-#include "format/PrintableName.h"
 
 #include <QCoreApplication>
 
@@ -19,7 +19,7 @@ QString text(const char* source) {
 }
 
 QString shownName(std::string_view path) {
-    return QString::fromStdString(printableName(lastPathComponent(path)));
+    return shownPath(lastPathComponent(path));
 }
 
 QString notAddedTitle(std::size_t count) {
@@ -31,7 +31,7 @@ void tellDuplicates(Alerts& alerts, const std::vector<std::string>& paths) {
         paths.size() == 1
             ? text("The following item is already in the list of %1 and cannot be added again:\n")
             : text("The following items are already in the list of %1 and they cannot be added again:\n");
-    message = message.arg(QStringLiteral("Veilkeep"));
+    message = message.arg(applicationName());
     for (const std::string& path : paths)
         message += shownName(path) + QLatin1Char('\n');
     alerts.beginInformationalAlertSheet(notAddedTitle(paths.size()), message);
@@ -92,9 +92,9 @@ void FilesViewController::waitForAdding() {
 }
 
 void FilesViewController::showProtectedAlertForFile(const std::string& path) {
-    const QString shown = QString::fromStdString(printableName(path));
     m_parts.alerts.ADRunInformationalAlertSheet(
-        Alert::Window::None, text("The \"%1\" item is a protected system file or folder.").arg(shown),
+        Alert::Window::None,
+        text("The \"%1\" item is a protected system file or folder.").arg(shownPath(path)),
         text("Veilkeep is not allowed to hide it to avoid serious system malfunctions."), text("OK"));
 }
 

@@ -1,8 +1,8 @@
 #include "filelist/LoadingTrouble.h"
 
 #include "core/base/PathText.h"
+#include "filelist/Texts.h"
 #include "format/ErrorText.h"
-#include "format/PrintableName.h"
 
 #include <QCoreApplication>
 #include <QDateTime>
@@ -13,10 +13,6 @@ namespace {
 
 QString text(const char* source) {
     return QCoreApplication::translate("LoadingTrouble", source);
-}
-
-QString shown(std::string_view name) {
-    return QString::fromStdString(printableName(name));
 }
 
 // From the end of the copy's name, where it is in universal time.
@@ -32,7 +28,7 @@ QString whatWasLoaded(const FilesInfoFile& file, const std::string& earlierCopy)
     if (!earlierCopy.empty())
         return text("The list as it was on %1 was loaded instead (%2). What was hidden or brought back "
                     "since then is found by restoring the folders that it lay in.")
-            .arg(timeOfCopy(earlierCopy), shown(lastPathComponent(earlierCopy)));
+            .arg(timeOfCopy(earlierCopy), shownPath(lastPathComponent(earlierCopy)));
     if (file.isOfNewerVersion())
         return text("It can be looked at, but not changed.");
     return text("No earlier copy of it could be read. Hidden items are found again by restoring the folders "
@@ -43,14 +39,14 @@ QString whatBecomesOfTheFile(const FilesInfoFile& file) {
     if (file.isOfNewerVersion())
         return text("The file stays as it is: nothing is saved to it.");
     return text("When the list is saved next, the file is kept beside it under a name that begins with %1.")
-        .arg(shown(lastPathComponent(file.path())) + QStringLiteral(".damaged-"));
+        .arg(shownPath(lastPathComponent(file.path())) + QStringLiteral(".damaged-"));
 }
 
 } // namespace
 
 void tellLoadingTrouble(Alerts& alerts, const FilesInfoFile& file, const Error& trouble,
                         const std::string& earlierCopy) {
-    const QString found = text("%1: %2").arg(shown(file.path()), errorReason(trouble));
+    const QString found = text("%1: %2").arg(shownPath(file.path()), errorReason(trouble));
     alerts.ADRunInformationalAlertSheet(
         Alert::Window::None,
         file.isOfNewerVersion() ? text("The list of items can only be read.")
