@@ -1,0 +1,72 @@
+#pragma once
+
+#include "core/environment/XdgDirectories.h"
+#include "core/protocol/CloakWorkerComunicator.h"
+#include "core/protocol/SecurityController.h"
+#include "core/storage/UserDefaults.h"
+#include "filelist/FilesViewController.h"
+#include "tests/support/RecordingProgressView.h"
+#include "tests/support/RunProgram.h"
+#include "tests/support/ScratchTree.h"
+#include "tests/support/ScriptedPresenter.h"
+
+#include <memory>
+#include <string>
+
+namespace veilkeep::test {
+
+struct ListWorldOptions {
+    std::string worker = bundledProgram("cloakWorker");
+    VolumeMounter* mounter = nullptr;
+    RightsAuthority* authority = nullptr; // with one there is a SecurityController
+    std::string pkexec = {};
+    PathChooser* pathChooser = nullptr;
+};
+
+// The item list with all that it works with: the real worker, and a real list file in the scratch home. Made
+// anew it is the program's next start.
+class ListWorld {
+public:
+    explicit ListWorld(const ListWorldOptions& options = {})
+        : m_dataFile(OwnPlaces::current().dataDirectory + "/FilesInfo.Veilkeep") {
+        if (options.authority)
+            m_security = std::make_unique<SecurityController>(*options.authority, defaults,
+                                                              OwnPlaces::current().inProgressDirectory,
+                                                              Tick(), options.pkexec);
+        m_worker = std::make_unique<CloakWorkerComunicator>(
+            options.worker, OwnPlaces::current().inProgressDirectory, Tick(), m_security.get());
+        list = std::make_unique<FilesViewController>(FilesViewControllerParts{
+            .dataFile = m_dataFile,
+            .cloakWorker = *m_worker,
+            .alerts = alerts,
+            .progress = m_progress,
+            .turns = turns,
+            .defaults = defaults,
+            .groups = m_groups,
+            .security = m_security.get(),
+            .mounter = options.mounter,
+            .pathChooser = options.pathChooser,
+        });
+    }
+
+    // Adds without the thread of a batch, and without looking at the path.
+    ListedFile add(const std::string& path) { return list->files().append(File::initWithPath(path)); }
+
+    ScriptedPresenter presenter;
+    RecordingProgressView progressView;
+    UserDefaults defaults;
+    Alerts alerts{presenter, defaults};
+    Turns turns{alerts};
+
+private:
+    ProgressController m_progress{&progressView};
+    NoCurrentGroup m_groups;
+    FilesInfoFile m_dataFile;
+    std::unique_ptr<SecurityController> m_security;
+    std::unique_ptr<CloakWorkerComunicator> m_worker;
+
+public:
+    std::unique_ptr<FilesViewController> list; // ends before what it works with
+};
+
+} // namespace veilkeep::test
