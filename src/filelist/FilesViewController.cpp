@@ -46,6 +46,7 @@ FilesViewController::FilesViewController(const FilesViewControllerParts& parts)
     m_parts.cloakWorker.setDelegate(this);
     connect(&m_filterController, &FilterController::filterPredicateChanged, this,
             [this] { m_filesController.setFilterPredicate(m_filterController.filterPredicate()); });
+    connect(&m_restores, &Restores::ended, this, &FilesViewController::checkTempFiles);
 }
 
 FilesViewController::~FilesViewController() {

@@ -1,5 +1,7 @@
 #include "filelist/Turns.h"
 
+#include <QScopedValueRollback>
+
 #include <utility>
 
 namespace veilkeep {
@@ -18,7 +20,7 @@ void Turns::leave(Request leaving) {
 void Turns::runAll() {
     if (m_isRunning)
         return; // whoever runs looks again
-    m_isRunning = true;
+    const QScopedValueRollback isRunning(m_isRunning, true);
     while (!m_leavings.empty() || !m_requests.empty()) {
         const bool isLeaving = !m_leavings.empty();
         std::deque<Request>& queue = isLeaving ? m_leavings : m_requests;
@@ -28,7 +30,6 @@ void Turns::runAll() {
         if (isLeaving && m_leavings.empty())
             m_alerts.setNobodyThere(false);
     }
-    m_isRunning = false;
 }
 
 } // namespace veilkeep

@@ -1,0 +1,380 @@
+#include "filelist/HideOperations.h"
+
+#include "core/base/PathText.h"
+#include "core/log/Log.h"
+#include "core/protocol/InProgressRecord.h"
+#include "tests/support/FailingCall.h"
+#include "tests/support/ListWorld.h"
+#include "tests/support/RunInChild.h"
+
+#include <gtest/gtest.h>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace veilkeep::test {
+namespace {
+
+// Answers as is wanted, whatever it is asked.
+class Authority : public RightsAuthority {
+public:
+    Answer check(const std::string&, Interaction interaction) override {
+        questions += interaction == Interaction::Allowed;
+        return Answer::Granted;
+    }
+    Answer giveUp(const std::string&) override { return Answer::Granted; }
+    int questions = 0;
+};
+
+class HideOperationsTest : public ::testing::Test {
+protected:
+    // A script in the worker's place.
+    ListWorldOptions workerThat(const std::string& script) {
+        return {.worker = m_tree.makeFile("worker", "#!/bin/sh\n" + script + "\n", 0755)};
+    }
+    std::string log() const { return readFile(Log::shared().path()); }
+
+    const ScratchTree m_tree;
+};
+
+// What each answer of the worker does to the record, and how it is told.
+TEST_F(HideOperationsTest, TellsFailures) {
+    enum Way { Hide, Unhide };
+    struct Row {
+        Way way;
+        int code;
+        QString title, message; // of the alert; no title: none comes
+        QString collected;      // none: null
+        int state;
+    };
+    const QString item = QString::fromStdString(m_tree.path("t/a"));
+    const QString error = "Error for file: " + item;
+    const Row rows[] = {
+        {Hide, 1, error, "Unknown error", "Unknown error", File::Broken},
+        {Hide, 2, error, "Item not found.", "Item not found.", File::Broken},
+        {Hide, 3, "Veilkeep could not hide some items",
+         "You don't have enough permissions to hide some items. You can enable privileged files hiding in "
+         "Veilkeep options.",
+         "Not enough rights", File::Visible},
+        {Hide, 6, error, "Item with the same name already exists.", "Item with the same name already exists.",
+         File::Broken},
+        {Hide, 7, error, "User cancelled operation.", "User cancelled operation.", File::Broken},
+        {Hide, 10, error, "There is no space left on the disk.", "There is no space left on the disk.",
+         File::Broken},
+        {Hide, 99, error, "Unknown error (99)", "Unknown error (99)", File::Broken},
+        {Unhide, 1, error, "Unknown error", "Unknown error", File::Hidden},
+        {Unhide, 3, "Unable to unhide some files",
+         "You don't have enough permissions to unhide some files. Please enable the 'Allow hiding files with "
+         "privileges' option in Preferences.",
+         "Not enough permitions.", File::Hidden},
+        {Unhide, 6, error, "Item with the same name already exists.",
+         "Item with the same name already exists.", File::Hidden},
+        {Unhide, 7, {}, {}, {}, File::Hidden},
+    };
+    m_tree.makeFile("t/a");
+    m_tree.makeFile("t/.SYS_INDEX/a");
+    for (const Row& row : rows) {
+        for (const bool collects : {false, true}) {
+            SCOPED_TRACE(::testing::Message() << row.way << " " << row.code << " " << collects);
+            ListWorld world(workerThat("echo Error: " + std::to_string(row.code)));
+            const ListedFile file = world.list->files().append(
+                row.way == Hide ? File::initWithPath(m_tree.path("t/a"))
+                                : File::fileWithPath(m_tree.path("t/.SYS_INDEX/a"), m_tree.path("t/a"), 1));
+            if (!collects && !row.title.isNull())
+                world.presenter.expect({.title = row.title,
+                                        .answer = "OK",
+                                        .message = row.message,
+                                        .buttons = QStringList{"OK"},
+                                        .style = Alert::Style::Critical});
+            EXPECT_FALSE(row.way == Hide ? world.list->hideFiles({file}, collects)
+                                         : world.list->unhideFiles({file}, collects));
+            EXPECT_EQ(file->state(), row.state);
+            const auto& collected = world.list->hideOperations().errors();
+            ASSERT_EQ(collected.size(), collects && !row.collected.isNull() ? 1U : 0U);
+            if (!collected.empty()) {
+                EXPECT_EQ(collected.front(), (ErrorEntry{"a", row.collected}));
+            }
+            EXPECT_EQ(world.list->hideOperations().lastBatch().front().errorCode, row.code);
+        }
+    }
+}
+
+TEST_F(HideOperationsTest, OffersAdministratorRightsAgainAndAgain) {
+    Authority authority;
+    const std::string file = m_tree.makeFile("t/a");
+    for (const bool hides : {true, false}) {
+        ListWorldOptions options = workerThat("echo Error: 3");
+        options.authority = &authority;
+        options.pkexec = m_tree.path("no-pkexec");
+        ListWorld world(options);
+        world.defaults.set("allowPrivilidgedFiles", true);
+        const ListedFile listed = hides ? world.add(file)
+                                        : world.list->files().append(File::fileWithPath(
+                                              m_tree.makeFile("t/.SYS_INDEX/a"), file, File::Hidden));
+        ExpectedAlert question = {
+            .title = hides ? "Veilkeep could not hide some of selected files"
+                           : "Unable to unhide some of selected files",
+            .answer = "Authentificate",
+            .message = hides ? "You don't have enough permissions to hide some files, would you like to "
+                               "authentificate to hide these files?"
+                             : "You don't have enough permissions to unhide some files, would you like to "
+                               "authentificate to unhide these files?",
+            .buttons = QStringList{"Authentificate", "Cancel"},
+            .style = Alert::Style::Critical};
+        world.presenter.expect(question);
+        world.presenter.expect(question);
+        question.answer = "Cancel";
+        world.presenter.expect(question);
+        EXPECT_FALSE(hides ? world.list->hideOperations().hideFile(listed, false, false)
+                           : world.list->hideOperations().unhideFile(listed, false, false));
+        EXPECT_EQ(listed->state(), hides ? File::Visible : File::Hidden);
+    }
+    EXPECT_EQ(authority.questions, 2);
+}
+
+// Items that are hidden only because a folder above them is.
+TEST_F(HideOperationsTest, BringsBackWhatIsInAHiddenFolder) {
+    const std::string item = m_tree.makeFile("t/top/mid/low/f.txt", "content");
+    m_tree.makeDirectory("t/top/mid/low");
+    ::symlink("f.txt", m_tree.path("t/top/mid/low/link").c_str());
+    const QString shown = QString::fromStdString(item);
+    const QString folder = QString::fromStdString(m_tree.path("t/top"));
+    const auto question = [&](const QString& answer) {
+        return ExpectedAlert{.title = "Parent directory is hidden.",
+                             .answer = answer,
+                             .message = QString("File '%1' is hidden because it's parent directory '%2' is "
+                                                "hidden.")
+                                            .arg(shown, folder),
+                             .buttons = QStringList{"Unhide Top Level", "Cancel"}};
+    };
+    ListWorld world;
+    const ListedFile file = world.add(item);
+    const ListedFile link = world.add(m_tree.path("t/top/mid/low/link"));
+    const ListedFile top = world.add(m_tree.path("t/top"));
+    ASSERT_TRUE(world.list->hideFiles({top}, false));
+    EXPECT_EQ(file->path(), m_tree.path("t/.SYS_INDEX/pot/mid/low/f.txt")) << "the record did not follow";
+    EXPECT_EQ(file->originalPath(), item);
+    EXPECT_EQ(file->state(), File::Hidden);
+
+    world.presenter.expect(question("Cancel"));
+    EXPECT_FALSE(world.list->unhideFiles({file}, false));
+    EXPECT_EQ(top->state(), File::Hidden);
+
+    EXPECT_FALSE(world.list->unhideFiles({file}, true));
+    EXPECT_EQ(world.list->hideOperations().errors().back().errorCode, "Parent directory is hidden.");
+
+    world.presenter.expect(question("Unhide Top Level"));
+    EXPECT_TRUE(world.list->unhideFiles({file}, false));
+    EXPECT_EQ(readFile(item), "content");
+    for (const ListedFile& listed : {top, file, link})
+        EXPECT_EQ(listed->state(), File::Visible) << listed->path();
+    EXPECT_EQ(file->path(), item);
+
+    // The folder is hidden, but not listed.
+    ASSERT_TRUE(world.list->hideFiles({top}, false));
+    world.list->removeFileFromList(top);
+    world.presenter.expect({.title = "Parent directory is hidden.",
+                            .answer = "OK",
+                            .message = QString("File '%1' is hidden because it's parent directory '%2' is "
+                                               "hidden, but it isn't listed in Veilkeep. Try to run restore "
+                                               "mode for '%3'.")
+                                           .arg(shown, folder, QString::fromStdString(m_tree.path("t")))});
+    EXPECT_FALSE(world.list->unhideFiles({file}, false));
+    EXPECT_FALSE(world.list->unhideFiles({file}, true));
+    EXPECT_EQ(world.list->hideOperations().errors().back().errorCode, "Parent directory is hidden");
+}
+
+TEST_F(HideOperationsTest, LeavesAnItemHiddenWhosePlaceIsTaken) {
+    struct Row {
+        const char* what;
+        std::function<void(const std::string&)> take;
+    };
+    const Row rows[] = {
+        {"file", [](const std::string& path) { writeFile(path, "other"); }},
+        {"folder", [](const std::string& path) { ::mkdir(path.c_str(), 0755); }},
+        {"dangling link", [](const std::string& path) { ::symlink("/nowhere", path.c_str()); }},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.what);
+        ListWorld world;
+        const std::string item = m_tree.makeFile(std::string(row.what) + "/a", "mine");
+        const ListedFile file = world.add(item);
+        ASSERT_TRUE(world.list->hideFiles({file}, false));
+        row.take(item);
+        EXPECT_FALSE(world.list->unhideFiles({file}, true));
+        EXPECT_EQ(world.list->hideOperations().lastBatch().front().errorCode, 6);
+        EXPECT_EQ(file->state(), File::Hidden);
+        EXPECT_EQ(readFile(std::string(file->path())), "mine");
+        EXPECT_TRUE(exists(item));
+    }
+}
+
+// The worker's answer is not all that counts.
+TEST_F(HideOperationsTest, LooksAtTheDiskBeforeItCallsAnItemBroken) {
+    struct Row {
+        const char* what;
+        std::string script;
+        bool moves;
+    };
+    const std::string move = "mkdir -p \"${p%/*}/.SYS_INDEX\"; mv \"$p\" \"${p%/*}/.SYS_INDEX/a\"; ";
+    const Row rows[] = {
+        {"another worker was faster", move + "echo Error: 2", true},
+        {"killed after the move", move + "kill -9 $$", true},
+        {"killed before", "kill -9 $$", false},
+        {"names a place where nothing is", "echo NewFilename: /nowhere; exit 1", false},
+        {"names no place", "echo NewFilename: ; exit 1", false},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.what);
+        ListWorld world(workerThat("for p; do :; done; " + row.script));
+        const ListedFile file = world.add(m_tree.makeFile(std::string(row.what) + "/a"));
+        EXPECT_EQ(world.list->hideFiles({file}, true), row.moves);
+        EXPECT_EQ(file->state(), row.moves ? File::Hidden : File::Broken);
+        EXPECT_TRUE(exists(std::string(file->path())));
+    }
+}
+
+TEST_F(HideOperationsTest, SavesBeforeAndAfterABatchAndHidesNothingWithoutThat) {
+    const std::string listFile = OwnPlaces::current().dataDirectory + "/FilesInfo.Veilkeep";
+    ListWorld world;
+    const ListedFile file = world.add(m_tree.makeFile("t/a"));
+    EXPECT_TRUE(world.list->hideFiles({}, false));
+    EXPECT_TRUE(exists(listFile)) << "an empty batch saves too";
+    EXPECT_TRUE(world.progressView.log().empty());
+    ASSERT_TRUE(world.list->hideFiles({file}, false));
+    EXPECT_EQ(world.progressView.log().front(), "begin Hiding of files started. Please wait...");
+    EXPECT_EQ(world.list->readFilesInfoFileAtPath(listFile)->front().state(), File::Hidden);
+
+    EXPECT_TRUE(runInChild([&] {
+        world.add(m_tree.makeFile("t/b"));
+        ASSERT_TRUE(failCall(SYS_renameat, ENOSPC) && failCall(SYS_renameat2, ENOSPC) &&
+                    failCall(SYS_rename, ENOSPC));
+        world.presenter.expect({.title = "Nothing was hidden.", .answer = "OK"});
+        EXPECT_FALSE(world.list->hideFiles({world.list->files().all().back()}, false));
+        EXPECT_TRUE(exists(m_tree.path("t/b")));
+        EXPECT_NE(world.presenter.shown().back().message.indexOf("No space left on device"), -1)
+            << world.presenter.shown().back().message.toStdString();
+    }));
+    // The item on its way back needs no list.
+    EXPECT_TRUE(runInChild([&] {
+        ASSERT_TRUE(failCall(SYS_fsync, EIO));
+        (void)world.list->unhideFiles({file}, false);
+        EXPECT_TRUE(exists(m_tree.path("t/a")));
+        EXPECT_TRUE(world.list->saveTrouble());
+    }));
+}
+
+TEST_F(HideOperationsTest, GoesOnAfterFailuresAndEndsWithAnException) {
+    ListWorld world;
+    FilesViewController::Files files;
+    for (const char* name : {"t/a", "t/b", "t/c"})
+        files.push_back(world.add(m_tree.makeFile(name)));
+    m_tree.makeFile("t/.SYS_INDEX/a");
+    EXPECT_FALSE(world.list->hideFiles(files, true));
+    EXPECT_EQ(files[2]->state(), File::Hidden);
+    EXPECT_EQ(world.list->hideOperations().errors().size(), 1U);
+
+    m_tree.makeFile("t/b");
+    world.presenter.expect({.title = "Error for file: " + QString::fromStdString(m_tree.path("t/b")),
+                            .answer = "OK",
+                            .whileOpen = [] { throw std::runtime_error("out of sorts"); }});
+    EXPECT_TRUE(world.list->unhideFiles({files[1], files[2]}, false)) << "the result keeps its value";
+    EXPECT_NE(log().find("Error: out of sorts"), std::string::npos);
+    EXPECT_EQ(files[2]->state(), File::Hidden);
+    EXPECT_EQ(world.progressView.log().back(), "end");
+}
+
+TEST_F(HideOperationsTest, LeavingEndsAnUnhideAndLetsAHideFinish) {
+    for (const bool hides : {true, false}) {
+        ListWorld world;
+        FilesViewController::Files files;
+        for (int number = 0; number < 3; ++number)
+            files.push_back(
+                world.add(m_tree.makeFile((hides ? "hide/" : "unhide/") + std::to_string(number))));
+        if (!hides) {
+            ASSERT_TRUE(world.list->hideFiles(files, false));
+        }
+        QStringList order;
+        QObject::connect(&world.list->files(), &FileList::fileChanged, [&](const ListedFile& file) {
+            if (file != files.front() || !order.isEmpty())
+                return;
+            order.push_back("first");
+            world.turns.run([&] { order.push_back("request"); });
+            world.turns.leave([&] { order.push_back("leaving"); });
+        });
+        world.turns.run([&] {
+            EXPECT_EQ(hides ? world.list->hideFiles(files, false) : world.list->unhideFiles(files, false),
+                      hides);
+        });
+        EXPECT_EQ(files.back()->state(), File::Hidden);
+        EXPECT_EQ(order, (QStringList{"first", "leaving", "request"}));
+        EXPECT_FALSE(world.alerts.isNobodyThere());
+    }
+}
+
+TEST_F(HideOperationsTest, LeavingAnswersAnOpenQuestionWithItsCancellingButton) {
+    ListWorld world;
+    const ListedFile file = world.add(m_tree.makeFile("t/top/f"));
+    const ListedFile top = world.add(m_tree.path("t/top"));
+    ASSERT_TRUE(world.list->hideFiles({top}, false));
+    bool hasLeft = false;
+    world.presenter.expect({.title = "Parent directory is hidden.",
+                            .whileOpen = [&] { world.turns.leave([&] { hasLeft = true; }); }});
+    world.turns.run([&] { EXPECT_FALSE(world.list->unhideFiles({file}, false)); });
+    EXPECT_TRUE(hasLeft);
+    EXPECT_EQ(top->state(), File::Hidden);
+}
+
+TEST_F(HideOperationsTest, TakesInWhatWorkersLeftBehind) {
+    const std::string folder = OwnPlaces::current().inProgressDirectory;
+    const auto leave = [&](const std::string& original, const std::string& current, int action) {
+        ASSERT_TRUE(writeRecord(folder, {original, current, 1, action}));
+    };
+    ListWorld world;
+    const ListedFile listed = world.add(m_tree.makeFile("t/listed", "mine"));
+    ::mkdir(m_tree.path("t/.SYS_INDEX").c_str(), 0755);
+    ASSERT_EQ(::rename(m_tree.path("t/listed").c_str(), m_tree.path("t/.SYS_INDEX/detsil").c_str()), 0);
+    leave(m_tree.path("t/listed"), m_tree.path("t/.SYS_INDEX/detsil"), 1);
+    leave(m_tree.path("t/new"), m_tree.makeFile("t/.SYS_INDEX/wen"), 1);
+    writeFile(folder + "/lacking.plist",
+              "<plist version=\"1.0\"><dict><key>OriginalPath</key><string>/x</string></dict></plist>");
+
+    // While they cannot be saved the records stay.
+    EXPECT_TRUE(runInChild([&] {
+        ASSERT_TRUE(failCall(SYS_fsync, EIO));
+        world.list->checkTempFiles();
+        EXPECT_EQ(InProgressFolder(folder).entries().value().size(), 3U);
+    }));
+    world.list->checkTempFiles();
+    EXPECT_EQ(InProgressFolder(folder).entries().value().size(), 0U);
+    EXPECT_EQ(listed->path(), m_tree.path("t/.SYS_INDEX/detsil"));
+    EXPECT_EQ(listed->state(), File::Hidden);
+    const ListedFile added = world.list->findFileWithOriginalPath(m_tree.path("t/new"));
+    ASSERT_TRUE(added);
+    EXPECT_EQ(added->state(), 1);
+    EXPECT_EQ(world.list->files().size(), 2U);
+}
+
+TEST_F(HideOperationsTest, KeepsTheAnswerAboutRecentItems) {
+    for (const auto& [answer, stored] : {std::pair("Yes", true), {"yes", false}, {"No", false}}) {
+        ListWorld world;
+        world.list->shouldCleanRecents(answer);
+        EXPECT_EQ(UserDefaults().boolean("CleanRecentItems"), stored) << answer;
+        EXPECT_EQ(UserDefaults().boolean("CleanRecentItems_UserAcknowledged"), true);
+    }
+}
+
+TEST_F(HideOperationsTest, ShowsTheErrorsOfABatchAsATable) {
+    ListWorld world;
+    world.list->hideOperations().addError("No", File::initWithPath("/a/b"));
+    world.presenter.expect({.title = "Title",
+                            .answer = "Second",
+                            .message = "Text",
+                            .buttons = QStringList{"First", "Second"},
+                            .style = Alert::Style::Informational});
+    EXPECT_EQ(world.list->hideOperations().showErrorsMessage("Title", "Text", {"First", "Second"}), 1001);
+    EXPECT_EQ(world.presenter.shown().front().errors, (std::vector<ErrorEntry>{{"b", "No"}}));
+}
+
+} // namespace
+} // namespace veilkeep::test
