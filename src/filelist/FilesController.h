@@ -1,10 +1,13 @@
 #pragma once
 
 #include "filelist/FileList.h"
+#include "filelist/FileMatcher.h"
 #include "filelist/FilePredicate.h"
+#include "filelist/ListedNames.h"
 
 #include <QObject>
 
+#include <unordered_set>
 #include <vector>
 
 namespace veilkeep {
@@ -18,15 +21,32 @@ public:
 
     void setFilterPredicate(const FilePredicate& predicate);
 
-    const std::vector<ListedFile>& arrangedObjects() const; // in list order
+    // In list order, found when they are asked for. The reference lasts until the list or the filter changes.
+    const std::vector<ListedFile>& arrangedObjects() const;
 
-    std::vector<ListedFile> selectedObjects() const; // in the order of their rows
-    void setSelectedObjects(const std::vector<ListedFile>& files);
+    // A selected record stays so for as long as it is shown.
+    std::vector<ListedFile> selectedObjects() const;               // in the order of their rows
+    void setSelectedObjects(const std::vector<ListedFile>& files); // those that are not shown are passed over
     void clearSelection() { setSelectedObjects({}); }
 
 signals:
-    void arrangedObjectsChanged();
+    void arrangedObjectsChanged(); // perhaps not again before somebody asks for them
     void selectionChanged();
+
+private:
+    using Selection = std::unordered_set<ListedFile>;
+
+    bool isShown(const ListedFile& file) const;
+    void arrangeAnew();
+    void updateAfterChangeOf(const ListedFile& file);
+
+    FileList& m_files;
+    FilePredicate m_predicate;
+    FileMatcher m_matcher{m_predicate};
+    Selection m_selection; // shown ones only
+    mutable std::vector<ListedFile> m_arranged;
+    mutable ListedNames m_names; // of the list's first records, as they are
+    mutable bool m_isArranged = false;
 };
 
 } // namespace veilkeep

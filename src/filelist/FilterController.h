@@ -14,6 +14,7 @@ namespace veilkeep {
 class FilterController : public QObject {
     Q_OBJECT
 public:
+    // One of the four is true at any time.
     bool showAll() const;
     bool showOnlyVisible() const;
     bool showOnlyHidden() const;
@@ -34,7 +35,7 @@ public:
     void setFilterPredicate(FilePredicate predicate);
 
 signals:
-    void showModeChanged();
+    void showModeChanged(); // after each switch, also to the mode that was on
     void searchTextChanged();
     void filterPredicateChanged();
 

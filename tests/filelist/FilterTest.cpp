@@ -1,0 +1,236 @@
+#include "filelist/FilesController.h"
+#include "filelist/FilterController.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace veilkeep {
+namespace {
+
+File record(const std::string& name, std::int32_t state = File::Visible, std::int64_t groupID = 0) {
+    return File({{"Name", Bytes{name}},
+                 {"Path", Bytes{"/" + name}},
+                 {"OriginalPath", Bytes{"/" + name}},
+                 {"State", std::int64_t{state}},
+                 {"GroupID", groupID},
+                 {"Alias", Bytes{}}});
+}
+
+TEST(NamePattern, FindsAnywhereWithWildcardsAndWithoutCase) {
+    struct Row {
+        const char* search;
+        std::string name;
+        bool isIn;
+    };
+    const Row rows[] = {
+        {"", "", true},
+        {"*", "", true},
+        {"?", "", false},
+        {"tax", "My TAXES.pdf", true},
+        {"tax", "ta x", false},
+        {"aab", "aaab", true}, // the first place of "aa" is the wrong one
+        {"a*c", "xaybcz", true},
+        {"c*a", "abc", false},
+        {"a*a", "a", false}, // each piece takes characters of its own
+        {"a**c", "ac", true},
+        {"a?c", "abc", true},
+        {"a?c", "ac", false},
+        {"a?c", "aéc", true},
+        {"a??c", "aéc", false},
+        {"?b", "b", false},
+        {"STRASSE", "straße", false}, // simple folding: one character stays one
+        {"ÄÖ", "äö.txt", true},
+        {"äö", "ÄÖ.txt", true},
+        {"σ", "ΟΔΟΣ", true},
+        {"ς", "ΟΔΟΣ", true},
+        {"k", "\u212A", true}, // the Kelvin sign
+        {"\u212A", "k", true},
+        {"ȺB", "ⱥb", true}, // two bytes and three
+        {"𐐀", "𐐨", true},
+        {"b",
+         "\xFF\xFE"
+         "B",
+         true},
+        {"ÿ", "\xFF", false}, // no text equals nothing that can be typed
+        {"\uFFFD", "\xFF", false},
+        {"a?b",
+         "a\xFF"
+         "b",
+         true},
+        {"a?b",
+         "a\xC3"
+         "b",
+         true},
+        {"©", "Ã©", true},
+        {"©", "é", false}, // the second byte of another character
+        {"a.c", "abc", false},
+        {"[a]", "a", false},
+        {"a\\*b", "a\\xb", true},
+        {"*", std::string("\0", 1), true},
+        {"b", std::string("a\0b", 3), true},
+    };
+    for (const Row& row : rows)
+        EXPECT_EQ(NamePattern(row.search).isIn(row.name), row.isIn) << row.search << " in " << row.name;
+}
+
+TEST(NamePattern, HostilePatternsEnd) {
+    QString search;
+    for (int times = 0; times < 2000; ++times)
+        search += "a*a?";
+    EXPECT_FALSE(NamePattern(search + "b")
+                     .isIn(std::string(100'000, 'a'))); // would never end if it tried every division
+}
+
+TEST(FilterController, BuildsThePredicateOfModeGroupAndSearch) {
+    struct Row {
+        void (FilterController::*setMode)(bool);
+        std::optional<std::int64_t> groupID;
+        const char* search;
+        const char* text;
+    };
+    const Row rows[] = {
+        {&FilterController::setShowAll, {}, "", ""},
+        {&FilterController::setShowAll, 0, "o'brien", "(properties.Name like[c] '*o brien*')"},
+        {&FilterController::setShowAll, -1, "", "(properties.GroupID = -1)"},
+        {&FilterController::setShowOnlyVisible, 0, "", "(properties.State = 0)"},
+        {&FilterController::setShowOnlyInconsistent, {}, "", "(properties.State = -1)"},
+        {&FilterController::setShowOnlyInconsistent, 0, "''",
+         "(properties.State = -1) and (properties.Name like[c] '*  *')"},
+        {&FilterController::setShowOnlyHidden, 3, "%1",
+         "(properties.State = 1) and (properties.GroupID = 3) and (properties.Name like[c] '*%1*')"},
+    };
+    for (const Row& row : rows) {
+        FilterController filter;
+        filter.setGroup(row.groupID);
+        (filter.*row.setMode)(false);
+        filter.setSearchText(row.search);
+        EXPECT_EQ(filter.filterPredicate().text(), row.text);
+    }
+}
+
+TEST(FilterController, OneModeIsOnAndAGroupSetsAllBack) {
+    FilterController filter;
+    int modeChanges = 0, predicateChanges = 0;
+    QObject::connect(&filter, &FilterController::showModeChanged, [&] { ++modeChanges; });
+    QObject::connect(&filter, &FilterController::filterPredicateChanged, [&] { ++predicateChanges; });
+    const auto modes = [&] {
+        return std::vector{filter.showAll(), filter.showOnlyVisible(), filter.showOnlyHidden(),
+                           filter.showOnlyInconsistent()};
+    };
+    EXPECT_EQ(modes(), (std::vector{true, false, false, false}));
+    filter.setShowOnlyVisible(true);
+    EXPECT_EQ(modes(), (std::vector{false, true, false, false}));
+    filter.setShowOnlyInconsistent(true);
+    EXPECT_EQ(modes(), (std::vector{false, false, false, true}));
+    filter.setShowOnlyHidden(false);
+    filter.setShowOnlyHidden(true);
+    EXPECT_EQ(modes(), (std::vector{false, false, true, false}));
+    EXPECT_EQ(modeChanges, 4); // told though it stayed
+    EXPECT_EQ(predicateChanges, 3);
+
+    filter.setSearchText("tax");
+    predicateChanges = 0;
+    filter.setGroup(3);
+    EXPECT_EQ(modes(), (std::vector{true, false, false, false}));
+    EXPECT_TRUE(filter.searchText().isEmpty());
+    EXPECT_EQ(filter.filterPredicate().text(), "(properties.GroupID = 3)");
+    EXPECT_EQ(predicateChanges, 1); // never filtered by the new group and the old search
+}
+
+class FilesControllerTest : public ::testing::Test {
+protected:
+    FilesControllerTest() {
+        for (const auto& [name, state, group] :
+             {std::tuple{"a.txt", 0, 3}, {"b.txt", 1, 3}, {"c.TXT", -1, 0}, {"d.pdf", -2, 0}})
+            m_list.append(record(name, state, group));
+        QObject::connect(&m_controller, &FilesController::arrangedObjectsChanged,
+                         [&] { ++m_arrangedChanges; });
+        QObject::connect(&m_controller, &FilesController::selectionChanged, [&] { ++m_selectionChanges; });
+    }
+
+    static std::string namesOf(const std::vector<ListedFile>& files) {
+        std::string names;
+        for (const ListedFile& file : files)
+            names += file->name().front();
+        return names;
+    }
+    std::string shown() const { return namesOf(m_controller.arrangedObjects()); }
+    std::string selected() const { return namesOf(m_controller.selectedObjects()); }
+    const ListedFile& file(std::size_t row) const { return m_list.all()[row]; }
+    void setState(std::size_t row, std::int32_t state) {
+        m_list.change(file(row), [&](File& changed) { changed.setState(state); });
+    }
+
+    FileList m_list;
+    FilesController m_controller{m_list};
+    int m_arrangedChanges = 0, m_selectionChanges = 0;
+};
+
+TEST_F(FilesControllerTest, ShowsInListOrderWhatPasses) {
+    const std::pair<FilePredicate, const char*> rows[] = {
+        {{}, "abcd"},       {{-1, {}, {}}, "c"}, {{{}, 3, {}}, "ab"}, {{{}, {}, "T?t"}, "abc"},
+        {{1, 3, "b"}, "b"}, {{0, 3, "b"}, ""},
+    };
+    for (const auto& [predicate, names] : rows) {
+        m_controller.setFilterPredicate(predicate);
+        EXPECT_EQ(shown(), names) << predicate.text().toStdString();
+    }
+}
+
+TEST_F(FilesControllerTest, FollowsTheListWhileASearchIsOn) {
+    m_controller.setFilterPredicate({{}, {}, "txt"});
+    EXPECT_EQ(shown(), "abc");
+    m_list.append(record("e.txt"));
+    EXPECT_EQ(shown(), "abce");
+    const std::vector<ListedFile> first{file(0)};
+    m_list.remove(first);
+    EXPECT_EQ(shown(), "bce");
+    m_list.change(file(2), [](File& changed) { changed.setName("d.txt"); });
+    EXPECT_EQ(shown(), "bcde");
+    m_list.change(file(0), [](File& changed) { changed.setName("b.pdf"); });
+    EXPECT_EQ(shown(), "cde");
+    m_list.assign({});
+    EXPECT_EQ(shown(), "");
+}
+
+TEST_F(FilesControllerTest, TellsOnlyWhatChangesTheRows) {
+    m_controller.setFilterPredicate({0, {}, {}});
+    EXPECT_EQ(shown(), "a");
+    m_arrangedChanges = 0;
+    m_list.change(file(0), [](File& changed) { changed.moveToGroup(5); });
+    setState(1, -1);
+    EXPECT_EQ(m_arrangedChanges, 0);
+    setState(1, 0);
+    EXPECT_EQ(m_arrangedChanges, 1);
+    EXPECT_EQ(shown(), "ab");
+    setState(0, 1);
+    EXPECT_EQ(m_arrangedChanges, 2);
+    EXPECT_EQ(shown(), "b");
+}
+
+TEST_F(FilesControllerTest, SelectionLastsWhileItsRecordsAreShown) {
+    m_controller.setSelectedObjects({file(2), file(1), file(0), std::make_shared<File>(record("x"))});
+    EXPECT_EQ(selected(), "abc");
+    m_controller.setSelectedObjects({file(0), file(1), file(2)});
+    EXPECT_EQ(m_selectionChanges, 1);
+    m_list.append(record("e"));
+    m_controller.setFilterPredicate({{}, {}, "txt"});
+    EXPECT_EQ(m_selectionChanges, 1);
+    EXPECT_EQ(selected(), "abc");
+
+    m_controller.setFilterPredicate({{}, 3, {}});
+    EXPECT_EQ(selected(), "ab");
+    m_list.change(file(0), [](File& changed) { changed.moveToGroup(0); });
+    EXPECT_EQ(selected(), "b");
+    m_controller.setFilterPredicate({});
+    EXPECT_EQ(selected(), "b"); // what was left out once is not selected again
+    const std::vector<ListedFile> last{file(1)};
+    m_list.remove(last);
+    EXPECT_EQ(selected(), "");
+    EXPECT_EQ(m_selectionChanges, 4);
+}
+
+} // namespace
+} // namespace veilkeep
