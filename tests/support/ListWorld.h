@@ -21,6 +21,8 @@ struct ListWorldOptions {
     RightsAuthority* authority = nullptr; // with one there is a SecurityController
     std::string pkexec = {};
     PathChooser* pathChooser = nullptr;
+    const CurrentGroup* groups = nullptr; // none: all files
+    SafeFileOptions file = {};            // of the list
 };
 
 // The item list with all that it works with: the real worker, and a real list file in the scratch home. Made
@@ -28,7 +30,7 @@ struct ListWorldOptions {
 class ListWorld {
 public:
     explicit ListWorld(const ListWorldOptions& options = {})
-        : m_dataFile(OwnPlaces::current().dataDirectory + "/FilesInfo.Veilkeep") {
+        : m_dataFile(OwnPlaces::current().dataDirectory + "/FilesInfo.Veilkeep", options.file) {
         if (options.authority)
             m_security = std::make_unique<SecurityController>(*options.authority, defaults,
                                                               OwnPlaces::current().inProgressDirectory,
@@ -42,7 +44,7 @@ public:
             .progress = m_progress,
             .turns = turns,
             .defaults = defaults,
-            .groups = m_groups,
+            .groups = options.groups ? *options.groups : m_groups,
             .security = m_security.get(),
             .mounter = options.mounter,
             .pathChooser = options.pathChooser,

@@ -1,0 +1,361 @@
+#include "core/log/Log.h"
+#include "core/storage/ArchiveEnvelope.h"
+#include "format/ErrorText.h"
+#include "tests/filelist/StoreWorld.h"
+#include "tests/support/FailingCall.h"
+#include "tests/support/PrivateMount.h"
+#include "tests/support/RunInChild.h"
+
+#include <gtest/gtest.h>
+#include <sys/syscall.h>
+
+#include <filesystem>
+
+namespace veilkeep {
+namespace {
+
+using namespace std::chrono_literals;
+using test::fileOf;
+using test::StoreWorld;
+using Paths = std::vector<std::string>;
+
+// Seven items in groups 0, 1 and 2; every third is hidden.
+void fill(StoreWorld& world) {
+    for (int number = 0; number < 7; ++number) {
+        const std::string name = std::to_string(number);
+        const bool isHidden = number % 3 == 2;
+        world->list->files().append(
+            fileOf((isHidden ? "/h/" : "/v/") + name, "/v/" + name, number % 3, isHidden));
+    }
+}
+
+TEST(FilesViewControllerStoreTest, SavesWhatChangedAndNothingElse) {
+    StoreWorld world;
+    fill(world);
+    const auto stamp = [&] { return *fileStamp(world.dataPath()); };
+    const std::tuple<const char*, std::function<void()>, bool> rows[] = {
+        {"first", [] {}, true},
+        {"again", [] {}, false},
+        {"changed",
+         [&] { world->list->files().change(world->list->files().all()[0], [](File& f) { f.setState(1); }); },
+         true},
+        {"not changed",
+         [&] { world->list->files().change(world->list->files().all()[0], [](File& f) { f.setState(1); }); },
+         false},
+        {"gone", [&] { std::filesystem::remove(world.dataPath()); }, true},
+        {"another's", [&] { test::writeFile(world.dataPath(), "other"); }, true},
+        {"a new start", [&] { world.open(), world->list->loadDataFromDisk(); }, false},
+        {"removing nothing", [&] { world->list->removeFiles({}); }, false},
+        {"all removed", [&] { world->list->removeFiles(world->list->files().all()); }, true},
+    };
+    for (const auto& [name, act, writes] : rows) {
+        const auto before = stamp();
+        act();
+        EXPECT_TRUE(world->list->saveDataToDisk()) << name;
+        EXPECT_EQ(stamp() != before, writes) << name;
+        EXPECT_EQ(world.saved(), world.listed()) << name;
+    }
+}
+
+// What is told, and what the place holds, when the list cannot be saved.
+TEST(FilesViewControllerStoreTest, TellsLastinglyThatASaveFailed) {
+    if (::geteuid() != 0)
+        GTEST_SKIP() << "only root can mount";
+    using Mount = std::optional<test::PrivateMount>;
+    struct Row {
+        const char* name;
+        void (*breakIt)(const std::string& directory, Mount& mount);
+        const char* reason;
+    };
+    const Row rows[] = {
+        {"full disk",
+         [](const std::string& directory, Mount& mount) {
+             const std::string content = test::readFile(directory + "/FilesInfo.Veilkeep");
+             mount.emplace("some", directory, "tmpfs", 0, "size=8k");
+             test::writeFile(directory + "/FilesInfo.Veilkeep", content);
+         },
+         "No space left on device"},
+        {"read-only",
+         [](const std::string& directory, Mount& mount) {
+             mount.emplace(directory, directory, nullptr, MS_BIND);
+             ASSERT_EQ(
+                 ::mount(nullptr, directory.c_str(), nullptr, MS_REMOUNT | MS_BIND | MS_RDONLY, nullptr), 0);
+         },
+         "Read-only file system"},
+        {"quota", [](const std::string&, Mount&) { ASSERT_TRUE(test::failCall(SYS_fsync, EDQUOT)); },
+         "Disk quota exceeded"},
+        {"no rename", [](const std::string&, Mount&) { ASSERT_TRUE(test::failCall(SYS_renameat, EIO)); },
+         "Input/output error"},
+    };
+    for (const Row& row : rows) {
+        StoreWorld world;
+        fill(world);
+        ASSERT_TRUE(world->list->saveDataToDisk());
+        logLine("The log has its place");
+        EXPECT_TRUE(test::runInChild([&] {
+            Mount mount;
+            row.breakIt(OwnPlaces::current().dataDirectory, mount);
+            world.open();
+            world->list->loadDataFromDisk();
+            const Paths before = world.listed();
+            ASSERT_EQ(before.size(), 7U);
+            int told = 0;
+            QObject::connect(world->list.get(), &FilesViewController::saveTroubleChanged, [&] { ++told; });
+            for (int number = 0; number < 100; ++number)
+                world->list->files().append(fileOf("/more", std::string(400, 'x') + std::to_string(number)));
+            for (int attempt = 0; attempt < 2; ++attempt)
+                EXPECT_FALSE(world->list->saveDataToDisk());
+            EXPECT_EQ(told, 1);
+            ASSERT_TRUE(world->list->saveTrouble());
+            EXPECT_EQ(errorReason(*world->list->saveTrouble()).toStdString(), row.reason);
+            EXPECT_EQ(world.saved(), before) << "the old list is lost";
+            const std::string log = test::readFile(Log::shared().path());
+            EXPECT_NE(log.find("Failed to save files info to file " + world.dataPath()), std::string::npos);
+            if (!mount)
+                return; // what was broken stays so
+            mount.reset();
+            EXPECT_TRUE(world->list->saveDataToDisk());
+            EXPECT_EQ(told, 2);
+            EXPECT_FALSE(world->list->saveTrouble());
+            EXPECT_EQ(world.saved(), world.listed());
+        })) << row.name;
+    }
+}
+
+TEST(FilesViewControllerStoreTest, TellsOnceWhatWasFoundInTheListsPlace) {
+    ArchiveEnvelopeWriter newer(2, 100);
+    newer.text() += "\xA1\x65"
+                    "files\x80";
+    const std::string ofNewerVersion = std::move(newer).seal();
+    struct Row {
+        const char* name;
+        std::string content;
+        bool hasEarlierCopy;
+        const char* title; // null: nothing is told
+        std::vector<const char*> told;
+        std::size_t loaded;
+        bool canBeSaved;
+    };
+    const char* const unreadable = "The list of items could not be read.";
+    const Row rows[] = {
+        {"damaged",
+         "rubbish",
+         true,
+         unreadable,
+         {"FilesInfo.Veilkeep: The file is damaged.", "(FilesInfo.Veilkeep.earlier-2026-01-31T02-00-00Z)",
+          "begins with FilesInfo.Veilkeep.damaged-."},
+         7,
+         true},
+        {"damaged, no copy",
+         "",
+         false,
+         unreadable,
+         {"The file is damaged.", "No earlier copy", "begins with FilesInfo.Veilkeep.damaged-."},
+         0,
+         true},
+        {"of a newer version",
+         ofNewerVersion,
+         true,
+         "The list of items can only be read.",
+         {"written by a newer version of Veilkeep", "not changed", "stays as it is"},
+         0,
+         false},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        StoreWorld world;
+        fill(world);
+        ASSERT_TRUE(world->list->saveDataToDisk());
+        world.now += 2h;
+        world->list->removeFileFromList(world->list->files().all().front());
+        ASSERT_TRUE(world->list->saveDataToDisk());
+        if (!row.hasEarlierCopy)
+            std::filesystem::remove(world.dataPath() + ".earlier-2026-01-31T02-00-00Z");
+        test::writeFile(world.dataPath(), row.content);
+
+        world.open();
+        world->presenter.expect({row.title, "OK"});
+        world->list->loadDataFromDisk();
+        ASSERT_EQ(world->presenter.shown().size(), 1U);
+        for (const char* part : row.told)
+            EXPECT_TRUE(world->presenter.shown()[0].message.contains(part))
+                << part << " is not in\n"
+                << world->presenter.shown()[0].message.toStdString();
+        EXPECT_EQ(world->list->files().size(), row.loaded);
+        EXPECT_EQ(world->list->saveDataToDisk(), true) << "nothing to save, or it can be saved";
+        world->list->files().append(fileOf("/new", "/new"));
+        EXPECT_EQ(world->list->saveDataToDisk(), row.canBeSaved);
+        EXPECT_EQ(world->list->saveTrouble().has_value(), !row.canBeSaved);
+        EXPECT_EQ(test::readFile(world.dataPath()) == row.content, !row.canBeSaved);
+        world.open();
+        if (!row.canBeSaved)
+            continue;
+        world->list->loadDataFromDisk(); // and no word more
+        EXPECT_EQ(world->list->files().size(), row.loaded + 1);
+    }
+}
+
+TEST(FilesViewControllerStoreTest, MergesWhatIsNotListedYet) {
+    struct Row {
+        const char* name;
+        bool intoOwnFile;
+        std::vector<File> source;
+        std::size_t brought;
+        Paths merged; // after the target's own
+    };
+    const Row rows[] = {
+        {"own",
+         true,
+         {fileOf("/h/x", "/x", 5, 1), fileOf("/v/2", "/v/2", 5), fileOf("/y", "/x", 5)},
+         1,
+         {"/x"}},
+        {"other", false, {fileOf("/h/x", "/x", 5, 1), fileOf("/V/2", "/V/2", 5)}, 2, {"/x", "/V/2"}},
+        {"empty", false, {}, 0, {}},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        StoreWorld world;
+        fill(world);
+        ASSERT_TRUE(world->list->saveDataToDisk());
+        const std::string target = row.intoOwnFile ? world.dataPath() : world.tree.path("target");
+        ASSERT_TRUE(world->list->saveFilesArrayToDisk(world->list->files().all(), target));
+        FileList source;
+        source.assign(row.source);
+        const std::string sourcePath = world.tree.path("source");
+        ASSERT_TRUE(world->list->saveFilesArrayToDisk(source.all(), sourcePath));
+        Paths expected = world.listed();
+        expected.insert(expected.end(), row.merged.begin(), row.merged.end());
+
+        const auto brought = world->list->mergeFilesInfoFile(target, sourcePath);
+        ASSERT_TRUE(brought);
+        EXPECT_EQ(*brought, row.brought);
+        FileList merged;
+        merged.assign(*world->list->readFilesInfoFileAtPath(target));
+        Paths found;
+        for (const ListedFile& file : merged.all())
+            found.emplace_back(file->originalPath());
+        EXPECT_EQ(found, expected);
+        EXPECT_EQ(merged.countOfGroup(5), 0U);
+        EXPECT_EQ(world->list->files().size(), row.intoOwnFile ? expected.size() : 7U);
+        EXPECT_EQ(*world->list->mergeFilesInfoFile(target, target), 0U);
+        for (const auto& entry : std::filesystem::recursive_directory_iterator(world.tree.root()))
+            EXPECT_EQ(entry.path().native().find(".damaged-"), std::string::npos) << entry.path();
+    }
+}
+
+TEST(FilesViewControllerStoreTest, MergesNothingFromWhatItCannotRead) {
+    StoreWorld world;
+    fill(world);
+    ASSERT_TRUE(world->list->saveDataToDisk());
+    ArchiveEnvelopeWriter writer(2, 100);
+    writer.text() += "\xA1\x65"
+                     "files\x80";
+    const std::string newer = world.tree.makeFile("newer", std::move(writer).seal());
+    const std::string damaged = world.tree.makeFile("damaged", "rubbish");
+    const std::string good = world.tree.path("good"), missing = world.tree.path("missing");
+    ASSERT_TRUE(world->list->saveFilesArrayToDisk({}, good));
+    const std::tuple<std::string, std::string, ErrorCode> rows[] = {
+        {world.dataPath(), missing, ErrorCode::System},     {missing, good, ErrorCode::System},
+        {world.dataPath(), damaged, ErrorCode::Damaged},    {damaged, good, ErrorCode::Damaged},
+        {world.dataPath(), newer, ErrorCode::NewerVersion}, {newer, good, ErrorCode::NewerVersion},
+    };
+    for (const auto& [target, source, code] : rows) {
+        const std::string before = test::exists(target) ? test::readFile(target) : "";
+        const auto brought = world->list->mergeFilesInfoFile(target, source);
+        ASSERT_FALSE(brought) << target << " " << source;
+        EXPECT_EQ(brought.error().code, code) << target << " " << source;
+        EXPECT_EQ(test::exists(target) ? test::readFile(target) : "", before) << target;
+    }
+    EXPECT_EQ(world->list->files().size(), 7U);
+    EXPECT_FALSE(test::exists(missing));
+}
+
+TEST(FilesViewControllerStoreTest, AsksBeforeItRemoves) {
+    const test::ExpectedAlert sure = {"Are you sure you want to remove selected items from list?",
+                                      {},
+                                      "Items will be deleted only from list, not filesystem.",
+                                      QStringList{"Remove", "Cancel"},
+                                      Alert::Style::Warning};
+    const test::ExpectedAlert hidden = {
+        "Unhide all files",
+        {},
+        "You are trying to remove some hidden files from list! Would you like to unhide them first?",
+        QStringList{"Unhide", "Remove", "Cancel"},
+        Alert::Style::Critical};
+    struct Row {
+        const char* name;
+        std::vector<std::size_t> selected;
+        std::int64_t group;
+        bool force;
+        const test::ExpectedAlert* alert;
+        const char* answer;
+        bool suppress;
+        std::size_t left;
+        std::size_t inGroupOne;
+    };
+    const Row rows[] = {
+        {"nothing selected", {}, 0, true, nullptr, "", false, 7, 2},
+        {"cancelled", {0, 1}, 0, false, &sure, "Cancel", false, 7, 2},
+        {"removed", {0, 1}, 0, false, &sure, "Remove", false, 5, 1},
+        {"only taken out of the group", {1, 4}, 1, false, nullptr, "", false, 7, 0},
+        {"from a group by force", {1}, 1, true, &sure, "Remove", true, 6, 1},
+        {"hidden, cancelled", {1, 2}, 0, false, &hidden, "Cancel", false, 7, 2},
+        {"hidden, removed", {1, 2}, 0, false, &hidden, "Remove", false, 5, 1},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        StoreWorld world;
+        fill(world);
+        FilesViewController::Files selected;
+        for (const std::size_t index : row.selected)
+            selected.push_back(world->list->files().all()[index]);
+        world->list->filesController().setSelectedObjects(selected);
+        world.group.chosen = row.group;
+        if (row.alert) {
+            test::ExpectedAlert answered = *row.alert;
+            answered.answer = row.answer;
+            answered.suppress = row.suppress;
+            world->presenter.expect(answered);
+        }
+        world->list->removeSelectedRows(row.force);
+        EXPECT_EQ(world->list->files().size(), row.left);
+        EXPECT_EQ(world->list->files().countOfGroup(1), row.inGroupOne);
+        if (row.left < 7) {
+            EXPECT_EQ(world.saved(), world.listed());
+        }
+        EXPECT_EQ(world->defaults.contains("ShowRemoveWarning"), row.suppress);
+    }
+    StoreWorld world;
+    fill(world);
+    world->defaults.set("ShowRemoveWarning", false); // its presence counts, not its value
+    world->list->removeSingleFile(0, true);
+    EXPECT_EQ(world->list->files().size(), 6U);
+}
+
+TEST(FilesViewControllerStoreTest, AnswersByGroupAndMoves) {
+    StoreWorld world;
+    fill(world);
+    EXPECT_FALSE(world->list->getAllFilesOfGroup(std::nullopt));
+    EXPECT_EQ(world->list->getAllFilesOfGroup(0)->size(), 7U);
+    EXPECT_EQ(world->list->getAllFilesOfGroup(2),
+              (FilesViewController::Files{world->list->files().all()[2], world->list->files().all()[5]}));
+    EXPECT_EQ(world->list->getAllFilesOfGroup(9)->size(), 0U);
+
+    const auto drag = world->list->dragDataForRows({2, 0, 99, 1});
+    EXPECT_EQ(drag.rows, (std::vector<std::size_t>{0, 1, 2}));
+    EXPECT_EQ(drag.rowPaths, (Paths{"/v/0", "/v/1", "/h/2"}));
+    EXPECT_EQ(drag.fileNames, (Paths{"/v/0", "/v/1"}));
+
+    world.group.chosen = 4;
+    int told = 0;
+    QObject::connect(world->list.get(), &FilesViewController::numberOfFilesOfCurrentGroupChanged,
+                     [&] { ++told; });
+    world->list->acceptDropOfRows({"/h/2", "/v/2", "/v/0"}); // the second is no current path
+    EXPECT_EQ(world->list->numberOfFilesOfCurrentGroup(), 2);
+    world->list->moveFiles(FilesViewController::Files(), 4);
+    EXPECT_EQ(told, 2);
+    EXPECT_EQ(world.saved(), Paths()) << "a move alone does not save";
+}
+
+} // namespace
+} // namespace veilkeep
