@@ -1,5 +1,7 @@
 #include "filelist/FileList.h"
 
+#include "tests/filelist/StoreWorld.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -10,13 +12,7 @@
 namespace veilkeep {
 namespace {
 
-File fileOf(std::string_view path, std::string_view originalPath, std::int64_t groupID = 0) {
-    File file;
-    file.setPath(path);
-    file.setOriginalPath(originalPath);
-    file.setGroupID(groupID);
-    return file;
-}
+using test::fileOf;
 
 // Look-ups and counts against plain scans.
 void expectConsistent(const FileList& list, std::span<const std::string> texts) {

@@ -207,20 +207,5 @@ TEST_F(FilesInfoFileTest, KeepsWhatItDoesNotKnow) {
         EXPECT_EQ(archive->unknown[index].value, unknown[index].value);
 }
 
-TEST_F(FilesInfoFileTest, KnowsWhetherTheFileIsAsItWasLeft) {
-    FilesInfoFile file = open();
-    EXPECT_FALSE(file.isAsLeft());
-    auto files = *file.read();
-    EXPECT_FALSE(file.isAsLeft()) << "whoever wrote it may have died before it was synced";
-    EXPECT_EQ(*save(file, files), SafeFile::Saved::Unchanged);
-    EXPECT_TRUE(file.isAsLeft());
-    std::filesystem::remove(path);
-    EXPECT_FALSE(file.isAsLeft());
-    ASSERT_TRUE(save(file, files));
-    EXPECT_TRUE(file.isAsLeft());
-    writeFile(path, good + "x");
-    EXPECT_FALSE(file.isAsLeft());
-}
-
 } // namespace
 } // namespace veilkeep

@@ -1,5 +1,6 @@
 #include "core/log/Log.h"
 #include "core/storage/ArchiveEnvelope.h"
+#include "core/storage/RecordArchive.h"
 #include "format/ErrorText.h"
 #include "tests/filelist/StoreWorld.h"
 #include "tests/support/FailingCall.h"
@@ -27,6 +28,13 @@ void fill(StoreWorld& world) {
         world->list->files().append(
             fileOf((isHidden ? "/h/" : "/v/") + name, "/v/" + name, number % 3, isHidden));
     }
+}
+
+std::string emptyListOfLaterVersion() {
+    const std::string own = *encodeArchive("files", {});
+    ArchiveEnvelopeWriter writer(RecordArchive::currentVersion + 1, own.size());
+    writer.text() += openArchiveEnvelope(own)->payload;
+    return std::move(writer).seal();
 }
 
 TEST(FilesViewControllerStoreTest, SavesWhatChangedAndNothingElse) {
@@ -123,15 +131,11 @@ TEST(FilesViewControllerStoreTest, TellsLastinglyThatASaveFailed) {
 }
 
 TEST(FilesViewControllerStoreTest, TellsOnceWhatWasFoundInTheListsPlace) {
-    ArchiveEnvelopeWriter newer(2, 100);
-    newer.text() += "\xA1\x65"
-                    "files\x80";
-    const std::string ofNewerVersion = std::move(newer).seal();
     struct Row {
         const char* name;
         std::string content;
         bool hasEarlierCopy;
-        const char* title; // null: nothing is told
+        const char* title;
         std::vector<const char*> told;
         std::size_t loaded;
         bool canBeSaved;
@@ -154,7 +158,7 @@ TEST(FilesViewControllerStoreTest, TellsOnceWhatWasFoundInTheListsPlace) {
          0,
          true},
         {"of a newer version",
-         ofNewerVersion,
+         emptyListOfLaterVersion(),
          true,
          "The list of items can only be read.",
          {"written by a newer version of Veilkeep", "not changed", "stays as it is"},
@@ -247,10 +251,7 @@ TEST(FilesViewControllerStoreTest, MergesNothingFromWhatItCannotRead) {
     StoreWorld world;
     fill(world);
     ASSERT_TRUE(world->list->saveDataToDisk());
-    ArchiveEnvelopeWriter writer(2, 100);
-    writer.text() += "\xA1\x65"
-                     "files\x80";
-    const std::string newer = world.tree.makeFile("newer", std::move(writer).seal());
+    const std::string newer = world.tree.makeFile("newer", emptyListOfLaterVersion());
     const std::string damaged = world.tree.makeFile("damaged", "rubbish");
     const std::string good = world.tree.path("good"), missing = world.tree.path("missing");
     ASSERT_TRUE(world->list->saveFilesArrayToDisk({}, good));
