@@ -62,8 +62,7 @@ int main() {
 
     bool isFast = true;
     constexpr double noLimit = 1000;
-    for (const Letter letter :
-         {Letter{"e", 5}, Letter{"z", 5}, Letter{"ö", noLimit}, Letter{"z", noLimit, true}}) {
+    for (const Letter letter : {Letter{"e", 5}, Letter{"z", 5}, Letter{"ö", noLimit}, Letter{"z", 5, true}}) {
         std::vector<const std::string*> found;
         const benchmark::Side filter = {
             std::string("filter by ") + letter.text + (letter.isFirst ? ", the first letter" : ""),
