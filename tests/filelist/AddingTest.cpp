@@ -1,4 +1,6 @@
+#include "alerts/OneAlertLock.h"
 #include "tests/filelist/StoreWorld.h"
+#include "tests/support/WaitUntil.h"
 
 #include <gtest/gtest.h>
 
@@ -32,7 +34,7 @@ TEST(AddingTest, AddsWhatIsThereAndNotListedYet) {
         {"nothing", {}, {}, {}},
         {"an empty path", {"/", ""}, {}, {{"The \"/\" item is a protected system file or folder.", "OK"}}},
         {"in their order", {"b", "folder", "a"}, {"b", "folder", "a"}, {}},
-        {"twice at once", {"a", "a", "b"}, {"a", "b"}, {}},
+        {"twice at once", {"b", "a", "a", "b"}, {"b", "a"}, {}},
         {"twice, spelled with slashes", {"folder/", "folder", "folder//"}, {"folder"}, {}},
         {"a dangling link", {"dangling"}, {"dangling"}, {}},
         {"not UTF-8", {"\xFF%1"}, {"\xFF%1"}, {}},
@@ -111,25 +113,30 @@ TEST(AddingTest, AddsAPathOfOverlappingBatchesOnce) {
 }
 
 TEST(AddingTest, EndsWithTheListWhateverItIsAt) {
+    const auto isAdded = [](StoreWorld& world) {
+        QCoreApplication::processEvents();
+        return world->list->files().size() > 0;
+    };
+    const auto isAsking = [](StoreWorld&) { // the thread is, and waits for this one
+        return OneAlertLock::onlyOneAlertSheetAtATimeLock().isTaken();
+    };
     struct Row {
         const char* name;
         Paths (*paths)(StoreWorld&);
-        bool waitsForAPart; // else it is ended at once
+        bool (*mayEnd)(StoreWorld&);
     };
     const Row rows[] = {
-        {"at the first path", [](StoreWorld& world) { return Paths{world.tree.makeFile("a")}; }, false},
-        {"in the midst", [](StoreWorld& world) { return Paths(100'000, world.tree.makeFile("a")); }, true},
-        {"before an alert", [](StoreWorld&) { return Paths(1000, "/usr"); }, false},
+        {"at the first path", [](StoreWorld& world) { return Paths{world.tree.makeFile("a")}; },
+         [](StoreWorld&) { return true; }},
+        {"in the midst", [](StoreWorld& world) { return Paths(100'000, world.tree.makeFile("a")); }, isAdded},
+        {"in an alert", [](StoreWorld&) { return Paths(1000, "/usr"); }, isAsking},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         StoreWorld world;
-        bool hasPart = !row.waitsForAPart;
-        QObject::connect(&world->list->files(), &FileList::filesAppended, [&] { hasPart = true; });
         world->list->addFiles(row.paths(world));
         world->list->addFiles(row.paths(world));
-        while (!hasPart)
-            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        ASSERT_TRUE(test::waitUntil([&] { return row.mayEnd(world); }));
         world->list.reset();
         EXPECT_FALSE(world->alerts.isNobodyThere());
     }
