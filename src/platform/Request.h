@@ -5,7 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <optional>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -46,8 +46,11 @@ public:
     virtual void progress(const QString& stage, const QString& subStage, std::size_t done,
                           std::size_t total) = 0;
 
-    // The number of the button; the last one's where the caller is gone.
+    // The number of the button; the last one's where the caller is gone. The event loop turns meanwhile.
     virtual std::size_t ask(const Question& question) = 0;
+
+    // Answers the question that is open, if one is, with its last button: whoever owns the list must go on.
+    virtual void cancelQuestion() = 0;
 
     // The caller asked to stop after the item in hand, or is gone.
     virtual bool isCancelled() const = 0;
@@ -61,9 +64,14 @@ protected:
 // Whoever owns the list and works on requests, one after the other. Main thread.
 class RequestHandler {
 public:
+    using Done = std::function<void(RequestStatus)>;
+
     virtual ~RequestHandler() = default;
 
-    virtual RequestStatus handle(const Request& request, RequestCaller& caller) = 0;
+    // Works on it now, or when its turn comes: what runs at the moment may lie below on the stack, and could
+    // never end if this waited for it. The caller lives until done is called, once, which may be before this
+    // returns.
+    virtual void handle(const Request& request, RequestCaller& caller, Done done) = 0;
 
 protected:
     RequestHandler() = default;

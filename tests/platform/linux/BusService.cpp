@@ -4,9 +4,8 @@
 
 namespace veilkeep::test {
 
-BusService::BusService(const QString& name, Handler handler)
-    : m_connection(
-          QDBusConnection::connectToBus(QDBusConnection::SystemBus, QStringLiteral("service") + name)),
+BusService::BusService(const QString& name, Handler handler, QDBusConnection::BusType bus)
+    : m_connection(QDBusConnection::connectToBus(bus, QStringLiteral("service") + name)),
       m_handler(std::move(handler)) {
     if (!m_connection.registerVirtualObject(QStringLiteral("/"), this, QDBusConnection::SubPath) ||
         (!name.isEmpty() && !m_connection.registerService(name)))

@@ -11,13 +11,14 @@
 
 namespace veilkeep::test {
 
-// Stands for a service of the system bus: answers every call at every object by one function, in a thread of
+// Stands for a service of a message bus: answers every call at every object by one function, in a thread of
 // its own, and remembers the calls. Without a name it is known by its connection alone.
 class BusService : private QDBusVirtualObject {
 public:
     using Handler = std::function<QDBusMessage(const QDBusMessage& call)>;
 
-    BusService(const QString& name, Handler handler);
+    BusService(const QString& name, Handler handler,
+               QDBusConnection::BusType bus = QDBusConnection::SystemBus);
     ~BusService() override;
 
     std::vector<QDBusMessage> calls(const QString& method) const;

@@ -20,16 +20,17 @@ std::string configuration(const ScratchTree& tree) {
 
 } // namespace
 
-PrivateBus::PrivateBus(const ScratchTree& tree)
+PrivateBus::PrivateBus(const ScratchTree& tree, Place place)
     : m_daemon(
           {"/usr/bin/dbus-daemon", "--nofork", "--print-address", "--config-file=" + configuration(tree)}) {
-    useItsAddress();
+    useItsAddress(place);
     if (m_daemon.readLine().empty())
         m_whyMissing = "dbus-daemon cannot be started here";
 }
 
-void PrivateBus::useItsAddress() {
-    ::setenv("DBUS_SYSTEM_BUS_ADDRESS", address().c_str(), 1);
+void PrivateBus::useItsAddress(Place place) {
+    ::setenv(place == Place::System ? "DBUS_SYSTEM_BUS_ADDRESS" : "DBUS_SESSION_BUS_ADDRESS",
+             address().c_str(), 1);
 }
 
 } // namespace veilkeep::test

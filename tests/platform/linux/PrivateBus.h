@@ -7,14 +7,16 @@
 
 namespace veilkeep::test {
 
-// A message bus of the test's own in the place of the system's, where everybody may do everything and nothing
-// is started on demand. All that a process makes one after the other have the same address, for the bus
-// library remembers the first; tests that run at the same time have others.
+// A message bus of the test's own in the place of the system's or the user's, where everybody may do
+// everything and nothing is started on demand. All that a process makes one after the other have the same
+// address, for the bus library remembers the first; tests that run at the same time have others.
 class PrivateBus {
 public:
-    explicit PrivateBus(const ScratchTree& tree);
+    enum class Place { System, Session };
 
-    static void useItsAddress(); // also while there is no such bus
+    explicit PrivateBus(const ScratchTree& tree, Place place = Place::System);
+
+    static void useItsAddress(Place place = Place::System); // also while there is no such bus
 
     // Why there is none, empty where there is.
     const std::string& whyMissing() const { return m_whyMissing; }

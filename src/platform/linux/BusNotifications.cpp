@@ -1,0 +1,63 @@
+#include "platform/linux/BusNotifications.h"
+
+#include "core/log/Log.h"
+
+#include <QDBusPendingCallWatcher>
+#include <QRegularExpression>
+
+#include <cerrno>
+
+namespace veilkeep {
+namespace {
+
+const QString notificationPath = QStringLiteral("/com/ostrel/Veilkeep");
+const QString notificationInterface = QStringLiteral("com.ostrel.Veilkeep");
+
+// A sender may have left the bus before it was looked up, as dbus-send has. One that says nothing but the
+// name does no harm whoever it was.
+bool isBelieved(const QDBusMessage& unixUser, const QString& object) {
+    return SessionBusConnection::isOwnUser(unixUser) ||
+           (object.isEmpty() && unixUser.type() == QDBusMessage::ErrorMessage);
+}
+
+} // namespace
+
+BusNotifications::BusNotifications() {
+    m_isListening = m_bus.connection().connect(QString(), notificationPath, notificationInterface, QString(),
+                                               this, SLOT(received(QDBusMessage)));
+    if (!m_isListening)
+        logLine("No notifications from other programs: the session bus cannot be reached.");
+}
+
+Result<void> BusNotifications::post(const QString& name, const QString& object) {
+    static const QRegularExpression form(
+        QStringLiteral("\\Acom\\.ostrel\\.Veilkeep\\.([A-Za-z][A-Za-z0-9]*)\\z"));
+    const QRegularExpressionMatch match = form.match(name);
+    if (!match.hasMatch())
+        return Error{ErrorCode::InvalidArgument, "post", {}, 0};
+    QDBusMessage signal =
+        QDBusMessage::createSignal(notificationPath, notificationInterface, match.captured(1));
+    if (!object.isEmpty())
+        signal << object;
+    if (!m_bus.connection().send(signal))
+        return Error::system("post", {}, ENOTCONN);
+    return {};
+}
+
+void BusNotifications::received(const QDBusMessage& signal) {
+    const QVariantList arguments = signal.arguments();
+    if (arguments.size() > 1 || (!arguments.isEmpty() && arguments.first().typeId() != QMetaType::QString))
+        return;
+    const QString name = signal.interface() + QLatin1Char('.') + signal.member();
+    const QString object = arguments.value(0).toString();
+    const QDBusMessage question =
+        SessionBusConnection::busCall(QStringLiteral("GetConnectionUnixUser"), signal.service());
+    auto* const answer = new QDBusPendingCallWatcher(m_bus.connection().asyncCall(question), this);
+    connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer, name, object] {
+        answer->deleteLater();
+        if (isBelieved(answer->reply(), object))
+            emit posted(name, object);
+    });
+}
+
+} // namespace veilkeep

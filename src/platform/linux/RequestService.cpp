@@ -1,0 +1,166 @@
+#include "platform/linux/RequestService.h"
+
+#include "platform/linux/BusRequest.h"
+
+#include <QCoreApplication>
+#include <QDBusConnectionInterface>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+#include <QEvent>
+#include <QPointer>
+
+#include <algorithm>
+#include <cerrno>
+
+namespace veilkeep {
+namespace {
+
+constexpr std::size_t mostWaiting = 32;
+
+QString sentence(const char* text) {
+    return QCoreApplication::translate("RequestService", text);
+}
+
+} // namespace
+
+RequestService::RequestService(RequestHandler& handler) : m_handler(handler) {
+    m_callers.setWatchMode(QDBusServiceWatcher::WatchForUnregistration);
+    connect(&m_callers, &QDBusServiceWatcher::serviceUnregistered, this, &RequestService::cancel);
+}
+
+RequestService::~RequestService() {
+    for (const auto& request : m_requests)
+        request->cancel();
+}
+
+Result<void> RequestService::start() {
+    registerRequestTypes();
+    m_bus = std::make_unique<SessionBusConnection>();
+    QDBusConnection& connection = m_bus->connection();
+    if (!connection.isConnected())
+        return Error::system("connect", {}, ENOTCONN);
+    m_callers.setConnection(connection);
+    if (!connection.registerObject(requestObject, this, QDBusConnection::ExportScriptableSlots))
+        return Error::system("registerObject", {}, EEXIST);
+    const QDBusReply<QDBusConnectionInterface::RegisterServiceReply> reply =
+        connection.interface()->registerService(requestService, QDBusConnectionInterface::DontQueueService,
+                                                QDBusConnectionInterface::DontAllowReplacement);
+    if (reply.isValid() && reply.value() == QDBusConnectionInterface::ServiceRegistered)
+        return {};
+    const int reason = reply.isValid() ? EEXIST : ENOTCONN;
+    m_bus.reset();
+    return Error::system("registerService", {}, reason);
+}
+
+std::optional<std::size_t> RequestService::find(const QString& sender) const {
+    const auto found =
+        std::ranges::find_if(m_requests, [&](const auto& request) { return request->sender() == sender; });
+    if (found == m_requests.end())
+        return std::nullopt;
+    return static_cast<std::size_t>(found - m_requests.begin());
+}
+
+bool RequestService::refuses(const QString& sender) {
+    if (!m_bus->isOwnUsers(sender))
+        sendErrorReply(accessDenied, sentence("Only the same user's programs may ask for this."));
+    else if (find(sender))
+        sendErrorReply(limitsExceeded, sentence("One request after the other, please."));
+    else if (m_requests.size() >= mostWaiting)
+        sendErrorReply(limitsExceeded, sentence("Too many requests are waiting."));
+    else
+        return false;
+    return true;
+}
+
+int RequestService::Run(const QString& command, const QByteArrayList& paths, const QVariantMap& options,
+                        const QDBusObjectPath& caller) {
+    const QString sender = message().service();
+    if (refuses(sender))
+        return 0;
+    const ReadValues read = readValues(options);
+    QString fault = faultOfRequest(command, paths, read.values);
+    if (fault.isEmpty() && !read.isComplete)
+        fault = sentence("An option of the request is of an unknown kind.");
+    if (!fault.isEmpty()) {
+        sendErrorReply(invalidArguments, fault);
+        return 0;
+    }
+    Request request{command, {}, read.values};
+    for (const QByteArray& path : paths)
+        request.paths.push_back(path.toStdString());
+    setDelayedReply(true);
+    const auto lookAtBus = [service = QPointer(this)] {
+        if (service)
+            service->lookAtBus();
+    };
+    m_callers.addWatchedService(sender);
+    m_requests.push_back(std::make_shared<RemoteCaller>(connection(), message(), caller.path(),
+                                                        std::move(request), lookAtBus));
+    m_requests.back()->tellAccepted();
+    QMetaObject::invokeMethod(this, &RequestService::startNext, Qt::QueuedConnection);
+    return 0;
+}
+
+void RequestService::Cancel() {
+    cancel(message().service());
+}
+
+// The request in hand ends when the handler has seen it; others are over at once.
+void RequestService::cancel(const QString& sender) {
+    const auto position = find(sender);
+    if (!position)
+        return;
+    m_requests[*position]->cancel();
+    if (*position == 0 && m_isBusy)
+        return;
+    m_requests[*position]->finish(RequestStatus::SomeFailed);
+    remove(*position);
+}
+
+// The caller may have given up, or be gone, while the request waited or this program hung: it is asked once
+// more before anything is done.
+void RequestService::startNext() {
+    if (m_isBusy || m_requests.empty())
+        return;
+    m_isBusy = true;
+    auto* const answer = new QDBusPendingCallWatcher(m_requests.front()->askWhetherToBegin(), this);
+    connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer] {
+        answer->deleteLater();
+        const QDBusPendingReply<bool> reply = *answer;
+        work(!reply.isError() && reply.value());
+    });
+}
+
+// The handler may finish later, even when this service is gone.
+void RequestService::work(bool isWanted) {
+    const std::shared_ptr<RemoteCaller> caller = m_requests.front();
+    const auto done = [service = QPointer(this), caller](RequestStatus status) {
+        caller->finish(status);
+        if (service)
+            service->workIsDone();
+    };
+    if (isWanted && !caller->isCancelled())
+        m_handler.handle(caller->request(), *caller, done);
+    else
+        done(RequestStatus::SomeFailed);
+}
+
+void RequestService::workIsDone() {
+    remove(0);
+    m_isBusy = false;
+    QMetaObject::invokeMethod(this, &RequestService::startNext, Qt::QueuedConnection);
+}
+
+void RequestService::remove(std::size_t position) {
+    m_callers.removeWatchedService(m_requests[position]->sender());
+    m_requests.erase(m_requests.begin() + static_cast<std::ptrdiff_t>(position));
+}
+
+// The handler keeps the event loop from running. Calls and vanishing callers are delivered all the same, and
+// nothing else is.
+void RequestService::lookAtBus() {
+    QCoreApplication::sendPostedEvents(this, QEvent::MetaCall);
+    QCoreApplication::sendPostedEvents(&m_callers, QEvent::MetaCall);
+}
+
+} // namespace veilkeep

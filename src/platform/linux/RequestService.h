@@ -1,0 +1,56 @@
+#pragma once
+
+#include "core/base/Result.h"
+#include "platform/Request.h"
+#include "platform/linux/RemoteCaller.h"
+#include "platform/linux/SessionBusConnection.h"
+
+#include <QByteArrayList>
+#include <QDBusContext>
+#include <QDBusObjectPath>
+#include <QDBusServiceWatcher>
+#include <QObject>
+#include <QVariantMap>
+
+#include <deque>
+#include <memory>
+#include <optional>
+
+namespace veilkeep {
+
+// Offers a RequestHandler on the session bus (docs/bus.md) and gives it one request after the other. Owned by
+// the program that owns the list; main thread.
+class RequestService : public QObject, protected QDBusContext {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "com.ostrel.Veilkeep.Requests1")
+
+public:
+    explicit RequestService(RequestHandler& handler);
+    ~RequestService() override; // cancels the request in hand
+
+    // ENOTCONN without a bus, EEXIST where another program serves already.
+    [[nodiscard]] Result<void> start();
+
+public slots:
+    Q_SCRIPTABLE int Run(const QString& command, const QByteArrayList& paths, const QVariantMap& options,
+                         const QDBusObjectPath& caller);
+    Q_SCRIPTABLE void Cancel();
+
+private:
+    void startNext();
+    void work(bool isWanted);
+    void workIsDone();
+    void cancel(const QString& sender);
+    void lookAtBus();
+    void remove(std::size_t position);
+    bool refuses(const QString& sender); // and has said so
+    std::optional<std::size_t> find(const QString& sender) const;
+
+    RequestHandler& m_handler;
+    std::unique_ptr<SessionBusConnection> m_bus;
+    QDBusServiceWatcher m_callers;
+    std::deque<std::shared_ptr<RemoteCaller>> m_requests; // while busy the first is the one in hand
+    bool m_isBusy = false;
+};
+
+} // namespace veilkeep

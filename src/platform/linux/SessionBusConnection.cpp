@@ -1,0 +1,52 @@
+#include "platform/linux/SessionBusConnection.h"
+
+#include "core/environment/SessionBus.h"
+
+#include <QUuid>
+
+#include <unistd.h>
+
+namespace veilkeep {
+namespace {
+
+constexpr int busLimit = 5'000; // milliseconds
+
+// Without an address the bus library would start a bus.
+QDBusConnection connectionToUsersBus() {
+    const std::string address = sessionBusAddress();
+    if (address.empty())
+        return QDBusConnection(QString());
+    return QDBusConnection::connectToBus(QString::fromStdString(address),
+                                         QUuid::createUuid().toString(QUuid::WithoutBraces));
+}
+
+} // namespace
+
+SessionBusConnection::SessionBusConnection() : m_connection(connectionToUsersBus()) {}
+
+SessionBusConnection::~SessionBusConnection() {
+    QDBusConnection::disconnectFromBus(m_connection.name());
+}
+
+QDBusMessage SessionBusConnection::busCall(const QString& method, const QString& name) {
+    const QString bus = QStringLiteral("org.freedesktop.DBus");
+    QDBusMessage call =
+        QDBusMessage::createMethodCall(bus, QStringLiteral("/org/freedesktop/DBus"), bus, method);
+    call << name;
+    return call;
+}
+
+QDBusMessage SessionBusConnection::askBus(const QString& method, const QString& name) const {
+    return m_connection.call(busCall(method, name), QDBus::Block, busLimit);
+}
+
+bool SessionBusConnection::isOwnUsers(const QString& uniqueName) const {
+    return isOwnUser(askBus(QStringLiteral("GetConnectionUnixUser"), uniqueName));
+}
+
+bool SessionBusConnection::isOwnUser(const QDBusMessage& unixUser) {
+    return unixUser.type() == QDBusMessage::ReplyMessage &&
+           unixUser.arguments().value(0) == QVariant(static_cast<uint>(::getuid()));
+}
+
+} // namespace veilkeep
