@@ -1,9 +1,8 @@
 #include "filelist/AddBatches.h"
 
+#include "core/filesystem/ItemAtPath.h"
 #include "core/names/BaseCloakLogic.h"
 #include "filelist/MainThread.h"
-
-#include <sys/stat.h>
 
 #include <cerrno>
 #include <chrono>
@@ -88,11 +87,10 @@ void AddBatches::runBatch(const Batch& batch) {
     for (const std::string& path : batch.paths) {
         if (isStopped())
             return;
-        struct stat status = {};
         if (BaseCloakLogic::isProtectedFileAtPath(path)) {
             part.handOver();
             m_steps.refuseProtected(path);
-        } else if (::lstat(path.c_str(), &status) != 0) {
+        } else if (!openItemAt(path)) {
             missing.push_back(Error::system("lstat", path, errno));
         } else {
             File file = File::initWithPath(path);

@@ -1,0 +1,218 @@
+#include "requests/ItemRequests.h"
+
+#include "core/base/PathText.h"
+#include "core/filesystem/ItemAtPath.h"
+#include "core/names/BaseCloakLogic.h"
+#include "format/ErrorText.h"
+
+#include <QCoreApplication>
+
+#include <algorithm>
+#include <cerrno>
+#include <iterator>
+#include <unordered_set>
+#include <utility>
+
+namespace veilkeep {
+namespace {
+
+QString text(const char* source) {
+    return QCoreApplication::translate("ItemRequests", source);
+}
+
+QString notThereReason(int systemError) {
+    return workerErrorText(workerErrorFromErrno(systemError));
+}
+
+} // namespace
+
+std::vector<std::string> ItemRequests::pathsOnce() const {
+    std::vector<std::string> paths;
+    std::unordered_set<std::string_view> known;
+    for (const std::string& path : m_work.request.paths)
+        if (known.insert(withoutTrailingSlashes(path)).second)
+            paths.emplace_back(withoutTrailingSlashes(path));
+    return paths;
+}
+
+QString ItemRequests::refusal(const std::string& path) {
+    if (!openItemAt(path)) {
+        const int reason = errno;
+        const bool isHidden = !isHiddenForm(path) && itemExistsAt(hiddenFormOf(path));
+        return isHidden ? workerErrorText(WorkerError::AlreadyHidden) : notThereReason(reason);
+    }
+    if (isHiddenForm(path))
+        return workerErrorText(WorkerError::AlreadyHidden);
+    return BaseCloakLogic::isProtectedFileAtPath(path) ? workerErrorText(WorkerError::Protected) : QString();
+}
+
+// A record from the start, so that a bring-back that fails leaves the item known.
+bool ItemRequests::takeInHidden(const std::string& path) {
+    const std::string hidden = hiddenFormOf(path);
+    if (!itemExistsAt(hidden))
+        return false;
+    if (!m_work.controller.findFileWithPath(hidden))
+        m_work.controller.files().append(
+            File::fileWithPath(hidden, BaseCloakLogic::constructOriginalFullFileName(hidden), File::Hidden));
+    return true;
+}
+
+void ItemRequests::addAll(const std::vector<std::string>& paths) {
+    if (paths.empty())
+        return;
+    m_work.controller.addFiles(paths);
+    m_work.controller.waitForAdding();
+}
+
+void ItemRequests::add() {
+    std::vector<std::string> wanted;
+    std::vector<std::string> toAdd;
+    for (std::string& path : pathsOnce()) {
+        if (m_work.listed(path)) {
+            m_work.fail(path, text("The item is in the list already."));
+            continue;
+        }
+        if (const QString reason = refusal(path); reason.isEmpty()) {
+            toAdd.push_back(path);
+        } else if (!takeInHidden(path)) {
+            m_work.fail(path, reason);
+            continue;
+        }
+        wanted.push_back(std::move(path));
+    }
+    addAll(toAdd);
+    m_work.controller.saveDataToDisk();
+    for (const std::string& path : wanted)
+        if (const ListedFile file = m_work.listedInAnyForm(path))
+            m_work.caller.itemDone(path, std::string(file->path()));
+        else
+            m_work.fail(path, text("The item could not be added."));
+}
+
+void ItemRequests::remove() {
+    for (const std::string& path : pathsOnce())
+        if (const ListedFile file = m_work.listed(path))
+            choose(file, path);
+        else
+            m_work.fail(path, text("The item is not in the list."));
+    if (m_chosen.empty())
+        return;
+    Files hidden;
+    std::ranges::copy_if(m_chosen, std::back_inserter(hidden),
+                         [](const ListedFile& file) { return file->state() == File::Hidden; });
+    m_work.presenter.holdMessages();
+    m_work.controller.tryToRemoveFiles(m_chosen);
+    tellMessages();
+    const auto isVisible = [](const ListedFile& file) { return file->state() == File::Visible; };
+    const bool someRemoved = !m_work.controller.files().contains(m_chosen.front());
+    if (!someRemoved && std::ranges::none_of(hidden, isVisible)) {
+        m_work.caller.message(text("Nothing was removed."));
+        m_work.status = RequestStatus::Refused;
+        return;
+    }
+    // Either all are off the list, or what was hidden is back.
+    for (const ListedFile& file : someRemoved ? m_chosen : hidden)
+        if (someRemoved || isVisible(file))
+            m_work.caller.itemDone(m_pathOf[file.get()], std::string(file->path()));
+        else
+            m_work.status = RequestStatus::SomeFailed;
+    if (!someRemoved)
+        m_work.caller.message(
+            text("The items that were hidden were brought back, and all stay in the list."));
+}
+
+void ItemRequests::hide() {
+    std::vector<std::string> wanted;
+    std::vector<std::string> toAdd;
+    for (std::string& path : pathsOnce()) {
+        if (const QString reason = m_work.listed(path) ? QString() : refusal(path); !reason.isEmpty()) {
+            m_work.fail(path, reason);
+            continue;
+        }
+        if (!m_work.listed(path))
+            toAdd.push_back(path);
+        wanted.push_back(std::move(path));
+    }
+    addAll(toAdd);
+    for (const std::string& path : wanted)
+        if (const ListedFile file = m_work.listed(path))
+            choose(file, path);
+        else
+            m_work.fail(path, text("The item could not be added."));
+    moveChosen(Move::Hide);
+}
+
+void ItemRequests::unhide() {
+    for (const std::string& path : pathsOnce()) {
+        if (!m_work.listed(path))
+            takeInHidden(path);
+        if (const ListedFile file = m_work.listedInAnyForm(path))
+            choose(file, path);
+        else if (openItemAt(path))
+            m_work.fail(path, text("Item is not hidden."));
+        else
+            m_work.fail(path, notThereReason(errno));
+    }
+    moveChosen(Move::Unhide);
+}
+
+void ItemRequests::choose(const ListedFile& file, const std::string& path) {
+    if (m_pathOf.emplace(file.get(), path).second)
+        m_chosen.push_back(file);
+}
+
+void ItemRequests::moveChosen(Move move) {
+    if (m_chosen.empty())
+        return;
+    HideOperations& operations = m_work.controller.hideOperations();
+    const bool collects = !m_work.isInteractive();
+    operations.clearErrorList();
+    m_work.presenter.holdMessages();
+    if (move == Move::Hide)
+        operations.hideFiles(m_chosen, collects);
+    else
+        operations.unhideFiles(m_chosen, collects);
+    operations.clearErrorList();
+    for (const MovedItem& item : operations.lastBatch())
+        tellOutcome(item, move);
+    for (const Error& trouble : operations.lastBatchTroubles())
+        m_work.fail(trouble.path,
+                    text("what was done here may not survive a power cut: %1").arg(errorReason(trouble)));
+    tellMessages();
+    if (m_leftAlone > 0)
+        m_work.caller.message(text("interrupted; items left as they are: %1").arg(m_leftAlone));
+}
+
+void ItemRequests::tellOutcome(const MovedItem& item, Move move) {
+    const std::string& path = m_pathOf[item.file.get()];
+    if (item.errorCode == static_cast<int>(WorkerError::Cancelled) && m_work.progress.isCancelled()) {
+        ++m_leftAlone;
+        m_work.status = RequestStatus::SomeFailed;
+        return;
+    }
+    const auto fail = [&](const QString& reason) {
+        m_work.fail(path, reason);
+        m_reasonsTold.push_back(reason);
+    };
+    if (item.errorCode != 0 || !item.reason.isEmpty())
+        fail(item.reason.isEmpty() ? workerErrorText(item.errorCode) : item.reason);
+    else if (item.wasMoved)
+        m_work.caller.itemDone(path, std::string(item.file->path()));
+    else
+        fail(move == Move::Hide ? workerErrorText(WorkerError::AlreadyHidden) : text("Item is not hidden."));
+}
+
+// Once each, and not what is a failed item's reason.
+void ItemRequests::tellMessages() {
+    std::vector<QString> told;
+    for (const Alert& alert : m_work.presenter.takeMessages()) {
+        const QString message = messageText(alert);
+        if (std::ranges::find(m_reasonsTold, alert.message) != m_reasonsTold.end() ||
+            std::ranges::find(told, message) != told.end())
+            continue;
+        m_work.caller.message(message);
+        told.push_back(message);
+    }
+}
+
+} // namespace veilkeep

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "requests/RequestWork.h"
+
+#include <cstddef>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+namespace veilkeep {
+
+// Requests on items that are named one by one: takes them into the list where that is wanted, does what is
+// asked, and tells of each what became of it. Lives for one request; main thread.
+class ItemRequests {
+public:
+    explicit ItemRequests(RequestWork& work) : m_work(work) {}
+
+    void add();
+    void remove();
+    void hide();
+    void unhide();
+
+private:
+    using Files = FilesViewController::Files;
+    enum class Move { Hide, Unhide };
+
+    std::vector<std::string> pathsOnce() const;
+    // What keeps an item that is not listed from being listed as a visible one; empty where nothing does.
+    static QString refusal(const std::string& path);
+    bool takeInHidden(const std::string& path);
+    void addAll(const std::vector<std::string>& paths);
+
+    void choose(const ListedFile& file, const std::string& path);
+    void moveChosen(Move move);
+    void tellOutcome(const MovedItem& item, Move move);
+    void tellMessages();
+
+    RequestWork& m_work;
+    Files m_chosen;
+    std::unordered_map<const File*, std::string> m_pathOf; // as the request names it
+    std::vector<QString> m_reasonsTold;
+    std::size_t m_leftAlone = 0; // once the caller asked to stop
+};
+
+} // namespace veilkeep

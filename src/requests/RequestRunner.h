@@ -1,0 +1,42 @@
+#pragma once
+
+#include "filelist/Turns.h"
+#include "requests/CallerPresenter.h"
+#include "requests/CallerProgressView.h"
+#include "requests/Gate.h"
+#include "requests/RequestRules.h"
+#include "requests/RequestWork.h"
+
+namespace veilkeep {
+
+// What requests are worked on with. Nothing of it is owned.
+struct RequestRunnerParts {
+    FilesViewController& controller;
+    const FilesInfoFile& dataFile;
+    CloakWorkerComunicator& cloakWorker;
+    ProgressController& progress;
+    Turns& turns;
+    CallerPresenter& presenter;       // through which the controller's alerts go
+    CallerProgressView& progressView; // and its progress
+    std::string inProgressFolder;
+    Gate* gate = nullptr; // none: no password stands before anything
+};
+
+// Works on requests with the list's own controllers, in veilkeepctl by itself and in the application on
+// behalf of others. Made by the program's wiring; main thread.
+class RequestRunner : public RequestHandler {
+public:
+    explicit RequestRunner(RequestRunnerParts parts) : m_parts(std::move(parts)) {}
+
+    // In its turn. What its options are: RequestRules.h.
+    void handle(const Request& request, RequestCaller& caller, Done done) override;
+
+private:
+    RequestStatus run(const Request& request, RequestCaller& caller);
+    bool isAllowed(const RequestRule& rule, RequestCaller& caller);
+    void work(RequestCommand command, RequestWork& work);
+
+    const RequestRunnerParts m_parts;
+};
+
+} // namespace veilkeep

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "alerts/ProgressController.h"
+#include "core/protocol/CloakWorkerComunicator.h"
+#include "filelist/FilesViewController.h"
+#include "platform/Request.h"
+#include "requests/CallerPresenter.h"
+
+#include <string>
+#include <string_view>
+
+namespace veilkeep {
+
+// One request while it is worked on: what it works with, none of it owned, and what has come of it so far.
+// Main thread.
+struct RequestWork {
+    FilesViewController& controller;
+    CloakWorkerComunicator& cloakWorker;
+    ProgressController& progress;
+    CallerPresenter& presenter;
+    const std::string& inProgressFolder;
+    const Request& request;
+    RequestCaller& caller;
+    RequestStatus status = RequestStatus::AllWell;
+
+    bool isInteractive() const;
+
+    void fail(const std::string& path, const QString& reason);
+
+    // Listed under either of its paths.
+    ListedFile listed(std::string_view path) const;
+    ListedFile listedInAnyForm(const std::string& path) const; // or as the hidden item that would bear it
+};
+
+// The hidden form of a visible path; a path directly within ".SYS_INDEX" is its own.
+std::string hiddenFormOf(const std::string& path);
+bool isHiddenForm(std::string_view path);
+
+} // namespace veilkeep

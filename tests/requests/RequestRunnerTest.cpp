@@ -1,0 +1,247 @@
+#include "requests/RequestRunner.h"
+
+#include "core/storage/ArchiveEnvelope.h"
+#include "filelist/MainThread.h"
+#include "tests/support/RecordingProgressView.h"
+#include "tests/support/RunProgram.h"
+#include "tests/support/ScratchTree.h"
+#include "tests/support/ScriptedPresenter.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <optional>
+#include <thread>
+
+namespace veilkeep::test {
+namespace {
+
+using Paths = std::vector<std::string>;
+
+class FakeGate : public Gate {
+public:
+    bool operationAllowedWithoutAsking() const override { return isOpen; }
+    bool operationAllowed() override { return ++asked, isPasswordGiven; }
+
+    bool isOpen = true;
+    bool isPasswordGiven = false;
+    int asked = 0;
+};
+
+// Answers questions with the button of a title, and writes down what it is told.
+class FakeCaller : public RequestCaller {
+public:
+    void itemDone(const std::string&, const std::string& newPath) override { done.push_back(newPath); }
+    void itemFailed(const std::string& path, const QString& reason) override {
+        failed.push_back(path + ": " + reason.toStdString());
+    }
+    void message(const QString& text) override { messages.append(text); }
+    void listed(const std::vector<QVariantMap>& told) override {
+        rows.insert(rows.end(), told.begin(), told.end());
+    }
+    void progress(const QString& stage, const QString&, std::size_t, std::size_t) override {
+        if (whileWorking && !stage.isEmpty())
+            whileWorking();
+    }
+    std::size_t ask(const Question& question) override {
+        EXPECT_TRUE(MainThread::isCurrent());
+        questions.append(question.title);
+        for (std::size_t button = 0; button < question.buttons.size(); ++button)
+            if (question.buttons[button] == answer)
+                return button;
+        return question.buttons.size() - 1;
+    }
+    void cancelQuestion() override {}
+    bool isCancelled() const override { return false; }
+
+    QString answer;
+    std::function<void()> whileWorking;
+    Paths done;
+    Paths failed;
+    QStringList messages;
+    QStringList questions;
+    std::vector<QVariantMap> rows;
+};
+
+// The application as far as requests need it.
+class RequestRunnerTest : public ::testing::Test {
+protected:
+    RequestStatus run(const char* command, const Paths& paths, FakeCaller& caller,
+                      const QVariantMap& options = {}) {
+        std::optional<RequestStatus> status;
+        m_runner.handle({command, paths, options}, caller, [&](RequestStatus told) { status = told; });
+        MainThread::runUntil([&] { return status.has_value(); });
+        return *status;
+    }
+
+    std::string hidden(const std::string& name) { return m_tree.path("t/.SYS_INDEX/" + name); }
+
+    ScratchTree m_tree;
+    ScriptedPresenter m_ownPresenter;
+    RecordingProgressView m_ownView;
+    UserDefaults m_defaults;
+    CallerPresenter m_presenter{&m_ownPresenter};
+    Alerts m_alerts{m_presenter, m_defaults};
+    CallerProgressView m_view{&m_ownView};
+    ProgressController m_progress{&m_view};
+    Turns m_turns{m_alerts};
+    NoCurrentGroup m_groups;
+    const OwnPlaces m_places = OwnPlaces::current();
+    CloakWorkerComunicator m_worker{bundledProgram("cloakWorker"), m_places.inProgressDirectory};
+    FilesInfoFile m_dataFile{m_places.dataDirectory + "/FilesInfo.Veilkeep"};
+    FilesViewController m_controller{
+        {m_dataFile, m_worker, m_alerts, m_progress, m_turns, m_defaults, m_groups}};
+    FakeGate m_gate;
+    RequestRunner m_runner{{m_controller, m_dataFile, m_worker, m_progress, m_turns, m_presenter, m_view,
+                            m_places.inProgressDirectory, &m_gate}};
+};
+
+TEST_F(RequestRunnerTest, WhatPassesTheGate) {
+    const std::string item = m_tree.makeFile("t/a");
+    m_gate.isOpen = false;
+    const std::pair<const char*, Paths> rows[] = {
+        {"add", {item}}, {"remove", {item}},       {"hide", {item}},    {"unhide", {item}}, {"list", {}},
+        {"check", {}},   {"locate", {item, item}}, {"restore", {item}}, {"merge", {item}},
+    };
+    for (const auto& [command, paths] : rows) {
+        FakeCaller caller;
+        EXPECT_EQ(run(command, paths, caller), RequestStatus::Refused) << command;
+        EXPECT_EQ(caller.messages.size(), 2) << command << ": that it asks, and that it was not given";
+        EXPECT_TRUE(caller.rows.empty()) << command;
+    }
+    EXPECT_EQ(m_gate.asked, static_cast<int>(std::size(rows)));
+    EXPECT_TRUE(exists(item));
+    EXPECT_EQ(m_controller.files().size(), 0u);
+    FakeCaller caller;
+    EXPECT_EQ(run("status", {}, caller), RequestStatus::AllWell);
+    EXPECT_EQ(caller.rows.size(), 1u);
+    EXPECT_EQ(m_gate.asked, static_cast<int>(std::size(rows)));
+    m_gate.isPasswordGiven = true;
+    EXPECT_EQ(run("hide", {item}, caller), RequestStatus::AllWell);
+    EXPECT_EQ(caller.done, Paths{hidden("a")});
+}
+
+TEST_F(RequestRunnerTest, WhatIsNoRequest) {
+    const std::string good = m_tree.makeFile("t/a");
+    const std::pair<const char*, Paths> rows[] = {
+        {"vanish", {good}}, {"", {good}},         {"hide", {}},
+        {"hide", {"t/a"}},  {"hide", {good, ""}}, {"hide", {good + std::string(1, '\0')}},
+        {"list", {good}},   {"locate", {good}},   {"merge", {good, good}},
+    };
+    for (const auto& [command, paths] : rows) {
+        FakeCaller caller;
+        EXPECT_EQ(run(command, paths, caller), RequestStatus::WrongUsage) << command;
+        EXPECT_TRUE(caller.done.empty()) << command;
+    }
+    FakeCaller caller;
+    EXPECT_EQ(run("list", {}, caller, {{requestOption::state, "odd"}}), RequestStatus::WrongUsage);
+    EXPECT_TRUE(exists(good));
+}
+
+// While a batch runs the event loop turns, and brings the next request.
+TEST_F(RequestRunnerTest, RequestsWaitTheirTurn) {
+    m_tree.makeFile("t/a");
+    m_tree.makeFile("t/b");
+    FakeCaller first;
+    FakeCaller second;
+    std::optional<RequestStatus> secondStatus;
+    bool isSent = false;
+    first.whileWorking = [&] {
+        if (!std::exchange(isSent, true))
+            m_runner.handle({"hide", {m_tree.path("t/b")}, {}}, second,
+                            [&](RequestStatus told) { secondStatus = told; });
+        EXPECT_FALSE(secondStatus);
+    };
+    EXPECT_EQ(run("hide", {m_tree.path("t/a")}, first), RequestStatus::AllWell);
+    EXPECT_EQ(secondStatus, RequestStatus::AllWell);
+    EXPECT_EQ(first.done, Paths{hidden("a")});
+    EXPECT_EQ(second.done, Paths{hidden("b")});
+}
+
+TEST_F(RequestRunnerTest, QuestionsGoToTheCaller) {
+    const std::string item = m_tree.makeFile("t/a");
+    FakeCaller hider;
+    ASSERT_EQ(run("hide", {item}, hider), RequestStatus::AllWell);
+    struct {
+        const char* answer;
+        RequestStatus status;
+        Paths done;
+        bool isListed;
+        bool isVisible;
+    } const rows[] = {
+        {"Cancel", RequestStatus::Refused, {}, true, false},
+        {"Unhide", RequestStatus::AllWell, {item}, true, true},
+        {"Cancel", RequestStatus::Refused, {}, true, true},
+        {"Remove", RequestStatus::AllWell, {item}, false, true},
+    };
+    for (const auto& row : rows) {
+        FakeCaller caller;
+        caller.answer = row.answer;
+        EXPECT_EQ(run("remove", {item}, caller), row.status) << row.answer;
+        EXPECT_EQ(caller.questions.size(), 1) << row.answer;
+        EXPECT_EQ(caller.done, row.done) << row.answer;
+        EXPECT_EQ(m_controller.ifAlreadyAddedFile(item), row.isListed) << row.answer;
+        EXPECT_EQ(exists(item), row.isVisible) << row.answer;
+    }
+}
+
+// Those of other threads as well, and to the application's own presenter while no request runs.
+TEST_F(RequestRunnerTest, MessagesOfOtherThreadsGoToTheCaller) {
+    const auto tellOnThread = [&] {
+        std::atomic<bool> isAnswered = false;
+        std::thread other([&] {
+            m_controller.showProtectedAlertForFile("/etc");
+            isAnswered = true;
+        });
+        while (!isAnswered)
+            m_presenter.serveOthers();
+        other.join();
+    };
+    FakeCaller caller;
+    caller.whileWorking = tellOnThread;
+    ASSERT_EQ(run("check", {}, caller), RequestStatus::AllWell);
+    ASSERT_FALSE(caller.questions.isEmpty());
+    m_ownPresenter.expect({.title = caller.questions[0], .answer = "OK"});
+    tellOnThread();
+}
+
+// In a batch that asks as in one that collects.
+TEST_F(RequestRunnerTest, EachFailedItemIsToldOnce) {
+    for (const bool interactive : {false, true}) {
+        const std::string a = m_tree.makeFile("t/a");
+        const std::string b = m_tree.makeFile("t/b");
+        FakeCaller hider;
+        const QVariantMap options{{requestOption::interactive, interactive}};
+        ASSERT_EQ(run("hide", {a, b}, hider, options), RequestStatus::AllWell);
+        m_tree.makeFile("t/a", "another");
+        FakeCaller caller;
+        EXPECT_EQ(run("unhide", {a, b}, caller, options), RequestStatus::SomeFailed);
+        EXPECT_EQ(caller.done, Paths{b});
+        EXPECT_EQ(caller.failed, Paths{a + ": Item with the same name already exists."});
+        EXPECT_EQ(caller.messages, QStringList());
+        EXPECT_TRUE(m_controller.hideOperations().errors().empty());
+        ASSERT_EQ(runProgram({"/bin/rm", a, hidden("a"), b}).exitStatus, 0);
+        m_controller.removeFiles(m_controller.files().all());
+    }
+}
+
+TEST_F(RequestRunnerTest, AListOfANewerVersionStaysAsItIs) {
+    m_tree.makeFile("t/.SYS_INDEX/a");
+    const std::string visible = m_tree.makeFile("t/b");
+    ArchiveEnvelopeWriter newer(99, 1);
+    newer.text() += "?";
+    m_controller.pathForDataFile();
+    writeFile(m_dataFile.path(), std::move(newer).seal());
+    const std::string before = readFile(m_dataFile.path());
+    m_ownPresenter.expect({.title = "The list of items can only be read.", .answer = "OK"});
+    m_controller.loadDataFromDisk();
+    FakeCaller caller;
+    EXPECT_EQ(run("hide", {visible}, caller), RequestStatus::Refused);
+    EXPECT_EQ(run("unhide", {m_tree.path("t/a")}, caller), RequestStatus::SomeFailed) << "it is not saved";
+    EXPECT_EQ(caller.done, Paths{m_tree.path("t/a")});
+    EXPECT_TRUE(exists(visible));
+    EXPECT_EQ(readFile(m_dataFile.path()), before);
+}
+
+} // namespace
+} // namespace veilkeep::test
