@@ -2,78 +2,124 @@
 
 #include "format/PrintableName.h"
 
-#include <optional>
 #include <string_view>
 
 namespace veilkeep {
 namespace {
 
-std::optional<CommandLine::Command> commandNamed(std::string_view name) {
-    if (name == "hide")
-        return CommandLine::Command::Hide;
-    if (name == "unhide")
-        return CommandLine::Command::Unhide;
-    if (name == "restore")
-        return CommandLine::Command::Restore;
-    return std::nullopt;
-}
-
 bool isOption(std::string_view argument) {
     return argument.size() > 1 && argument.starts_with('-');
 }
 
+std::string quoted(std::string_view argument) {
+    return "'" + printableName(argument) + "'";
+}
+
+// Goes through the arguments one by one; `mistake` is set at the first that makes no sense.
+class Parser {
+public:
+    explicit Parser(std::span<char* const> arguments) : m_arguments(arguments) {}
+
+    void parse() {
+        while (mistake.empty() && m_next < m_arguments.size()) {
+            const std::string_view argument = m_arguments[m_next++];
+            if (m_optionsEnded || !isOption(argument))
+                takeWord(argument);
+            else
+                takeOption(argument);
+        }
+        if (mistake.empty() && !line.wantsHelp && !line.wantsVersion)
+            checkWhole();
+    }
+
+    CommandLine line;
+    std::string mistake;
+
+private:
+    void takeWord(std::string_view argument) {
+        if (line.command)
+            line.paths.emplace_back(argument);
+        else if (line.command = commandNamed(argument); !line.command)
+            mistake = "unknown command " + quoted(argument);
+    }
+
+    void takeOption(std::string_view argument) {
+        if (argument == "--") {
+            m_optionsEnded = true;
+            return;
+        }
+        line.wantsHelp |= argument == "--help";
+        line.wantsVersion |= argument == "--version";
+        if (argument == "--help" || argument == "--version")
+            return;
+        const std::string_view name = argument.substr(0, argument.find('='));
+        for (const OptionSyntax& option : optionTable())
+            if (name == option.longName || (option.shortName && argument == option.shortName))
+                return take(option, name, argument);
+        mistake = "unknown option " + quoted(argument);
+    }
+
+    void take(const OptionSyntax& option, std::string_view name, std::string_view argument) {
+        m_options |= option.option;
+        std::string value;
+        const bool hasValue = name.size() < argument.size();
+        if (hasValue && option.value)
+            value = argument.substr(name.size() + 1);
+        else if (option.value && m_next < m_arguments.size())
+            value = m_arguments[m_next++];
+        else if (hasValue || option.value)
+            mistake = "option " + quoted(name) + (option.value ? " takes a value" : " takes no value");
+        keep(option.option, value);
+    }
+
+    void keep(std::uint32_t option, const std::string& value) {
+        line.endNamesWithNul |= option == commandOption::Null;
+        line.json |= option == commandOption::Json;
+        line.yes |= option == commandOption::Yes;
+        if (option == commandOption::State)
+            line.state = value;
+        if (option == commandOption::Name)
+            line.name = value;
+        if (option == commandOption::Answer)
+            line.answers.push_back(value);
+        const bool isState = value == "hidden" || value == "visible" || value == "broken";
+        if (mistake.empty() && option == commandOption::State && !isState)
+            mistake = "unknown state " + quoted(value);
+    }
+
+    void checkWhole() {
+        if (!line.command) {
+            mistake = "a command is missing";
+            return;
+        }
+        for (const OptionSyntax& option : optionTable())
+            if ((m_options & option.option) && !(line.command->options & option.option))
+                mistake =
+                    std::string("'") + line.command->name + "' takes no option '" + option.longName + "'";
+        if (!mistake.empty())
+            return;
+        if (line.paths.size() < line.command->leastPaths)
+            mistake = "a path is missing";
+        else if (line.paths.size() > line.command->mostPaths)
+            mistake = "too many paths for '" + std::string(line.command->name) + "'";
+        else if (line.json && line.endNamesWithNul)
+            mistake = "'--json' and '--null' do not go together";
+    }
+
+    const std::span<char* const> m_arguments;
+    std::size_t m_next = 0;
+    std::uint32_t m_options = 0;
+    bool m_optionsEnded = false;
+};
+
 } // namespace
 
-const char* const usageText =
-    "Usage: veilkeepctl hide [-0] PATH...\n"
-    "       veilkeepctl unhide [-0] PATH...\n"
-    "       veilkeepctl restore [-0] DIRECTORY...\n"
-    "\n"
-    "Hides files and folders from ordinary view and brings them back.\n"
-    "\n"
-    "  hide       moves each item into the directory .SYS_INDEX beside it, under a\n"
-    "             scrambled name, and prints its new path\n"
-    "  unhide     brings each item back, named by its visible or its hidden path,\n"
-    "             and prints its visible path\n"
-    "  restore    looks for hidden items below each directory, leaves a record of each\n"
-    "             for the application's list, and prints their hidden paths\n"
-    "\n"
-    "Options:\n"
-    "  -0, --null   end each printed path with a NUL byte and print it as it is\n"
-    "  --           what follows are paths, even if they begin with a dash\n"
-    "  --help       show this text\n"
-    "  --version    show the version\n"
-    "\n"
-    "On a terminal, control characters in names are printed as escapes such as \\n.\n"
-    "\n"
-    "Exit status: 0 if all went well, 1 if some item failed, 2 for wrong usage.\n";
-
 std::variant<CommandLine, std::string> CommandLine::parse(std::span<char* const> arguments) {
-    CommandLine line;
-    std::optional<Command> command;
-    bool optionsEnded = false;
-    for (const std::string_view argument : arguments) {
-        if (!optionsEnded && argument == "--help")
-            return CommandLine{Command::Help, false, {}};
-        if (!optionsEnded && argument == "--version")
-            return CommandLine{Command::Version, false, {}};
-        if (!optionsEnded && argument == "--")
-            optionsEnded = true;
-        else if (!optionsEnded && (argument == "-0" || argument == "--null"))
-            line.endNamesWithNul = true;
-        else if (!optionsEnded && isOption(argument))
-            return "unknown option '" + printableName(argument) + "'";
-        else if (command)
-            line.paths.emplace_back(argument);
-        else if (command = commandNamed(argument); !command)
-            return "unknown command '" + printableName(argument) + "'";
-    }
-    if (!command)
-        return std::string("a command is missing");
-    if (line.paths.empty())
-        return std::string("a path is missing");
-    line.command = *command;
-    return line;
+    Parser parser(arguments);
+    parser.parse();
+    if (!parser.mistake.empty())
+        return std::move(parser.mistake);
+    return std::move(parser.line);
 }
 
 } // namespace veilkeep

@@ -1,5 +1,8 @@
 #pragma once
 
+#include "ctl/CommandTable.h"
+
+#include <optional>
 #include <span>
 #include <string>
 #include <variant>
@@ -7,20 +10,21 @@
 
 namespace veilkeep {
 
-enum class ExitStatus : int { AllWell = 0, SomeFailed = 1, WrongUsage = 2 };
-
 // What the user asked for. Options and paths may stand in any order; after "--" everything is a path.
 struct CommandLine {
-    enum class Command { Hide, Unhide, Restore, Help, Version };
-
-    Command command = Command::Help;
-    bool endNamesWithNul = false; // -0
+    const CommandSyntax* command = nullptr; // null: help or version alone
+    bool wantsHelp = false;
+    bool wantsVersion = false;
+    bool endNamesWithNul = false;
+    bool json = false;
+    bool yes = false;
+    std::vector<std::string> answers;
+    std::optional<std::string> state;
+    std::optional<std::string> name;
     std::vector<std::string> paths;
 
     // The arguments without the program's name; a sentence about the mistake when they make no request.
     static std::variant<CommandLine, std::string> parse(std::span<char* const> arguments);
 };
-
-extern const char* const usageText;
 
 } // namespace veilkeep

@@ -3,7 +3,6 @@
 #include "core/base/CHandles.h"
 #include "core/base/PathText.h"
 #include "core/filesystem/ResolvedPath.h"
-#include "core/names/BaseCloakLogic.h"
 
 #include <unistd.h>
 
@@ -55,13 +54,6 @@ Result<std::string> absoluteItemPath(std::string_view argument) {
     if (!parent && parent.error().systemError == ENAMETOOLONG)
         return path;
     return parent ? joinPath(*parent, lastPathComponent(path)) : Result<std::string>(parent.error());
-}
-
-std::string hiddenFormOf(const std::string& path) {
-    const std::string_view parent = parentPath(path);
-    if (lastPathComponent(parent) == hiddenDirectoryName)
-        return path;
-    return BaseCloakLogic::constructHidenFullFileName(path, joinPath(parent, hiddenDirectoryName));
 }
 
 } // namespace veilkeep

@@ -12,7 +12,4 @@ namespace veilkeep {
 // item are resolved here, since the worker follows none; the item itself is never followed.
 Result<std::string> absoluteItemPath(std::string_view argument);
 
-// Where the item at a visible path lies while it is hidden; a path within ".SYS_INDEX" is its own answer.
-std::string hiddenFormOf(const std::string& path);
-
 } // namespace veilkeep

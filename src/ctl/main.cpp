@@ -1,15 +1,21 @@
-#include "core/environment/Bundle.h"
-#include "core/environment/XdgDirectories.h"
-#include "core/protocol/CloakWorkerComunicator.h"
-#include "core/storage/UserDefaults.h"
 #include "ctl/CommandLine.h"
 #include "ctl/Interruption.h"
-#include "ctl/MoveCommand.h"
-#include "ctl/RestoreCommand.h"
+#include "ctl/ItemPath.h"
+#include "ctl/RequestRoute.h"
+#include "ctl/RowOutput.h"
+#include "ctl/TerminalCaller.h"
 #include "ctl/TerminalOutput.h"
+#include "ctl/TerminalQuestions.h"
+#include "format/ErrorText.h"
+#include "requests/RequestRules.h"
 
+#include <QCoreApplication>
+
+#include <fcntl.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <cerrno>
 #include <cstdio>
 #include <span>
 
@@ -17,46 +23,78 @@ namespace {
 
 using namespace veilkeep;
 
-ExitStatus run(const CommandLine& line) {
-    TerminalOutput output(line.endNamesWithNul);
-    const std::string worker = bundledProgramPath(applicationBundlePath(), "cloakWorker");
-    if (::access(worker.c_str(), X_OK) != 0) {
-        output.printError(worker, "this program is missing or may not be run; please install Veilkeep anew");
-        return ExitStatus::SomeFailed;
+// Else a file that is opened would become the standard output of this program. What is read from or written
+// to a stream that was closed fails as before.
+void occupyStandardDescriptors() {
+    for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
+        if (::fcntl(descriptor, F_GETFD) < 0)
+            (void)::open("/dev/null", descriptor == STDIN_FILENO ? O_WRONLY : O_RDONLY);
+}
+
+// Tells at once of the paths that cannot be made absolute, and leaves them out.
+RequestStatus takePaths(const CommandLine& line, Request& request, TerminalOutput& output,
+                        TerminalCaller& caller) {
+    RequestStatus status = RequestStatus::AllWell;
+    for (const std::string& argument : line.paths) {
+        const auto path = absoluteItemPath(argument);
+        if (path) {
+            caller.setSpelling(*path, argument);
+            request.paths.push_back(*path);
+            continue;
+        }
+        const bool isMissing = path.error().systemError == ENOENT;
+        const QString reason = isMissing ? workerErrorText(WorkerError::NotFound) : errorReason(path.error());
+        output.printError(argument, reason.toStdString());
+        status = RequestStatus::SomeFailed;
     }
+    return status;
+}
+
+RequestStatus run(const CommandLine& line) {
     Interruption::watch();
-    const std::string inProgress = OwnPlaces::current().inProgressDirectory;
-    CloakWorkerComunicator comunicator(worker, inProgress);
-    switch (line.command) {
-    case CommandLine::Command::Hide:
-        comunicator.setTraceWishes({UserDefaults().boolean("CleanRecentItems"), false});
-        return MoveCommand(comunicator, output).hide(line.paths);
-    case CommandLine::Command::Unhide:
-        return MoveCommand(comunicator, output).unhide(line.paths);
-    case CommandLine::Command::Restore:
-        return RestoreCommand(worker, InProgressFolder(inProgress), output).restore(line.paths);
-    case CommandLine::Command::Help:
-    case CommandLine::Command::Version:
-        break;
-    }
-    return ExitStatus::WrongUsage;
+    TerminalOutput output(line.endNamesWithNul);
+    TerminalQuestions questions(line.answers, line.yes, output);
+    const std::string_view name = line.command->name;
+    RowOutput rows(name == "status" ? RowOutput::Content::Status : RowOutput::Content::List, line.json,
+                   output);
+    TerminalCaller caller(output, questions, rows);
+
+    Request request{QString::fromLatin1(line.command->name), {}, {}};
+    RequestStatus status = takePaths(line, request, output, caller);
+    request.options.insert(QLatin1String(requestOption::interactive), questions.isInteractive());
+    if (line.state)
+        request.options.insert(QLatin1String(requestOption::state), QString::fromStdString(*line.state));
+    if (line.name)
+        request.options.insert(QLatin1String(requestOption::name), QString::fromStdString(*line.name));
+    if (request.paths.size() >= line.command->leastPaths)
+        status = std::max(status, RequestRoute(output, caller, rows).run(request));
+    if (name == "status" || name == "list")
+        if (status == RequestStatus::AllWell)
+            rows.finish();
+    return output.flush() ? status : std::max(status, RequestStatus::SomeFailed);
+}
+
+int printAndFlush(const std::string& text) {
+    const bool isWritten = std::fputs(text.c_str(), stdout) >= 0 && std::fflush(stdout) == 0;
+    return static_cast<int>(isWritten ? RequestStatus::AllWell : RequestStatus::SomeFailed);
 }
 
 } // namespace
 
 int main(int argc, char** argv) {
+    occupyStandardDescriptors();
     const auto arguments = std::span<char* const>(argv, static_cast<std::size_t>(argc)).subspan(argc > 0);
     const auto parsed = CommandLine::parse(arguments);
     if (const auto* mistake = std::get_if<std::string>(&parsed)) {
         std::fprintf(stderr, "veilkeepctl: %s\nTry 'veilkeepctl --help'.\n", mistake->c_str());
-        return static_cast<int>(ExitStatus::WrongUsage);
+        return static_cast<int>(RequestStatus::WrongUsage);
     }
     const auto& line = std::get<CommandLine>(parsed);
-    if (line.command == CommandLine::Command::Help)
-        std::fputs(usageText, stdout);
-    else if (line.command == CommandLine::Command::Version)
-        std::puts("veilkeepctl " VEILKEEP_VERSION);
-    else
-        return static_cast<int>(run(line));
-    return std::fflush(stdout) == 0 ? 0 : static_cast<int>(ExitStatus::SomeFailed);
+    if (line.wantsHelp)
+        return printAndFlush(line.command ? helpText(*line.command) : helpText());
+    if (line.wantsVersion)
+        return printAndFlush("veilkeepctl " VEILKEEP_VERSION "\n");
+    int noArguments = 1; // Qt would take some for its own
+    const QCoreApplication application(noArguments, argv);
+    return static_cast<int>(run(line));
 }

@@ -1,14 +1,20 @@
 #include "core/base/PathText.h"
 #include "core/environment/XdgDirectories.h"
+#include "core/storage/ListOwnership.h"
 #include "tests/support/RunProgram.h"
 #include "tests/support/ScratchTree.h"
 
 #include <gtest/gtest.h>
 
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
 #include <signal.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <functional>
 
 namespace veilkeep::test {
@@ -106,10 +112,10 @@ TEST_F(CommandTest, OneBadItemDoesNotStopTheOthers) {
     const ProgramRun run = ctl({"hide", "t/a", "t/missing", "/etc/passwd", "", "t/b"});
     EXPECT_EQ(run.output, m_tree.path("t/.SYS_INDEX/a") + "\n" + m_tree.path("t/.SYS_INDEX/b") + "\n");
     EXPECT_EQ(run.errors,
+              "veilkeepctl: : Item not found.\n"
               "veilkeepctl: t/missing: Item not found.\n"
               "veilkeepctl: /etc/passwd: It is not allowed to hide these items to avoid serious system "
-              "malfunctions.\n"
-              "veilkeepctl: : Item not found.\n");
+              "malfunctions.\n");
     EXPECT_EQ(run.exitStatus, 1);
 }
 
@@ -160,7 +166,8 @@ TEST_F(CommandTest, NamesOnATerminalAndElsewhere) {
         ctlOnTerminal("hide \"$(printf 'a\\n\\033[31m\\377')\" \"$(printf 'missing\\033[2J')\"");
     EXPECT_NE(onTerminal.output.find("/.SYS_INDEX/\\xffm13[\\x1b\\na"), std::string::npos)
         << onTerminal.output;
-    EXPECT_EQ(onTerminal.output.find('\x1b'), std::string::npos) << onTerminal.output;
+    for (const char* const escape : {"\x1b[31m", "\x1b[2J"})
+        EXPECT_EQ(onTerminal.output.find(escape), std::string::npos) << onTerminal.output;
 }
 
 TEST_F(CommandTest, RestoreListsAndFeedsUnhide) {
@@ -196,7 +203,7 @@ TEST_F(CommandTest, RestoreWithTroubleInTheFolderOfRecords) {
     writeFile(records, {});
     const ProgramRun refused = ctl({"restore", "t"});
     EXPECT_EQ(refused.errors,
-              "veilkeepctl: " + records + ": Not a directory\n" + "veilkeepctl: t: Unknown error\n");
+              "veilkeepctl: t: Unknown error\nveilkeepctl: " + records + ": Not a directory\n");
     EXPECT_EQ(refused.exitStatus, 1);
 }
 
@@ -231,9 +238,154 @@ TEST_F(CommandTest, OutputThatCannotBeWrittenIsAFailure) {
         const ProgramRun run =
             runProgram({"/bin/sh", "-c", script, bundledProgram("veilkeepctl"), m_tree.path("t/a")});
         EXPECT_EQ(run.exitStatus, 1) << script;
-        EXPECT_EQ(run.errors, "veilkeepctl: standard output: " + reason + "\n");
+        EXPECT_TRUE(run.errors.ends_with("veilkeepctl: standard output: " + reason + "\n")) << run.errors;
     }
     EXPECT_TRUE(exists(m_tree.path("t/.SYS_INDEX/a"))) << "the item is hidden all the same";
+}
+
+// Each row is one call; the list lives on from row to row.
+TEST_F(CommandTest, TheListFromCallToCall) {
+    m_tree.makeFile("t/a", "12");
+    m_tree.makeFile("t/b");
+    m_tree.makeFile("t/moved");
+    m_tree.makeFile("other/.SYS_INDEX/dedda");
+    const std::string t = m_tree.path("t/");
+    struct {
+        std::vector<std::string> arguments;
+        int status;
+        std::string output;
+        std::string errors;
+    } const rows[] = {
+        {{"add", "t/a", "t/moved", "t/a", "other/added"},
+         0,
+         t + "a\n" + t + "moved\n" + m_tree.path("other/.SYS_INDEX/dedda") + "\n",
+         ""},
+        {{"add", "t/a", "t/none"},
+         1,
+         "",
+         "veilkeepctl: t/a: The item is in the list already.\nveilkeepctl: t/none: Item not found.\n"},
+        {{"hide", "t/a", "t/b"}, 0, t + ".SYS_INDEX/a\n" + t + ".SYS_INDEX/b\n", ""},
+        {{"list", "--state", "hidden", "--name", "A"},
+         0,
+         "hidden\t" + m_tree.path("other/added") + "\nhidden\t" + t + "a\n",
+         ""},
+        {{"status"}, 0, "items\t4\nhidden\t3\nvisible\t1\nbroken\t0\nowner\tnone\n", ""},
+        {{"locate", "t/moved", "t/b"}, 1, "", "veilkeepctl: t/b: Item not found.\n"},
+        {{"locate", "t/moved", "t/.SYS_INDEX/b"},
+         1,
+         "",
+         "veilkeepctl: t/moved: The item is not missing: it is at " + t + "moved.\n"},
+        {{"remove", "--answer", "remove", "t/a", "t/none"},
+         1,
+         t + ".SYS_INDEX/a\n",
+         "veilkeepctl: t/none: The item is not in the list.\n"},
+        {{"remove", "t/moved"},
+         3,
+         "",
+         "veilkeepctl: Are you sure you want to remove selected items from list?\n"
+         "Items will be deleted only from list, not filesystem.\n"
+         "veilkeepctl: not asked, so answered with: Cancel\nveilkeepctl: Nothing was removed.\n"},
+        {{"remove", "--yes", "t/moved"}, 0, t + "moved\n", ""},
+        {{"unhide", "t/a"}, 0, t + "a\n", ""},
+        {{"list", "-0", "--state=visible"}, 0, t + "a" + '\0', ""},
+        {{"merge", "t/a"}, 1, "", "veilkeepctl: t/a: The file is damaged.\n"},
+    };
+    for (const auto& row : rows) {
+        const ProgramRun run = ctl(row.arguments);
+        const std::string call = row.arguments[0] + " " + row.arguments.back();
+        EXPECT_EQ(run.exitStatus, row.status) << call;
+        EXPECT_EQ(run.output, row.output) << call;
+        EXPECT_EQ(run.errors, row.errors) << call;
+    }
+}
+
+TEST_F(CommandTest, CheckFindsWhatWasMovedAndTellsWhatIsGone) {
+    m_tree.makeFile("t/moved");
+    m_tree.makeFile("t/gone");
+    m_tree.makeDirectory("t/there");
+    ASSERT_EQ(ctl({"hide", "t/moved", "t/gone"}).exitStatus, 0);
+    const std::string moved = m_tree.path("t/there/.SYS_INDEX/devom");
+    ASSERT_EQ(runProgram({"/bin/mkdir", m_tree.path("t/there/.SYS_INDEX")}).exitStatus, 0);
+    ASSERT_EQ(runProgram({"/bin/mv", m_tree.path("t/.SYS_INDEX/devom"), moved}).exitStatus, 0);
+    ASSERT_EQ(runProgram({"/bin/rm", m_tree.path("t/.SYS_INDEX/enog")}).exitStatus, 0);
+    const ProgramRun check = ctl({"check"});
+    EXPECT_EQ(check.output, moved + "\n");
+    EXPECT_EQ(check.errors, "veilkeepctl: " + m_tree.path("t/.SYS_INDEX/enog") + ": Item not found.\n");
+    EXPECT_EQ(check.exitStatus, 1);
+    m_tree.makeFile("t/found");
+    EXPECT_EQ(ctl({"locate", "t/gone", "t/found"}).output, m_tree.path("t/found") + "\n");
+    EXPECT_EQ(ctl({"check"}).exitStatus, 0);
+}
+
+// While another process owns the list nothing is changed; what only reads does not wait.
+TEST_F(CommandTest, AnotherProcessOwnsTheList) {
+    m_tree.makeFile("t/a");
+    ASSERT_EQ(ctl({"add", "t/a"}).exitStatus, 0);
+    auto ownership = ListOwnership::take(OwnPlaces::current().dataDirectory, std::chrono::seconds(0));
+    ASSERT_TRUE(ownership);
+    EXPECT_EQ(ctl({"list"}).output, "visible\t" + m_tree.path("t/a") + "\n");
+    EXPECT_NE(ctl({"status"}).output.find("owner\tother\n"), std::string::npos);
+    const ProgramRun silent = ctl({"hide", "t/a"});
+    EXPECT_EQ(silent.exitStatus, 4);
+    EXPECT_EQ(silent.errors, "veilkeepctl: another process owns the list and did not answer\n");
+    EXPECT_TRUE(exists(m_tree.path("t/a")));
+}
+
+TEST_F(CommandTest, ManyAtATimeLoseNothing) {
+    const ProgramRun run = runProgram({"/bin/sh", "-c",
+                                       "for i in 1 2 3 4 5 6 7 8; do : >\"$1/$i\"; \"$0\" hide \"$1/$i\" & "
+                                       "done; wait; \"$0\" list --state hidden",
+                                       bundledProgram("veilkeepctl"), m_tree.makeDirectory("t")});
+    EXPECT_EQ(std::ranges::count(run.output, '\t'), 8) << run.output << run.errors;
+}
+
+TEST_F(CommandTest, JsonCarriesAllNames) {
+    const std::string good = m_tree.makeFile("t/\xC3\xA9\"\\");
+    const std::string bad = m_tree.makeFile("t/\xFF");
+    const std::string mark = m_tree.makeFile("\xEF\xBB\xBF"
+                                             "bom");
+    ASSERT_EQ(ctl({"add", good, bad, mark}).exitStatus, 0);
+    const QJsonArray items =
+        QJsonDocument::fromJson(QByteArray::fromStdString(ctl({"list", "--json"}).output)).array();
+    ASSERT_EQ(items.size(), 3);
+    const auto bytes = [&](qsizetype item, const char* member) {
+        const QJsonValue value = items[item][QLatin1String(member)];
+        return (value.isString() ? value.toString().toUtf8()
+                                 : QByteArray::fromBase64(value["base64"].toString().toLatin1()))
+            .toStdString();
+    };
+    EXPECT_TRUE(items[0]["path"].isString());
+    EXPECT_EQ(bytes(0, "path"), good);
+    EXPECT_TRUE(items[1]["path"].isObject());
+    EXPECT_EQ(bytes(1, "originalPath"), bad);
+    EXPECT_EQ(bytes(2, "name"), "\xEF\xBB\xBF"
+                                "bom");
+    const QJsonObject status =
+        QJsonDocument::fromJson(QByteArray::fromStdString(ctl({"status", "--json"}).output)).object();
+    EXPECT_EQ(status["items"].toInt(), 3);
+    EXPECT_TRUE(status["owner"].isNull());
+}
+
+// By a number, a title, the beginning of one, nothing at all, and an end of input.
+TEST_F(CommandTest, QuestionsOnTheTerminal) {
+    if (::access("/usr/bin/script", X_OK) != 0)
+        GTEST_SKIP() << "script(1) is not installed";
+    const std::pair<std::string, bool> rows[] = {{"2", false},     {"cancel", false}, {"c", false},
+                                                 {"\\004", false}, {"x\\nr", true},   {"REMOVE", true},
+                                                 {"", true}};
+    for (const auto& [typed, removes] : rows) {
+        m_tree.makeFile("t/a");
+        ctl({"add", "t/a"});
+        // Typed once the question is there: what was typed before is no answer.
+        const ProgramRun run = runProgram({"/bin/sh", "-c",
+                                           "mkfifo in; { until grep -q 'Cancel' out 2>/dev/null; do :; done; "
+                                           "printf \"$2\\n\"; cat hold; } >in & "
+                                           "mkfifo hold; script -qfec \"$0 remove $1\" out <in >/dev/null; "
+                                           "echo $?; : >hold; rm -f in hold out",
+                                           bundledProgram("veilkeepctl"), m_tree.path("t/a"), typed},
+                                          {0, m_tree.root(), {}});
+        EXPECT_EQ(run.output, removes ? "0\n" : "3\n") << typed << run.errors;
+    }
 }
 
 // A batch ends after the item in hand, unless the signal was to be ignored from the start.

@@ -1,0 +1,120 @@
+#include "ctl/CommandTable.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace veilkeep {
+namespace {
+
+using namespace commandOption;
+
+constexpr std::size_t any = std::numeric_limits<std::size_t>::max();
+
+constexpr OptionSyntax options[] = {
+    {Null, "-0", "--null", nullptr, "end each printed path with a NUL byte and print it as it is"},
+    {Json, nullptr, "--json", nullptr, "print one JSON document"},
+    {State, nullptr, "--state", "STATE", "only items that are hidden, visible or broken"},
+    {Name, nullptr, "--name", "PATTERN", "only items with this in their names; * and ? are wildcards"},
+    {Answer, nullptr, "--answer", "WORD", "answer a question with the button of this title; may be repeated"},
+    {Yes, nullptr, "--yes", nullptr, "answer questions with their default buttons"},
+};
+
+constexpr CommandSyntax commands[] = {
+    {"add", "PATH...", "puts items into the list",
+     "Puts each item into Veilkeep's list without moving it, and prints its path.", Null | Answer | Yes, 1,
+     any},
+    {"remove", "PATH...", "takes items off the list",
+     "Takes each item off the list and prints where it lies; it is not deleted. Asks whether\n"
+     "hidden items are to be brought back first: then they stay in the list.",
+     Null | Answer | Yes, 1, any},
+    {"hide", "PATH...", "hides items, and lists them where they are not",
+     "Moves each item into the directory .SYS_INDEX beside it, under a scrambled name, and\n"
+     "prints its new path. Items that are not in the list are added to it.",
+     Null | Answer | Yes, 1, any},
+    {"unhide", "PATH...", "brings hidden items back",
+     "Brings each item back, named by its visible or its hidden path, and prints its visible\n"
+     "path. Hidden items that are not in the list are brought back and listed as well.",
+     Null | Answer | Yes, 1, any},
+    {"list", "", "prints the list",
+     "Prints a line for each item: its state, a tab, and its visible path. With -0 it prints\n"
+     "the visible paths alone.",
+     Null | Json | State | Name, 0, 0},
+    {"status", "", "prints how many items are listed, and who owns the list",
+     "Prints how many items there are in which state, and whether Veilkeep's application runs.", Json, 0, 0},
+    {"check", "", "looks for items that are missing",
+     "Takes in what cut-off moves left behind, looks at each item, and searches whole volumes\n"
+     "for those that are not at their places. Prints the new path of each that was found\n"
+     "elsewhere, and tells those that are missing.",
+     Null | Answer | Yes, 0, 0},
+    {"locate", "PATH NEWPATH", "says where a missing item is",
+     "Lists the item at NEWPATH in place of the missing item PATH.", Null | Answer | Yes, 2, 2},
+    {"restore", "DIRECTORY...", "finds hidden items and lists them",
+     "Looks for hidden items below each directory, puts those that are not in the list into\n"
+     "it, and prints their hidden paths. Nothing is moved.",
+     Null | Answer | Yes, 1, any},
+    {"merge", "FILE", "takes over the items of another list",
+     "Adds the items of another list's file to the list, where they are not in it.", Answer | Yes, 1, 1},
+};
+
+std::string padded(std::string text, std::size_t width) {
+    text.resize(std::max(width, text.size() + 1), ' ');
+    return text;
+}
+
+std::string optionLine(const OptionSyntax& option) {
+    std::string names = option.shortName ? std::string(option.shortName) + ", " : std::string();
+    names += option.longName;
+    if (option.value)
+        names += std::string(" ") + option.value;
+    return "  " + padded(names, 18) + option.meaning + "\n";
+}
+
+std::string usageOf(const CommandSyntax& command) {
+    std::string usage = std::string("veilkeepctl ") + command.name;
+    for (const OptionSyntax& option : options)
+        if (command.options & option.option)
+            usage += std::string(" [") + (option.shortName ? option.shortName : option.longName) +
+                     (option.value ? std::string(" ") + option.value : "") + "]";
+    return usage + (*command.arguments ? " " : "") + command.arguments + "\n";
+}
+
+} // namespace
+
+std::span<const CommandSyntax> commandTable() {
+    return commands;
+}
+
+std::span<const OptionSyntax> optionTable() {
+    return options;
+}
+
+const CommandSyntax* commandNamed(std::string_view name) {
+    const auto found = std::ranges::find(commands, name, &CommandSyntax::name);
+    return found == std::ranges::end(commands) ? nullptr : &*found;
+}
+
+std::string helpText() {
+    std::string text = "Usage: veilkeepctl COMMAND [OPTION...] [PATH...]\n"
+                       "\n"
+                       "Hides files and folders from ordinary view and brings them back.\n"
+                       "\n";
+    for (const CommandSyntax& command : commands)
+        text += "  " + padded(command.name, 18) + command.summary + "\n";
+    return text + "\n"
+                  "  --help            show this text, or with a command what it does and takes\n"
+                  "  --version         show the version\n"
+                  "  --                what follows are paths, even if they begin with a dash\n"
+                  "\n"
+                  "Exit status: 0 if all went well, 1 if some item failed, 2 for wrong usage, 3 if the\n"
+                  "request was refused, 4 if another process owns the list and did not answer.\n";
+}
+
+std::string helpText(const CommandSyntax& command) {
+    std::string text = "Usage: " + usageOf(command) + "\n" + command.details + "\n\n";
+    for (const OptionSyntax& option : options)
+        if (command.options & option.option)
+            text += optionLine(option);
+    return text + "  --help            show this text\n";
+}
+
+} // namespace veilkeep

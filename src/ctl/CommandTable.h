@@ -1,0 +1,49 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace veilkeep {
+
+// The options of veilkeepctl, as bits of a set.
+namespace commandOption {
+enum : std::uint32_t {
+    Null = 1 << 0,   // -0
+    Json = 1 << 1,   // --json
+    State = 1 << 2,  // --state WORD
+    Name = 1 << 3,   // --name PATTERN
+    Answer = 1 << 4, // --answer WORD
+    Yes = 1 << 5,    // --yes
+};
+} // namespace commandOption
+
+struct OptionSyntax {
+    std::uint32_t option;
+    const char* shortName; // null where there is none
+    const char* longName;
+    const char* value; // what stands for its value, null where it takes none
+    const char* meaning;
+};
+
+struct CommandSyntax {
+    const char* name;
+    const char* arguments; // "PATH..."
+    const char* summary;
+    const char* details;
+    std::uint32_t options;
+    std::size_t leastPaths;
+    std::size_t mostPaths;
+};
+
+std::span<const CommandSyntax> commandTable();
+std::span<const OptionSyntax> optionTable();
+
+const CommandSyntax* commandNamed(std::string_view name); // null: there is none
+
+std::string helpText();
+std::string helpText(const CommandSyntax& command);
+
+} // namespace veilkeep

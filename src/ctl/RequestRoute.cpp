@@ -1,0 +1,106 @@
+#include "ctl/RequestRoute.h"
+
+#include "core/environment/Bundle.h"
+#include "ctl/Interruption.h"
+#include "ctl/OwnList.h"
+#include "format/ErrorText.h"
+#include "requests/RequestRules.h"
+
+#include <QCoreApplication>
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+
+namespace veilkeep {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+constexpr std::chrono::milliseconds busInterval{500}; // between two looks whether the application runs
+
+QString text(const char* source) {
+    return QCoreApplication::translate("RequestRoute", source);
+}
+
+// What may be answered from the list's file while others change the list.
+bool onlyReads(const Request& request) {
+    const RequestRule* rule = requestRule(request.command);
+    return rule && (rule->command == RequestCommand::List || rule->command == RequestCommand::Status);
+}
+
+} // namespace
+
+RequestRoute::RequestRoute(TerminalOutput& output, TerminalCaller& caller, RowOutput& rows)
+    : m_output(output), m_caller(caller), m_rows(rows) {}
+
+RequestStatus RequestRoute::run(const Request& request) {
+    const auto ownership = ListOwnership::take(m_places.dataDirectory, std::chrono::milliseconds(0));
+    if (ownership)
+        return runHere(request, true);
+    if (ownership.error().systemError != EWOULDBLOCK)
+        return runWithoutOwnership(request, ownership.error());
+    if (!onlyReads(request))
+        return waitForList(request);
+    if (const auto status = runInApplication(request))
+        return *status;
+    m_rows.setOwner(QStringLiteral("other"));
+    return runHere(request, false);
+}
+
+RequestStatus RequestRoute::waitForList(const Request& request) {
+    const auto end = Clock::now() + ownerWait;
+    while (!Interruption::isAsked()) {
+        if (const auto status = runInApplication(request))
+            return *status;
+        const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(end - Clock::now());
+        const auto wait = std::clamp(left, std::chrono::milliseconds(0), busInterval);
+        const auto ownership = ListOwnership::take(m_places.dataDirectory, wait);
+        if (ownership)
+            return runHere(request, true);
+        if (ownership.error().systemError != EWOULDBLOCK)
+            return runWithoutOwnership(request, ownership.error());
+        if (left.count() <= 0) {
+            m_output.printMessage(text("another process owns the list and did not answer"));
+            return RequestStatus::OwnerSilent;
+        }
+    }
+    m_output.printMessage(text("interrupted; nothing was done"));
+    return RequestStatus::SomeFailed;
+}
+
+// Nothing where no application takes it.
+std::optional<RequestStatus> RequestRoute::runInApplication(const Request& request) {
+    if (!m_application.isServed())
+        return std::nullopt;
+    m_rows.setOwner(QStringLiteral("application"));
+    const auto status = m_application.run(request, m_caller);
+    if (status == RequestStatus::OwnerSilent)
+        m_output.printMessage(text("the application owns the list and did not answer"));
+    if (status || m_application.failure() != RequestClient::Failure::Vanished)
+        return status;
+    m_output.printMessage(text("the application ended before it was through"));
+    return RequestStatus::SomeFailed;
+}
+
+// An item that is hidden comes back wherever it can, though the list cannot be kept.
+RequestStatus RequestRoute::runWithoutOwnership(const Request& request, const Error& error) {
+    const RequestRule* rule = requestRule(request.command);
+    const bool bringsBack = rule && rule->command == RequestCommand::Unhide;
+    if (!onlyReads(request))
+        m_output.printError(error.path, errorReason(error).toStdString());
+    return onlyReads(request) || bringsBack ? runHere(request, bringsBack) : RequestStatus::Refused;
+}
+
+RequestStatus RequestRoute::runHere(const Request& request, bool mayChange) {
+    const std::string worker = bundledProgramPath(applicationBundlePath(), "cloakWorker");
+    if (::access(worker.c_str(), X_OK) != 0) {
+        m_output.printError(
+            worker,
+            text("this program is missing or may not be run; please install Veilkeep anew").toStdString());
+        return RequestStatus::SomeFailed;
+    }
+    return OwnList(worker, m_places).run(request, m_caller, mayChange);
+}
+
+} // namespace veilkeep

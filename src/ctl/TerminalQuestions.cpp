@@ -1,0 +1,140 @@
+#include "ctl/TerminalQuestions.h"
+
+#include "ctl/Interruption.h"
+
+#include <QCoreApplication>
+
+#include <fcntl.h>
+#include <poll.h>
+#include <termios.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <utility>
+
+namespace veilkeep {
+namespace {
+
+constexpr int pollInterval = 50; // ms
+
+// Programs that run in the background of a session with a terminal do not ask on it.
+UniqueFd openTerminal() {
+    if (!::isatty(STDIN_FILENO) && !::isatty(STDERR_FILENO))
+        return UniqueFd();
+    return UniqueFd(::open("/dev/tty", O_RDWR | O_CLOEXEC | O_NOCTTY));
+}
+
+std::string promptText(const Question& question) {
+    std::string text = terminalText(question.title) + "\n";
+    if (!question.message.isEmpty())
+        text += terminalText(question.message) + "\n";
+    for (std::size_t number = 0; number < question.buttons.size(); ++number)
+        text += "  " + std::to_string(number + 1) + "  " + terminalText(question.buttons[number]) +
+                (number == 0 ? "  (default)\n" : "\n");
+    return text;
+}
+
+} // namespace
+
+std::optional<std::size_t> buttonOfLine(const Question& question, const QString& line) {
+    const QString word = line.trimmed();
+    if (word.isEmpty())
+        return 0;
+    bool isNumber = false;
+    const qulonglong number = word.toULongLong(&isNumber);
+    if (isNumber && number >= 1 && number <= question.buttons.size())
+        return number - 1;
+    std::optional<std::size_t> beginning;
+    bool isAmbiguous = false;
+    for (std::size_t button = 0; button < question.buttons.size(); ++button) {
+        const QString& title = question.buttons[button];
+        if (title.compare(word, Qt::CaseInsensitive) == 0)
+            return button;
+        if (title.startsWith(word, Qt::CaseInsensitive))
+            isAmbiguous = std::exchange(beginning, button).has_value() || isAmbiguous;
+    }
+    return isAmbiguous ? std::nullopt : beginning;
+}
+
+TerminalQuestions::TerminalQuestions(std::vector<std::string> words, bool takesDefault,
+                                     TerminalOutput& output)
+    : m_words(std::move(words)), m_takesDefault(takesDefault), m_output(output), m_terminal(openTerminal()) {}
+
+std::size_t TerminalQuestions::ask(const Question& question) {
+    const std::size_t last = question.buttons.size() - 1;
+    const QString whole =
+        question.message.isEmpty() ? question.title : question.title + QLatin1Char('\n') + question.message;
+    if (question.buttons.size() == 1) {
+        m_output.printMessage(whole);
+        return 0;
+    }
+    if (const auto answer = answeredByWords(question))
+        return *answer;
+    if (m_takesDefault)
+        return 0;
+    if (m_terminal && m_words.empty())
+        return askOnTerminal(question);
+    m_output.printMessage(whole);
+    m_output.printMessage(QCoreApplication::translate("TerminalQuestions", "not asked, so answered with: %1")
+                              .arg(question.buttons[last]));
+    return last;
+}
+
+std::optional<std::size_t> TerminalQuestions::answeredByWords(const Question& question) const {
+    for (const std::string& word : m_words)
+        for (std::size_t button = 0; button < question.buttons.size(); ++button)
+            if (question.buttons[button].compare(QString::fromStdString(word), Qt::CaseInsensitive) == 0)
+                return button;
+    return std::nullopt;
+}
+
+std::size_t TerminalQuestions::askOnTerminal(const Question& question) {
+    m_output.showProgress({});
+    m_isCancelled = false;
+    ::tcflush(m_terminal.get(), TCIFLUSH); // what was typed before the question is no answer to it
+    writeToTerminal(promptText(question));
+    while (true) {
+        writeToTerminal("[1-" + std::to_string(question.buttons.size()) + "]: ");
+        const auto line = readLine();
+        if (!line) {
+            writeToTerminal("\n");
+            return question.buttons.size() - 1;
+        }
+        if (const auto button = buttonOfLine(question, QString::fromStdString(*line)))
+            return *button;
+    }
+}
+
+std::optional<std::string> TerminalQuestions::readLine() {
+    std::string line;
+    while (!m_isCancelled && !Interruption::isAsked()) {
+        pollfd waited{m_terminal.get(), POLLIN, 0};
+        if (::poll(&waited, 1, pollInterval) <= 0) {
+            QCoreApplication::processEvents();
+            continue;
+        }
+        char byte = 0;
+        const ssize_t count = ::read(m_terminal.get(), &byte, 1);
+        if (count < 0 && errno == EINTR)
+            continue;
+        if (count <= 0)
+            return std::nullopt;
+        if (byte == '\n')
+            return line;
+        line.push_back(byte);
+    }
+    return std::nullopt;
+}
+
+void TerminalQuestions::writeToTerminal(std::string_view text) const {
+    while (!text.empty()) {
+        const ssize_t count = ::write(m_terminal.get(), text.data(), text.size());
+        if (count < 0 && errno == EINTR)
+            continue;
+        if (count <= 0)
+            return; // the terminal is gone, which its reading tells
+        text.remove_prefix(static_cast<std::size_t>(count));
+    }
+}
+
+} // namespace veilkeep
