@@ -30,11 +30,12 @@ FilesInfoFile::Loaded FilesInfoFile::load() {
             loaded.trouble = Error{ErrorCode::NewerVersion, "read", path(), 0};
         return loaded;
     }
-    if (isMissing(files.error()))
+    const std::vector<std::string> copies = m_file.earlierCopies();
+    if (isMissing(files.error()) && copies.empty())
         return loaded;
     loaded.trouble = files.error();
     const bool mustStay = m_isOfNewerVersion;
-    for (const std::string& copy : m_file.earlierCopies()) {
+    for (const std::string& copy : copies) {
         Result<std::string> bytes = readWholeFile(copy, m_maximumSize);
         Result<std::vector<File>> earlier = bytes ? take(std::move(*bytes), copy) : bytes.error();
         if (earlier) {

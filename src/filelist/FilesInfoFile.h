@@ -22,12 +22,13 @@ public:
     const std::string& path() const { return m_file.path(); }
 
     struct Loaded {
-        std::optional<std::vector<File>> files; // nothing where there is no file, or none that can be read
+        std::optional<std::vector<File>> files; // nothing where there is none, or none that can be read
         std::optional<Error> trouble;           // why the file itself could not be taken, or taken freely
         std::string earlierCopy;                // taken instead; empty where none was
     };
-    // What the place holds, else the newest earlier copy that can be read. With the trouble NewerVersion and
-    // no earlier copy the files are those of the file itself, which a later version wrote.
+    // What the place holds, else the newest earlier copy that can be read; a file that is gone but has
+    // earlier copies is a trouble as well. With the trouble NewerVersion and no earlier copy the files are
+    // those of the file itself, which a later version wrote.
     Loaded load();
 
     // What the place holds; nothing else is taken in its place. Files of a later version that can be read are

@@ -1,6 +1,7 @@
 #include "filelist/LoadingTrouble.h"
 
 #include "core/base/PathText.h"
+#include "core/filesystem/ItemAtPath.h"
 #include "filelist/Texts.h"
 #include "format/ErrorText.h"
 
@@ -36,6 +37,8 @@ QString whatWasLoaded(const FilesInfoFile& file, const std::string& earlierCopy)
 }
 
 QString whatBecomesOfTheFile(const FilesInfoFile& file) {
+    if (!itemExistsAt(file.path()))
+        return {};
     if (file.isOfNewerVersion())
         return text("The file stays as it is: nothing is saved to it.");
     return text("When the list is saved next, the file is kept beside it under a name that begins with %1.")
@@ -47,13 +50,13 @@ QString whatBecomesOfTheFile(const FilesInfoFile& file) {
 void tellLoadingTrouble(Alerts& alerts, const FilesInfoFile& file, const Error& trouble,
                         const std::string& earlierCopy) {
     const QString found = text("%1: %2").arg(shownPath(file.path()), errorReason(trouble));
-    alerts.ADRunInformationalAlertSheet(
-        Alert::Window::None,
-        file.isOfNewerVersion() ? text("The list of items can only be read.")
-                                : text("The list of items could not be read."),
-        QStringList{found, whatWasLoaded(file, earlierCopy), whatBecomesOfTheFile(file)}.join(
-            QStringLiteral("\n\n")),
-        text("OK"));
+    QStringList message{found, whatWasLoaded(file, earlierCopy), whatBecomesOfTheFile(file)};
+    message.removeAll(QString());
+    alerts.ADRunInformationalAlertSheet(Alert::Window::None,
+                                        file.isOfNewerVersion()
+                                            ? text("The list of items can only be read.")
+                                            : text("The list of items could not be read."),
+                                        message.join(QStringLiteral("\n\n")), text("OK"));
 }
 
 } // namespace veilkeep
