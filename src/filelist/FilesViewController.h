@@ -23,6 +23,7 @@
 namespace veilkeep {
 
 class AddBatches;
+class StrayRecords;
 struct InProgressRecord;
 
 // Owns the one list of files and does everything to it: keeps it on the disk, adds and removes items, hides
@@ -132,7 +133,7 @@ public:
 
     // CloakWorkerDelegate
     void processTempFile(const PropertyDictionary& record) override;
-    bool keepWhatTempFilesSaid() override { return saveDataToDisk(); }
+    bool keepWhatTempFilesSaid() override;
     void restoreStarted(const std::string& directory) override;
     void restoreFinished() override;
 
@@ -169,6 +170,7 @@ private:
     std::optional<Error> m_saveTrouble;
     std::optional<std::uint64_t> m_savedRevision;
     std::unique_ptr<AddBatches> m_addBatches;
+    std::unique_ptr<StrayRecords> m_strays; // while records of workers are taken in
 };
 
 } // namespace veilkeep

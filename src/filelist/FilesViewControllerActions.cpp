@@ -2,6 +2,7 @@
 #include "core/protocol/InProgressRecord.h"
 #include "filelist/FilesViewController.h"
 #include "filelist/MainThread.h"
+#include "filelist/StrayRecords.h"
 #include "filelist/Texts.h"
 
 #include <QTimer>
@@ -109,11 +110,22 @@ void FilesViewController::processTempFile(const PropertyDictionary& record) {
     emit numberOfFilesOfCurrentGroupChanged();
 }
 
+bool FilesViewController::keepWhatTempFilesSaid() {
+    m_strays.reset();
+    return saveDataToDisk();
+}
+
 void FilesViewController::takeIn(const InProgressRecord& said) {
     ListedFile known = findFileWithOriginalPath(said.originalPath);
     if (!known)
         known = findFileWithPath(said.currentPath);
     if (!known) {
+        if (!m_strays)
+            m_strays = std::make_unique<StrayRecords>(m_files);
+        if (const ListedFile moved = m_strays->ofItemAt(said.currentPath)) {
+            m_files.change(moved, [&](File& file) { file.movedTo(said.currentPath); });
+            return;
+        }
         m_files.append(File::fileWithPath(said.currentPath, said.originalPath, said.action));
         return;
     }

@@ -3,6 +3,7 @@
 #include "core/base/PathText.h"
 #include "filelist/AddBatches.h"
 #include "filelist/MainThread.h"
+#include "filelist/StrayRecords.h"
 #include "filelist/Texts.h"
 #include "format/ErrorText.h"
 
@@ -73,11 +74,20 @@ std::unique_ptr<AddBatches> FilesViewController::makeAddBatches() {
     });
 }
 
-// The list may have changed since the batch began, and a batch may hold a path twice.
+// The list may have changed since the batch began, and a batch may hold a path twice. An item that was moved
+// by hand since it was listed keeps its record and group.
 void FilesViewController::addNewFiles(std::vector<File> files) {
     std::unordered_set<std::string_view> seen;
+    const StrayRecords strays(m_files);
+    const auto isMoved = [&](const File& added) {
+        const ListedFile known = strays.ofItemAt(std::string(added.path()));
+        if (known)
+            m_files.change(known, [&](File& file) { file.movedTo(added.path()); });
+        return known != nullptr;
+    };
     std::erase_if(files, [&](const File& file) {
-        return ifAlreadyAddedFile(file.originalPath()) || !seen.insert(file.originalPath()).second;
+        return ifAlreadyAddedFile(file.originalPath()) || !seen.insert(file.originalPath()).second ||
+               isMoved(file);
     });
     m_files.append(std::move(files));
     emit numberOfFilesOfCurrentGroupChanged();
