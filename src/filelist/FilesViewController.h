@@ -170,7 +170,8 @@ private:
     std::optional<Error> m_saveTrouble;
     std::optional<std::uint64_t> m_savedRevision;
     std::unique_ptr<AddBatches> m_addBatches;
-    std::unique_ptr<StrayRecords> m_strays; // while records of workers are taken in
+    std::unique_ptr<StrayRecords> m_strays;         // while records of workers are taken in
+    std::unique_ptr<StrayRecords> m_straysOfAdding; // while a batch is added
 };
 
 } // namespace veilkeep

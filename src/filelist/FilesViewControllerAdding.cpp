@@ -67,6 +67,7 @@ std::unique_ptr<AddBatches> FilesViewController::makeAddBatches() {
         .take = [this](std::vector<File> files) { addNewFiles(std::move(files)); },
         .finish =
             [this](std::vector<Error> missing) {
+                m_straysOfAdding.reset();
                 saveDataToDisk();
                 if (!missing.empty())
                     tellMissing(m_parts.alerts, missing);
@@ -78,9 +79,10 @@ std::unique_ptr<AddBatches> FilesViewController::makeAddBatches() {
 // by hand since it was listed keeps its record and group.
 void FilesViewController::addNewFiles(std::vector<File> files) {
     std::unordered_set<std::string_view> seen;
-    const StrayRecords strays(m_files);
+    if (!m_straysOfAdding)
+        m_straysOfAdding = std::make_unique<StrayRecords>(m_files);
     const auto isMoved = [&](const File& added) {
-        const ListedFile known = strays.ofItemAt(std::string(added.path()));
+        const ListedFile known = m_straysOfAdding->ofItemOf(added);
         if (known)
             m_files.change(known, [&](File& file) { file.movedTo(added.path()); });
         return known != nullptr;

@@ -1,7 +1,6 @@
 #include "filelist/StrayRecords.h"
 
 #include "core/filesystem/ItemAtPath.h"
-#include "core/tracking/AliasRecord.h"
 #include "core/tracking/FileAlias.h"
 #include "core/tracking/ItemMatch.h"
 
@@ -25,13 +24,20 @@ StrayRecords::StrayRecords(const FileList& files) {
 
 ListedFile StrayRecords::ofItemAt(const std::string& path) const {
     const auto found = describeItemAt(path);
-    if (!found)
-        return nullptr;
-    const auto [begin, end] = m_byInode.equal_range(found->item.inode);
+    return found ? ofItem(*found) : nullptr;
+}
+
+ListedFile StrayRecords::ofItemOf(const File& added) const {
+    const auto found = aliasOf(added);
+    return found ? ofItem(*found) : nullptr;
+}
+
+ListedFile StrayRecords::ofItem(const AliasRecord& item) const {
+    const auto [begin, end] = m_byInode.equal_range(item.item.inode);
     for (auto candidate = begin; candidate != end; ++candidate) {
         const ListedFile& file = candidate->second;
         const auto known = aliasOf(*file);
-        if (known && isTheItem(*known, *found, Closeness::Elsewhere) &&
+        if (known && isTheItem(*known, item, Closeness::Elsewhere) &&
             !itemExistsAt(std::string(file->path())))
             return file;
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/tracking/AliasRecord.h"
 #include "filelist/FileList.h"
 
 #include <cstdint>
@@ -17,8 +18,11 @@ public:
     // The record with nothing at its path whose item is for certain the one at this path; null where there is
     // none. Another name of an item that is at its record's path is an item of its own.
     ListedFile ofItemAt(const std::string& path) const;
+    ListedFile ofItemOf(const File& added) const; // the same for a record that was just made
 
 private:
+    ListedFile ofItem(const AliasRecord& item) const;
+
     std::unordered_multimap<std::uint64_t, ListedFile> m_byInode;
 };
 

@@ -43,7 +43,7 @@ class World {
 public:
     World(const std::string& place, unsigned int seed)
         : m_choices(seed), m_model(joinPath(place, "items"), m_choices) {
-        m_options.listFile.clock = [this] { return m_now; };
+        m_options.file.clock = [this] { return m_now; };
         m_program = std::make_unique<ListWorld>(m_options);
         list().start();
         m_contents = {readFile(dataFile())};
@@ -185,7 +185,7 @@ private:
             EXPECT_EQ(expected, m_listed) << "what the list file holds";
         }
         m_damage.reset();
-        const auto copies = SafeFile(dataFile(), m_options.listFile).earlierCopies();
+        const auto copies = SafeFile(dataFile(), m_options.file).earlierCopies();
         if (!expected && (exists(dataFile()) || !copies.empty()))
             m_program->presenter.expect({.title = "The list of items could not be read.", .answer = "OK"});
         for (const std::string& copy : copies)
