@@ -1,0 +1,53 @@
+#include "tests/platform/linux/PrivateBus.h"
+#include "tests/support/BackgroundProgram.h"
+#include "tests/support/RunProgram.h"
+#include "tests/support/ScratchTree.h"
+
+#include <gtest/gtest.h>
+
+namespace veilkeep::test {
+namespace {
+
+// Another program owns the list and works on what veilkeepctl asks of it.
+TEST(ApplicationTest, RequestsGoToWhoeverOwnsTheList) {
+    const ScratchTree tree;
+    const PrivateBus bus(tree, PrivateBus::Place::Session);
+    if (!bus.whyMissing().empty())
+        GTEST_SKIP() << bus.whyMissing();
+    BackgroundProgram owner({VEILKEEP_LIST_OWNER});
+    ASSERT_EQ(owner.readLine(), "serves");
+    tree.makeFile("t/\xFF"
+                  "a");
+    const std::string visible = tree.path("t/\xFF"
+                                          "a");
+    const std::string hidden = tree.path("t/.SYS_INDEX/a\xFF");
+    struct {
+        std::vector<std::string> arguments;
+        int status;
+        std::string output;
+        std::string errors;
+    } const rows[] = {
+        {{"hide", visible, "t/none"}, 1, hidden + "\n", "veilkeepctl: t/none: Item not found.\n"},
+        {{"list"}, 0, "hidden\t" + visible + "\n", ""},
+        {{"status"}, 0, "items\t1\nhidden\t1\nvisible\t0\nbroken\t0\nowner\tapplication\n", ""},
+        {{"remove", visible},
+         3,
+         "",
+         "veilkeepctl: Unhide all files\nYou are trying to remove some hidden files from list! Would you "
+         "like to unhide them first?\nveilkeepctl: not asked, so answered with: Cancel\n"
+         "veilkeepctl: Nothing was removed.\n"},
+        {{"remove", "--answer=remove", visible}, 0, hidden + "\n", ""},
+        {{"unhide", hidden}, 0, visible + "\n", ""},
+    };
+    for (const auto& row : rows) {
+        std::vector<std::string> command = row.arguments;
+        command.insert(command.begin(), bundledProgram("veilkeepctl"));
+        const ProgramRun run = runProgram(command, {0, tree.root(), {}});
+        EXPECT_EQ(run.exitStatus, row.status) << command[1];
+        EXPECT_EQ(run.output, row.output) << command[1];
+        EXPECT_EQ(run.errors, row.errors) << command[1];
+    }
+}
+
+} // namespace
+} // namespace veilkeep::test
