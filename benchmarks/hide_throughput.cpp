@@ -1,6 +1,7 @@
 // veilkeepctl hide of 1,000 files in one call against a shell loop that moves them one by one.
 
 #include "benchmarks/support/SideBySide.h"
+#include "core/environment/XdgDirectories.h"
 #include "tests/support/RunProgram.h"
 #include "tests/support/ScratchTree.h"
 
@@ -18,6 +19,7 @@ constexpr int fileCount = 1000;
 
 void makeFiles(const ScratchTree& tree, const std::string& folder) {
     fs::remove_all(tree.path(folder));
+    fs::remove_all(veilkeep::OwnPlaces::current().dataDirectory); // else its list knows the files of before
     for (int index = 0; index < fileCount; ++index)
         tree.makeFile(folder + "/document " + std::to_string(index) + ".txt", "content");
 }
