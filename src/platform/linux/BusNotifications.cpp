@@ -25,6 +25,11 @@ bool isBelieved(const QDBusMessage& unixUser, const QString& object) {
 BusNotifications::BusNotifications() {
     m_isListening = m_bus.connection().connect(QString(), notificationPath, notificationInterface, QString(),
                                                this, SLOT(received(QDBusMessage)));
+    // The bus is told of the wish without waiting. Whatever comes after this answer is heard.
+    if (m_isListening)
+        m_isListening =
+            m_bus.askBus(QStringLiteral("NameHasOwner"), QStringLiteral("org.freedesktop.DBus")).type() ==
+            QDBusMessage::ReplyMessage;
     if (!m_isListening)
         logLine("No notifications from other programs: the session bus cannot be reached.");
 }
