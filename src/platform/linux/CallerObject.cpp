@@ -70,6 +70,7 @@ uint CallerObject::Ask(const QString& title, const QString& message, const QStri
     while (!m_questions.empty()) {
         const auto [call, question] = m_questions.front();
         m_questions.pop_front();
+        wakeEventLoop();
         bus.send(call.createReply(static_cast<uint>(m_caller.ask(question))));
     }
     m_isAsking = false;

@@ -114,6 +114,7 @@ std::size_t RemoteCaller::ask(const Question& question) {
     QEventLoop loop;
     QObject::connect(&answer, &QDBusPendingCallWatcher::finished, &loop, &QEventLoop::quit);
     m_question = &loop;
+    wakeEventLoop();
     if (!answer.isFinished())
         loop.exec();
     if (m_isCancelled || !answer.isFinished()) // not finished: taken back, or this program is about to end

@@ -102,6 +102,7 @@ bool RequestClient::wait(const QDBusPendingCallWatcher& answer, const QString& o
             loop.quit();
     });
     acceptTimer.start(m_acceptLimit);
+    wakeEventLoop();
     if (!answer.isFinished())
         loop.exec();
     return answer.isFinished();
