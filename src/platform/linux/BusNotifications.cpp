@@ -57,12 +57,22 @@ void BusNotifications::received(const QDBusMessage& signal) {
     const QString object = arguments.value(0).toString();
     const QDBusMessage question =
         SessionBusConnection::busCall(QStringLiteral("GetConnectionUnixUser"), signal.service());
-    auto* const answer = new QDBusPendingCallWatcher(m_bus.connection().asyncCall(question), this);
-    connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer, name, object] {
+    m_waiting.push_back({m_bus.connection().asyncCall(question), name, object});
+    auto* const answer = new QDBusPendingCallWatcher(m_waiting.back().unixUser, this);
+    connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer] {
         answer->deleteLater();
-        if (isBelieved(answer->reply(), object))
-            emit posted(name, object);
+        passOn();
     });
+}
+
+// Watchers may tell of answers in another order than they came in.
+void BusNotifications::passOn() {
+    while (!m_waiting.empty() && m_waiting.front().unixUser.isFinished()) {
+        const Waiting first = m_waiting.front();
+        m_waiting.pop_front();
+        if (isBelieved(first.unixUser.reply(), first.object))
+            emit posted(first.name, first.object);
+    }
 }
 
 } // namespace veilkeep

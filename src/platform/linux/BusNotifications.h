@@ -4,6 +4,9 @@
 #include "platform/linux/SessionBusConnection.h"
 
 #include <QDBusMessage>
+#include <QDBusPendingCall>
+
+#include <deque>
 
 namespace veilkeep {
 
@@ -24,8 +27,17 @@ private slots:
     void received(const QDBusMessage& signal);
 
 private:
+    struct Waiting { // for the bus to say whose it is
+        QDBusPendingCall unixUser;
+        QString name;
+        QString object;
+    };
+
+    void passOn();
+
     SessionBusConnection m_bus;
     bool m_isListening = false;
+    std::deque<Waiting> m_waiting; // in the order of their arrival
 };
 
 } // namespace veilkeep
