@@ -186,6 +186,7 @@ TEST_F(RequestServiceTest, TheSecondOwnerLearnsThatItIsNone) {
 class RawCallerTest : public RequestServiceTest {
 protected:
     QDBusMessage runRaw(test::BusService& caller, const QVariantList& arguments) {
+        registerRequestTypes();
         QDBusMessage call =
             QDBusMessage::createMethodCall(requestService, requestObject, requestInterface, "Run");
         call.setArguments(arguments);
