@@ -1,12 +1,24 @@
 #include "tests/platform/linux/BusService.h"
 
+#include "core/environment/SessionBus.h"
+
 #include <stdexcept>
 
 namespace veilkeep::test {
 
+namespace {
+
+// By its address: the bus library has none for the user's bus while the effective user is another one.
+QDBusConnection connectionTo(QDBusConnection::BusType bus, const QString& name) {
+    if (bus == QDBusConnection::SessionBus)
+        return QDBusConnection::connectToBus(QString::fromStdString(sessionBusAddress()), name);
+    return QDBusConnection::connectToBus(bus, name);
+}
+
+} // namespace
+
 BusService::BusService(const QString& name, Handler handler, QDBusConnection::BusType bus)
-    : m_connection(QDBusConnection::connectToBus(bus, QStringLiteral("service") + name)),
-      m_handler(std::move(handler)) {
+    : m_connection(connectionTo(bus, QStringLiteral("service") + name)), m_handler(std::move(handler)) {
     if (!m_connection.registerVirtualObject(QStringLiteral("/"), this, QDBusConnection::SubPath) ||
         (!name.isEmpty() && !m_connection.registerService(name)))
         throw std::runtime_error("no service on the bus: " +
