@@ -39,6 +39,7 @@ public:
     Files brokenFiles() const;
     void searchDeeply(const Files& files) { m_missing.searchInBackground(files); }
     void searchAndWait(const Files& files); // the event loop turns meanwhile
+    bool isSearching() const { return m_missing.isSearching(); }
     bool isSearched(const ListedFile& file) const { return m_missing.isLookingFor(file); }
     bool isOnAbsentVolume(const ListedFile& file) const { return m_missing.isOnAbsentVolume(file); }
 

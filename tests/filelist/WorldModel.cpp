@@ -61,13 +61,13 @@ WorldModel::WorldModel(std::string root, Choices& choices) : m_root(std::move(ro
     }
 }
 
-// Without content a link, which leads nowhere as soon as it is moved.
+// Without content a link that leads nowhere.
 void WorldModel::make(Item item, const std::string& content) {
     const std::string path = placeOf(item);
     if (item.isFolder)
         std::filesystem::create_directory(path);
     else if (content.empty())
-        std::filesystem::create_symlink(item.names.front(), path);
+        std::filesystem::create_symlink("nowhere " + item.names.front(), path);
     else
         writeFile(path, content);
     item.state = lastingState(snapshotOf(path).at(""));
@@ -139,6 +139,20 @@ std::string WorldModel::moveByHand(Choices& choices) {
         ::rmdir(std::string(parentPath(from)).c_str()); // unless others are left in there
     m_items[number] = std::move(moved);
     return step + " to " + shown(number);
+}
+
+std::string WorldModel::exchangeByHand(Choices& choices) {
+    const Number one = choices.below(m_items.size()), other = choices.below(m_items.size());
+    const std::string first = path(one), second = path(other), aside = joinPath(m_root, "aside");
+    if (parentPath(first) != parentPath(second))
+        return {};
+    const std::string step = "exchange " + shown(one) + " and " + shown(other);
+    std::filesystem::rename(first, aside);
+    if (one != other)
+        std::filesystem::rename(second, first);
+    std::filesystem::rename(aside, second);
+    std::swap(m_items[one].names[m_items[one].name], m_items[other].names[m_items[other].name]);
+    return step;
 }
 
 std::string WorldModel::difference() const {

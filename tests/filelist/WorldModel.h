@@ -45,6 +45,9 @@ public:
     // plain or hidden. Answers what was done; nothing where the choice fell on a place that it cannot go to.
     std::string moveByHand(Choices& choices);
 
+    // The same with two items in one folder, which get each other's names.
+    std::string exchangeByHand(Choices& choices);
+
     // How the disk is not what it should be; empty where it is.
     std::string difference() const;
 

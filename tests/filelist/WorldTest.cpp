@@ -37,8 +37,8 @@ std::string contentOf(const std::string& path) {
 }
 
 // One sequence of steps: what the user does in the program and behind its back, starts, and accidents. After
-// each the disk holds every item once and unchanged, and the list every listed item once; after a check and a
-// start the list says where they are.
+// each the disk holds every item once and unchanged, and the list every listed item once; from a check or a
+// start on, until the user moves something, the list says where they are.
 class World {
 public:
     World(const std::string& place, unsigned int seed)
@@ -62,11 +62,12 @@ private:
     using Step = void (World::*)();
 
     Step chooseStep() {
-        static constexpr Step steps[] = {
-            &World::add,     &World::add,     &World::add,    &World::add,    &World::hide,   &World::hide,
-            &World::hide,    &World::hide,    &World::hide,   &World::unhide, &World::unhide, &World::unhide,
-            &World::move,    &World::move,    &World::move,   &World::move,   &World::move,   &World::remove,
-            &World::restart, &World::restart, &World::damage, &World::check,  &World::restore};
+        static constexpr Step steps[] = {&World::add,     &World::add,    &World::add,      &World::add,
+                                         &World::hide,    &World::hide,   &World::hide,     &World::hide,
+                                         &World::hide,    &World::unhide, &World::unhide,   &World::unhide,
+                                         &World::move,    &World::move,   &World::move,     &World::move,
+                                         &World::move,    &World::remove, &World::exchange, &World::restart,
+                                         &World::restart, &World::damage, &World::check,    &World::restore};
         return steps[m_choices.below(std::size(steps))];
     }
 
@@ -82,6 +83,13 @@ private:
         std::ranges::sort(listed);
         EXPECT_EQ(listed, Numbers(m_listed.begin(), m_listed.end())) << "what the list holds";
         m_contents.push_back(contentOf(dataFile()));
+        if (m_isTold)
+            expectAllToldRightly();
+    }
+
+    void say(const std::string& step) {
+        if (!step.empty())
+            m_steps.push_back(step);
     }
 
     FilesViewController& list() { return *m_program->list; }
@@ -127,7 +135,7 @@ private:
     }
 
     void unhideAll() {
-        m_steps.emplace_back("unhide all");
+        say("unhide all");
         Numbers hidden(m_listed.begin(), m_listed.end());
         std::erase_if(hidden, [this](Number item) { return !m_model.isHiddenItself(item); });
         unhide(hidden);
@@ -135,7 +143,18 @@ private:
             EXPECT_FALSE(m_model.isHidden(item));
     }
 
-    void move() { m_steps.push_back(m_model.moveByHand(m_choices)); }
+    void move() {
+        say(m_model.moveByHand(m_choices));
+        m_isTold = false;
+    }
+
+    // What lies at an item's place is not the item any more.
+    void exchange() {
+        check();
+        say(m_model.exchangeByHand(m_choices));
+        m_isTold = false;
+        m_choices.oneIn(2) ? check() : restart();
+    }
 
     void remove() {
         const Numbers items = someListed("remove");
@@ -145,7 +164,7 @@ private:
     }
 
     void restore() {
-        m_steps.emplace_back("restore");
+        say("restore");
         QObject context;
         bool hasEnded = false;
         QObject::connect(&list().restores(), &Restores::ended, &context, [&] { hasEnded = true; });
@@ -160,8 +179,9 @@ private:
     }
 
     void check() {
-        m_steps.emplace_back("check");
+        say("check");
         runCheck();
+        m_isTold = true;
         expectAllToldRightly();
         const auto revision = list().files().revision();
         const std::string bytes = readFile(dataFile());
@@ -178,13 +198,16 @@ private:
 
     // The list comes from its file, else from the newest earlier copy that can be read.
     void restart() {
-        m_steps.emplace_back("restart");
+        say("restart");
         m_program = std::make_unique<ListWorld>(m_options);
         auto expected = listedIn(dataFile());
         if (!m_damage || contentOf(dataFile()) != *m_damage) {
             EXPECT_EQ(expected, m_listed) << "what the list file holds";
+            if (m_isTold)
+                expectToldByDataFile();
         }
         m_damage.reset();
+        m_isTold = true;
         const auto copies = SafeFile(dataFile(), m_options.file).earlierCopies();
         if (!expected && (exists(dataFile()) || !copies.empty()))
             m_program->presenter.expect({.title = "The list of items could not be read.", .answer = "OK"});
@@ -193,12 +216,13 @@ private:
                 expected = listedIn(copy);
         m_listed = expected.value_or(std::set<Number>());
         list().start();
-        MainThread::runUntil([this] {
-            return std::ranges::none_of(list().files().all(), [this](const ListedFile& record) {
-                return list().brokenFiles().isSearched(record);
-            });
-        });
+        MainThread::runUntil([this] { return !list().brokenFiles().isSearching(); });
         expectAllToldRightly();
+    }
+
+    void expectToldByDataFile() {
+        for (const File& record : list().readFilesInfoFileAtPath(dataFile()).value_or(std::vector<File>()))
+            EXPECT_EQ(record.path(), m_model.path(numberOf(m_model, record))) << "in the list file";
     }
 
     // To the list file, while the program runs or before its next start.
@@ -210,19 +234,19 @@ private:
         ::stat(dataFile().c_str(), &before);
         switch (m_choices.below(4)) {
         case 0:
-            m_steps.emplace_back("cut the list file");
+            say("cut the list file");
             bytes.resize(m_choices.below(bytes.size()));
             break;
         case 1:
-            m_steps.emplace_back("flip a bit of the list file");
+            say("flip a bit of the list file");
             bytes[m_choices.below(bytes.size())] ^= static_cast<char>(1 << m_choices.below(8));
             break;
         case 2:
-            m_steps.emplace_back("put an earlier list file back");
+            say("put an earlier list file back");
             bytes = m_contents[m_choices.below(m_contents.size())];
             break;
         case 3:
-            m_steps.emplace_back("delete the list file");
+            say("delete the list file");
             std::filesystem::remove(dataFile());
             bytes.clear();
             break;
@@ -292,6 +316,7 @@ private:
     WorldModel m_model;
     std::set<Number> m_listed;
     std::vector<std::string> m_contents; // of the list file after each step
+    bool m_isTold = true;                // nothing was moved by hand since the list said where all is
     std::optional<std::string> m_damage; // what an accident left of the list file
     std::vector<std::string> m_steps;
     TimePoint m_now = std::chrono::system_clock::now();
