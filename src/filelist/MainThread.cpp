@@ -1,5 +1,6 @@
 #include "filelist/MainThread.h"
 
+#include <QAbstractEventDispatcher>
 #include <QCoreApplication>
 #include <QEventLoop>
 #include <QMetaObject>
@@ -24,6 +25,8 @@ void MainThread::runAndWait(const std::function<void()>& call) {
 }
 
 void MainThread::runUntil(const std::function<bool()>& condition) {
+    // What was posted before the event that is being delivered would not be looked at again.
+    QAbstractEventDispatcher::instance()->wakeUp();
     while (!condition())
         QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::WaitForMoreEvents);
 }

@@ -19,11 +19,14 @@ void forEachInParallel(std::size_t count, const std::function<void(std::size_t)>
         for (std::size_t number = next++; number < count; number = next++)
             step(number);
     };
-    const std::size_t processors = std::clamp(std::thread::hardware_concurrency(), 1U, 32U);
+    const std::size_t useful = count / worthAThread; // asking for the processors costs three system calls
+    const std::size_t wanted =
+        useful > 1 ? std::min<std::size_t>(useful, std::clamp(std::thread::hardware_concurrency(), 1U, 32U))
+                   : 1;
     std::vector<std::thread> threads;
-    threads.reserve(processors);
+    threads.reserve(wanted);
     try {
-        while (threads.size() + 1 < std::min(processors, count / worthAThread))
+        while (threads.size() + 1 < wanted)
             threads.emplace_back(work);
     } catch (const std::system_error&) { // no more threads to be had
     }

@@ -135,10 +135,9 @@ File::IdentityCheck File::compareWithAlias() {
 }
 
 void File::movedTo(std::string_view path) {
-    AliasResolver resolver(AliasResolver::Reach::Nearby);
     setPath(path);
     updateAlias();
-    syncPathWithAlias(resolver);
+    syncPathWithNewPath(std::nullopt); // the alias leads nowhere else
 }
 
 } // namespace veilkeep
