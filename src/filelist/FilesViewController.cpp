@@ -216,12 +216,13 @@ void FilesViewController::tryToRemoveFiles(const Files& files) {
 }
 
 void FilesViewController::removeSelectedRows(bool forceRemove) {
-    removeOrTakeOutOfGroup(getAllSelectedFiles(), forceRemove);
+    m_parts.turns.run([this, forceRemove] { removeOrTakeOutOfGroup(getAllSelectedFiles(), forceRemove); });
 }
 
 void FilesViewController::removeSingleFile(std::size_t row, bool forceRemove) {
     const Files& rows = m_filesController.arrangedObjects();
-    removeOrTakeOutOfGroup(row < rows.size() ? Files{rows[row]} : Files(), forceRemove);
+    const Files files = row < rows.size() ? Files{rows[row]} : Files();
+    m_parts.turns.run([this, files, forceRemove] { removeOrTakeOutOfGroup(files, forceRemove); });
 }
 
 void FilesViewController::removeOrTakeOutOfGroup(const Files& files, bool forceRemove) {

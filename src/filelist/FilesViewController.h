@@ -82,8 +82,6 @@ public:
     void removeFileFromList(const ListedFile& file);
     void removeFiles(const Files& files);
     void tryToRemoveFiles(const Files& files);
-    void removeSelectedRows(bool forceRemove);
-    void removeSingleFile(std::size_t row, bool forceRemove); // of the arranged objects
     void moveFiles(const Files& files, std::int64_t toGroup);
     void moveFiles(const std::vector<std::string>& paths, std::int64_t toGroup);
     void moveToCurrentGroupFiles(const Files& files);
@@ -109,8 +107,6 @@ public:
     }
     bool hideAllFilesOfGroup(std::int64_t groupID, bool collectErrors);
     bool unhideAllFilesOfGroup(std::int64_t groupID, bool collectErrors);
-    void hideAllFilesOfCurrentGroup();
-    void unhideAllFilesOfCurrentGroup();
     bool ifAllFilesAreVisible() const;
     bool ifAllFilesAreHidden() const;
     bool isFileHidden(std::ptrdiff_t row) const;
@@ -138,12 +134,18 @@ public:
     void restoreFinished() override;
 
 public slots:
-    // User actions and notifications (FilesViewControllerActions.cpp); each waits its turn.
+    // User actions and notifications (most in FilesViewControllerActions.cpp); each waits its turn. What is
+    // selected or shown counts as it is when that comes.
+    void removeSelectedRows(bool forceRemove);
+    void removeSingleFile(std::size_t row, bool forceRemove); // of the arranged objects
+    void hideAllFilesOfCurrentGroup();
+    void unhideAllFilesOfCurrentGroup();
     void switchOnOff(int value);
     void hideOrUnhideFileInTable(const std::string& path);
     void revealFileInFinder(const std::string& path);
     void checkTempFiles();
     void shouldCleanRecents(const QString& answer);
+    void restoreDirectory();        // one or more that the user chooses
     void performSanityCheckOfAll(); // with progress, and a search that can be cancelled
 
 signals:

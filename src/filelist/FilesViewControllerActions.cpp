@@ -41,15 +41,19 @@ bool FilesViewController::unhideAllFilesOfGroup(std::int64_t groupID, bool colle
 }
 
 void FilesViewController::hideAllFilesOfCurrentGroup() {
-    if (const Files shown = m_filesController.arrangedObjects(); !shown.empty())
-        hideFiles(shown, false);
-    m_filesController.clearSelection();
+    m_parts.turns.run([this] {
+        if (const Files shown = m_filesController.arrangedObjects(); !shown.empty())
+            hideFiles(shown, false);
+        m_filesController.clearSelection();
+    });
 }
 
 void FilesViewController::unhideAllFilesOfCurrentGroup() {
-    if (const Files shown = m_filesController.arrangedObjects(); !shown.empty())
-        unhideFiles(shown, false);
-    m_filesController.clearSelection();
+    m_parts.turns.run([this] {
+        if (const Files shown = m_filesController.arrangedObjects(); !shown.empty())
+            unhideFiles(shown, false);
+        m_filesController.clearSelection();
+    });
 }
 
 bool FilesViewController::ifAllFilesAreVisible() const {
@@ -134,6 +138,10 @@ void FilesViewController::takeIn(const InProgressRecord& said) {
         file.setPath(said.currentPath);
         file.syncPathWithAlias(resolver);
     });
+}
+
+void FilesViewController::restoreDirectory() {
+    m_parts.turns.run([this] { restoreDirectoryDialog({}); });
 }
 
 void FilesViewController::performSanityCheckOfAll() {
