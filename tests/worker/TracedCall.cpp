@@ -15,10 +15,10 @@ std::vector<TracedCall> callsOfMain(const std::string& trace) {
         const std::string name = line.substr(0, line.find('('));
         if (name.size() == line.size())
             continue; // how it ended
-        inMain = inMain || line.starts_with("fcntl(0, F_GETFD");
+        inMain = inMain || (line.starts_with("fcntl(0") && line.find("F_GETFD") != std::string::npos);
         const int number = ++counts[name];
         if (inMain)
-            calls.push_back({name, number});
+            calls.push_back({name, number, line});
     }
     return calls;
 }
