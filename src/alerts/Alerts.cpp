@@ -4,6 +4,7 @@
 #include "core/log/Log.h"
 
 #include <QCoreApplication>
+#include <QScopeGuard>
 #include <QThread>
 
 #include <cassert>
@@ -74,9 +75,8 @@ AlertAnswer Alerts::ADRunSheet(Alert panel) {
         waiting.betweenLooks = [this] { m_presenter.serveOthers(); };
     if (!lock.take(waiting))
         return unansweredBy(panel);
-    const AlertAnswer answer = run(std::move(panel), departures, [&] { lock.showOnThisThread(); });
-    lock.release();
-    return answer;
+    const auto release = qScopeGuard([&lock] { lock.release(); });
+    return run(std::move(panel), departures, [&] { lock.showOnThisThread(); });
 }
 
 int Alerts::ADRunWarningAlert(const QString& title, const QString& informativeText, const QString& first,
