@@ -168,7 +168,7 @@ private:
     FilterController m_filterController;
     BrokenFiles m_brokenFiles{m_parts, m_files, *this};
     HideOperations m_hideOperations{m_parts, m_files, m_brokenFiles, *this};
-    Restores m_restores{m_parts.cloakWorker};
+    Restores m_restores{m_parts.cloakWorker, m_parts.progress};
     std::optional<Error> m_saveTrouble;
     std::optional<std::uint64_t> m_savedRevision;
     std::unique_ptr<AddBatches> m_addBatches;

@@ -83,6 +83,7 @@ void FilesViewController::restoreStarted(const std::string& directory) {
                                                text("Restoring is in progress. Please wait..."),
                                                ProgressController::Cancelling::Offered);
         m_parts.progress.updateWithSubStage(text("Directory: %1").arg(shownPath(directory)));
+        m_restores.progressIsShown();
     });
 }
 

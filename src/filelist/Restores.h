@@ -1,8 +1,10 @@
 #pragma once
 
+#include "alerts/ProgressController.h"
 #include "core/protocol/CloakWorkerComunicator.h"
 
 #include <QObject>
+#include <QTimer>
 
 #include <atomic>
 #include <cstddef>
@@ -17,11 +19,12 @@ namespace veilkeep {
 class Restores : public QObject {
     Q_OBJECT
 public:
-    explicit Restores(CloakWorkerComunicator& worker) : m_worker(worker) {} // not owned
-    ~Restores() override;                                                   // ends them
+    Restores(CloakWorkerComunicator& worker, const ProgressController& progress); // neither is owned
+    ~Restores() override;                                                         // ends them
 
     void start(const std::string& directory);
     void cancel() { m_shouldEnd = true; } // all that run; what was found by then counts
+    void progressIsShown();               // where it is cancelled from now on, all that run end
     bool areRunning() const { return m_running > 0; }
 
 signals:
@@ -29,6 +32,8 @@ signals:
 
 private:
     CloakWorkerComunicator& m_worker;
+    const ProgressController& m_progress;
+    QTimer m_look; // at the progress
     std::list<std::thread> m_threads;
     std::size_t m_running = 0;
     std::atomic<bool> m_shouldEnd = false;

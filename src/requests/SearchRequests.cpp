@@ -7,7 +7,7 @@
 #include "filelist/Texts.h"
 #include "format/ErrorText.h"
 
-#include <QTimer>
+#include <QObject>
 
 #include <cerrno>
 #include <functional>
@@ -16,8 +16,6 @@
 
 namespace veilkeep {
 namespace {
-
-constexpr int pollInterval = 50; // ms
 
 QString text(const char* source) {
     return QCoreApplication::translate("SearchRequests", source);
@@ -108,17 +106,12 @@ void SearchRequests::restoreBelow(const std::string& directory) {
 RestoreSummary SearchRequests::searchBelow(const std::string& directory) {
     Restores& restores = m_work.controller.restores();
     std::optional<RestoreSummary> summary;
-    QTimer poll;
-    QObject::connect(&restores, &Restores::ended, &poll,
+    QObject listener;
+    QObject::connect(&restores, &Restores::ended, &listener,
                      [&](const std::string& ended, const RestoreSummary& found) {
                          if (ended == directory)
                              summary = found;
                      });
-    QObject::connect(&poll, &QTimer::timeout, &poll, [&] {
-        if (m_work.caller.isCancelled() || m_work.progress.isCancelled())
-            restores.cancel();
-    });
-    poll.start(pollInterval);
     restores.start(directory);
     MainThread::runUntil([&] { return summary.has_value(); });
     return *summary;

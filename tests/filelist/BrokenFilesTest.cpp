@@ -203,6 +203,20 @@ TEST_F(BrokenFilesTest, RestoresDirectoriesForAHiddenItemThatIsBroken) {
         EXPECT_TRUE(world.list->findFileWithOriginalPath(m_tree.path(item))) << item;
 }
 
+TEST_F(BrokenFilesTest, EndsARestoreThatTheUserCancels) {
+    const std::string endless = m_tree.makeFile("worker",
+                                                "#!/usr/bin/env python3\n"
+                                                "import signal\n"
+                                                "signal.pthread_sigmask(signal.SIG_SETMASK, [])\n"
+                                                "signal.pause()\n",
+                                                0755);
+    ListWorld world({.worker = endless});
+    world.progressView.cancelAt("sub Directory: /d");
+    world.list->restoreDir("/d");
+    MainThread::runUntil([&] { return !world.list->restores().areRunning(); });
+    EXPECT_EQ(world.progressView.log().back(), "end");
+}
+
 // An editor saves by replacing: the record stays with its item, or takes the new one where that is gone.
 TEST_F(BrokenFilesTest, StaysWithTheItemThatItWasMadeOf) {
     ListWorld world;
