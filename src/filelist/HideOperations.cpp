@@ -188,6 +188,7 @@ bool HideOperations::runBatch(WorkerOperation operation, const Files& files, boo
     m_lastBatch.clear();
     if (batch.empty()) {
         m_saver.saveDataToDisk();
+        setBatchRunning(false);
         return true;
     }
     if (const bool isSaved = m_saver.saveDataToDisk();

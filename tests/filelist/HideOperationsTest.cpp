@@ -238,7 +238,11 @@ TEST_F(HideOperationsTest, SavesBeforeAndAfterABatchAndHidesNothingWithoutThat) 
     const std::string listFile = OwnPlaces::current().dataDirectory + "/FilesInfo.Veilkeep";
     ListWorld world;
     const ListedFile file = world.add(m_tree.makeFile("t/a"));
+    bool isSwitchBound = false;
+    QObject::connect(&world.list->hideOperations(), &HideOperations::batchRunningChanged,
+                     [&](bool isRunning) { isSwitchBound = !isRunning; });
     EXPECT_TRUE(world.list->hideFiles({}, false));
+    EXPECT_TRUE(isSwitchBound);
     EXPECT_TRUE(exists(listFile)) << "an empty batch saves too";
     EXPECT_TRUE(world.progressView.log().empty());
     ASSERT_TRUE(world.list->hideFiles({file}, false));
