@@ -70,7 +70,10 @@ void BrokenFiles::tryToFixFile(const ListedFile& file) {
     const MissingFiles::Mounting mounting = mountingFor(file);
     bool isFound = m_missing.isThere(file, mounting);
     if (!isFound && mayBeFoundEverywhere(file, mounting)) {
-        searchAndWait({file});
+        if (m_isInBatch)
+            searchAndWait({file}); // under the batch's own progress
+        else
+            searchWithProgress({file});
         isFound = veilkeep::isThere(file);
     }
     if (!isFound)
@@ -82,7 +85,7 @@ void BrokenFiles::tryToFixFile(const ListedFile& file) {
 
 MissingFiles::Mounting BrokenFiles::mountingFor(const ListedFile& file) {
     using Mounting = MissingFiles::Mounting;
-    if (m_nobodyThere)
+    if (isNobodyThere())
         return Mounting::Never;
     if (veilkeep::isThere(file) || !file->isWhereVolumesComeAndGo())
         return Mounting::Silently;
@@ -113,13 +116,13 @@ bool BrokenFiles::mayLocate(const ListedFile& file) {
 
 void BrokenFiles::beginBatch(const Files& batch) {
     m_isInBatch = true;
-    if (m_nobodyThere)
+    if (isNobodyThere())
         return;
     Files wanted;
     for (const ListedFile& file : batch)
         if (!veilkeep::isThere(file) && !file->isWhereVolumesComeAndGo())
             wanted.push_back(file);
-    searchAndWait(m_missing.missingOf(wanted));
+    searchWithProgress(m_missing.missingOf(wanted));
     m_searchedInBatch.insert(wanted.begin(), wanted.end());
 }
 
@@ -127,6 +130,16 @@ void BrokenFiles::endBatch() {
     m_isInBatch = false;
     m_searchedInBatch.clear();
     m_mayLocate.clear();
+}
+
+void BrokenFiles::searchWithProgress(const Files& files) {
+    if (files.empty())
+        return;
+    m_parts.progress.showProgressForWindow(Alert::Window::Main,
+                                           text("Searching for inconsistent files. Please wait..."),
+                                           ProgressController::Cancelling::Offered);
+    searchAndWait(files);
+    m_parts.progress.hideProgress();
 }
 
 void BrokenFiles::searchAndWait(const Files& files) {

@@ -44,7 +44,7 @@ public:
     bool isOnAbsentVolume(const ListedFile& file) const { return m_missing.isOnAbsentVolume(file); }
 
     void setNobodyThere(bool nobodyThere) { m_nobodyThere = nobodyThere; }
-    bool isNobodyThere() const { return m_nobodyThere; }
+    bool isNobodyThere() const { return m_nobodyThere || m_parts.alerts.isNobodyThere(); }
 
     void markBroken(const ListedFile& file);
 
@@ -53,6 +53,7 @@ signals:
 
 private:
     void updateStates();
+    void searchWithProgress(const Files& files); // that can be cancelled
     bool mayLocate(const ListedFile& file);
     bool mayBeFoundEverywhere(const ListedFile& file, MissingFiles::Mounting mounting) const;
     MissingFiles::Mounting mountingFor(const ListedFile& file);

@@ -194,15 +194,15 @@ bool HideOperations::runBatch(WorkerOperation operation, const Files& files, boo
     if (const bool isSaved = m_saver.saveDataToDisk();
         hides && (!isSaved || m_parts.dataFile.isOfNewerVersion()))
         return refuseToHide(batch, collectErrors);
-    m_parts.progress.showProgressForWindow(Alert::Window::Main,
-                                           hides ? text("Hiding of files started. Please wait...")
-                                                 : text("Unhiding of files is in progress. Please wait..."));
     setBatchRunning(true);
     m_parts.cloakWorker.setTraceWishes(
         {m_parts.defaults.boolean("CleanRecentItems"), m_missing.isNobodyThere()});
     bool allWell = true;
     try {
         m_missing.beginBatch(batch);
+        m_parts.progress.showProgressForWindow(
+            Alert::Window::Main, hides ? text("Hiding of files started. Please wait...")
+                                       : text("Unhiding of files is in progress. Please wait..."));
         allWell = moveEach(operation, batch, collectErrors);
     } catch (const std::exception& exception) {
         logLine(std::string("Error: ") + exception.what());
