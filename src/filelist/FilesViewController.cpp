@@ -47,6 +47,9 @@ FilesViewController::FilesViewController(const FilesViewControllerParts& parts)
     m_parts.cloakWorker.setDelegate(this);
     connect(&m_filterController, &FilterController::filterPredicateChanged, this,
             [this] { m_filesController.setFilterPredicate(m_filterController.filterPredicate()); });
+    if (m_parts.notifications)
+        connect(m_parts.notifications, &DistributedNotifications::posted, this,
+                &FilesViewController::notificationPosted);
     connect(&m_restores, &Restores::ended, this, &FilesViewController::checkTempFiles);
 }
 

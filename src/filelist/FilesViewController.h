@@ -153,6 +153,7 @@ signals:
     void saveTroubleChanged();
 
 private:
+    void notificationPosted(const QString& name, const QString& object);
     void takeIn(const InProgressRecord& said);
     void askAboutVisible(const ListedFile& file);
     void askAboutHidden(const ListedFile& file);

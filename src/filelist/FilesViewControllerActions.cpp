@@ -106,6 +106,13 @@ void FilesViewController::shouldCleanRecents(const QString& answer) {
         logError("The answer about recent items could not be stored", stored.error());
 }
 
+void FilesViewController::notificationPosted(const QString& name, const QString& object) {
+    if (name == QLatin1String("com.ostrel.Veilkeep.rereadTempFiles"))
+        checkTempFiles();
+    else if (name == QLatin1String("com.ostrel.Veilkeep.ShouldCleanRecents"))
+        shouldCleanRecents(object);
+}
+
 void FilesViewController::processTempFile(const PropertyDictionary& record) {
     if (const auto said = recordFromDictionary(record))
         takeIn(*said);

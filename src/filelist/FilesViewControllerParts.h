@@ -8,6 +8,7 @@
 #include "filelist/CurrentGroup.h"
 #include "filelist/FilesInfoFile.h"
 #include "filelist/Turns.h"
+#include "platform/DistributedNotifications.h"
 #include "platform/FileViewer.h"
 
 namespace veilkeep {
@@ -25,6 +26,7 @@ struct FilesViewControllerParts {
     VolumeMounter* mounter = nullptr;
     PathChooser* pathChooser = nullptr;
     FileViewer* fileViewer = nullptr;
+    DistributedNotifications* notifications = nullptr; // none: what workers leave is seen at the next look
 };
 
 } // namespace veilkeep

@@ -26,6 +26,15 @@ public:
     int questions = 0;
 };
 
+// A bus without other programs.
+class Notifications : public DistributedNotifications {
+public:
+    Result<void> post(const QString& name, const QString& object) override {
+        emit posted(name, object);
+        return {};
+    }
+};
+
 class HideOperationsTest : public ::testing::Test {
 protected:
     // A script in the worker's place.
@@ -334,7 +343,8 @@ TEST_F(HideOperationsTest, TakesInWhatWorkersLeftBehind) {
     const auto leave = [&](const std::string& original, const std::string& current, int action) {
         ASSERT_TRUE(writeRecord(folder, {original, current, 1, action}));
     };
-    ListWorld world;
+    Notifications notifications;
+    ListWorld world({.notifications = &notifications});
     const ListedFile listed = world.add(m_tree.makeFile("t/listed", "mine"));
     ::mkdir(m_tree.path("t/.SYS_INDEX").c_str(), 0755);
     ASSERT_EQ(::rename(m_tree.path("t/listed").c_str(), m_tree.path("t/.SYS_INDEX/detsil").c_str()), 0);
@@ -349,7 +359,7 @@ TEST_F(HideOperationsTest, TakesInWhatWorkersLeftBehind) {
         world.list->checkTempFiles();
         EXPECT_EQ(InProgressFolder(folder).entries().value().size(), 3U);
     }));
-    world.list->checkTempFiles();
+    ASSERT_TRUE(notifications.post("com.ostrel.Veilkeep.rereadTempFiles", {}));
     EXPECT_EQ(InProgressFolder(folder).entries().value().size(), 0U);
     EXPECT_EQ(listed->path(), m_tree.path("t/.SYS_INDEX/detsil"));
     EXPECT_EQ(listed->state(), File::Hidden);
@@ -361,8 +371,9 @@ TEST_F(HideOperationsTest, TakesInWhatWorkersLeftBehind) {
 
 TEST_F(HideOperationsTest, KeepsTheAnswerAboutRecentItems) {
     for (const auto& [answer, stored] : {std::pair("Yes", true), {"yes", false}, {"No", false}}) {
-        ListWorld world;
-        world.list->shouldCleanRecents(answer);
+        Notifications notifications;
+        ListWorld world({.notifications = &notifications});
+        ASSERT_TRUE(notifications.post("com.ostrel.Veilkeep.ShouldCleanRecents", answer));
         EXPECT_EQ(UserDefaults().boolean("CleanRecentItems"), stored) << answer;
         EXPECT_EQ(UserDefaults().boolean("CleanRecentItems_UserAcknowledged"), true);
     }

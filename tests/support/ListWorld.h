@@ -22,7 +22,8 @@ struct ListWorldOptions {
     std::string pkexec = {};
     PathChooser* pathChooser = nullptr;
     const CurrentGroup* groups = nullptr; // none: all files
-    SafeFileOptions file = {};            // of the list
+    DistributedNotifications* notifications = nullptr;
+    SafeFileOptions file = {}; // of the list
 };
 
 // The item list with all that it works with: the real worker, and a real list file in the scratch home. Made
@@ -48,6 +49,7 @@ public:
             .security = m_security.get(),
             .mounter = options.mounter,
             .pathChooser = options.pathChooser,
+            .notifications = options.notifications,
         });
     }
 
