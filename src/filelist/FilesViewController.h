@@ -138,6 +138,9 @@ public slots:
     // selected or shown counts as it is when that comes.
     void removeSelectedRows(bool forceRemove);
     void removeSingleFile(std::size_t row, bool forceRemove); // of the arranged objects
+    void removeFilesAction() { removeSelectedRows(true); }
+    void removeFromListAction() { removeSelectedRows(false); }
+    void removeSelection() { m_filesController.clearSelection(); } // the rows' alone; no item leaves the list
     void hideAllFilesOfCurrentGroup();
     void unhideAllFilesOfCurrentGroup();
     void switchOnOff(int value);
