@@ -27,7 +27,7 @@ const RequestRule* requestRule(const QString& command);
 // Names of options of a Request, beside its paths.
 namespace requestOption {
 inline constexpr auto interactive = "interactive"; // bool: questions are answered, so ask rather than collect
-inline constexpr auto state = "state";             // of "list", a text: stateText() of the wanted ones
+inline constexpr auto state = "state";             // of "list", a text: stateName() of the wanted ones
 inline constexpr auto name = "name";               // of "list", a text: what their names hold
 } // namespace requestOption
 
