@@ -24,8 +24,8 @@ constexpr CommandSyntax commands[] = {
      "Puts each item into Veilkeep's list without moving it, and prints its path.", Null | Answer | Yes, 1,
      any},
     {"remove", "PATH...", "takes items off the list",
-     "Takes each item off the list and prints where it lies; it is not deleted. Asks whether\n"
-     "hidden items are to be brought back first: then they stay in the list.",
+     "Takes each item off the list and prints where it lies; it is not deleted. Asks first, and\n"
+     "of hidden items whether they are to be brought back: then all stay in the list.",
      Null | Answer | Yes, 1, any},
     {"hide", "PATH...", "hides items, and lists them where they are not",
      "Moves each item into the directory .SYS_INDEX beside it, under a scrambled name, and\n"
