@@ -15,7 +15,6 @@ OwnList::OwnList(const std::string& workerPath, const OwnPlaces& places)
                     &m_security, &m_mounter}),
       m_runner({m_controller, m_dataFile, m_cloakWorker, m_progress, m_turns, m_presenter, m_progressView,
                 places.inProgressDirectory}) {
-    m_cloakWorker.setDelegate(&m_controller);
     m_cloakWorker.setTraceWishes({m_defaults.boolean("CleanRecentItems"), false});
 }
 

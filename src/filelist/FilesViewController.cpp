@@ -53,13 +53,15 @@ FilesViewController::FilesViewController(const FilesViewControllerParts& parts)
     connect(&m_restores, &Restores::ended, this, &FilesViewController::checkTempFiles);
 }
 
+// The event loop turns while threads come to their ends, so all else has to be there still.
 FilesViewController::~FilesViewController() {
-    m_parts.cloakWorker.setDelegate(nullptr);
     const bool wasNobodyThere = m_parts.alerts.isNobodyThere();
     if (isAdding())
         m_parts.alerts.setNobodyThere(true); // the batch may wait for an answer
+    m_restores.end();
     m_addBatches.reset();
     m_parts.alerts.setNobodyThere(wasNobodyThere);
+    m_parts.cloakWorker.setDelegate(nullptr);
 }
 
 std::string FilesViewController::pathForDataFile() const {

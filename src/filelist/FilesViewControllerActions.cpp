@@ -22,7 +22,6 @@ QString text(const char* source) {
 
 void FilesViewController::start() {
     loadDataFromDisk();
-    m_parts.cloakWorker.setDelegate(this);
     m_parts.cloakWorker.checkTempFiles();
     performSanityCheck(m_files.all());
     m_brokenFiles.searchDeeply(m_brokenFiles.brokenFiles());

@@ -13,10 +13,12 @@ Restores::Restores(CloakWorkerComunicator& worker, const ProgressController& pro
 }
 
 Restores::~Restores() {
+    end();
+}
+
+void Restores::end() {
     cancel();
-    MainThread::runUntil([this] { return m_running == 0; }); // their threads wait for this one
-    for (std::thread& thread : m_threads)
-        thread.join();
+    MainThread::runUntil([this] { return m_threads.empty(); }); // they wait for this one
 }
 
 void Restores::progressIsShown() {
@@ -25,13 +27,16 @@ void Restores::progressIsShown() {
 }
 
 void Restores::start(const std::string& directory) {
-    if (m_running++ == 0)
+    if (m_threads.empty())
         m_shouldEnd = false;
-    m_threads.emplace_back([this, directory] {
+    const auto thread = m_threads.emplace(m_threads.end());
+    *thread = std::thread([this, thread, directory] {
         const RestoreSummary summary =
             m_worker.restoreFiles(directory, [this] { return m_shouldEnd.load(); });
-        MainThread::post(this, [this, directory, summary] {
-            if (--m_running == 0)
+        MainThread::post(this, [this, thread, directory, summary] {
+            thread->join();
+            m_threads.erase(thread);
+            if (m_threads.empty())
                 m_look.stop();
             emit ended(directory, summary);
         });

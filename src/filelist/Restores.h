@@ -7,7 +7,6 @@
 #include <QTimer>
 
 #include <atomic>
-#include <cstddef>
 #include <list>
 #include <string>
 #include <thread>
@@ -25,7 +24,8 @@ public:
     void start(const std::string& directory);
     void cancel() { m_shouldEnd = true; } // all that run; what was found by then counts
     void progressIsShown();               // where it is cancelled from now on, all that run end
-    bool areRunning() const { return m_running > 0; }
+    void end();                           // all, and runs the event loop until they are told
+    bool areRunning() const { return !m_threads.empty(); }
 
 signals:
     void ended(const std::string& directory, const veilkeep::RestoreSummary& summary);
@@ -33,9 +33,8 @@ signals:
 private:
     CloakWorkerComunicator& m_worker;
     const ProgressController& m_progress;
-    QTimer m_look; // at the progress
-    std::list<std::thread> m_threads;
-    std::size_t m_running = 0;
+    QTimer m_look;                    // at the progress
+    std::list<std::thread> m_threads; // whose end was not told yet
     std::atomic<bool> m_shouldEnd = false;
 };
 

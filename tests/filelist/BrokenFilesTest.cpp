@@ -218,6 +218,20 @@ TEST_F(BrokenFilesTest, EndsARestoreThatTheUserCancels) {
     EXPECT_EQ(world.progressView.log().back(), "end");
 }
 
+TEST_F(BrokenFilesTest, EndingAmidARestoreLosesNoRecord) {
+    const std::string hidden = m_tree.makeFile("t/.SYS_INDEX/a");
+    const std::string folder = OwnPlaces::current().inProgressDirectory;
+    {
+        ListWorld world;
+        std::filesystem::create_directories(folder);
+        ASSERT_TRUE(writeRecord(folder, {m_tree.path("t/a"), hidden, 0, 1}));
+        world.list->restoreDir(m_tree.makeDirectory("empty"));
+    }
+    ListWorld next;
+    next.list->start();
+    EXPECT_TRUE(next.list->findFileWithPath(hidden));
+}
+
 // An editor saves by replacing: the record stays with its item, or takes the new one where that is gone.
 TEST_F(BrokenFilesTest, StaysWithTheItemThatItWasMadeOf) {
     ListWorld world;

@@ -86,15 +86,14 @@ void CloakWorkerComunicator::checkTempFiles() {
     if (!entries)
         return logError("Could not list the in-progress folder", entries.error());
     std::vector<std::string> processed;
-    for (const std::string& entry : *entries) {
+    for (const std::string& entry : m_delegate ? *entries : std::vector<std::string>()) {
         const Result<PropertyDictionary> record = m_inProgressFolder.read(entry);
         if (!record)
             continue;
-        if (m_delegate)
-            m_delegate->processTempFile(*record);
+        m_delegate->processTempFile(*record);
         processed.push_back(entry);
     }
-    const bool isKept = processed.empty() || !m_delegate || m_delegate->keepWhatTempFilesSaid();
+    const bool isKept = processed.empty() || m_delegate->keepWhatTempFilesSaid();
     for (const std::string& entry : processed)
         if (const Result<void> removed = isKept ? m_inProgressFolder.remove(entry) : Result<void>(); !removed)
             logError("Could not delete an in-progress record", removed.error());

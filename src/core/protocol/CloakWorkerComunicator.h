@@ -45,8 +45,8 @@ public:
     CloakWorkerResult unhideFileWithPath(const std::string& path, bool andPrivilidges);
 
     // Hands the records in the in-progress folder to the delegate, the oldest first, and deletes them once
-    // the delegate has kept what they said. What cannot be read or parsed stays. What killed workers left
-    // half written goes after a day.
+    // the delegate has kept what they said. They stay without one, and where they cannot be read or parsed.
+    // What killed workers left half written goes after a day.
     void checkTempFiles();
 
     // Looks for hidden items below the directory; they arrive as records in the in-progress folder. Unknown,
