@@ -59,11 +59,11 @@ int Alerts::runPanel(Alert::Style style, Alert::Window window, const QString& ti
     panel.message = message;
     panel.buttons.push_back(
         {buttons.defaultButton.isNull() ? QCoreApplication::translate("Alerts", "OK") : buttons.defaultButton,
-         1});
+         defaultAnswer});
     if (!buttons.alternateButton.isNull())
-        panel.buttons.push_back({buttons.alternateButton, 0});
+        panel.buttons.push_back({buttons.alternateButton, alternateAnswer});
     if (!buttons.otherButton.isNull())
-        panel.buttons.push_back({buttons.otherButton, -1});
+        panel.buttons.push_back({buttons.otherButton, otherAnswer});
     return ADRunSheet(std::move(panel)).code;
 }
 

@@ -12,14 +12,14 @@
 
 namespace veilkeep {
 
-// The one door through which questions and messages go to the user. The panel functions answer 1 for the
-// default button, 0 for the alternate and -1 for the other one; alert objects answer 1000 for their first
-// button, 1001 for the second and so on. A null title means that there is no such button, but the default one
-// reads "OK" then. While nobody is there everything is answered with its cancelling button, and nothing is
-// shown but a line in the log.
+// The one door through which questions and messages go to the user. The panel functions answer with one
+// of the three codes below; alert objects answer 1000 for their first button, 1001 for the second and so on.
+// A null title means that there is no such button, but the default one reads "OK" then. While nobody is there
+// everything is answered with its cancelling button, and nothing is shown but a line in the log.
 class Alerts {
 public:
-    static constexpr int firstButton = 1000; // of alert objects
+    static constexpr int defaultAnswer = 1, alternateAnswer = 0, otherAnswer = -1; // of panels
+    static constexpr int firstButton = 1000;                                       // of alert objects
 
     // Neither is owned.
     Alerts(AlertPresenter& presenter, UserDefaults& defaults);

@@ -12,8 +12,6 @@
 namespace veilkeep {
 namespace {
 
-constexpr int defaultButton = 1;
-
 QString text(const char* source) {
     return QCoreApplication::translate("BrokenFiles", source);
 }
@@ -110,8 +108,8 @@ bool BrokenFiles::mayLocate(const ListedFile& file) {
              "automatically?"),
         text("Locate"), text("Ignore"));
     if (m_isInBatch)
-        m_mayLocate[volume] = answer == defaultButton;
-    return answer == defaultButton;
+        m_mayLocate[volume] = answer == Alerts::defaultAnswer;
+    return answer == Alerts::defaultAnswer;
 }
 
 void BrokenFiles::beginBatch(const Files& batch) {

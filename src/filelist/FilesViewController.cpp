@@ -209,14 +209,13 @@ void FilesViewController::tryToRemoveFiles(const Files& files) {
             removeFiles(files);
         return;
     }
-    enum { Unhide = 1, Remove = 0 };
     const int answer = alerts.ADRunCriticalAlertSheet(
         Alert::Window::Main, text("Unhide all files"),
         text("You are trying to remove some hidden files from list! Would you like to unhide them first?"),
         text("Unhide"), text("Remove"), text("Cancel"));
-    if (answer == Unhide)
+    if (answer == Alerts::defaultAnswer)
         unhideFiles(files, false);
-    else if (answer == Remove)
+    else if (answer == Alerts::alternateAnswer)
         removeFiles(files);
 }
 

@@ -8,9 +8,6 @@
 namespace veilkeep {
 namespace {
 
-constexpr int defaultButton = 1;
-constexpr int alternateButton = 0;
-
 QString text(const char* source) {
     return QCoreApplication::translate("FilesViewController", source);
 }
@@ -24,9 +21,9 @@ void FilesViewController::askAboutVisible(const ListedFile& file) {
              "location or just delete it from the list.")
             .arg(shownPath(file->originalPath())),
         text("Locate File..."), text("Remove From List"), text("Cancel"));
-    if (answer == defaultButton)
+    if (answer == Alerts::defaultAnswer)
         locateFile(file);
-    else if (answer == alternateButton)
+    else if (answer == Alerts::alternateAnswer)
         removeFiles({file});
 }
 
@@ -37,9 +34,9 @@ void FilesViewController::askAboutHidden(const ListedFile& file) {
              "where it can reside and run restoring or just delete it from the list.")
             .arg(shownPath(file->originalPath())),
         text("Restore Directory..."), text("Remove From List"), text("Cancel"));
-    if (answer == defaultButton)
+    if (answer == Alerts::defaultAnswer)
         restoreDirectoryDialog(std::string(file->originalPath()));
-    else if (answer == alternateButton)
+    else if (answer == Alerts::alternateAnswer)
         removeFiles({file});
 }
 

@@ -13,8 +13,6 @@
 namespace veilkeep {
 namespace {
 
-constexpr int defaultButton = 1;
-
 QString text(const char* source) {
     return QCoreApplication::translate("HideOperations", source);
 }
@@ -123,7 +121,7 @@ bool HideOperations::unhideParent(const ListedFile& file, bool collectErrors) {
         Alert::Window::None, title,
         text("File '%1' is hidden because it's parent directory '%2' is hidden.").arg(item, directory),
         text("Unhide Top Level"), text("Cancel"));
-    if (answer != defaultButton)
+    if (answer != Alerts::defaultAnswer)
         return false;
     const MovedItem before = m_outcome;
     const bool isUnhidden = unhideFile(parent, false, collectErrors);
@@ -158,9 +156,9 @@ bool HideOperations::mayAuthenticate() const {
 bool HideOperations::askToAuthenticate(const QString& title, const QString& message) {
     const int answer = m_parts.alerts.ADRunCriticalAlertSheet(Alert::Window::None, title, message,
                                                               text("Authentificate"), text("Cancel"));
-    if (answer == defaultButton)
+    if (answer == Alerts::defaultAnswer)
         m_parts.security->authorize();
-    return answer == defaultButton;
+    return answer == Alerts::defaultAnswer;
 }
 
 void HideOperations::tell(const QString& title, const QString& message) {

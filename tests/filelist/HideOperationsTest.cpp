@@ -1,5 +1,6 @@
 #include "filelist/HideOperations.h"
 
+#include "alerts/OneAlertLock.h"
 #include "core/base/PathText.h"
 #include "core/log/Log.h"
 #include "core/protocol/InProgressRecord.h"
@@ -295,6 +296,7 @@ TEST_F(HideOperationsTest, GoesOnAfterFailuresAndEndsWithAnException) {
     EXPECT_NE(log().find("Error: out of sorts"), std::string::npos);
     EXPECT_EQ(files[2]->state(), File::Hidden);
     EXPECT_EQ(world.progressView.log().back(), "end");
+    EXPECT_FALSE(OneAlertLock::onlyOneAlertSheetAtATimeLock().isTaken());
 }
 
 TEST_F(HideOperationsTest, LeavingEndsAnUnhideAndLetsAHideFinish) {
