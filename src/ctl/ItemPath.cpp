@@ -2,6 +2,7 @@
 
 #include "core/base/CHandles.h"
 #include "core/base/PathText.h"
+#include "core/filesystem/ItemAtPath.h"
 #include "core/filesystem/ResolvedPath.h"
 
 #include <unistd.h>
@@ -14,6 +15,18 @@ namespace {
 Result<std::string> reachablePath(const std::string& path) {
     auto real = realPath(path);
     return real ? Result<std::string>(*std::move(real)) : Error::system("realpath", path, errno);
+}
+
+// What does not exist stays as it is written: an item in a hidden folder is named as if the folder were
+// there.
+Result<std::string> parentWithoutLinks(const std::string& directory) {
+    auto real = reachablePath(directory);
+    const bool isMissing =
+        !real && (real.error().systemError == ENOENT || real.error().systemError == ENOTDIR);
+    if (!isMissing || lastPathComponent(directory) == ".." || itemExistsAt(directory))
+        return real;
+    auto above = parentWithoutLinks(std::string(parentPath(directory)));
+    return above ? joinPath(*above, lastPathComponent(directory)) : std::move(above);
 }
 
 Result<std::string> currentDirectory() {
@@ -50,7 +63,7 @@ Result<std::string> absoluteItemPath(std::string_view argument) {
         return reachablePath(path);
     if (::geteuid() != 0 || path == "/")
         return path;
-    const auto parent = reachablePath(std::string(parentPath(path)));
+    const auto parent = parentWithoutLinks(std::string(parentPath(path)));
     if (!parent && parent.error().systemError == ENAMETOOLONG)
         return path;
     return parent ? joinPath(*parent, lastPathComponent(path)) : Result<std::string>(parent.error());

@@ -82,8 +82,7 @@ TEST_F(CommandTest, ItemsAndTheFoldersTheyLieIn) {
     EXPECT_EQ(hide.errors, "");
     EXPECT_EQ(readFile(calls).find(m_tree.path("t/")), std::string::npos)
         << "not synced: " << readFile(calls);
-    const ProgramRun unhide =
-        ctl({"unhide", "t/.SYS_INDEX/a/.SYS_INDEX/b/.SYS_INDEX/c", "t/.SYS_INDEX/a/.SYS_INDEX/b", "t/a"});
+    const ProgramRun unhide = ctl({"unhide", "t/a/b/c", "t/.SYS_INDEX/a/.SYS_INDEX/b", "t/a"});
     EXPECT_EQ(unhide.errors, "");
     EXPECT_TRUE(exists(m_tree.path("t/a/b/c")));
 }
