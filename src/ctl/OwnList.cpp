@@ -20,7 +20,9 @@ OwnList::OwnList(const std::string& workerPath, const OwnPlaces& places)
 
 RequestStatus OwnList::run(const Request& request, RequestCaller& caller, bool mayChange) {
     m_presenter.setCaller(&caller); // for what loading has to tell
-    m_controller.loadDataFromDisk();
+    const bool isWhole = m_controller.loadDataFromDisk();
+    if (!isWhole && mayChange)
+        m_controller.saveDataToDisk(); // the next command need not tell it again
     if (mayChange)
         m_cloakWorker.checkTempFiles();
     std::optional<RequestStatus> status;

@@ -116,7 +116,7 @@ void FilesViewController::setSaveTrouble(std::optional<Error> trouble) {
     emit saveTroubleChanged();
 }
 
-void FilesViewController::loadDataFromDisk() {
+bool FilesViewController::loadDataFromDisk() {
     FilesInfoFile::Loaded loaded = m_parts.dataFile.load();
     m_savedRevision.reset();
     if (loaded.files) {
@@ -127,6 +127,7 @@ void FilesViewController::loadDataFromDisk() {
     }
     if (loaded.trouble)
         tellLoadingTrouble(m_parts.alerts, m_parts.dataFile, *loaded.trouble, loaded.earlierCopy);
+    return !loaded.trouble;
 }
 
 Result<std::size_t> FilesViewController::mergeFilesInfoFile(const std::string& targetPath,

@@ -53,7 +53,7 @@ public:
     // save succeeds with. False: saveTrouble() says why.
     bool saveDataToDisk() override;
     QString whyItCannotBeSaved() const override;
-    void loadDataFromDisk(); // tells the user when it was not the whole truth
+    bool loadDataFromDisk(); // false: it was not the whole truth, and the user was told
     // How many records the source brought. ENOENT where either file is missing, which is logged. After an
     // error nothing has changed, but where the own list could not be saved: it holds them then.
     Result<std::size_t> mergeFilesInfoFile(const std::string& targetPath, const std::string& withFile);
