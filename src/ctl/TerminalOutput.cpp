@@ -9,6 +9,7 @@
 #include <chrono>
 #include <cstdio>
 #include <cstring>
+#include <utility>
 
 namespace veilkeep {
 namespace {
@@ -40,7 +41,8 @@ std::string terminalText(const QString& text) {
 
 TerminalOutput::TerminalOutput(bool endNamesWithNul)
     : m_endNamesWithNul(endNamesWithNul),
-      m_escapeOutput(!endNamesWithNul && ::isatty(STDOUT_FILENO)),
+      m_holdsOutput(!::isatty(STDOUT_FILENO)),
+      m_escapeOutput(!endNamesWithNul && !m_holdsOutput),
       m_escapeErrors(::isatty(STDERR_FILENO)),
       m_progressDue(now() + firstProgress) {}
 
@@ -90,13 +92,20 @@ void TerminalOutput::clearProgress() {
 }
 
 bool TerminalOutput::flush() {
-    clearProgress();
+    writeNow(std::exchange(m_held, {}));
     if (std::fflush(stdout) != 0)
         outputFailed(errno);
     return !m_outputFailed;
 }
 
 void TerminalOutput::write(std::string_view text) {
+    if (m_holdsOutput)
+        m_held += text;
+    else
+        writeNow(text);
+}
+
+void TerminalOutput::writeNow(std::string_view text) {
     clearProgress();
     if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size())
         outputFailed(errno);

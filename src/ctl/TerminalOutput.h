@@ -9,7 +9,8 @@ namespace veilkeep {
 
 // Standard output and standard error of a command: what was asked for on the one, what went wrong and how far
 // it has come on the other. Names are made harmless where a terminal shows them and go out as they are
-// elsewhere. Main thread.
+// elsewhere. What goes to no terminal is held back until flush(): its reader may be waiting for the list, in
+// a command of its own, while the list is in use here. Main thread.
 class TerminalOutput {
 public:
     explicit TerminalOutput(bool endNamesWithNul);
@@ -29,13 +30,16 @@ public:
 
 private:
     void write(std::string_view text);
+    void writeNow(std::string_view text);
     void writeError(std::string_view text);
     void clearProgress();
     void outputFailed(int systemError);
 
     const bool m_endNamesWithNul;
+    const bool m_holdsOutput;
     const bool m_escapeOutput;
     const bool m_escapeErrors;
+    std::string m_held;
     bool m_outputFailed = false;
     bool m_showsProgress = false;
     long long m_progressDue; // ms

@@ -338,6 +338,17 @@ TEST_F(CommandTest, ManyAtATimeLoseNothing) {
     EXPECT_EQ(std::ranges::count(run.output, '\t'), 8) << run.output << run.errors;
 }
 
+// More than a pipe takes is printed while the next command, which needs the list, is started already.
+TEST_F(CommandTest, FeedsACommandThatNeedsTheListItself) {
+    const ProgramRun run = runProgram({"/bin/sh", "-c",
+                                       "cd \"$1\"; name=$(printf '%0200d' 0); for i in $(seq 1000); do : "
+                                       ">$name$i; done; \"$0\" add * >/dev/null;"
+                                       "\"$0\" list -0 | xargs -0 -n 300 \"$0\" remove --yes | wc -l",
+                                       bundledProgram("veilkeepctl"), m_tree.makeDirectory("t")});
+    EXPECT_EQ(run.output, "1000\n");
+    EXPECT_EQ(run.errors, "");
+}
+
 TEST_F(CommandTest, JsonCarriesAllNames) {
     const std::string good = m_tree.makeFile("t/\xC3\xA9\"\\");
     const std::string bad = m_tree.makeFile("t/\xFF");
