@@ -1,5 +1,6 @@
 #include "filelist/FilesInfoFile.h"
 
+#include "core/filesystem/ItemAtPath.h"
 #include "core/filesystem/ReadWholeFile.h"
 #include "core/log/Log.h"
 #include "core/storage/RecordArchive.h"
@@ -31,7 +32,8 @@ FilesInfoFile::Loaded FilesInfoFile::load() {
         return loaded;
     }
     const std::vector<std::string> copies = m_file.earlierCopies();
-    if (isMissing(files.error()) && copies.empty())
+    const bool isLinkToNothing = isMissing(files.error()) && itemExistsAt(path());
+    if (isMissing(files.error()) && copies.empty() && !isLinkToNothing)
         return loaded;
     loaded.trouble = files.error();
     const bool mustStay = m_isOfNewerVersion;

@@ -9,6 +9,8 @@
 #include <QDateTime>
 #include <QLocale>
 
+#include <cerrno>
+
 namespace veilkeep {
 namespace {
 
@@ -36,9 +38,12 @@ QString whatWasLoaded(const FilesInfoFile& file, const std::string& earlierCopy)
                 "that they lie in.");
 }
 
-QString whatBecomesOfTheFile(const FilesInfoFile& file) {
-    if (!itemExistsAt(file.path()))
+QString whatBecomesOfTheFile(const FilesInfoFile& file, const Error& trouble) {
+    const bool isSystems = trouble.code == ErrorCode::System;
+    if (!itemExistsAt(file.path()) || (isSystems && trouble.systemError == ENOENT))
         return {};
+    if (trouble.code == ErrorCode::NotAFile || (isSystems && trouble.systemError == ELOOP))
+        return text("The list cannot be saved, and nothing can be hidden, as long as it is there.");
     if (file.isOfNewerVersion())
         return text("The file stays as it is: nothing is saved to it.");
     return text("When the list is saved next, the file is kept beside it under a name that begins with %1.")
@@ -50,7 +55,7 @@ QString whatBecomesOfTheFile(const FilesInfoFile& file) {
 void tellLoadingTrouble(Alerts& alerts, const FilesInfoFile& file, const Error& trouble,
                         const std::string& earlierCopy) {
     const QString found = text("%1: %2").arg(shownPath(file.path()), errorReason(trouble));
-    QStringList message{found, whatWasLoaded(file, earlierCopy), whatBecomesOfTheFile(file)};
+    QStringList message{found, whatWasLoaded(file, earlierCopy), whatBecomesOfTheFile(file, trouble)};
     message.removeAll(QString());
     alerts.ADRunInformationalAlertSheet(Alert::Window::None,
                                         file.isOfNewerVersion()

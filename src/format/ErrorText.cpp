@@ -68,6 +68,8 @@ QString errorReason(const Error& error) {
         return text("The file was written by a newer version of Veilkeep.");
     case ErrorCode::NotDurable:
         return text("It was done, but may not survive a power cut.");
+    case ErrorCode::NotAFile:
+        return text("There is something there that is not a file.");
     case ErrorCode::InvalidArgument:
         return text("The request is not valid.");
     }

@@ -8,6 +8,7 @@
 #include "tests/support/RunInChild.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 #include <sys/syscall.h>
 
 #include <filesystem>
@@ -127,6 +128,34 @@ TEST(FilesViewControllerStoreTest, TellsLastinglyThatASaveFailed) {
             EXPECT_FALSE(world->list->saveTrouble());
             EXPECT_EQ(world.saved(), world.listed());
         })) << row.name;
+    }
+}
+
+TEST(FilesViewControllerStoreTest, WhatIsNoFileInTheListsPlace) {
+    const std::tuple<const char*, std::function<int(const char*)>, const char*, bool> rows[] = {
+        {"directory", [](const char* path) { return ::mkdir(path, 0700); }, "as long as it is there", false},
+        {"fifo", [](const char* path) { return ::mkfifo(path, 0600); }, "not a file", false},
+        {"link to itself", [](const char* path) { return ::symlink(path, path); }, "as long as", false},
+        {"link to nothing", [](const char* path) { return ::symlink("gone", path); }, "No such file", true},
+    };
+    for (const auto& [name, put, told, canBeSaved] : rows) {
+        SCOPED_TRACE(name);
+        StoreWorld world;
+        fill(world);
+        ASSERT_TRUE(world->list->saveDataToDisk());
+        const std::size_t listed = world->list->files().size();
+        const std::string copy = canBeSaved ? "gone" : "FilesInfo.Veilkeep";
+        std::filesystem::rename(world.dataPath(), OwnPlaces::current().dataDirectory + "/" + copy +
+                                                      ".earlier-2026-01-31T00-00-00Z");
+        ASSERT_EQ(put(world.dataPath().c_str()), 0);
+        world.open();
+        world->presenter.expect({"The list of items could not be read.", "OK"});
+        world->list->loadDataFromDisk();
+        ASSERT_EQ(world->presenter.shown().size(), 1U);
+        const QString message = world->presenter.shown()[0].message;
+        EXPECT_TRUE(message.contains(told)) << message.toStdString();
+        EXPECT_EQ(world->list->files().size(), listed);
+        EXPECT_EQ(world->list->saveDataToDisk(), canBeSaved);
     }
 }
 

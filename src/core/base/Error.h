@@ -11,6 +11,7 @@ enum class ErrorCode {
     TooLarge,        // more bytes than this kind of file may have
     NewerVersion,    // written by a later version in a form that this one cannot read
     NotDurable,      // done, but a power cut may still undo it
+    NotAFile,        // a directory, a fifo or the like lies where a file belongs
     InvalidArgument, // the caller asked for what cannot be
 };
 

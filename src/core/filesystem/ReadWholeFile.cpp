@@ -45,7 +45,7 @@ Result<std::string> readWholeFile(const std::string& path, std::size_t maximumSi
     if (::fstat(file.get(), &status) != 0)
         return Error::system("fstat", path, errno);
     if (!S_ISREG(status.st_mode))
-        return Error{ErrorCode::InvalidArgument, "read", path, S_ISDIR(status.st_mode) ? EISDIR : 0};
+        return Error{ErrorCode::NotAFile, "read", path, S_ISDIR(status.st_mode) ? EISDIR : 0};
     if (stamp)
         *stamp = FileStamp::of(status);
     const auto size = static_cast<std::size_t>(status.st_size);

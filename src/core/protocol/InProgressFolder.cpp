@@ -73,7 +73,7 @@ Result<PropertyDictionary> InProgressFolder::read(const std::string& entry) cons
     if (::lstat(path.c_str(), &status) != 0)
         return Error::system("lstat", path, errno);
     if (!S_ISREG(status.st_mode))
-        return Error{ErrorCode::InvalidArgument, "read", path, 0};
+        return Error{ErrorCode::NotAFile, "read", path, 0};
     const Result<std::string> content = readWholeFile(path, maximumPropertyListSize);
     if (!content)
         return content.error();

@@ -22,7 +22,7 @@ Result<UniqueFd> openLockFile(const std::string& path) {
     if (!file || ::fstat(file.get(), &status) != 0)
         return Error::system("open", path, errno);
     if (!S_ISREG(status.st_mode))
-        return Error{ErrorCode::InvalidArgument, "open", path, 0};
+        return Error{ErrorCode::NotAFile, "open", path, 0};
     return file;
 }
 

@@ -39,7 +39,7 @@ Result<std::string> replaceTarget(const std::string& path) {
         if (S_ISREG(status.st_mode))
             return target;
         if (!S_ISLNK(status.st_mode))
-            return Error{ErrorCode::InvalidArgument, "replace", target, S_ISDIR(status.st_mode) ? EISDIR : 0};
+            return Error{ErrorCode::NotAFile, "replace", target, S_ISDIR(status.st_mode) ? EISDIR : 0};
         const auto link = readLink(target);
         if (!link)
             return Error::system("readlink", target, errno);

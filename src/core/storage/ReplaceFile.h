@@ -15,7 +15,7 @@ namespace veilkeep {
 Result<void> replaceFile(const std::string& path, std::string_view bytes);
 
 // The place that replaceFile writes: the path, or where the links at it lead, even when nothing is there.
-// What exists there and is not a regular file is InvalidArgument.
+// What exists there and is not a regular file is NotAFile.
 Result<std::string> replaceTarget(const std::string& path);
 
 } // namespace veilkeep

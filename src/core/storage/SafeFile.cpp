@@ -73,7 +73,7 @@ bool SafeFile::isAsLeft() const {
 
 std::vector<std::string> SafeFile::earlierCopies() const {
     const auto target = replaceTarget(m_path);
-    return target ? EarlierCopies(*target).list(m_options.clock()) : std::vector<std::string>();
+    return EarlierCopies(target ? *target : m_path).list(m_options.clock());
 }
 
 SafeFile::Digest SafeFile::digestOf(std::string_view bytes) {

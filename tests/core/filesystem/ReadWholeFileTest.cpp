@@ -38,8 +38,8 @@ TEST(ReadWholeFile, BoundsAFileThatTellsNoSize) {
 TEST(ReadWholeFile, RefusesWhatIsNoFileWithoutWaiting) {
     const ScratchTree tree;
     ASSERT_EQ(::mkfifo(tree.path("fifo").c_str(), 0600), 0);
-    EXPECT_EQ(readWholeFile(tree.path("fifo"), 10).error().code, ErrorCode::InvalidArgument);
-    EXPECT_EQ(readWholeFile(tree.root(), 10).error().code, ErrorCode::InvalidArgument);
+    EXPECT_EQ(readWholeFile(tree.path("fifo"), 10).error().code, ErrorCode::NotAFile);
+    EXPECT_EQ(readWholeFile(tree.root(), 10).error().code, ErrorCode::NotAFile);
     EXPECT_EQ(readWholeFile(tree.path("missing"), 10).error().systemError, ENOENT);
 }
 

@@ -56,12 +56,12 @@ TEST(ReplaceFile, RefusesWhatIsNoFile) {
     ASSERT_EQ(::symlink("loop", tree.path("loop").c_str()), 0);
     const auto before = namesIn(tree.root());
     const std::tuple<std::string, ErrorCode, int> rows[] = {
-        {tree.path("directory"), ErrorCode::InvalidArgument, EISDIR},
-        {tree.path("fifo"), ErrorCode::InvalidArgument, 0},
-        {tree.path("toFifo"), ErrorCode::InvalidArgument, 0},
+        {tree.path("directory"), ErrorCode::NotAFile, EISDIR},
+        {tree.path("fifo"), ErrorCode::NotAFile, 0},
+        {tree.path("toFifo"), ErrorCode::NotAFile, 0},
         {tree.path("loop"), ErrorCode::System, ELOOP},
         {tree.path("missing/file"), ErrorCode::System, ENOENT},
-        {"/", ErrorCode::InvalidArgument, EISDIR},
+        {"/", ErrorCode::NotAFile, EISDIR},
         {"", ErrorCode::System, ENOENT},
     };
     for (const auto& [path, code, systemError] : rows) {
