@@ -1,6 +1,7 @@
 #include "filelist/MainThread.h"
 
-#include <QAbstractEventDispatcher>
+#include "platform/EventLoop.h"
+
 #include <QCoreApplication>
 #include <QEventLoop>
 #include <QMetaObject>
@@ -25,8 +26,7 @@ void MainThread::runAndWait(const std::function<void()>& call) {
 }
 
 void MainThread::runUntil(const std::function<bool()>& condition) {
-    // What was posted before the event that is being delivered would not be looked at again.
-    QAbstractEventDispatcher::instance()->wakeUp();
+    wakeEventLoop();
     while (!condition())
         QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::WaitForMoreEvents);
 }

@@ -1,6 +1,7 @@
 #include "requests/CallerPresenter.h"
 
 #include "filelist/MainThread.h"
+#include "platform/EventLoop.h"
 
 #include <QCoreApplication>
 #include <QEventLoop>
@@ -54,7 +55,7 @@ AlertAnswer CallerPresenter::run(const Alert& alert) {
 
 AlertAnswer CallerPresenter::runOnMainThread(const Alert& alert) {
     if (!m_caller)
-        return m_own ? m_own->run(alert) : AlertAnswer{alert.cancellingButton().code};
+        return m_own ? m_own->run(alert) : AlertAnswer{alert.cancellingButton().code, false, true};
     if (!alert.beginShowing())
         return {alert.cancellingButton().code};
     if (m_isHolding && alert.buttons.size() == 1) {
@@ -82,6 +83,7 @@ void CallerPresenter::cancelOpen() {
 }
 
 void CallerPresenter::serveOthers() {
+    wakeEventLoop();
     if (m_own)
         m_own->serveOthers();
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents, 50); // alerts of other threads

@@ -205,6 +205,18 @@ TEST_F(RequestRunnerTest, MessagesOfOtherThreadsGoToTheCaller) {
     tellOnThread();
 }
 
+// The other thread's alert may have been posted before the event in whose midst the main thread waits.
+TEST_F(RequestRunnerTest, WhatCameBeforeIsServedToo) {
+    bool isServed = false, wasInTime = false;
+    MainThread::post(&m_controller, [&] {
+        m_presenter.serveOthers();
+        wasInTime = isServed;
+    });
+    MainThread::post(&m_controller, [&] { isServed = true; });
+    MainThread::runUntil([&] { return isServed; });
+    EXPECT_TRUE(wasInTime);
+}
+
 // In a batch that asks as in one that collects.
 TEST_F(RequestRunnerTest, EachFailedItemIsToldOnce) {
     for (const bool interactive : {false, true}) {

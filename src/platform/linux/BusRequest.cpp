@@ -2,7 +2,6 @@
 
 #include "core/log/Log.h"
 
-#include <QAbstractEventDispatcher>
 #include <QCoreApplication>
 #include <QDBusArgument>
 #include <QDBusMetaType>
@@ -83,11 +82,6 @@ QString faultOfPaths(const QByteArrayList& paths) {
 void registerRequestTypes() {
     qDBusRegisterMetaType<QByteArrayList>();
     qDBusRegisterMetaType<QList<QVariantMap>>();
-}
-
-void wakeEventLoop() {
-    if (QAbstractEventDispatcher* const dispatcher = QAbstractEventDispatcher::instance())
-        dispatcher->wakeUp();
 }
 
 QVariantMap busValues(const QVariantMap& values) {

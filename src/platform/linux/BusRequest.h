@@ -34,10 +34,6 @@ inline constexpr qsizetype maximumTextSize = 64 << 10; // of the command and of 
 
 void registerRequestTypes(); // before any of them is sent
 
-// To be called before an event loop runs inside of an event: the dispatcher sees what was posted before that
-// event's delivery only when it is woken.
-void wakeEventLoop();
-
 // A row or the options, without what the bus cannot carry or this interface does not know: values are
 // booleans, numbers, texts, bytes and lists of texts or bytes.
 QVariantMap busValues(const QVariantMap& values); // to be sent

@@ -1,5 +1,6 @@
 #include "platform/linux/CallerObject.h"
 
+#include "platform/EventLoop.h"
 #include "platform/linux/BusRequest.h"
 
 #include <QDBusConnection>

@@ -1,5 +1,6 @@
 #include "platform/linux/RemoteCaller.h"
 
+#include "platform/EventLoop.h"
 #include "platform/linux/BusRequest.h"
 
 #include <QDBusPendingCallWatcher>

@@ -1,5 +1,6 @@
 #include "platform/linux/RequestClient.h"
 
+#include "platform/EventLoop.h"
 #include "platform/linux/BusRequest.h"
 #include "platform/linux/CallerObject.h"
 
