@@ -87,7 +87,10 @@ std::optional<RequestStatus> RequestClient::runAt(const QString& owner, const Re
 bool RequestClient::wait(const QDBusPendingCallWatcher& answer, const QString& owner, CallerObject& object,
                          RequestCaller& caller) {
     QEventLoop loop;
-    QObject::connect(&answer, &QDBusPendingCallWatcher::finished, &loop, &QEventLoop::quit);
+    QObject::connect(&answer, &QDBusPendingCallWatcher::finished, &loop, [&] {
+        caller.cancelQuestion(); // of an owner that ended
+        loop.quit();
+    });
     QTimer cancelTimer;
     QObject::connect(&cancelTimer, &QTimer::timeout, &loop, [&] {
         if (!caller.isCancelled())

@@ -47,11 +47,11 @@ public:
         asked = question;
         questions << question.title;
         isTakenBack = false;
-        const bool isOver = question.title != "first" || test::waitUntil([this] {
-                                QCoreApplication::processEvents();
-                                return isTakenBack;
-                            });
-        EXPECT_TRUE(isOver);
+        if (whileAsking)
+            whileAsking();
+        if (whileAsking || question.title == "first") {
+            EXPECT_TRUE(test::waitUntil([this] { return QCoreApplication::processEvents(), isTakenBack; }));
+        }
         return answer;
     }
     void cancelQuestion() override { isTakenBack = true; }
@@ -65,6 +65,7 @@ public:
     QStringList questions;
     bool isTakenBack = false;
     std::size_t answer = 0;
+    std::function<void()> whileAsking; // and then it waits for the question to be taken back
     std::optional<QString> cancelsOn;
 };
 
@@ -154,6 +155,10 @@ TEST_F(RequestServiceTest, TellsOwnersThatEndedFromThoseThatWereNeverThere) {
     EXPECT_EQ(run("die"), std::nullopt);
     EXPECT_EQ(m_client.failure(), Failure::Vanished);
     EXPECT_FALSE(m_client.isServed());
+    startOwner();
+    m_caller.whileAsking = [this] { m_owner.reset(); };
+    EXPECT_EQ(run("ask"), std::nullopt);
+    EXPECT_EQ(m_client.failure(), Failure::Vanished);
 }
 
 TEST_F(RequestServiceTest, NeedsNoBusToSayThatNobodyServes) {
