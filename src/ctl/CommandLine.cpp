@@ -1,6 +1,7 @@
 #include "ctl/CommandLine.h"
 
 #include "format/PrintableName.h"
+#include "requests/RequestRules.h"
 
 #include <string_view>
 
@@ -98,9 +99,10 @@ private:
                     std::string("'") + line.command->name + "' takes no option '" + option.longName + "'";
         if (!mistake.empty())
             return;
-        if (line.paths.size() < line.command->leastPaths)
+        const RequestRule& rule = *requestRule(line.command->name);
+        if (line.paths.size() < rule.leastPaths)
             mistake = "a path is missing";
-        else if (line.paths.size() > line.command->mostPaths)
+        else if (line.paths.size() > rule.mostPaths)
             mistake = "too many paths for '" + std::string(line.command->name) + "'";
         else if (line.json && line.endNamesWithNul)
             mistake = "'--json' and '--null' do not go together";

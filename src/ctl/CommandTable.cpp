@@ -1,14 +1,11 @@
 #include "ctl/CommandTable.h"
 
 #include <algorithm>
-#include <limits>
 
 namespace veilkeep {
 namespace {
 
 using namespace commandOption;
-
-constexpr std::size_t any = std::numeric_limits<std::size_t>::max();
 
 constexpr OptionSyntax options[] = {
     {Null, "-0", "--null", nullptr, "end each printed path with a NUL byte and print it as it is"},
@@ -21,39 +18,38 @@ constexpr OptionSyntax options[] = {
 
 constexpr CommandSyntax commands[] = {
     {"add", "PATH...", "puts items into the list",
-     "Puts each item into Veilkeep's list without moving it, and prints its path.", Null | Answer | Yes, 1,
-     any},
+     "Puts each item into Veilkeep's list without moving it, and prints its path.", Null | Answer | Yes},
     {"remove", "PATH...", "takes items off the list",
      "Takes each item off the list and prints where it lies; it is not deleted. Asks first, and\n"
      "of hidden items whether they are to be brought back: then all stay in the list.",
-     Null | Answer | Yes, 1, any},
+     Null | Answer | Yes},
     {"hide", "PATH...", "hides items, and lists them where they are not",
      "Moves each item into the directory .SYS_INDEX beside it, under a scrambled name, and\n"
      "prints its new path. Items that are not in the list are added to it.",
-     Null | Answer | Yes, 1, any},
+     Null | Answer | Yes},
     {"unhide", "PATH...", "brings hidden items back",
      "Brings each item back, named by its visible or its hidden path, and prints its visible\n"
      "path. Hidden items that are not in the list are brought back and listed as well.",
-     Null | Answer | Yes, 1, any},
+     Null | Answer | Yes},
     {"list", "", "prints the list",
      "Prints a line for each item: its state, a tab, and its visible path. With -0 it prints\n"
      "the visible paths alone.",
-     Null | Json | State | Name, 0, 0},
+     Null | Json | State | Name},
     {"status", "", "prints how many items are listed, and who owns the list",
-     "Prints how many items there are in which state, and whether Veilkeep's application runs.", Json, 0, 0},
+     "Prints how many items there are in which state, and whether Veilkeep's application runs.", Json},
     {"check", "", "looks for items that are missing",
      "Takes in what cut-off moves left behind, looks at each item, and searches whole volumes\n"
      "for those that are not at their places. Prints the new path of each that was found\n"
      "elsewhere, and tells those that are missing.",
-     Null | Answer | Yes, 0, 0},
+     Null | Answer | Yes},
     {"locate", "PATH NEWPATH", "says where a missing item is",
-     "Lists the item at NEWPATH in place of the missing item PATH.", Null | Answer | Yes, 2, 2},
+     "Lists the item at NEWPATH in place of the missing item PATH.", Null | Answer | Yes},
     {"restore", "DIRECTORY...", "finds hidden items and lists them",
      "Looks for hidden items below each directory, puts those that are not in the list into\n"
      "it, and prints their hidden paths. Nothing is moved.",
-     Null | Answer | Yes, 1, any},
+     Null | Answer | Yes},
     {"merge", "FILE", "takes over the items of another list",
-     "Adds the items of another list's file to the list, where they are not in it.", Answer | Yes, 1, 1},
+     "Adds the items of another list's file to the list, where they are not in it.", Answer | Yes},
 };
 
 std::string padded(std::string text, std::size_t width) {

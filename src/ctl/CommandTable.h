@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <string>
@@ -28,14 +27,13 @@ struct OptionSyntax {
     const char* meaning;
 };
 
+// How many paths it takes says its RequestRule.
 struct CommandSyntax {
     const char* name;
     const char* arguments; // "PATH..."
     const char* summary;
     const char* details;
     std::uint32_t options;
-    std::size_t leastPaths;
-    std::size_t mostPaths;
 };
 
 std::span<const CommandSyntax> commandTable();

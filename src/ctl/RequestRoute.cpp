@@ -23,10 +23,9 @@ QString text(const char* source) {
     return QCoreApplication::translate("RequestRoute", source);
 }
 
-// What may be answered from the list's file while others change the list.
 bool onlyReads(const Request& request) {
     const RequestRule* rule = requestRule(request.command);
-    return rule && (rule->command == RequestCommand::List || rule->command == RequestCommand::Status);
+    return rule && rule->onlyReads();
 }
 
 } // namespace

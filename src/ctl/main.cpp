@@ -66,7 +66,7 @@ RequestStatus run(const CommandLine& line) {
         request.options.insert(QLatin1String(requestOption::state), QString::fromStdString(*line.state));
     if (line.name)
         request.options.insert(QLatin1String(requestOption::name), QString::fromStdString(*line.name));
-    if (request.paths.size() >= line.command->leastPaths)
+    if (request.paths.size() >= requestRule(request.command)->leastPaths)
         status = std::max(status, RequestRoute(output, caller, rows).run(request));
     if (name == "status" || name == "list")
         if (status == RequestStatus::AllWell)

@@ -19,6 +19,9 @@ struct RequestRule {
     bool changesList; // not done on a list that a newer version wrote
     std::size_t leastPaths;
     std::size_t mostPaths;
+
+    // May be answered from the list's file while others change the list.
+    bool onlyReads() const { return command == RequestCommand::List || command == RequestCommand::Status; }
 };
 
 // Null for a command that is not known.

@@ -62,8 +62,7 @@ RequestStatus RequestRunner::run(const Request& request, RequestCaller& caller) 
                      request,
                      caller};
     this->work(rule->command, work);
-    const bool onlyReads = rule->command == RequestCommand::List || rule->command == RequestCommand::Status;
-    if (m_parts.controller.saveTrouble() && !onlyReads) {
+    if (m_parts.controller.saveTrouble() && !rule->onlyReads()) {
         caller.message(text("the list could not be saved: %1").arg(m_parts.controller.whyItCannotBeSaved()));
         work.status = std::max(work.status, RequestStatus::SomeFailed);
     }
