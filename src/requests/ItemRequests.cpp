@@ -175,6 +175,8 @@ void ItemRequests::moveChosen(Move move) {
     operations.clearErrorList();
     for (const MovedItem& item : operations.lastBatch())
         tellOutcome(item, move);
+    for (std::size_t rest = operations.lastBatch().size(); rest < m_chosen.size(); ++rest)
+        m_work.fail(m_pathOf[m_chosen[rest].get()], workerErrorText(WorkerError::Unknown)); // an exception
     for (const Error& trouble : operations.lastBatchTroubles())
         m_work.fail(trouble.path,
                     text("what was done here may not survive a power cut: %1").arg(errorReason(trouble)));

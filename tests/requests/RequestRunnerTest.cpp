@@ -237,6 +237,18 @@ TEST_F(RequestRunnerTest, EachFailedItemIsToldOnce) {
     }
 }
 
+TEST_F(RequestRunnerTest, WhatAnExceptionKeptFromBeingDoneHasFailed) {
+    const std::string a = m_tree.makeFile("t/a");
+    FakeCaller caller;
+    int told = 0;
+    caller.whileWorking = [&] {
+        if (++told == 2)
+            throw std::runtime_error("out of sorts");
+    };
+    EXPECT_EQ(run("hide", {a}, caller), RequestStatus::SomeFailed);
+    EXPECT_EQ(caller.failed, Paths{a + ": Unknown error"});
+}
+
 TEST_F(RequestRunnerTest, AListOfANewerVersionStaysAsItIs) {
     m_tree.makeFile("t/.SYS_INDEX/a");
     const std::string visible = m_tree.makeFile("t/b");
