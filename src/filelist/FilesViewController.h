@@ -95,7 +95,6 @@ public:
     static constexpr const char* filesPasteboardType = "filesPBoardType";
     DragData dragDataForRows(const std::vector<std::size_t>& rows) const;
     void acceptDropOfRows(const std::vector<std::string>& rowPaths);
-    void acceptDropOfFileNames(const std::vector<std::string>& paths) { addFiles(paths); }
 
     // --- Hiding and bringing back (HideOperations.h) ---
     HideOperations& hideOperations() { return m_hideOperations; }

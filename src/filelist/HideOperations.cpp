@@ -186,13 +186,13 @@ bool HideOperations::runBatch(WorkerOperation operation, const Files& files, boo
     m_lastBatch.clear();
     if (batch.empty()) {
         m_saver.saveDataToDisk();
-        setBatchRunning(false);
+        emit batchRunningChanged(false);
         return true;
     }
     if (const bool isSaved = m_saver.saveDataToDisk();
         hides && (!isSaved || m_parts.dataFile.isOfNewerVersion()))
         return refuseToHide(batch, collectErrors);
-    setBatchRunning(true);
+    emit batchRunningChanged(true);
     m_parts.cloakWorker.setTraceWishes(
         {m_parts.defaults.boolean("CleanRecentItems"), m_missing.isNobodyThere()});
     bool allWell = true;
@@ -210,7 +210,7 @@ bool HideOperations::runBatch(WorkerOperation operation, const Files& files, boo
         logError("What was done may not survive a power cut", trouble);
     m_saver.saveDataToDisk();
     m_parts.progress.hideProgress();
-    setBatchRunning(false);
+    emit batchRunningChanged(false);
     return allWell;
 }
 
@@ -246,11 +246,6 @@ bool HideOperations::refuseToHide(const Files& batch, bool collectErrors) {
     if (!collectErrors)
         tell(text("Nothing was hidden."), reason);
     return false;
-}
-
-void HideOperations::setBatchRunning(bool isRunning) {
-    m_isBatchRunning = isRunning;
-    emit batchRunningChanged(isRunning);
 }
 
 void HideOperations::addError(const QString& error, const File& forFile) {

@@ -35,7 +35,6 @@ public:
     // hidden.
     bool hideFiles(const Files& files, bool collectErrors);
     bool unhideFiles(const Files& files, bool collectErrors);
-    bool isBatchRunning() const { return m_isBatchRunning; }
     const std::vector<MovedItem>& lastBatch() const { return m_lastBatch; } // in the order of its items
     const std::vector<Error>& lastBatchTroubles() const { return m_batchTroubles; } // what may not last
 
@@ -59,7 +58,6 @@ private:
     bool runBatch(WorkerOperation operation, const Files& files, bool collectErrors);
     bool moveEach(WorkerOperation operation, const Files& batch, bool collectErrors);
     bool refuseToHide(const Files& batch, bool collectErrors);
-    void setBatchRunning(bool isRunning);
 
     const FilesViewControllerParts m_parts;
     FileList& m_files;
@@ -70,7 +68,6 @@ private:
     MovedItem m_outcome; // of the item in hand
     std::vector<MovedItem> m_lastBatch;
     std::vector<Error> m_batchTroubles;
-    bool m_isBatchRunning = false;
 };
 
 } // namespace veilkeep

@@ -103,10 +103,7 @@ Result<pid_t> spawn(const std::string& program, const std::vector<std::string>& 
         settings.duplicate(input->get(), STDIN_FILENO);
     else
         settings.openNullDevice(STDIN_FILENO);
-    if (output >= 0)
-        settings.duplicate(output, STDOUT_FILENO);
-    else
-        settings.openNullDevice(STDOUT_FILENO);
+    settings.duplicate(output, STDOUT_FILENO);
     if (!hasStandardError())
         settings.openNullDevice(STDERR_FILENO);
     settings.closeOthers();
@@ -141,18 +138,14 @@ ChildProcessResult runChildProcess(const std::string& program, const std::vector
         return notStarted({ErrorCode::InvalidArgument, "posix_spawn", program, 0});
 
     keepExitStatuses();
-    Pipe pipe;
-    if (options.output == ChildProcessOptions::Output::Collect) {
-        Result<Pipe> made = makePipe();
-        if (!made)
-            return notStarted(std::move(made).error());
-        pipe = std::move(*made);
-    }
-    const Result<pid_t> child = spawn(program, arguments, pipe.writer.get(), options);
+    Result<Pipe> pipe = makePipe();
+    if (!pipe)
+        return notStarted(std::move(pipe).error());
+    const Result<pid_t> child = spawn(program, arguments, pipe->writer.get(), options);
     if (!child)
         return notStarted(child.error());
-    pipe.writer.reset();
-    return ChildWait(*child, std::move(pipe.reader), options).untilGone();
+    pipe->writer.reset();
+    return ChildWait(*child, std::move(pipe->reader), options).untilGone();
 }
 
 } // namespace veilkeep

@@ -13,9 +13,6 @@
 namespace veilkeep {
 
 struct ChildProcessOptions {
-    enum class Output { Collect, Discard };
-
-    Output output = Output::Collect;
     std::string input;     // what the child reads from its standard input
     std::string directory; // its working directory; empty for this process'
     bool inheritEnvironment = true;

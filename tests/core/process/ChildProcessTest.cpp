@@ -284,7 +284,6 @@ TEST(ChildProcess, KeepsTheRhythmOfTheTickOverManyShortRuns) {
 
 TEST(ChildProcess, EndsAChildAfterItsTimeLimit) {
     ChildProcessOptions options;
-    options.output = ChildProcessOptions::Output::Discard;
     options.grace = 10ms;
     options.timeLimit = 20ms;
     EXPECT_EQ(runSteps("pause", options).status, SIGTERM);
