@@ -8,9 +8,8 @@
 namespace veilkeep {
 
 // What a name is searched for: anywhere in it, case ignored (Unicode simple case folding), "*" for any run
-// and
-// "?" for any one character. A byte of the name that is no text is a character of its own and equals none
-// that can be typed. Any thread.
+// and "?" for any one character. A byte of the name that is no text is a character of its own and equals
+// none that can be typed. Any thread.
 class NamePattern {
 public:
     explicit NamePattern(const QString& search);

@@ -61,18 +61,12 @@ TEST_F(HideOperationsTest, TellsFailures) {
     const QString error = "Error for file: " + item;
     const Row rows[] = {
         {Hide, 1, error, "Unknown error", "Unknown error", File::Broken},
-        {Hide, 2, error, "Item not found.", "Item not found.", File::Broken},
         {Hide, 3, "Veilkeep could not hide some items",
          "You don't have enough permissions to hide some items. You can enable privileged files hiding in "
          "Veilkeep options.",
          "Not enough rights", File::Visible},
-        {Hide, 6, error, "Item with the same name already exists.", "Item with the same name already exists.",
-         File::Broken},
         {Hide, 7, error, "User cancelled operation.", "User cancelled operation.", File::Broken},
-        {Hide, 10, error, "There is no space left on the disk.", "There is no space left on the disk.",
-         File::Broken},
         {Hide, 99, error, "Unknown error (99)", "Unknown error (99)", File::Broken},
-        {Unhide, 1, error, "Unknown error", "Unknown error", File::Hidden},
         {Unhide, 3, "Unable to unhide some files",
          "You don't have enough permissions to unhide some files. Please enable the 'Allow hiding files with "
          "privileges' option in Preferences.",
@@ -192,31 +186,6 @@ TEST_F(HideOperationsTest, BringsBackWhatIsInAHiddenFolder) {
     EXPECT_FALSE(world.list->unhideFiles({file}, false));
     EXPECT_FALSE(world.list->unhideFiles({file}, true));
     EXPECT_EQ(world.list->hideOperations().errors().back().errorCode, "Parent directory is hidden");
-}
-
-TEST_F(HideOperationsTest, LeavesAnItemHiddenWhosePlaceIsTaken) {
-    struct Row {
-        const char* what;
-        std::function<void(const std::string&)> take;
-    };
-    const Row rows[] = {
-        {"file", [](const std::string& path) { writeFile(path, "other"); }},
-        {"folder", [](const std::string& path) { ::mkdir(path.c_str(), 0755); }},
-        {"dangling link", [](const std::string& path) { ::symlink("/nowhere", path.c_str()); }},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.what);
-        ListWorld world;
-        const std::string item = m_tree.makeFile(std::string(row.what) + "/a", "mine");
-        const ListedFile file = world.add(item);
-        ASSERT_TRUE(world.list->hideFiles({file}, false));
-        row.take(item);
-        EXPECT_FALSE(world.list->unhideFiles({file}, true));
-        EXPECT_EQ(world.list->hideOperations().lastBatch().front().errorCode, 6);
-        EXPECT_EQ(file->state(), File::Hidden);
-        EXPECT_EQ(readFile(std::string(file->path())), "mine");
-        EXPECT_TRUE(exists(item));
-    }
 }
 
 // The worker's answer is not all that counts.
