@@ -2,6 +2,7 @@
 
 #include "core/base/PathText.h"
 #include "core/filesystem/ItemAtPath.h"
+#include "core/names/BaseCloakLogic.h"
 #include "core/protocol/InProgressFolder.h"
 #include "filelist/MainThread.h"
 #include "filelist/Texts.h"
@@ -72,6 +73,8 @@ void SearchRequests::locate() {
         return m_work.fail(path, text("The item is not in the list."));
     if (!openItemAt(newPath))
         return m_work.fail(newPath, workerErrorText(workerErrorFromErrno(errno)));
+    if (!isHiddenForm(newPath) && BaseCloakLogic::isProtectedFileAtPath(newPath))
+        return m_work.fail(newPath, workerErrorText(WorkerError::Protected));
     m_work.controller.brokenFiles().performSanityCheckForFile(file);
     if (file->state() != File::Broken)
         return m_work.fail(path, text("The item is not missing: it is at %1.").arg(shownPath(file->path())));
@@ -153,6 +156,7 @@ void SearchRequests::merge() {
     const auto merged = controller.mergeFilesInfoFile(controller.pathForDataFile(), source);
     if (!merged)
         return m_work.fail(source, errorReason(merged.error()));
+    controller.performSanityCheck(controller.files().all()); // the other list may be an old one
     m_work.caller.message(text("items taken over: %1").arg(*merged));
 }
 
