@@ -17,6 +17,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
+#include <cstdlib>
 #include <span>
 
 namespace {
@@ -50,9 +51,19 @@ RequestStatus takePaths(const CommandLine& line, Request& request, TerminalOutpu
     return status;
 }
 
+// pkexec makes root of a user whose list, and what is saved of it, must stay that user's own.
+bool isRunByPkexec() {
+    return ::geteuid() == 0 && std::getenv("PKEXEC_UID") != nullptr;
+}
+
 RequestStatus run(const CommandLine& line) {
     Interruption::watch();
     TerminalOutput output(line.endNamesWithNul);
+    if (isRunByPkexec()) {
+        output.printMessage(QCoreApplication::translate(
+            "main", "this program does not run under pkexec; please run it as yourself"));
+        return RequestStatus::Refused;
+    }
     TerminalQuestions questions(line.answers, line.yes, output);
     const std::string_view name = line.command->name;
     RowOutput rows(name == "status" ? RowOutput::Content::Status : RowOutput::Content::List, line.json,

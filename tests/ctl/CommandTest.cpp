@@ -145,6 +145,11 @@ TEST_F(CommandTest, WrongUsage) {
         EXPECT_EQ(run.output, "") << mistake;
         EXPECT_TRUE(run.errors.starts_with("veilkeepctl: " + mistake + "\n")) << run.errors;
     }
+    if (::geteuid() == 0) {
+        const ProgramRun run = runProgram(
+            {"/usr/bin/env", "PKEXEC_UID=65534", bundledProgram("veilkeepctl"), "hide", m_tree.path("t/a")});
+        EXPECT_EQ(run.exitStatus, 3) << run.errors;
+    }
     EXPECT_TRUE(exists(m_tree.path("t/a")));
     EXPECT_EQ(ctl({"--help"}).exitStatus, 0);
     EXPECT_TRUE(ctl({"hide", "--help"}).output.starts_with("Usage: "));
