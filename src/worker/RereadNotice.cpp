@@ -12,6 +12,7 @@ void postRereadTempFiles() {
     if (sessionBusAddress().empty())
         return; // dbus-send would start a bus of its own
     ChildProcessOptions options;
+    options.discardErrors = true;                // whether anybody listens is no concern of the user's
     options.timeLimit = std::chrono::seconds(2); // a bus that takes calls and never answers
     const ChildProcessResult result = runChildProcess(
         "/usr/bin/dbus-send",

@@ -104,7 +104,7 @@ Result<pid_t> spawn(const std::string& program, const std::vector<std::string>& 
     else
         settings.openNullDevice(STDIN_FILENO);
     settings.duplicate(output, STDOUT_FILENO);
-    if (!hasStandardError())
+    if (options.discardErrors || !hasStandardError())
         settings.openNullDevice(STDERR_FILENO);
     settings.closeOthers();
     if (!options.directory.empty())

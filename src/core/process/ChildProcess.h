@@ -13,8 +13,9 @@
 namespace veilkeep {
 
 struct ChildProcessOptions {
-    std::string input;     // what the child reads from its standard input
-    std::string directory; // its working directory; empty for this process'
+    std::string input;          // what the child reads from its standard input
+    std::string directory;      // its working directory; empty for this process'
+    bool discardErrors = false; // what it writes to its standard error goes nowhere
     bool inheritEnvironment = true;
     // "NAME=value", each instead of the variable of that name that the child would inherit.
     std::vector<std::string> variables;
