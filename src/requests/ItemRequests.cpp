@@ -2,6 +2,7 @@
 
 #include "core/base/PathText.h"
 #include "core/filesystem/ItemAtPath.h"
+#include "core/filesystem/ResolvedPath.h"
 #include "core/names/BaseCloakLogic.h"
 #include "format/ErrorText.h"
 
@@ -28,10 +29,12 @@ QString notThereReason(int systemError) {
 
 std::vector<std::string> ItemRequests::pathsOnce() const {
     std::vector<std::string> paths;
-    std::unordered_set<std::string_view> known;
-    for (const std::string& path : m_work.request.paths)
-        if (known.insert(withoutTrailingSlashes(path)).second)
-            paths.emplace_back(withoutTrailingSlashes(path));
+    std::unordered_set<std::string> known;
+    for (const std::string& argument : m_work.request.paths) {
+        std::string path(withoutTrailingSlashes(argument));
+        if (known.insert(withResolvedParent(path).value_or(path)).second)
+            paths.push_back(std::move(path));
+    }
     return paths;
 }
 

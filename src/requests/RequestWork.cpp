@@ -1,6 +1,7 @@
 #include "requests/RequestWork.h"
 
 #include "core/base/PathText.h"
+#include "core/filesystem/ResolvedPath.h"
 #include "core/names/BaseCloakLogic.h"
 #include "requests/RequestRules.h"
 
@@ -16,8 +17,14 @@ void RequestWork::fail(const std::string& path, const QString& reason) {
 }
 
 ListedFile RequestWork::listed(std::string_view path) const {
-    ListedFile file = controller.findFileWithOriginalPath(path);
-    return file ? file : controller.findFileWithPath(path);
+    const auto find = [this](std::string_view place) {
+        ListedFile file = controller.findFileWithOriginalPath(place);
+        return file ? file : controller.findFileWithPath(place);
+    };
+    if (ListedFile file = find(path))
+        return file;
+    const auto resolved = withResolvedParent(std::string(path));
+    return resolved && *resolved != path ? find(*resolved) : nullptr;
 }
 
 ListedFile RequestWork::listedInAnyForm(const std::string& path) const {

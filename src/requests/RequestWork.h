@@ -27,7 +27,7 @@ struct RequestWork {
 
     void fail(const std::string& path, const QString& reason);
 
-    // Listed under either of its paths.
+    // Listed under either of its paths, or under the path that this one is when no link leads to it.
     ListedFile listed(std::string_view path) const;
     ListedFile listedInAnyForm(const std::string& path) const; // or as the hidden item that would bear it
 };

@@ -8,6 +8,7 @@
 #include "tests/support/ScriptedPresenter.h"
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <atomic>
 #include <optional>
@@ -215,6 +216,19 @@ TEST_F(RequestRunnerTest, WhatCameBeforeIsServedToo) {
     MainThread::post(&m_controller, [&] { isServed = true; });
     MainThread::runUntil([&] { return isServed; });
     EXPECT_TRUE(wasInTime);
+}
+
+TEST_F(RequestRunnerTest, AnItemAndAWayToItThroughALinkAreOne) {
+    const std::string item = m_tree.makeFile("t/a");
+    ASSERT_EQ(::symlink("t", m_tree.path("link").c_str()), 0);
+    const std::string through = m_tree.path("link/a");
+    FakeCaller caller;
+    EXPECT_EQ(run("add", {item, through}, caller), RequestStatus::AllWell);
+    EXPECT_EQ(run("add", {through}, caller), RequestStatus::SomeFailed);
+    EXPECT_EQ(run("hide", {through}, caller), RequestStatus::AllWell);
+    EXPECT_EQ(run("unhide", {through}, caller), RequestStatus::AllWell);
+    EXPECT_EQ(caller.done, (Paths{item, hidden("a"), item}));
+    EXPECT_EQ(m_controller.files().size(), 1U);
 }
 
 // In a batch that asks as in one that collects.
