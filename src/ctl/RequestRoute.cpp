@@ -1,6 +1,7 @@
 #include "ctl/RequestRoute.h"
 
 #include "core/environment/Bundle.h"
+#include "core/storage/ListOwnership.h"
 #include "ctl/Interruption.h"
 #include "ctl/OwnList.h"
 #include "format/ErrorText.h"

@@ -1,14 +1,13 @@
 #pragma once
 
+#include "core/base/Error.h"
 #include "core/environment/XdgDirectories.h"
-#include "core/storage/ListOwnership.h"
 #include "ctl/RowOutput.h"
 #include "ctl/TerminalCaller.h"
 #include "platform/linux/RequestClient.h"
 
 #include <chrono>
 #include <optional>
-#include <string>
 
 namespace veilkeep {
 

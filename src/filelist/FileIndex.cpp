@@ -1,6 +1,5 @@
 #include "filelist/FileIndex.h"
 
-#include <algorithm>
 #include <bit>
 #include <functional>
 #include <utility>

@@ -3,8 +3,8 @@
 #include "filelist/FilesViewController.h"
 #include "filelist/MainThread.h"
 #include "filelist/StrayRecords.h"
-#include "filelist/Texts.h"
 
+#include <QCoreApplication>
 #include <QTimer>
 
 #include <algorithm>

@@ -1,10 +1,10 @@
 #include "requests/RequestRunner.h"
 
-#include "filelist/Texts.h"
-#include "format/ErrorText.h"
 #include "requests/ItemRequests.h"
 #include "requests/ListRequests.h"
 #include "requests/SearchRequests.h"
+
+#include <QCoreApplication>
 
 #include <algorithm>
 

@@ -5,6 +5,7 @@
 #include <QCoreApplication>
 #include <QDBusArgument>
 #include <QDBusMetaType>
+#include <QList>
 #include <QStringList>
 
 namespace veilkeep {

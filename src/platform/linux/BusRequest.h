@@ -3,13 +3,12 @@
 #include "platform/Request.h"
 
 #include <QByteArrayList>
-#include <QDBusMessage>
 #include <QLatin1String>
-#include <QList>
 #include <QString>
 #include <QVariantMap>
 
-#include <optional>
+#include <string>
+#include <vector>
 
 // How requests look on the session bus; docs/bus.md describes it for other programs.
 namespace veilkeep {

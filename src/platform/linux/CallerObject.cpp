@@ -4,7 +4,6 @@
 #include "platform/linux/BusRequest.h"
 
 #include <QDBusConnection>
-#include <QDBusMessage>
 
 #include <algorithm>
 
