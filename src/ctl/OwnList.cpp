@@ -28,7 +28,9 @@ RequestStatus OwnList::run(const Request& request, RequestCaller& caller, bool m
     std::optional<RequestStatus> status;
     m_runner.handle(request, caller, [&](RequestStatus told) { status = told; });
     MainThread::runUntil([&] { return status.has_value(); });
-    return *status;
+    // Nobody should take what could not be read for an empty list.
+    const bool isUnknown = !isWhole && m_controller.files().size() == 0;
+    return isUnknown && *status == RequestStatus::AllWell ? RequestStatus::SomeFailed : *status;
 }
 
 } // namespace veilkeep

@@ -61,7 +61,7 @@ BrokenFiles::Files BrokenFiles::brokenFiles() const {
 void BrokenFiles::updateStates() {
     for (const ListedFile& file : brokenFiles())
         if (veilkeep::isThere(file))
-            m_files.change(file, [](File& record) { record.setState(stateOfPlace(record)); });
+            m_files.change(file, [](File& record) { record.setState(record.stateFromPlace()); });
 }
 
 void BrokenFiles::tryToFixFile(const ListedFile& file) {
@@ -76,7 +76,7 @@ void BrokenFiles::tryToFixFile(const ListedFile& file) {
     }
     if (!isFound)
         logLine("Failed to locate file. Wont do anything");
-    const std::int32_t state = isFound ? stateOfPlace(*file) : std::int32_t{File::Broken};
+    const std::int32_t state = isFound ? file->stateFromPlace() : std::int32_t{File::Broken};
     if (file->state() != state)
         m_files.change(file, [&](File& record) { record.setState(state); });
 }

@@ -2,7 +2,6 @@
 
 #include "core/filesystem/ItemAtPath.h"
 #include "core/log/Log.h"
-#include "core/names/HiddenName.h"
 #include "core/tracking/AliasResolver.h"
 #include "filelist/MainThread.h"
 
@@ -13,11 +12,6 @@
 namespace veilkeep {
 
 using Answer = AliasResolver::Answer;
-
-std::int32_t stateOfPlace(const File& file) {
-    const bool isHidden = file.path().find(hiddenDirectoryName) != std::string_view::npos;
-    return isHidden ? File::Hidden : File::Visible;
-}
 
 MissingFiles::MissingFiles(FileList& files, Turns& turns, VolumeMounter* mounter)
     : m_files(files), m_turns(turns), m_mounter(mounter) {

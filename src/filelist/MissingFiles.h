@@ -60,7 +60,4 @@ private:
     std::unordered_set<ListedFile> m_onAbsentVolume;
 };
 
-// By where it lies: hidden, too, when only a folder above it is.
-std::int32_t stateOfPlace(const File& file);
-
 } // namespace veilkeep

@@ -188,6 +188,17 @@ TEST_F(HideOperationsTest, BringsBackWhatIsInAHiddenFolder) {
     EXPECT_EQ(world.list->hideOperations().errors().back().errorCode, "Parent directory is hidden");
 }
 
+TEST_F(HideOperationsTest, TakesTheHiddenNameWithinANameForNothing) {
+    ListWorld world;
+    const ListedFile file = world.add(m_tree.makeFile("my.SYS_INDEXes/x.SYS_INDEX.txt"));
+    for (const int state : {File::Hidden, File::Visible}) {
+        EXPECT_TRUE(state == File::Hidden ? world.list->hideFiles({file}, true)
+                                          : world.list->unhideFiles({file}, true));
+        EXPECT_EQ(file->state(), state);
+    }
+    EXPECT_EQ(file->originalPath(), m_tree.path("my.SYS_INDEXes/x.SYS_INDEX.txt"));
+}
+
 // The worker's answer is not all that counts.
 TEST_F(HideOperationsTest, LooksAtTheDiskBeforeItCallsAnItemBroken) {
     struct Row {

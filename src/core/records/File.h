@@ -79,6 +79,7 @@ public:
     void syncPathWithNewPath(const std::optional<std::string>& newPath);
     void syncPathWithAlias(AliasResolver& resolver);
     std::int32_t stateFromPath() const;   // by path() alone
+    std::int32_t stateFromPlace() const;  // the same, but hidden as well where only a folder above is
     bool isWhereVolumesComeAndGo() const; // below where removable and network volumes are mounted
     std::optional<std::string> closestHiddenDir() const; // the top hidden item that holds this one
 

@@ -78,6 +78,11 @@ std::int32_t File::stateFromPath() const {
     return lastPathComponent(parentPath(path())) == hiddenDirectoryName ? Hidden : Visible;
 }
 
+std::int32_t File::stateFromPlace() const {
+    const auto components = pathComponents(path());
+    return std::ranges::find(components, hiddenDirectoryName) != components.end() ? Hidden : Visible;
+}
+
 // By the system, by udisks and by hand.
 bool File::isWhereVolumesComeAndGo() const {
     constexpr std::string_view places[] = {"/Volumes", "/media/", "/run/media/", "/mnt"};
@@ -138,6 +143,8 @@ void File::movedTo(std::string_view path) {
     setPath(path);
     updateAlias();
     syncPathWithNewPath(std::nullopt); // the alias leads nowhere else
+    if (state() == Hidden && stateFromPlace() == Visible)
+        setState(Visible); // ".SYS_INDEX" is but a part of some name
 }
 
 } // namespace veilkeep
