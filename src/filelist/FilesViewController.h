@@ -134,7 +134,7 @@ public:
 
 public slots:
     // User actions and notifications (most in FilesViewControllerActions.cpp); each waits its turn. What is
-    // selected or shown counts as it is when that comes.
+    // selected or shown counts as it is when that comes, a row as it is now.
     void removeSelectedRows(bool forceRemove);
     void removeSingleFile(std::size_t row, bool forceRemove); // of the arranged objects
     void removeFilesAction() { removeSelectedRows(true); }

@@ -114,10 +114,11 @@ std::size_t RemoteCaller::ask(const Question& question) {
         m_connection.asyncCall(callTo("Ask", {question.title, question.message, buttons}), withoutLimit));
     QEventLoop loop;
     QObject::connect(&answer, &QDBusPendingCallWatcher::finished, &loop, &QEventLoop::quit);
-    m_question = &loop;
+    m_questions.push_back(&loop);
     wakeEventLoop();
     if (!answer.isFinished())
         loop.exec();
+    std::erase(m_questions, &loop);
     if (m_isCancelled || !answer.isFinished()) // not finished: taken back, or this program is about to end
         return last;
     const QDBusPendingReply<uint> reply = answer;
@@ -125,9 +126,10 @@ std::size_t RemoteCaller::ask(const Question& question) {
 }
 
 void RemoteCaller::cancelQuestion() {
-    if (!m_question)
+    if (m_questions.empty())
         return;
-    m_question->quit();
+    for (QEventLoop* const question : m_questions)
+        question->quit();
     send("CancelQuestion", {});
 }
 

@@ -7,10 +7,10 @@
 #include <QDBusMessage>
 #include <QDBusPendingCall>
 #include <QEventLoop>
-#include <QPointer>
 
 #include <chrono>
 #include <functional>
+#include <vector>
 
 namespace veilkeep {
 
@@ -56,7 +56,7 @@ private:
     QByteArrayList m_donePaths, m_newPaths;
     Clock::time_point m_itemsSent{}, m_progressSent{};
     QString m_stage, m_subStage;
-    QPointer<QEventLoop> m_question;
+    std::vector<QEventLoop*> m_questions; // each asked while the one before is open
     bool m_isCancelled = false;
 };
 
