@@ -7,7 +7,7 @@
 #include "core/log/Log.h"
 #include "filelist/AddBatches.h"
 #include "filelist/LoadingTrouble.h"
-#include "filelist/StrayRecords.h"
+#include "filelist/RecordsByItem.h"
 #include "filelist/Texts.h"
 #include "format/ErrorText.h"
 

@@ -23,7 +23,7 @@
 namespace veilkeep {
 
 class AddBatches;
-class StrayRecords;
+class RecordsByItem;
 struct InProgressRecord;
 
 // Owns the one list of files and does everything to it: keeps it on the disk, adds and removes items, hides
@@ -175,8 +175,8 @@ private:
     std::optional<Error> m_saveTrouble;
     std::optional<std::uint64_t> m_savedRevision;
     std::unique_ptr<AddBatches> m_addBatches;
-    std::unique_ptr<StrayRecords> m_strays;         // while records of workers are taken in
-    std::unique_ptr<StrayRecords> m_straysOfAdding; // while a batch is added
+    std::unique_ptr<RecordsByItem> m_knownToWorkers; // while records of workers are taken in
+    std::unique_ptr<RecordsByItem> m_knownToAdding;  // while a batch is added
 };
 
 } // namespace veilkeep

@@ -2,7 +2,7 @@
 #include "core/protocol/InProgressRecord.h"
 #include "filelist/FilesViewController.h"
 #include "filelist/MainThread.h"
-#include "filelist/StrayRecords.h"
+#include "filelist/RecordsByItem.h"
 
 #include <QCoreApplication>
 #include <QTimer>
@@ -121,7 +121,7 @@ void FilesViewController::processTempFile(const PropertyDictionary& record) {
 }
 
 bool FilesViewController::keepWhatTempFilesSaid() {
-    m_strays.reset();
+    m_knownToWorkers.reset();
     return saveDataToDisk();
 }
 
@@ -130,9 +130,9 @@ void FilesViewController::takeIn(const InProgressRecord& said) {
     if (!known)
         known = findFileWithPath(said.currentPath);
     if (!known) {
-        if (!m_strays)
-            m_strays = std::make_unique<StrayRecords>(m_files);
-        if (const ListedFile moved = m_strays->ofItemAt(said.currentPath)) {
+        if (!m_knownToWorkers)
+            m_knownToWorkers = std::make_unique<RecordsByItem>(m_files);
+        if (const ListedFile moved = m_knownToWorkers->strayAt(said.currentPath)) {
             m_files.change(moved, [&](File& file) { file.movedTo(said.currentPath); });
             return;
         }

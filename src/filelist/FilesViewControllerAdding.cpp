@@ -3,7 +3,7 @@
 #include "core/base/PathText.h"
 #include "filelist/AddBatches.h"
 #include "filelist/MainThread.h"
-#include "filelist/StrayRecords.h"
+#include "filelist/RecordsByItem.h"
 #include "filelist/Texts.h"
 #include "format/ErrorText.h"
 
@@ -67,7 +67,7 @@ std::unique_ptr<AddBatches> FilesViewController::makeAddBatches() {
         .take = [this](std::vector<File> files) { addNewFiles(std::move(files)); },
         .finish =
             [this](std::vector<Error> missing) {
-                m_straysOfAdding.reset();
+                m_knownToAdding.reset();
                 saveDataToDisk();
                 if (!missing.empty())
                     tellMissing(m_parts.alerts, missing);
@@ -76,20 +76,23 @@ std::unique_ptr<AddBatches> FilesViewController::makeAddBatches() {
 }
 
 // The list may have changed since the batch began, and a batch may hold a path twice. An item that was moved
-// by hand since it was listed keeps its record and group.
+// by hand since it was listed keeps its record and group, as does one that is listed by another way through
+// links.
 void FilesViewController::addNewFiles(std::vector<File> files) {
     std::unordered_set<std::string_view> seen;
-    if (!m_straysOfAdding)
-        m_straysOfAdding = std::make_unique<StrayRecords>(m_files);
-    const auto isMoved = [&](const File& added) {
-        const ListedFile known = m_straysOfAdding->ofItemOf(added);
+    if (!m_knownToAdding)
+        m_knownToAdding = std::make_unique<RecordsByItem>(m_files);
+    const auto isKnown = [&](const File& added) {
+        if (m_knownToAdding->atSamePlaceAs(added))
+            return true;
+        const ListedFile known = m_knownToAdding->strayOf(added);
         if (known)
             m_files.change(known, [&](File& file) { file.movedTo(added.path()); });
         return known != nullptr;
     };
     std::erase_if(files, [&](const File& file) {
         return ifAlreadyAddedFile(file.originalPath()) || !seen.insert(file.originalPath()).second ||
-               isMoved(file);
+               isKnown(file);
     });
     m_files.append(std::move(files));
     emit numberOfFilesOfCurrentGroupChanged();

@@ -54,7 +54,7 @@ bool ItemRequests::takeInHidden(const std::string& path) {
     const std::string hidden = hiddenFormOf(path);
     if (!itemExistsAt(hidden))
         return false;
-    if (!m_work.controller.findFileWithPath(hidden))
+    if (!m_work.listedInAnyForm(path))
         m_work.controller.files().append(
             File::fileWithPath(hidden, BaseCloakLogic::constructOriginalFullFileName(hidden), File::Hidden));
     return true;

@@ -24,12 +24,23 @@ ListedFile RequestWork::listed(std::string_view path) const {
     if (ListedFile file = find(path))
         return file;
     const auto resolved = withResolvedParent(std::string(path));
-    return resolved && *resolved != path ? find(*resolved) : nullptr;
+    if (ListedFile file = resolved && *resolved != path ? find(*resolved) : nullptr)
+        return file;
+    return recordsByItem().atSamePlace(std::string(path));
+}
+
+const RecordsByItem& RequestWork::recordsByItem() const {
+    if (!byItem)
+        byItem = std::make_unique<RecordsByItem>(controller.files());
+    return *byItem;
 }
 
 ListedFile RequestWork::listedInAnyForm(const std::string& path) const {
-    ListedFile file = listed(path);
-    return file ? file : controller.findFileWithPath(hiddenFormOf(path));
+    if (ListedFile file = listed(path))
+        return file;
+    const std::string hidden = hiddenFormOf(path);
+    const ListedFile file = controller.findFileWithPath(hidden);
+    return file ? file : recordsByItem().atSamePlace(hidden);
 }
 
 bool isHiddenForm(std::string_view path) {

@@ -3,9 +3,11 @@
 #include "alerts/ProgressController.h"
 #include "core/protocol/CloakWorkerComunicator.h"
 #include "filelist/FilesViewController.h"
+#include "filelist/RecordsByItem.h"
 #include "platform/Request.h"
 #include "requests/CallerPresenter.h"
 
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -30,6 +32,10 @@ struct RequestWork {
     // Listed under either of its paths, or under the path that this one is when no link leads to it.
     ListedFile listed(std::string_view path) const;
     ListedFile listedInAnyForm(const std::string& path) const; // or as the hidden item that would bear it
+
+    // The records as they were at the first look by item.
+    const RecordsByItem& recordsByItem() const;
+    mutable std::unique_ptr<RecordsByItem> byItem = nullptr;
 };
 
 // The hidden form of a visible path; a path directly within ".SYS_INDEX" is its own.
