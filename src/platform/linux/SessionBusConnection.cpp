@@ -1,10 +1,13 @@
 #include "platform/linux/SessionBusConnection.h"
 
 #include "core/environment/SessionBus.h"
+#include "platform/linux/BusProbe.h"
 
 #include <QUuid>
 
 #include <unistd.h>
+
+#include <chrono>
 
 namespace veilkeep {
 namespace {
@@ -14,7 +17,7 @@ constexpr int busLimit = 5'000; // milliseconds
 // Without an address the bus library would start a bus.
 QDBusConnection connectionToUsersBus() {
     const std::string address = sessionBusAddress();
-    if (address.empty())
+    if (address.empty() || !answersAsBus(address, std::chrono::milliseconds(busLimit)))
         return QDBusConnection(QString());
     return QDBusConnection::connectToBus(QString::fromStdString(address),
                                          QUuid::createUuid().toString(QUuid::WithoutBraces));
