@@ -85,7 +85,7 @@ MissingFiles::Mounting BrokenFiles::mountingFor(const ListedFile& file) {
     using Mounting = MissingFiles::Mounting;
     if (isNobodyThere())
         return Mounting::Never;
-    if (veilkeep::isThere(file) || !file->isWhereVolumesComeAndGo())
+    if (!file->isWhereVolumesComeAndGo() || veilkeep::isThere(file))
         return Mounting::Silently;
     return mayLocate(file) ? Mounting::WithQuestions : Mounting::Never;
 }

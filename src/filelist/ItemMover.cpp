@@ -14,7 +14,7 @@ namespace veilkeep {
 CloakWorkerResult ItemMover::move(WorkerOperation operation, const ListedFile& file, bool privilidged) {
     const bool hides = operation == WorkerOperation::Hide;
     const std::string from(file->path());
-    const std::string resolved = cleanPath(withResolvedParent(from).value_or(from));
+    const std::string resolved = resolvedPath(from);
     if (m_touched.hasBelow(resolved))
         for (Error& trouble : m_touched.sync())
             m_troubles.push_back(std::move(trouble));
@@ -31,9 +31,21 @@ CloakWorkerResult ItemMover::move(WorkerOperation operation, const ListedFile& f
     const std::string_view left = parentPath(resolved);
     m_touched.touch(left);
     m_touched.touch(hides ? joinPath(left, hiddenDirectoryName) : parentPath(left));
-    if (!file->isFile())
+    if (!file->isFile()) {
+        m_folder.clear();
         m_movedFolders.insert_or_assign(from, result.newFileName());
+    }
     return result;
+}
+
+// Items of a batch mostly share their folder.
+std::string ItemMover::resolvedPath(const std::string& path) {
+    const std::string_view folder = parentPath(path);
+    if (m_folder.empty() || m_folder != folder) {
+        m_folder = folder;
+        m_resolvedFolder = cleanPath(parentPath(withResolvedParent(path).value_or(path)));
+    }
+    return joinPath(m_resolvedFolder, lastPathComponent(path));
 }
 
 // Where the item lies when it is in the state that was asked for after all.
@@ -53,6 +65,7 @@ std::optional<std::string> ItemMover::placeNow(WorkerOperation operation, const 
 }
 
 std::vector<Error> ItemMover::finish() {
+    m_folder.clear();
     for (Error& trouble : m_touched.sync())
         m_troubles.push_back(std::move(trouble));
     takeAlong();

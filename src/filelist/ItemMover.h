@@ -30,10 +30,12 @@ public:
 private:
     std::optional<std::string> placeNow(WorkerOperation operation, const File& file) const;
     void takeAlong();
+    std::string resolvedPath(const std::string& path);
 
     FileList& m_files;
     CloakWorkerComunicator& m_worker;
     TouchedDirectories m_touched;
+    std::string m_folder, m_resolvedFolder; // of the last item, until a folder moves
     std::vector<Error> m_troubles;
     std::unordered_map<std::string, std::string> m_movedFolders; // their places before and after
 };

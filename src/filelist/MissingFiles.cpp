@@ -29,9 +29,8 @@ MissingFiles::MissingFiles(FileList& files, Turns& turns, VolumeMounter* mounter
 bool MissingFiles::isThere(const ListedFile& file, Mounting mounting) {
     if (!itemExistsAt(std::string(file->path())) && !lookNearby(file, mounting))
         return false;
-    confirm(file);
     m_onAbsentVolume.erase(file);
-    return itemExistsAt(std::string(file->path()));
+    return confirm(file);
 }
 
 bool MissingFiles::lookNearby(const ListedFile& file, Mounting mounting) {
@@ -41,12 +40,13 @@ bool MissingFiles::lookNearby(const ListedFile& file, Mounting mounting) {
     });
 }
 
-void MissingFiles::confirm(const ListedFile& file) {
+bool MissingFiles::confirm(const ListedFile& file) {
     const std::string before(file->path());
     const auto check = m_files.change(file, [](File& record) { return record.checkIdentity(); });
     if (check == File::IdentityCheck::FollowedElsewhere)
         logLine("Another item has taken the place of " + before + ", which was found at " +
                 std::string(file->path()));
+    return check != File::IdentityCheck::NothingThere || itemExistsAt(before);
 }
 
 MissingFiles::Files MissingFiles::missingOf(const Files& files) {

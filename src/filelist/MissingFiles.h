@@ -49,7 +49,7 @@ signals:
     void backgroundSearchFinished();
 
 private:
-    void confirm(const ListedFile& file);
+    bool confirm(const ListedFile& file); // false: nothing is there
     bool lookNearby(const ListedFile& file, Mounting mounting);
     void take(const ListedFile& file, DeepSearch::Outcome outcome, const std::string& path);
 

@@ -5,6 +5,8 @@
 #include "core/tracking/FileAlias.h"
 #include "core/tracking/ItemMatch.h"
 
+#include <sys/stat.h>
+
 #include <optional>
 #include <string_view>
 
@@ -42,6 +44,9 @@ ListedFile RecordsByItem::stray(const AliasRecord& item) const {
 }
 
 ListedFile RecordsByItem::atSamePlace(const std::string& path) const {
+    struct stat status = {}; // cheaper than all that can be known of the item
+    if (::lstat(path.c_str(), &status) == 0 && !m_byInode.contains(status.st_ino))
+        return nullptr;
     const auto found = describeItemAt(path);
     return found ? atPlace(*found, path) : nullptr;
 }

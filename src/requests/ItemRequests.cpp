@@ -30,9 +30,11 @@ QString notThereReason(int systemError) {
 std::vector<std::string> ItemRequests::pathsOnce() const {
     std::vector<std::string> paths;
     std::unordered_set<std::string> known;
+    LinkResolver links;
     for (const std::string& argument : m_work.request.paths) {
         std::string path(withoutTrailingSlashes(argument));
-        if (known.insert(withResolvedParent(path).value_or(path)).second)
+        const std::string& folder = links.resolved(std::string(parentPath(path)));
+        if (known.insert(joinPath(folder, lastPathComponent(path))).second)
             paths.push_back(std::move(path));
     }
     return paths;
@@ -128,12 +130,13 @@ void ItemRequests::hide() {
     std::vector<std::string> wanted;
     std::vector<std::string> toAdd;
     for (std::string& path : pathsOnce()) {
-        if (const QString reason = m_work.listed(path) ? QString() : refusal(path); !reason.isEmpty()) {
-            m_work.fail(path, reason);
-            continue;
-        }
-        if (!m_work.listed(path))
+        if (!m_work.listed(path)) {
+            if (const QString reason = refusal(path); !reason.isEmpty()) {
+                m_work.fail(path, reason);
+                continue;
+            }
             toAdd.push_back(path);
+        }
         wanted.push_back(std::move(path));
     }
     addAll(toAdd);

@@ -1,7 +1,6 @@
 #include "requests/RequestWork.h"
 
 #include "core/base/PathText.h"
-#include "core/filesystem/ResolvedPath.h"
 #include "core/names/BaseCloakLogic.h"
 #include "requests/RequestRules.h"
 
@@ -23,8 +22,9 @@ ListedFile RequestWork::listed(std::string_view path) const {
     };
     if (ListedFile file = find(path))
         return file;
-    const auto resolved = withResolvedParent(std::string(path));
-    if (ListedFile file = resolved && *resolved != path ? find(*resolved) : nullptr)
+    const std::string resolved =
+        joinPath(links.resolved(std::string(parentPath(path))), lastPathComponent(path));
+    if (ListedFile file = resolved != path ? find(resolved) : nullptr)
         return file;
     return recordsByItem().atSamePlace(std::string(path));
 }

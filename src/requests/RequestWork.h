@@ -1,6 +1,7 @@
 #pragma once
 
 #include "alerts/ProgressController.h"
+#include "core/filesystem/ResolvedPath.h"
 #include "core/protocol/CloakWorkerComunicator.h"
 #include "filelist/FilesViewController.h"
 #include "filelist/RecordsByItem.h"
@@ -36,6 +37,7 @@ struct RequestWork {
     // The records as they were at the first look by item.
     const RecordsByItem& recordsByItem() const;
     mutable std::unique_ptr<RecordsByItem> byItem = nullptr;
+    mutable LinkResolver links = {}; // of folders, as they were at the first look
 };
 
 // The hidden form of a visible path; a path directly within ".SYS_INDEX" is its own.
