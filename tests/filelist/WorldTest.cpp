@@ -359,13 +359,14 @@ private:
     std::unique_ptr<LoopVolume> m_volume;
 };
 
-// Random sequences for a minute; in a long run for as long as it takes to make a good number of them.
+// Random sequences for a minute, the same ones each time, so that a failure says something of the last
+// change; in a long run new ones, for as long as it takes to make a good number of them.
 TEST_P(WorldTest, NothingIsLostAndTheListSaysSo) {
     if (!whyMissing().empty())
         GTEST_SKIP() << whyMissing();
     if (const char* const seed = std::getenv("VEILKEEP_SEED"))
         return runSequence(static_cast<unsigned int>(std::strtoul(seed, nullptr, 10)));
-    const auto first = std::random_device()();
+    const unsigned int first = rounds(0, 1) ? std::random_device()() : 82'717'620;
     const auto end = std::chrono::steady_clock::now() + std::chrono::minutes(1);
     const unsigned int least = static_cast<unsigned int>(rounds(1, 1'000));
     unsigned int count = 0;
