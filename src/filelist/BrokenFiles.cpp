@@ -60,7 +60,7 @@ BrokenFiles::Files BrokenFiles::brokenFiles() const {
 // Items that are there again are broken no more.
 void BrokenFiles::updateStates() {
     for (const ListedFile& file : brokenFiles())
-        if (veilkeep::isThere(file))
+        if (m_missing.isAtItsPlace(file))
             m_files.change(file, [](File& record) { record.setState(record.stateFromPlace()); });
 }
 
@@ -72,7 +72,7 @@ void BrokenFiles::tryToFixFile(const ListedFile& file) {
             searchAndWait({file}); // under the batch's own progress
         else
             searchWithProgress({file});
-        isFound = veilkeep::isThere(file);
+        isFound = m_missing.isAtItsPlace(file);
     }
     if (!isFound)
         logLine("Failed to locate file. Wont do anything");

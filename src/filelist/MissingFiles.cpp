@@ -3,6 +3,8 @@
 #include "core/filesystem/ItemAtPath.h"
 #include "core/log/Log.h"
 #include "core/tracking/AliasResolver.h"
+#include "core/tracking/FileAlias.h"
+#include "core/tracking/ItemMatch.h"
 #include "filelist/MainThread.h"
 
 #include <QTimer>
@@ -24,6 +26,11 @@ MissingFiles::MissingFiles(FileList& files, Turns& turns, VolumeMounter* mounter
             });
     connect(&m_background, &DeepSearch::finished, this,
             [this] { m_turns.run([this] { emit backgroundSearchFinished(); }); });
+    // Not for a record that changes: to look through the list for each of a batch would take too long.
+    const auto forget = [this] { m_recordsByItem.reset(); };
+    connect(&files, &FileList::wasAssigned, this, forget);
+    connect(&files, &FileList::filesAppended, this, forget);
+    connect(&files, &FileList::filesRemoved, this, forget);
 }
 
 bool MissingFiles::isThere(const ListedFile& file, Mounting mounting) {
@@ -42,19 +49,36 @@ bool MissingFiles::lookNearby(const ListedFile& file, Mounting mounting) {
 
 bool MissingFiles::confirm(const ListedFile& file) {
     const std::string before(file->path());
-    const auto check = m_files.change(file, [](File& record) { return record.checkIdentity(); });
+    const auto check = m_files.change(file, [this](File& record) {
+        return record.checkIdentity(
+            [&](const AliasRecord& item) { return recordsByItem().isAnothers(item, record); });
+    });
     if (check == File::IdentityCheck::FollowedElsewhere)
         logLine("Another item has taken the place of " + before + ", which was found at " +
                 std::string(file->path()));
+    if (check == File::IdentityCheck::AnothersItemThere)
+        return false;
     return check != File::IdentityCheck::NothingThere || itemExistsAt(before);
+}
+
+const RecordsByItem& MissingFiles::recordsByItem() {
+    if (!m_recordsByItem)
+        m_recordsByItem = std::make_unique<RecordsByItem>(m_files);
+    return *m_recordsByItem;
+}
+
+bool MissingFiles::isAtItsPlace(const ListedFile& file) {
+    const auto found = describeItemAt(std::string(file->path()));
+    const auto known = decodeAliasRecord(file->alias().value_or(std::string_view()));
+    if (!found || (known && isTheItem(*known, *found, Closeness::RecordedPath)))
+        return found.has_value();
+    return !recordsByItem().isAnothers(*found, *file);
 }
 
 MissingFiles::Files MissingFiles::missingOf(const Files& files) {
     Files absent;
     for (const ListedFile& file : files) {
-        if (itemExistsAt(std::string(file->path())))
-            confirm(file);
-        else
+        if (!itemExistsAt(std::string(file->path())) || !confirm(file))
             absent.push_back(file);
     }
     std::vector<std::string_view> aliases;
@@ -72,7 +96,7 @@ MissingFiles::Files MissingFiles::missingOf(const Files& files) {
              : isAbsent ? DeepSearch::Outcome::VolumeAbsent
                         : DeepSearch::Outcome::Missing,
              answer.path);
-        if (!itemExistsAt(std::string(absent[number]->path())))
+        if (!isAtItsPlace(absent[number]))
             missing.push_back(absent[number]);
     }
     return missing;
@@ -85,8 +109,7 @@ void MissingFiles::take(const ListedFile& file, DeepSearch::Outcome outcome, con
     if (outcome != DeepSearch::Outcome::Found || !itemExistsAt(path))
         return;
     // Since the search began the item may have come back, or gone on.
-    const std::string present(file->path());
-    if (present == path || !itemExistsAt(present))
+    if (file->path() == path || !isAtItsPlace(file))
         m_files.change(file, [&](File& record) { record.movedTo(path); });
 }
 

@@ -3,11 +3,13 @@
 #include "core/tracking/VolumeMounter.h"
 #include "filelist/DeepSearch.h"
 #include "filelist/FileList.h"
+#include "filelist/RecordsByItem.h"
 #include "filelist/Turns.h"
 
 #include <QObject>
 
 #include <functional>
+#include <memory>
 #include <string>
 #include <unordered_set>
 #include <vector>
@@ -26,11 +28,15 @@ public:
     MissingFiles(FileList& files, Turns& turns, VolumeMounter* mounter);
 
     // Whether the item is there, at its place or nearby. One of the same name that took its place is told
-    // apart: the record follows its own item where that lies nearby, and the log says so.
+    // apart: the record follows its own item where that lies nearby, and the log says so. It takes the new
+    // one where its own is gone, but never another record's.
     bool isThere(const ListedFile& file, Mounting mounting);
 
-    // The same for many at once, without mounting; answers those that are missing.
+    // isThere() for many at once, without mounting; answers those that are missing.
     Files missingOf(const Files& files);
+
+    // Whether there is something at its path, and that is not another record's item.
+    bool isAtItsPlace(const ListedFile& file);
 
     // Looks for them everywhere and comes back when it is through, or when the function wants it to end. The
     // event loop turns meanwhile.
@@ -49,7 +55,8 @@ signals:
     void backgroundSearchFinished();
 
 private:
-    bool confirm(const ListedFile& file); // false: nothing is there
+    bool confirm(const ListedFile& file); // false: nothing of its own is there
+    const RecordsByItem& recordsByItem();
     bool lookNearby(const ListedFile& file, Mounting mounting);
     void take(const ListedFile& file, DeepSearch::Outcome outcome, const std::string& path);
 
@@ -58,6 +65,7 @@ private:
     VolumeMounter* m_mounter;
     DeepSearch m_background;
     std::unordered_set<ListedFile> m_onAbsentVolume;
+    std::unique_ptr<RecordsByItem> m_recordsByItem; // null until one is needed
 };
 
 } // namespace veilkeep

@@ -43,6 +43,13 @@ ListedFile RecordsByItem::stray(const AliasRecord& item) const {
     });
 }
 
+bool RecordsByItem::isAnothers(const AliasRecord& item, const File& thanOf) const {
+    return find(item, [&](const File& file) {
+               const auto known = aliasOf(file);
+               return &file != &thanOf && known && isTheItem(*known, item, Closeness::Elsewhere);
+           }) != nullptr;
+}
+
 ListedFile RecordsByItem::atSamePlace(const std::string& path) const {
     struct stat status = {}; // cheaper than all that can be known of the item
     if (::lstat(path.c_str(), &status) == 0 && !m_byInode.contains(status.st_ino))

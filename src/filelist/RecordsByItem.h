@@ -22,6 +22,9 @@ public:
     ListedFile strayAt(const std::string& path) const;
     ListedFile strayOf(const File& added) const; // the same for a record that was just made
 
+    // Whether a record other than this one was made of the item for certain.
+    bool isAnothers(const AliasRecord& item, const File& thanOf) const;
+
     // The record whose path is another way to this one, through links; null where there is none.
     ListedFile atSamePlace(const std::string& path) const;
     ListedFile atSamePlaceAs(const File& added) const; // the same for a record that was just made

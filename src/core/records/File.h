@@ -4,6 +4,7 @@
 #include "core/tracking/AliasResolver.h"
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -86,14 +87,16 @@ public:
     // For checks and before a hide: makes sure that what is at path() is the item of the alias. When it is
     // another one (an editor saved by replacing), the item is looked for nearby: found, the record follows
     // it; else the alias is renewed.
-    enum class IdentityCheck { NothingThere, Confirmed, Renewed, FollowedElsewhere };
-    IdentityCheck checkIdentity();
+    // Not renewed to an item of which the function says that it is another record's.
+    enum class IdentityCheck { NothingThere, Confirmed, Renewed, FollowedElsewhere, AnothersItemThere };
+    using IsAnothers = std::function<bool(const AliasRecord& item)>;
+    IdentityCheck checkIdentity(const IsAnothers& isAnothers = {});
 
     // After a move: the alias is renewed first, and the rest follows from it.
     void movedTo(std::string_view path);
 
 private:
-    IdentityCheck compareWithAlias();
+    IdentityCheck compareWithAlias(const IsAnothers& isAnothers);
     void keep(PropertyDictionary properties);
 
     PropertyDictionary m_properties;

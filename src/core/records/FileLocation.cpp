@@ -105,15 +105,15 @@ std::optional<std::string> File::closestHiddenDir() const {
     return directory;
 }
 
-File::IdentityCheck File::checkIdentity() {
-    const IdentityCheck outcome = compareWithAlias();
+File::IdentityCheck File::checkIdentity(const IsAnothers& isAnothers) {
+    const IdentityCheck outcome = compareWithAlias(isAnothers);
     if (outcome != IdentityCheck::NothingThere)
         if (const auto healed = healHalfDoneMove(std::string(path())); !healed)
             logError("A move that was cut off could not be put right", healed.error());
     return outcome;
 }
 
-File::IdentityCheck File::compareWithAlias() {
+File::IdentityCheck File::compareWithAlias(const IsAnothers& isAnothers) {
     const std::string present(path());
     const auto found = describeItemAt(present);
     if (!found)
@@ -135,6 +135,8 @@ File::IdentityCheck File::compareWithAlias() {
     }
     if (isPlaceholder)
         return IdentityCheck::NothingThere;
+    if (known && isAnothers && isAnothers(*found))
+        return IdentityCheck::AnothersItemThere;
     updateAlias();
     return IdentityCheck::Renewed;
 }
