@@ -206,6 +206,7 @@ bool HideOperations::runBatch(WorkerOperation operation, const Files& files, boo
         logLine(std::string("Error: ") + exception.what());
     }
     m_missing.endBatch();
+    m_parts.cloakWorker.expectNothing();
     for (const Error& trouble : m_batchTroubles = m_mover.finish())
         logError("What was done may not survive a power cut", trouble);
     m_saver.saveDataToDisk();
@@ -217,7 +218,8 @@ bool HideOperations::runBatch(WorkerOperation operation, const Files& files, boo
 bool HideOperations::moveEach(WorkerOperation operation, const Files& batch, bool collectErrors) {
     const bool hides = operation == WorkerOperation::Hide;
     bool allWell = true;
-    for (const ListedFile& file : batch) {
+    for (std::size_t number = 0; number < batch.size(); ++number) {
+        const ListedFile& file = batch[number];
         if ((!hides && m_parts.turns.isLeaving()) || m_parts.progress.isCancelled()) {
             m_lastBatch.push_back({file, static_cast<std::int32_t>(WorkerError::Cancelled),
                                    workerErrorText(WorkerError::Cancelled), false});
@@ -226,7 +228,9 @@ bool HideOperations::moveEach(WorkerOperation operation, const Files& batch, boo
         }
         m_parts.progress.updateWithSubStage(
             text("File: %1").arg(shownPath(hides ? file->path() : file->originalPath())));
-        m_parts.progress.updateWithDone(m_lastBatch.size(), batch.size());
+        m_parts.progress.updateWithDone(number, batch.size());
+        if (number + 1 < batch.size())
+            m_parts.cloakWorker.expect(operation, std::string(batch[number + 1]->path()));
         const bool isWell =
             hides ? hideFile(file, false, collectErrors) : unhideFile(file, false, collectErrors);
         m_lastBatch.push_back(m_outcome);

@@ -15,6 +15,8 @@ std::optional<WorkerRequest> WorkerRequest::parse(std::span<char* const> argumen
             request.printAnswer = true;
         else if (argument == "-removeRecents")
             request.removeRecents = true;
+        else if (argument == "-w")
+            request.isHeld = true;
         else if (argument == "-i")
             continue;
         else if (argument == "-hide" && isFirst())
@@ -26,11 +28,11 @@ std::optional<WorkerRequest> WorkerRequest::parse(std::span<char* const> argumen
         else
             return std::nullopt;
     }
-    if (!operation)
+    if (!operation || (request.isHeld && *operation == Operation::Restore))
         return std::nullopt;
     request.operation = *operation;
     request.path = arguments.back();
-    if (request.path == "-" && request.operation != Operation::Restore) {
+    if (request.path == "-" && request.operation != Operation::Restore && !request.isHeld) {
         request.pathIsOnInput = true;
         request.path.clear();
     } else if (!request.path.starts_with('/')) {

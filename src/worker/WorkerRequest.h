@@ -6,17 +6,19 @@
 
 namespace veilkeep {
 
-// One command line: [-p] [-i] -hide [-removeRecents] PATH, [-p] [-i] -unhide PATH or [-p] -restore DIRECTORY.
-// "-" in PATH's place says that the path comes on standard input (RequestInput). -i (questions may be asked)
-// is taken and changes nothing: there is nobody to ask yet.
+// One command line: [-p] [-i] [-w] -hide [-removeRecents] PATH, [-p] [-i] [-w] -unhide PATH or [-p] -restore
+// DIRECTORY. "-" in PATH's place says that the path comes on standard input (RequestInput). -w waits for a
+// byte from there before anything is done. -i (questions may be asked) is taken and changes nothing: there is
+// nobody to ask yet.
 struct WorkerRequest {
     enum class Operation { Hide, Unhide, Restore };
 
     Operation operation = Operation::Hide;
     bool printAnswer = false;   // -p: the protocol line goes to standard output
     bool removeRecents = false; // other programs' traces of a hidden item are to be cleaned
-    bool pathIsOnInput = false;
-    std::string path; // empty then
+    bool isHeld = false;        // -w
+    bool pathIsOnInput = false; // never together with that
+    std::string path;           // empty then
 
     // The arguments without the program's name; nothing when they are not of that form.
     static std::optional<WorkerRequest> parse(std::span<char* const> arguments);

@@ -3,6 +3,7 @@
 //
 // Exit status 1 is success and 0 failure, as the application reads them.
 
+#include "core/base/SystemCall.h"
 #include "core/environment/XdgDirectories.h"
 #include "core/log/Log.h"
 #include "worker/AnswerLine.h"
@@ -34,6 +35,12 @@ bool restore(const WorkerRequest& request) {
     return summary.error == WorkerError::Success;
 }
 
+// Whoever started this worker ahead of time may need it no more, or be gone.
+bool isReleased() {
+    char byte = 0;
+    return retryOnInterrupt([&] { return ::read(STDIN_FILENO, &byte, 1); }) == 1;
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -46,6 +53,8 @@ int main(int argc, char** argv) {
         answerError(WorkerError::Unknown, caller);
         return failed;
     }
+    if (request->isHeld && !isReleased())
+        return failed;
     const bool isRestore = request->operation == WorkerRequest::Operation::Restore;
     return (isRestore ? restore(*request) : moveAndAnswer(*request, caller)) ? succeeded : failed;
 }

@@ -202,7 +202,8 @@ private:
         m_program = std::make_unique<ListWorld>(m_options);
         auto records = list().readFilesInfoFileAtPath(dataFile());
         if (!m_damage || contentOf(dataFile()) != *m_damage) {
-            EXPECT_EQ(records ? numbersOf(*records) : std::set<Number>(), m_listed) << "what the list file holds";
+            EXPECT_EQ(records ? numbersOf(*records) : std::set<Number>(), m_listed)
+                << "what the list file holds";
             if (m_isTold)
                 expectToldRightly(records.value_or(std::vector<File>()));
         }

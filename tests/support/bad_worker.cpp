@@ -75,6 +75,13 @@ void waitForWriter(const std::string& fifo) {
     ::close(fd);
 }
 
+// Ends without a word where there is none to come.
+void waitForByte() {
+    char byte = 0;
+    if (::read(STDIN_FILENO, &byte, 1) != 1)
+        ::_exit(0);
+}
+
 void act(std::string_view word, const std::string& value, char** arguments) {
     const int number = std::atoi(value.c_str());
     if (word == "out")
@@ -101,6 +108,10 @@ void act(std::string_view word, const std::string& value, char** arguments) {
         leaveGrandchild();
     else if (word == "wait")
         waitForWriter(value);
+    else if (word == "byte")
+        waitForByte();
+    else if (word == "touch")
+        ::close(::open(value.c_str(), O_WRONLY | O_CREAT | O_EXCL, 0600));
     else if (word == "pause")
         ::pause();
     else if (word == "signal")

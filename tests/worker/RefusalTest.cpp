@@ -2,6 +2,7 @@
 #include "tests/worker/WorkerFixture.h"
 
 #include "core/base/UniqueFd.h"
+#include "core/process/ChildProcess.h"
 
 #include <fcntl.h>
 #include <linux/fs.h>
@@ -45,6 +46,8 @@ TEST_F(RefusalTest, WrongArguments) {
         {worker, "-p", "-hide", "-unhide", path},
         {worker, "-p", "-delete", path},
         {worker, "-p", "-hide", path, path},
+        {worker, "-p", "-w", "-hide", "-"},
+        {worker, "-p", "-w", "-restore", m_tree.root()},
         {worker, "-p", "-unhide", "/"},
         {worker, "-p", "-hide", m_tree.path("t/..")},
         {worker, "-p", "-unhide", path},
@@ -57,6 +60,18 @@ TEST_F(RefusalTest, WrongArguments) {
     EXPECT_TRUE(exists(path));
     const ProgramRun quiet = runProgram({worker, "-hide", m_tree.path("t/missing")});
     EXPECT_EQ(quiet.output, "") << "printed though -p was not given";
+}
+
+TEST_F(RefusalTest, WorkerThatNobodyReleases) {
+    const std::string path = m_tree.makeFile("t/a.txt");
+    ChildProcessOptions held;
+    held.isHeld = true;
+    const std::vector<std::string> arguments = {"-p", "-w", "-hide", path};
+    { const ChildProcess unwanted(bundledProgram("cloakWorker"), arguments, held); }
+    EXPECT_FALSE(exists(hiddenDirectoryBeside(path)));
+    ChildProcess worker(bundledProgram("cloakWorker"), arguments, held);
+    EXPECT_TRUE(worker.release());
+    EXPECT_EQ(worker.untilGone().output, "NewFilename: " + hiddenPathOf(path));
 }
 
 TEST_F(RefusalTest, ItemThatIsNotThereOrNotToBeHidden) {

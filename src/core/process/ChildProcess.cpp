@@ -1,22 +1,24 @@
 #include "core/process/ChildProcess.h"
 
-#include "core/base/Result.h"
 #include "core/base/SystemCall.h"
-#include "core/base/UniqueFd.h"
 #include "core/process/ChildWait.h"
 #include "core/process/SpawnSettings.h"
 
 #include <fcntl.h>
 #include <signal.h>
 #include <sys/mman.h>
+#include <sys/socket.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
 #include <string_view>
+#include <utility>
 
 namespace veilkeep {
 namespace {
+
+constexpr std::chrono::seconds patienceWithUnwanted(1);
 
 struct Pipe {
     UniqueFd reader, writer;
@@ -29,14 +31,26 @@ bool keepAboveStandardStreams(UniqueFd& fd) {
     return static_cast<bool>(fd);
 }
 
+Result<Pipe> pipeOf(int reader, int writer) {
+    Pipe pipe = {UniqueFd(reader), UniqueFd(writer)};
+    if (!keepAboveStandardStreams(pipe.reader) || !keepAboveStandardStreams(pipe.writer))
+        return Error::system("fcntl", {}, errno);
+    return pipe;
+}
+
 Result<Pipe> makePipe() {
     int ends[2] = {-1, -1};
     if (::pipe2(ends, O_CLOEXEC) != 0)
         return Error::system("pipe2", {}, errno);
-    Pipe pipe = {UniqueFd(ends[0]), UniqueFd(ends[1])};
-    if (!keepAboveStandardStreams(pipe.reader) || !keepAboveStandardStreams(pipe.writer))
-        return Error::system("fcntl", {}, errno);
-    return pipe;
+    return pipeOf(ends[0], ends[1]);
+}
+
+// A socket can be written to without a SIGPIPE where the reader is gone.
+Result<Pipe> makeSocketPair() {
+    int ends[2] = {-1, -1};
+    if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends) != 0)
+        return Error::system("socketpair", {}, errno);
+    return pipeOf(ends[0], ends[1]);
 }
 
 // What has the number 2 but is closed on exec is some file of this process, not a standard error.
@@ -93,14 +107,12 @@ std::vector<std::string> environmentFor(const ChildProcessOptions& options) {
     return environment;
 }
 
-Result<pid_t> spawn(const std::string& program, const std::vector<std::string>& arguments, int output,
-                    const ChildProcessOptions& options) {
-    const Result<UniqueFd> input = openInput(options.input);
-    if (!input)
-        return input.error();
+// input may be none: then there is nothing to be read.
+Result<pid_t> spawn(const std::string& program, const std::vector<std::string>& arguments, int input,
+                    int output, const ChildProcessOptions& options) {
     SpawnSettings settings;
-    if (*input)
-        settings.duplicate(input->get(), STDIN_FILENO);
+    if (input >= 0)
+        settings.duplicate(input, STDIN_FILENO);
     else
         settings.openNullDevice(STDIN_FILENO);
     settings.duplicate(output, STDOUT_FILENO);
@@ -122,30 +134,69 @@ bool holdsNul(const std::string& text) {
     return text.find('\0') != std::string::npos;
 }
 
-ChildProcessResult notStarted(Error error) {
+} // namespace
+
+ChildProcess::ChildProcess(const std::string& program, const std::vector<std::string>& arguments,
+                           ChildProcessOptions options)
+    : m_options(std::move(options)) {
+    if (const Result<void> started = start(program, arguments); !started)
+        m_trouble = started.error();
+}
+
+ChildProcess::~ChildProcess() {
+    if (!m_wait)
+        return;
+    m_options.tick = nullptr;
+    m_hold.reset();
+    m_wait->endAfter(patienceWithUnwanted);
+    m_wait->untilGone();
+}
+
+Result<void> ChildProcess::start(const std::string& program, const std::vector<std::string>& arguments) {
+    // The child would see a shorter path, perhaps that of another item.
+    if (holdsNul(program) || holdsNul(m_options.directory) || std::ranges::any_of(arguments, holdsNul) ||
+        std::ranges::any_of(m_options.variables, holdsNul))
+        return Error{ErrorCode::InvalidArgument, "posix_spawn", program, 0};
+
+    keepExitStatuses();
+    Result<UniqueFd> input = openInput(m_options.input);
+    if (!input)
+        return input.error();
+    if (m_options.isHeld) {
+        Result<Pipe> hold = makeSocketPair();
+        if (!hold)
+            return hold.error();
+        *input = std::move(hold->reader);
+        m_hold = std::move(hold->writer);
+    }
+    Result<Pipe> pipe = makePipe();
+    if (!pipe)
+        return pipe.error();
+    const Result<pid_t> child = spawn(program, arguments, input->get(), pipe->writer.get(), m_options);
+    if (!child)
+        return child.error();
+    pipe->writer.reset();
+    m_wait = std::make_unique<ChildWait>(*child, std::move(pipe->reader), m_options);
+    return {};
+}
+
+bool ChildProcess::release() {
+    return m_wait && m_hold &&
+           retryOnInterrupt([&] { return ::send(m_hold.get(), "", 1, MSG_NOSIGNAL); }) == 1;
+}
+
+ChildProcessResult ChildProcess::untilGone() {
+    m_hold.reset();
+    if (m_wait)
+        return std::exchange(m_wait, nullptr)->untilGone();
     ChildProcessResult result;
-    result.error = std::move(error);
+    result.error = m_trouble;
     return result;
 }
 
-} // namespace
-
 ChildProcessResult runChildProcess(const std::string& program, const std::vector<std::string>& arguments,
                                    const ChildProcessOptions& options) {
-    // The child would see a shorter path, perhaps that of another item.
-    if (holdsNul(program) || holdsNul(options.directory) || std::ranges::any_of(arguments, holdsNul) ||
-        std::ranges::any_of(options.variables, holdsNul))
-        return notStarted({ErrorCode::InvalidArgument, "posix_spawn", program, 0});
-
-    keepExitStatuses();
-    Result<Pipe> pipe = makePipe();
-    if (!pipe)
-        return notStarted(std::move(pipe).error());
-    const Result<pid_t> child = spawn(program, arguments, pipe->writer.get(), options);
-    if (!child)
-        return notStarted(child.error());
-    pipe->writer.reset();
-    return ChildWait(*child, std::move(pipe->reader), options).untilGone();
+    return ChildProcess(program, arguments, options).untilGone();
 }
 
 } // namespace veilkeep

@@ -1,19 +1,25 @@
 #pragma once
 
 #include "core/base/Error.h"
+#include "core/base/Result.h"
+#include "core/base/UniqueFd.h"
 #include "core/process/Tick.h"
 
 #include <chrono>
 #include <cstddef>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
 namespace veilkeep {
 
+class ChildWait;
+
 struct ChildProcessOptions {
     std::string input;          // what the child reads from its standard input
+    bool isHeld = false;        // it reads one byte instead, which ChildProcess::release() sends
     std::string directory;      // its working directory; empty for this process'
     bool discardErrors = false; // what it writes to its standard error goes nowhere
     bool inheritEnvironment = true;
@@ -51,12 +57,38 @@ struct ChildProcessResult {
     bool exitedWith(int wanted) const { return end == End::Exited && status == wanted; }
 };
 
-// Runs a program, given by its path, and waits for its end. It gets the arguments (its own name is put
-// first), the input, directory and environment of the options, this process' standard error, no other
-// descriptor, no blocked signal unless asked for, and default answers to SIGPIPE, SIGTERM, SIGCHLD and
-// SIGXFSZ; where SIGHUP or SIGINT is ignored (nohup) the child ignores it too. Nothing written by a process
-// that outlives the child is waited for. Any thread. Where this process ignores SIGCHLD that is taken back,
-// for it would lose every child's exit status.
+// One run of a program, given by its path. It gets the arguments (its own name is put first), the input,
+// directory and environment of the options, this process' standard error, no other descriptor, no blocked
+// signal unless asked for, and default answers to SIGPIPE, SIGTERM, SIGCHLD and SIGXFSZ; where SIGHUP or
+// SIGINT is ignored (nohup) the child ignores it too. Any thread. Where this process ignores SIGCHLD that is
+// taken back, for it would lose every child's exit status.
+class ChildProcess {
+public:
+    ChildProcess(const std::string& program, const std::vector<std::string>& arguments,
+                 ChildProcessOptions options = {});
+    // A child that nobody waited for is waited for now. Held, it sees the end of its input; after a second it
+    // is ended.
+    ~ChildProcess();
+    ChildProcess(const ChildProcess&) = delete;
+    ChildProcess& operator=(const ChildProcess&) = delete;
+
+    // Lets a held child go on. False when it is not there or will not read any more.
+    bool release();
+
+    // Waits for its end; called once. A held child must have been released, else it ends undone. Nothing
+    // written by a process that outlives the child is waited for.
+    ChildProcessResult untilGone();
+
+private:
+    Result<void> start(const std::string& program, const std::vector<std::string>& arguments);
+
+    ChildProcessOptions m_options;
+    UniqueFd m_hold;                   // what a held child reads from
+    Error m_trouble;                   // why it was not started
+    std::unique_ptr<ChildWait> m_wait; // null when it was not started, or has been waited for
+};
+
+// All of it in one call.
 ChildProcessResult runChildProcess(const std::string& program, const std::vector<std::string>& arguments,
                                    const ChildProcessOptions& options = {});
 

@@ -27,7 +27,12 @@ UniqueFd openChildFd(pid_t child) {
 ChildWait::ChildWait(pid_t child, UniqueFd output, const ChildProcessOptions& options)
     : m_child(child), m_childFd(openChildFd(child)), m_output(std::move(output)), m_options(options) {
     if (options.timeLimit)
-        m_deadline = Clock::now() + *options.timeLimit;
+        endAfter(*options.timeLimit);
+}
+
+void ChildWait::endAfter(std::chrono::milliseconds limit) {
+    const Clock::time_point end = Clock::now() + limit;
+    m_deadline = m_deadline ? std::min(*m_deadline, end) : end;
 }
 
 ChildProcessResult ChildWait::untilGone() {
@@ -117,8 +122,7 @@ void ChildWait::readWhatIsLeft() {
 
 void ChildWait::endOutput() {
     m_output.reset();
-    const Clock::time_point limit = Clock::now() + m_options.grace;
-    m_deadline = m_deadline ? std::min(*m_deadline, limit) : limit;
+    endAfter(m_options.grace);
 }
 
 void ChildWait::endChildWhenAsked() {

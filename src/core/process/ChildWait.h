@@ -10,13 +10,14 @@
 
 namespace veilkeep {
 
-// Waits for one child of this process and collects what it writes. The part of runChildProcess after the
+// Waits for one child of this process and collects what it writes. The part of a ChildProcess after its
 // start.
 class ChildWait {
 public:
     // output is the reading end of the pipe that the child writes to, or none.
     ChildWait(pid_t child, UniqueFd output, const ChildProcessOptions& options);
 
+    void endAfter(std::chrono::milliseconds limit); // as the options' time limit does
     ChildProcessResult untilGone();
 
 private:

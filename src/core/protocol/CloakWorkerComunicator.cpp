@@ -1,7 +1,6 @@
 #include "core/protocol/CloakWorkerComunicator.h"
 
 #include "core/log/Log.h"
-#include "core/process/ChildProcess.h"
 #include "core/protocol/WorkerError.h"
 
 #include <string_view>
@@ -21,6 +20,12 @@ bool logTrouble(std::string_view what, const ChildProcessResult& run) {
     return true;
 }
 
+std::vector<std::string> argumentsFor(WorkerOperation operation, const std::string& path) {
+    if (operation == WorkerOperation::Hide)
+        return {"-p", "-i", "-hide", "-removeRecents", path};
+    return {"-p", "-i", "-unhide", path};
+}
+
 } // namespace
 
 CloakWorkerComunicator::CloakWorkerComunicator(std::string workerPath, std::string inProgressFolder,
@@ -31,6 +36,7 @@ CloakWorkerComunicator::CloakWorkerComunicator(std::string workerPath, std::stri
       m_rights(rights) {}
 
 void CloakWorkerComunicator::setTraceWishes(const TraceWishes& wishes) {
+    expectNothing(); // what waits was told other wishes
     m_variables.clear();
     if (wishes.cleanRecentItems)
         m_variables.push_back(std::string("VEILKEEP_CLEAN_RECENT_ITEMS=") +
@@ -40,11 +46,11 @@ void CloakWorkerComunicator::setTraceWishes(const TraceWishes& wishes) {
 }
 
 CloakWorkerResult CloakWorkerComunicator::hideFileWithPath(const std::string& path) {
-    return run(WorkerOperation::Hide, {"-p", "-i", "-hide", "-removeRecents", path});
+    return run(WorkerOperation::Hide, argumentsFor(WorkerOperation::Hide, path));
 }
 
 CloakWorkerResult CloakWorkerComunicator::unhideFileWithPath(const std::string& path) {
-    return run(WorkerOperation::Unhide, {"-p", "-i", "-unhide", path});
+    return run(WorkerOperation::Unhide, argumentsFor(WorkerOperation::Unhide, path));
 }
 
 CloakWorkerResult CloakWorkerComunicator::privilidgedHideFileWithPath(const std::string& path) {
@@ -63,18 +69,51 @@ CloakWorkerResult CloakWorkerComunicator::unhideFileWithPath(const std::string& 
     return andPrivilidges ? privilidgedUnhideFileWithPath(path) : unhideFileWithPath(path);
 }
 
-CloakWorkerResult CloakWorkerComunicator::run(WorkerOperation operation,
-                                              const std::vector<std::string>& arguments) {
-    ChildProcessOptions options;
-    options.tick = &m_tick;
-    options.variables = m_variables;
-    options.deferEndingSignals = true; // Ctrl-C reaches the worker too, perhaps before it could see to that
-    const ChildProcessResult result = runChildProcess(m_workerPath, arguments, options);
+void CloakWorkerComunicator::expect(WorkerOperation operation, const std::string& path) {
+    m_expected = argumentsFor(operation, path);
+}
+
+void CloakWorkerComunicator::expectNothing() {
+    m_expected.clear();
+    m_waiting = {};
+}
+
+CloakWorkerResult CloakWorkerComunicator::run(WorkerOperation operation, const Arguments& arguments) {
+    const std::unique_ptr<ChildProcess> worker = workerFor(arguments);
+    startExpected();
+    const ChildProcessResult result = worker->untilGone();
     logTrouble("Error while moving an item", result);
     return workerAnswer(operation, result);
 }
 
-CloakWorkerResult CloakWorkerComunicator::runPrivilidged(const std::vector<std::string>& arguments) {
+ChildProcessOptions CloakWorkerComunicator::optionsForMove() {
+    ChildProcessOptions options;
+    options.tick = &m_tick;
+    options.variables = m_variables;
+    options.deferEndingSignals = true; // Ctrl-C reaches the worker too, perhaps before it could see to that
+    return options;
+}
+
+// The one that waits for this, or else a new one.
+std::unique_ptr<ChildProcess> CloakWorkerComunicator::workerFor(const Arguments& arguments) {
+    WaitingWorker waiting = std::exchange(m_waiting, {});
+    if (waiting.process && waiting.arguments == arguments && waiting.process->release())
+        return std::move(waiting.process);
+    return std::make_unique<ChildProcess>(m_workerPath, arguments, optionsForMove());
+}
+
+void CloakWorkerComunicator::startExpected() {
+    if (m_expected.empty())
+        return;
+    m_waiting.arguments = std::exchange(m_expected, {});
+    Arguments arguments = {"-w"};
+    arguments.insert(arguments.end(), m_waiting.arguments.begin(), m_waiting.arguments.end());
+    ChildProcessOptions options = optionsForMove();
+    options.isHeld = true;
+    m_waiting.process = std::make_unique<ChildProcess>(m_workerPath, arguments, options);
+}
+
+CloakWorkerResult CloakWorkerComunicator::runPrivilidged(const Arguments& arguments) {
     if (m_rights)
         return m_rights->executeCommandWithPrivilidges(m_workerPath, arguments);
     return CloakWorkerResult::resultWithErrorCode(static_cast<int>(WorkerError::NotEnoughRights));

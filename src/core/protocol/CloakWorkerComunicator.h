@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/process/ChildProcess.h"
 #include "core/process/Tick.h"
 #include "core/protocol/CloakWorkerDelegate.h"
 #include "core/protocol/CloakWorkerResult.h"
@@ -9,6 +10,7 @@
 #include "core/protocol/WorkerAnswer.h"
 
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -44,6 +46,11 @@ public:
     CloakWorkerResult hideFileWithPath(const std::string& path, bool andPrivilidges);
     CloakWorkerResult unhideFileWithPath(const std::string& path, bool andPrivilidges);
 
+    // Which item the call after the next is likely to move: its worker gets started while the next call's
+    // works, and does nothing until that call comes. Without an item what was started so is given up.
+    void expect(WorkerOperation operation, const std::string& path);
+    void expectNothing();
+
     // Hands the records in the in-progress folder to the delegate, the oldest first, and deletes them once
     // the delegate has kept what they said. They stay without one, and where they cannot be read or parsed.
     // What killed workers left half written goes after a day.
@@ -55,8 +62,18 @@ public:
     RestoreSummary restoreFiles(const std::string& directory, const std::function<bool()>& shouldEnd = {});
 
 private:
-    CloakWorkerResult run(WorkerOperation operation, const std::vector<std::string>& arguments);
-    CloakWorkerResult runPrivilidged(const std::vector<std::string>& arguments);
+    using Arguments = std::vector<std::string>;
+
+    struct WaitingWorker {
+        Arguments arguments; // that it would have been started with at its turn
+        std::unique_ptr<ChildProcess> process;
+    };
+
+    CloakWorkerResult run(WorkerOperation operation, const Arguments& arguments);
+    ChildProcessOptions optionsForMove();
+    std::unique_ptr<ChildProcess> workerFor(const Arguments& arguments);
+    void startExpected();
+    CloakWorkerResult runPrivilidged(const Arguments& arguments);
 
     std::string m_workerPath;
     InProgressFolder m_inProgressFolder;
@@ -64,6 +81,8 @@ private:
     SecurityController* m_rights;
     std::vector<std::string> m_variables; // for moves, beside those of this process
     CloakWorkerDelegate* m_delegate = nullptr;
+    Arguments m_expected;    // empty for nothing
+    WaitingWorker m_waiting; // without a process for none
 };
 
 } // namespace veilkeep

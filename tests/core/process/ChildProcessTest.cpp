@@ -291,6 +291,36 @@ TEST(ChildProcess, EndsAChildAfterItsTimeLimit) {
     EXPECT_TRUE(runSteps("rubbish=100000|exit=4", options).exitedWith(4));
 }
 
+TEST(ChildProcess, HoldsAChildUntilItIsReleased) {
+    const test::ScratchTree tree;
+    ChildProcessOptions held;
+    held.isHeld = true;
+    held.grace = 10ms;
+    const std::string done = tree.path("done"), notDone = tree.path("not done");
+    const std::ptrdiff_t before = openDescriptors();
+    {
+        ChildProcess released(VEILKEEP_BAD_WORKER, {"byte|touch=" + done + "|out=a|exit=3"}, held);
+        ChildProcess unwanted(VEILKEEP_BAD_WORKER, {"byte|touch=" + notDone}, held);
+        const ChildProcess stubborn(VEILKEEP_BAD_WORKER, {"ignore=15|pause"}, held);
+        EXPECT_FALSE(test::exists(done));
+        EXPECT_TRUE(released.release());
+        const ChildProcessResult result = released.untilGone();
+        EXPECT_TRUE(result.exitedWith(3));
+        EXPECT_EQ(result.output, "a");
+    }
+    EXPECT_TRUE(test::exists(done));
+    EXPECT_FALSE(test::exists(notDone));
+
+    ChildProcess killed(VEILKEEP_BAD_WORKER, {"signal=9"}, held);
+    siginfo_t information = {};
+    ASSERT_EQ(::waitid(P_ALL, 0, &information, WEXITED | WNOWAIT), 0);
+    EXPECT_FALSE(killed.release());
+    EXPECT_EQ(killed.untilGone().status, SIGKILL);
+    EXPECT_FALSE(ChildProcess(tree.path("missing"), {}, held).release());
+    EXPECT_EQ(openDescriptors(), before);
+    EXPECT_EQ(::waitpid(-1, nullptr, WNOHANG), -1) << "a child was left behind";
+}
+
 TEST(ChildProcess, SaysWhenSomebodyElseTookTheStatus) {
     const test::ScratchTree tree;
     const Gate gate(tree);

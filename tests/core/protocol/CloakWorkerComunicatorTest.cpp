@@ -5,9 +5,13 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/wait.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <chrono>
 #include <filesystem>
+#include <functional>
 
 namespace veilkeep {
 namespace {
@@ -59,6 +63,42 @@ TEST(CloakWorkerComunicator, TurnsRunsIntoResults) {
     CloakWorkerComunicator missing(tree.path("missing"), tree.path("InProgress"));
     EXPECT_EQ(missing.hideFileWithPath("/a"), CloakWorkerResult::resultWithErrorCode(1));
     EXPECT_EQ(missing.unhideFileWithPath("/a"), CloakWorkerResult::resultWithErrorCode(1));
+}
+
+TEST(CloakWorkerComunicator, StartsTheExpectedWorkerAhead) {
+    const test::ScratchTree tree;
+    CloakWorkerComunicator comunicator = badWorker(tree);
+    const std::string show = "byte|touch=" + tree.path("moved") + "|out=NewFilename: |arguments|exit=1";
+    const std::string ahead = "-w\n-p\n-i\n-unhide\n" + show + "\n";
+    const std::string other = "out=NewFilename: /other|exit=1";
+
+    comunicator.expect(WorkerOperation::Unhide, show);
+    EXPECT_EQ(comunicator.unhideFileWithPath(other).newFileName(), "/other");
+    EXPECT_FALSE(test::exists(tree.path("moved"))) << "moved before its turn";
+    EXPECT_EQ(comunicator.unhideFileWithPath(show).newFileName(), ahead);
+
+    // Another path, another operation, nothing expected any more, and wishes that it was not told.
+    const std::function<CloakWorkerResult()> instead[] = {
+        [&] { return comunicator.unhideFileWithPath(other); },
+        [&] { return comunicator.hideFileWithPath(show + "|"); },
+        [&] { return comunicator.expectNothing(), comunicator.unhideFileWithPath(other); },
+        [&] {
+            return comunicator.setTraceWishes({true, true}), comunicator.unhideFileWithPath(other);
+        },
+    };
+    for (const auto& call : instead) {
+        ASSERT_EQ(::unlink(tree.path("moved").c_str()), 0);
+        comunicator.expect(WorkerOperation::Unhide, show);
+        comunicator.unhideFileWithPath(other);
+        call();
+        EXPECT_FALSE(test::exists(tree.path("moved")));
+        tree.makeFile("moved");
+    }
+
+    comunicator.expect(WorkerOperation::Unhide, "signal=9");
+    comunicator.unhideFileWithPath(other);
+    EXPECT_EQ(comunicator.unhideFileWithPath("signal=9").errorCode(), 1);
+    EXPECT_EQ(::waitpid(-1, nullptr, WNOHANG), -1) << "a worker was left behind";
 }
 
 TEST(CloakWorkerComunicator, PassesOnRecordsAndEmptiesTheFolder) {
