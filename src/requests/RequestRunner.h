@@ -3,7 +3,7 @@
 #include "filelist/Turns.h"
 #include "requests/CallerPresenter.h"
 #include "requests/CallerProgressView.h"
-#include "requests/Gate.h"
+#include "session/Gate.h"
 #include "requests/RequestRules.h"
 #include "requests/RequestWork.h"
 

@@ -1,0 +1,74 @@
+#pragma once
+
+#include "groups/GroupViewController.h"
+#include "prefs/PasswordManager.h"
+#include "session/Gate.h"
+#include "session/Presence.h"
+
+#include <QObject>
+
+#include <string>
+
+namespace veilkeep {
+
+// The window of which MainWindowController decides when it is seen. Main thread.
+class MainWindow {
+public:
+    virtual ~MainWindow() = default;
+
+    virtual bool isVisible() const = 0;
+    virtual void show() = 0;
+    virtual void close() = 0;
+    virtual void activate(bool ignoringOthers) = 0; // brings the program to the front
+
+protected:
+    MainWindow() = default;
+    MainWindow(const MainWindow&) = default;
+    MainWindow& operator=(const MainWindow&) = default;
+};
+
+// What the main window's logic works with. Nothing of it is owned; all of it outlives the controller.
+struct MainWindowControllerParts {
+    GroupViewController& groups;
+    FilesViewController& files;
+    PasswordManager& passwords;
+    Turns& turns;
+    SessionEvents* events = nullptr; // none: nothing is observed
+    MainWindow* window = nullptr;    // none: a program without one
+};
+
+// Hides the AutoHide groups when the user leaves, shows them when he comes back, and says whether a protected
+// operation may run. Owned by the program's wiring; main thread.
+class MainWindowController : public QObject, public Gate {
+    Q_OBJECT
+public:
+    explicit MainWindowController(const MainWindowControllerParts& parts);
+    ~MainWindowController() override;
+
+    static MainWindowController* sharedInstance(); // null where none was made
+    static std::string cloakWorkerPath();
+
+    // Hides first what a former run left visible, then listens.
+    void start();
+
+    void lockApplication(Absence kind);
+    void unlockApplication();
+    void showVeilkeepActivateApp(bool ignoringOthers);
+    void hideWindow();
+    bool windowState() const;
+    void addFile(const std::string& path);
+
+    // Gate
+    bool operationAllowedWithoutAsking() const override;
+    bool operationAllowed() override;
+
+signals:
+    void ended(veilkeep::Ending ending); // everything that had to be done before the program ends is done
+
+private:
+    void end(Ending ending);
+
+    const MainWindowControllerParts m_parts;
+};
+
+} // namespace veilkeep
