@@ -126,7 +126,8 @@ bool FilesViewController::loadDataFromDisk() {
         emit numberOfFilesOfCurrentGroupChanged();
     }
     if (loaded.trouble)
-        tellLoadingTrouble(m_parts.alerts, m_parts.dataFile, *loaded.trouble, loaded.earlierCopy);
+        tellLoadingTrouble(m_parts.alerts, StoredList::Items, m_parts.dataFile.file(), *loaded.trouble,
+                           loaded.earlierCopy);
     return !loaded.trouble;
 }
 

@@ -27,23 +27,37 @@ QString timeOfCopy(const std::string& copy) {
     return QLocale().toString(time.toLocalTime(), QLocale::ShortFormat);
 }
 
-QString whatWasLoaded(const FilesInfoFile& file, const std::string& earlierCopy) {
+QString whatFailed(StoredList list, bool isOfNewerVersion) {
+    if (list == StoredList::Items)
+        return isOfNewerVersion ? text("The list of items can only be read.")
+                                : text("The list of items could not be read.");
+    return isOfNewerVersion ? text("The list of groups can only be read.")
+                            : text("The list of groups could not be read.");
+}
+
+QString whatWasLoaded(StoredList list, const RecordsFile& file, const std::string& earlierCopy) {
+    const bool isOfItems = list == StoredList::Items;
     if (!earlierCopy.empty())
-        return text("The list as it was on %1 was loaded instead (%2). What was hidden or brought back "
-                    "since then is found by restoring the folders that it lay in.")
+        return (isOfItems ? text("The list as it was on %1 was loaded instead (%2). What was hidden or "
+                                 "brought back since then is found by restoring the folders that it lay in.")
+                          : text("The groups as they were on %1 were loaded instead (%2)."))
             .arg(timeOfCopy(earlierCopy), shownPath(lastPathComponent(earlierCopy)));
     if (file.isOfNewerVersion())
         return text("It can be looked at, but not changed.");
-    return text("No earlier copy of it could be read. Hidden items are found again by restoring the folders "
-                "that they lie in.");
+    return isOfItems ? text("No earlier copy of it could be read. Hidden items are found again by restoring "
+                            "the folders that they lie in.")
+                     : text("No earlier copy of it could be read. The groups that Veilkeep begins with were "
+                            "made anew; no item is lost.");
 }
 
-QString whatBecomesOfTheFile(const FilesInfoFile& file, const Error& trouble) {
+QString whatBecomesOfTheFile(StoredList list, const RecordsFile& file, const Error& trouble) {
     const bool isSystems = trouble.code == ErrorCode::System;
     if (!itemExistsAt(file.path()) || (isSystems && trouble.systemError == ENOENT))
         return {};
     if (trouble.code == ErrorCode::NotAFile || (isSystems && trouble.systemError == ELOOP))
-        return text("The list cannot be saved, and nothing can be hidden, as long as it is there.");
+        return list == StoredList::Items
+                   ? text("The list cannot be saved, and nothing can be hidden, as long as it is there.")
+                   : text("The list cannot be saved as long as it is there.");
     if (file.isOfNewerVersion())
         return text("The file stays as it is: nothing is saved to it.");
     return text("When the list is saved next, the file is kept beside it under a name that begins with %1.")
@@ -52,15 +66,13 @@ QString whatBecomesOfTheFile(const FilesInfoFile& file, const Error& trouble) {
 
 } // namespace
 
-void tellLoadingTrouble(Alerts& alerts, const FilesInfoFile& file, const Error& trouble,
+void tellLoadingTrouble(Alerts& alerts, StoredList list, const RecordsFile& file, const Error& trouble,
                         const std::string& earlierCopy) {
     const QString found = text("%1: %2").arg(shownPath(file.path()), errorReason(trouble));
-    QStringList message{found, whatWasLoaded(file, earlierCopy), whatBecomesOfTheFile(file, trouble)};
+    QStringList message{found, whatWasLoaded(list, file, earlierCopy),
+                        whatBecomesOfTheFile(list, file, trouble)};
     message.removeAll(QString());
-    alerts.ADRunInformationalAlertSheet(Alert::Window::None,
-                                        file.isOfNewerVersion()
-                                            ? text("The list of items can only be read.")
-                                            : text("The list of items could not be read."),
+    alerts.ADRunInformationalAlertSheet(Alert::Window::None, whatFailed(list, file.isOfNewerVersion()),
                                         message.join(QStringLiteral("\n\n")), text("OK"));
 }
 
