@@ -8,6 +8,7 @@
 #include "filelist/Texts.h"
 #include "format/ErrorText.h"
 
+#include <algorithm>
 #include <exception>
 
 namespace veilkeep {
@@ -36,6 +37,8 @@ bool HideOperations::hideFile(const ListedFile& file, bool privilidged, bool col
     if (code == 0)
         return true;
     if (is(code, WorkerError::NotEnoughRights)) {
+        if (!privilidged && mayMovePrivilidgedUnasked())
+            return hideFile(file, true, collectErrors);
         if (collectErrors)
             addError(text("Not enough rights"), *file);
         else if (mayAuthenticate()) {
@@ -153,6 +156,15 @@ bool HideOperations::mayAuthenticate() const {
     return m_parts.security && m_parts.security->isEnabled();
 }
 
+// While nobody is there. The authority is asked once in a batch.
+bool HideOperations::mayMovePrivilidgedUnasked() {
+    if (!m_missing.isNobodyThere())
+        return false;
+    if (!m_rightsAreHeld)
+        m_rightsAreHeld = mayAuthenticate() && m_parts.security->runsWithoutAsking();
+    return *m_rightsAreHeld;
+}
+
 bool HideOperations::askToAuthenticate(const QString& title, const QString& message) {
     const int answer = m_parts.alerts.ADRunCriticalAlertSheet(Alert::Window::None, title, message,
                                                               text("Authentificate"), text("Cancel"));
@@ -184,6 +196,7 @@ bool HideOperations::runBatch(WorkerOperation operation, const Files& files, boo
     const bool hides = operation == WorkerOperation::Hide;
     const Files batch = files; // the list may change meanwhile
     m_lastBatch.clear();
+    m_rightsAreHeld.reset();
     if (batch.empty()) {
         m_saver.saveDataToDisk();
         emit batchRunningChanged(false);
@@ -260,6 +273,18 @@ void HideOperations::addError(const QString& error, const File& forFile) {
 
 void HideOperations::clearErrorList() {
     m_errors.clear();
+    emit errorsChanged();
+}
+
+void HideOperations::dropRepeatedErrors(std::size_t first) {
+    const std::vector<ErrorEntry> known(m_errors.begin(),
+                                        m_errors.begin() + static_cast<std::ptrdiff_t>(first));
+    const auto repeated = std::ranges::remove_if(
+        m_errors.begin() + static_cast<std::ptrdiff_t>(first), m_errors.end(),
+        [&](const ErrorEntry& error) { return std::ranges::find(known, error) != known.end(); });
+    if (repeated.empty())
+        return;
+    m_errors.erase(repeated.begin(), repeated.end());
     emit errorsChanged();
 }
 

@@ -12,7 +12,9 @@
 #include <QObject>
 #include <QString>
 
+#include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 namespace veilkeep {
@@ -41,6 +43,9 @@ public:
     void addError(const QString& error, const File& forFile);
     void clearErrorList();
     const std::vector<ErrorEntry>& errors() const { return m_errors; }
+    // Drops those after the first so many that equal one of the first: a batch that is done again and again
+    // while nobody looks tells the same each time.
+    void dropRepeatedErrors(std::size_t first);
     int showErrorsMessage(const QString& title, const QString& withInfoText, const QStringList& andButtons);
 
 signals:
@@ -52,6 +57,7 @@ private:
     bool unhideParent(const ListedFile& file, bool collectErrors);
     MovedItem outcomeBefore(const ListedFile& file) const;
     bool mayAuthenticate() const;
+    bool mayMovePrivilidgedUnasked();
     bool askToAuthenticate(const QString& title, const QString& message);
     void tell(const QString& title, const QString& message);
     void tellOrCollect(const ListedFile& file, std::int32_t code, bool collectErrors);
@@ -65,7 +71,8 @@ private:
     ListSaver& m_saver;
     ItemMover m_mover;
     std::vector<ErrorEntry> m_errors;
-    MovedItem m_outcome; // of the item in hand
+    std::optional<bool> m_rightsAreHeld; // in this batch
+    MovedItem m_outcome;                 // of the item in hand
     std::vector<MovedItem> m_lastBatch;
     std::vector<Error> m_batchTroubles;
 };

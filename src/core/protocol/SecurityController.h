@@ -40,6 +40,9 @@ public:
     // minutes. Never asks the user.
     bool authorized();
 
+    // Whether a run as administrator would not ask the user either, which it may although the right is held.
+    bool runsWithoutAsking() { return held() == RightsAuthority::Answer::Granted; }
+
     // 0 when the last authorisation or run began well, else the RightsAuthority::Answer that stood in its
     // way.
     std::int32_t status() const { return m_status; }
