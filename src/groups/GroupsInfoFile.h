@@ -1,7 +1,7 @@
 #pragma once
 
 #include "core/records/Group.h"
-#include "core/storage/SafeFile.h"
+#include "core/storage/RecordsFile.h"
 
 #include <memory>
 #include <optional>
@@ -14,30 +14,26 @@ namespace veilkeep {
 // A record of the group list. It is changed through GroupViewController alone.
 using ListedGroup = std::shared_ptr<const Group>;
 
-// "GroupsInfo.Veilkeep": the groups on the disk, as a dictionary of "groups" and whatever a later version put
-// beside it, with the care that FilesInfoFile takes of the list of items. Main thread.
+// "GroupsInfo.Veilkeep": the groups on the disk, with the care that RecordsFile takes. Main thread.
 class GroupsInfoFile {
 public:
     explicit GroupsInfoFile(std::string path, SafeFileOptions options = {});
 
     const std::string& path() const { return m_file.path(); }
+    const RecordsFile& file() const { return m_file; }
 
-    struct Loaded {
-        std::optional<std::vector<Group>> groups; // nothing where there is none, or none that can be read
-        std::optional<Error> trouble;             // why the file itself could not be taken, or taken freely
-        std::string earlierCopy;                  // taken instead; empty where none was
+    struct Loaded { // as RecordsFile::Loaded
+        std::optional<std::vector<Group>> groups;
+        std::optional<Error> trouble;
+        std::string earlierCopy;
     };
     Loaded load();
-
-    // NewerVersion when a later version wrote what was loaded: that must stay as it is.
     Result<SafeFile::Saved> save(std::span<const ListedGroup> groups);
 
-    bool isOfNewerVersion() const { return m_isOfNewerVersion; }
+    bool isOfNewerVersion() const { return m_file.isOfNewerVersion(); }
 
 private:
-    SafeFile m_file;
-    std::vector<PropertyDictionary::Entry> m_unknown; // beside "groups"
-    bool m_isOfNewerVersion = false;
+    RecordsFile m_file;
 };
 
 } // namespace veilkeep
