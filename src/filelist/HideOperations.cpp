@@ -277,6 +277,8 @@ void HideOperations::clearErrorList() {
 }
 
 void HideOperations::dropRepeatedErrors(std::size_t first) {
+    if (first > m_errors.size())
+        return;
     const std::vector<ErrorEntry> known(m_errors.begin(),
                                         m_errors.begin() + static_cast<std::ptrdiff_t>(first));
     const auto repeated = std::ranges::remove_if(

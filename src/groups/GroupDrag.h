@@ -11,9 +11,9 @@ namespace veilkeep {
 struct GroupDrag {
     static constexpr const char* groupMovePasteboardType = "groupMovePBoardType";
 
-    std::optional<std::vector<std::string>> filePaths; // "filesPBoardType": of rows of the files table
-    std::optional<std::vector<std::size_t>> groupRows; // "groupMovePBoardType": of the group list itself
-    std::optional<std::vector<std::string>> fileNames; // of other programs: paths
+    std::optional<std::vector<std::string>> filePaths = {}; // "filesPBoardType": of rows of the files table
+    std::optional<std::vector<std::size_t>> groupRows = {}; // "groupMovePBoardType": of the group list itself
+    std::optional<std::vector<std::string>> fileNames = {}; // of other programs: paths
 };
 
 struct DropAnswer {

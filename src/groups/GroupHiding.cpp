@@ -202,7 +202,7 @@ void GroupViewController::autoUnhideThread() {
         }
     }
     m_autoUnhideHappened = true;
-    logItems("Stayed hidden", autoHideFiles(File::Visible), reasons);
+    logItems("Not brought back", autoHideFiles(File::Visible), reasons);
     if (m_parts.turns.isLeaving()) {
         logLine("The user leaves; the AutoHide groups were not shown to their end");
         return;

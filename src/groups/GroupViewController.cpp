@@ -35,6 +35,9 @@ void GroupViewController::start() {
     loadDataFromDisk();
     if (m_groups.empty())
         initMainGroupRows();
+    else
+        saveDataToDisk();
+    emit groupsChanged();
     const auto first =
         std::ranges::find_if(m_groups, [](const ListedGroup& group) { return !group->isHeaderRow(); });
     setCurrent(first == m_groups.end() ? nullptr : *first);
@@ -51,19 +54,16 @@ void GroupViewController::loadDataFromDisk() {
             setDefaultImage(group);
         m_groups.push_back(std::make_shared<Group>(std::move(group)));
     }
-    emit groupsChanged();
-    if (!loaded.trouble)
-        return;
-    tellLoadingTrouble(m_parts.alerts, StoredList::Groups, m_parts.dataFile.file(), *loaded.trouble,
-                       loaded.earlierCopy);
-    if (m_groups.empty())
-        initMainGroupRows();
-    else if (!m_parts.dataFile.isOfNewerVersion())
-        saveDataToDisk();
+    m_isToBeSaved = loaded.trouble && !m_parts.dataFile.isOfNewerVersion();
+    if (loaded.trouble)
+        tellLoadingTrouble(m_parts.alerts, StoredList::Groups, m_parts.dataFile.file(), *loaded.trouble,
+                           loaded.earlierCopy);
 }
 
 bool GroupViewController::saveDataToDisk() {
-    m_isToBeSaved = false;
+    const GroupsInfoFile& file = m_parts.dataFile;
+    if (!m_isToBeSaved && (file.isOfNewerVersion() || file.file().isAsLeft()))
+        return true;
     if (m_itemsAreSavedFirst && !m_parts.files.saveDataToDisk()) {
         setSaveTrouble(m_parts.files.saveTrouble());
         return false;
@@ -71,7 +71,8 @@ bool GroupViewController::saveDataToDisk() {
     m_itemsAreSavedFirst = false;
     const auto saved = m_parts.dataFile.save(m_groups);
     if (!saved)
-        logError("Failed to save the groups to file " + m_parts.dataFile.path(), saved.error());
+        logError("Failed to save the groups to file " + file.path(), saved.error());
+    m_isToBeSaved = !saved;
     setSaveTrouble(saved ? std::nullopt : std::optional(saved.error()));
     return saved.has_value();
 }

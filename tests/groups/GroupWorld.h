@@ -1,0 +1,106 @@
+#pragma once
+
+#include "groups/GroupViewController.h"
+#include "tests/support/ListWorld.h"
+
+#include <filesystem>
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace veilkeep::test {
+
+// An image's bytes are its name.
+class NamedImages : public GroupImages {
+public:
+    std::optional<Bytes> imageNamed(std::string_view name) const override {
+        return names.contains(name) ? std::optional(Bytes{name}) : std::nullopt;
+    }
+    std::optional<Bytes> imageAtPath(std::string_view path) const override {
+        const std::string content = readFile(std::string(path));
+        return content.empty() ? std::nullopt : std::optional(Bytes{content});
+    }
+    std::set<std::string, std::less<>> names = {"folder-documents_alt", "folder-pictures", "folder_private",
+                                                "folder-generic.png"};
+};
+
+class SignalCount {
+public:
+    template <class Object, class Signal>
+    SignalCount(Object* object, Signal signal) {
+        QObject::connect(object, signal, &m_context, [this] { ++m_count; });
+    }
+    int size() const { return m_count; }
+
+private:
+    QObject m_context;
+    int m_count = 0;
+};
+
+class CountedSounds : public Sounds {
+public:
+    void playSound(const char* key) override { ++played[key]; }
+    std::map<std::string, int> played;
+};
+
+// The groups with all that they work with, started, in a scratch home. Made anew it is the next start.
+struct GroupWorld {
+    explicit GroupWorld(ListWorldOptions options = {}, bool withImages = true)
+        : list(withSelection(options, selection)),
+          groups({file, *list.list, selection, mark, list.alerts, list.turns, withImages ? &images : nullptr,
+                  &sounds}) {}
+
+    // With what the groups' file is to bring; alerts are expected before.
+    GroupWorld& started() {
+        groups.start();
+        return *this;
+    }
+
+    ListedGroup row(std::size_t number) const { return groups.groups()[number]; }
+    ListedGroup autoHideGroup() {
+        const ListedGroup group = groups.addGroup();
+        groups.setAutoHide(true, group);
+        return group;
+    }
+    ListedFile add(const std::string& path, const ListedGroup& group) {
+        const ListedFile added = list.add(path);
+        list.list->moveFiles({added}, *group->groupID());
+        return added;
+    }
+    void expectRemoval(const ListedGroup& group) {
+        list.presenter.expect({.title = QString("Are you sure you want to remove \"%1\" group?")
+                                            .arg(QString::fromStdString(std::string(group->name()))),
+                               .answer = "Remove"});
+    }
+    std::vector<std::string> names() const {
+        std::vector<std::string> all;
+        for (const ListedGroup& group : groups.groups())
+            all.emplace_back(group->name());
+        return all;
+    }
+    static std::string dataPath() { return OwnPlaces::current().dataDirectory + "/GroupsInfo.Veilkeep"; }
+    static void forgetAll() { std::filesystem::remove_all(OwnPlaces::current().dataDirectory); }
+    static std::vector<std::string> savedNames() {
+        std::vector<std::string> names;
+        for (const Group& group : GroupsInfoFile(dataPath()).load().groups.value_or(std::vector<Group>()))
+            names.emplace_back(group.name());
+        return names;
+    }
+
+    GroupSelection selection;
+    ListWorld list;
+    GroupsInfoFile file{dataPath()};
+    AutoHideMark mark{OwnPlaces::current().dataDirectory};
+    NamedImages images;
+    CountedSounds sounds;
+    GroupViewController groups;
+
+private:
+    static ListWorldOptions withSelection(ListWorldOptions options, const GroupSelection& selection) {
+        options.groups = &selection;
+        return options;
+    }
+};
+
+} // namespace veilkeep::test
