@@ -4,7 +4,6 @@
 #include "tests/support/ListWorld.h"
 
 #include <filesystem>
-#include <map>
 #include <set>
 #include <string>
 #include <vector>
@@ -25,31 +24,12 @@ public:
                                                 "folder-generic.png"};
 };
 
-class SignalCount {
-public:
-    template <class Object, class Signal>
-    SignalCount(Object* object, Signal signal) {
-        QObject::connect(object, signal, &m_context, [this] { ++m_count; });
-    }
-    int size() const { return m_count; }
-
-private:
-    QObject m_context;
-    int m_count = 0;
-};
-
-class CountedSounds : public Sounds {
-public:
-    void playSound(const char* key) override { ++played[key]; }
-    std::map<std::string, int> played;
-};
-
 // The groups with all that they work with, started, in a scratch home. Made anew it is the next start.
 struct GroupWorld {
     explicit GroupWorld(ListWorldOptions options = {}, bool withImages = true)
         : list(withSelection(options, selection)),
-          groups({file, *list.list, selection, mark, list.alerts, list.turns, withImages ? &images : nullptr,
-                  &sounds}) {}
+          groups(
+              {file, *list.list, selection, mark, list.alerts, list.turns, withImages ? &images : nullptr}) {}
 
     // With what the groups' file is to bring; alerts are expected before.
     GroupWorld& started() {
@@ -68,10 +48,13 @@ struct GroupWorld {
         list.list->moveFiles({added}, *group->groupID());
         return added;
     }
-    void expectRemoval(const ListedGroup& group) {
+    void expectRemoval(const ListedGroup& group, const QString& answer = "Remove") {
         list.presenter.expect({.title = QString("Are you sure you want to remove \"%1\" group?")
                                             .arg(QString::fromStdString(std::string(group->name()))),
-                               .answer = "Remove"});
+                               .answer = answer,
+                               .message = "All files of this group will be moved to the \"All Files\" group.",
+                               .buttons = QStringList{"Remove", "Cancel"},
+                               .style = Alert::Style::Critical});
     }
     std::vector<std::string> names() const {
         std::vector<std::string> all;
@@ -93,7 +76,6 @@ struct GroupWorld {
     GroupsInfoFile file{dataPath()};
     AutoHideMark mark{OwnPlaces::current().dataDirectory};
     NamedImages images;
-    CountedSounds sounds;
     GroupViewController groups;
 
 private:
