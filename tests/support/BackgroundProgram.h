@@ -17,6 +17,7 @@ public:
     BackgroundProgram(const BackgroundProgram&) = delete;
     BackgroundProgram& operator=(const BackgroundProgram&) = delete;
 
+    pid_t process() const { return m_process; }
     std::string readLine(); // from its standard output; empty where it ended before
 
 private:

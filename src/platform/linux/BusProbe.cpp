@@ -44,18 +44,25 @@ UniqueFd connectTo(const std::string& name) {
 
 } // namespace
 
-bool answersAsBus(const std::string& address, std::chrono::milliseconds limit) {
+std::optional<UniqueFd> greetBus(const std::string& address) {
     std::optional<std::string> name = valueOf(address, "path=");
     if (!name)
         if (const auto abstract = valueOf(address, "abstract="))
             name = std::string(1, '\0') + *abstract;
     if (!name)
-        return true;
-    const UniqueFd socket = connectTo(*name);
+        return std::nullopt;
+    UniqueFd socket = connectTo(*name);
     constexpr std::string_view greeting("\0AUTH\r\n", 7); // asks for the ways to log in
-    if (!socket || ::send(socket.get(), greeting.data(), greeting.size(), MSG_NOSIGNAL) < 0)
-        return false;
-    pollfd answer = {socket.get(), POLLIN, 0};
+    if (socket && ::send(socket.get(), greeting.data(), greeting.size(), MSG_NOSIGNAL) < 0)
+        socket.reset();
+    return socket;
+}
+
+bool answersAsBus(const std::string& address, std::chrono::milliseconds limit) {
+    const std::optional<UniqueFd> socket = greetBus(address);
+    if (!socket || !*socket)
+        return !socket;
+    pollfd answer = {socket->get(), POLLIN, 0};
     return retryOnInterrupt([&] { return ::poll(&answer, 1, static_cast<int>(limit.count())); }) > 0;
 }
 

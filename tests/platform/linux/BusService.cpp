@@ -48,7 +48,8 @@ bool BusService::handleMessage(const QDBusMessage& message, const QDBusConnectio
         const std::lock_guard lock(m_mutex);
         m_calls.push_back(message);
     }
-    return connection.send(m_handler(message));
+    const QDBusMessage answer = m_handler(message);
+    return answer.type() == QDBusMessage::InvalidMessage || connection.send(answer);
 }
 
 } // namespace veilkeep::test

@@ -12,7 +12,8 @@
 namespace veilkeep::test {
 
 // Stands for a service of a message bus: answers every call at every object by one function, in a thread of
-// its own, and remembers the calls. Without a name it is known by its connection alone.
+// its own, and remembers the calls. Without a name it is known by its connection alone. An
+// invalid message is no answer yet.
 class BusService : private QDBusVirtualObject {
 public:
     using Handler = std::function<QDBusMessage(const QDBusMessage& call)>;

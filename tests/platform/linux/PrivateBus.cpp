@@ -1,5 +1,7 @@
 #include "tests/platform/linux/PrivateBus.h"
 
+#include <sys/socket.h>
+#include <sys/un.h>
 #include <unistd.h>
 
 #include <cstdlib>
@@ -7,22 +9,35 @@
 namespace veilkeep::test {
 namespace {
 
-std::string address() {
-    return "unix:abstract=veilkeep-test-" + std::to_string(::getpid());
+using Place = PrivateBus::Place;
+
+std::string address(Place place) {
+    const char* const which = place == Place::System ? "system-" : "session-";
+    return std::string("unix:abstract=veilkeep-test-") + which + std::to_string(::getpid());
 }
 
-std::string configuration(const ScratchTree& tree) {
+std::string configuration(const ScratchTree& tree, Place place) {
     return tree.makeFile("bus.conf",
-                         "<busconfig><type>custom</type><listen>" + address() +
+                         "<busconfig><type>custom</type><listen>" + address(place) +
                              "</listen><policy context='default'><allow user='*'/><allow own='*'/>"
                              "<allow send_destination='*'/><allow receive_sender='*'/></policy></busconfig>");
 }
 
 } // namespace
 
+UniqueFd listenAt(const std::string& path) {
+    sockaddr_un place = {AF_UNIX, {}};
+    path.copy(place.sun_path, sizeof place.sun_path - 1);
+    UniqueFd socket(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
+    if (::bind(socket.get(), reinterpret_cast<const sockaddr*>(&place), sizeof place) != 0 ||
+        ::listen(socket.get(), 1) != 0)
+        socket.reset();
+    return socket;
+}
+
 PrivateBus::PrivateBus(const ScratchTree& tree, Place place)
-    : m_daemon(
-          {"/usr/bin/dbus-daemon", "--nofork", "--print-address", "--config-file=" + configuration(tree)}) {
+    : m_daemon({"/usr/bin/dbus-daemon", "--nofork", "--print-address",
+                "--config-file=" + configuration(tree, place)}) {
     useItsAddress(place);
     if (m_daemon.readLine().empty())
         m_whyMissing = "dbus-daemon cannot be started here";
@@ -30,7 +45,7 @@ PrivateBus::PrivateBus(const ScratchTree& tree, Place place)
 
 void PrivateBus::useItsAddress(Place place) {
     ::setenv(place == Place::System ? "DBUS_SYSTEM_BUS_ADDRESS" : "DBUS_SESSION_BUS_ADDRESS",
-             address().c_str(), 1);
+             address(place).c_str(), 1);
 }
 
 } // namespace veilkeep::test

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/base/UniqueFd.h"
 #include "tests/support/BackgroundProgram.h"
 #include "tests/support/ScratchTree.h"
 
@@ -7,9 +8,13 @@
 
 namespace veilkeep::test {
 
+// A socket that takes connections and never says a word.
+UniqueFd listenAt(const std::string& path);
+
 // A message bus of the test's own in the place of the system's or the user's, where everybody may do
-// everything and nothing is started on demand. All that a process makes one after the other have the same
-// address, for the bus library remembers the first; tests that run at the same time have others.
+// everything and nothing is started on demand. All that a process makes for one place, one after the
+// other, have the same address, for the bus library remembers the first; tests that run at the same time have
+// others.
 class PrivateBus {
 public:
     enum class Place { System, Session };
