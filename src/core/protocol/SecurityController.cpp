@@ -151,6 +151,9 @@ ChildProcessResult SecurityController::run(const std::string& tool,
     options.inheritEnvironment = false;
     options.variables = {"LANG=C.UTF-8", "PATH=/usr/sbin:/usr/bin:/sbin:/bin"};
     options.tick = &m_tick;
+    m_isEnded = false;
+    if (m_shouldEnd)
+        options.shouldEnd = [this] { return m_isEnded = m_shouldEnd(); };
     return runChildProcess(m_pkexec, command, options);
 }
 
@@ -163,7 +166,8 @@ CloakWorkerResult SecurityController::resultOf(const ChildProcessResult& run) {
         logError(topic, run.error);
         return refuse(Answer::Unavailable);
     }
-    if (run.exitedWith(dismissedExit)) {
+    const bool isEnded = m_isEnded && run.end == ChildProcessResult::End::Signalled;
+    if (isEnded || run.exitedWith(dismissedExit)) {
         logReason(reasonFor(Answer::Dismissed));
         return refuse(Answer::Dismissed);
     }

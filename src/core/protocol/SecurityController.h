@@ -6,7 +6,9 @@
 #include "core/storage/UserDefaults.h"
 
 #include <cstdint>
+#include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace veilkeep {
@@ -26,6 +28,9 @@ public:
     ~SecurityController();
     SecurityController(const SecurityController&) = delete;
     SecurityController& operator=(const SecurityController&) = delete;
+
+    // Asked while pkexec asks the user: true ends that question, as if the user had dismissed it.
+    void setShouldEnd(std::function<bool()> shouldEnd) { m_shouldEnd = std::move(shouldEnd); }
 
     // The one that was made, null before and after its life. For the wiring only.
     static SecurityController* sharedInstance();
@@ -66,6 +71,8 @@ private:
     std::string m_inProgressFolder;
     Tick m_tick;
     std::string m_pkexec;
+    std::function<bool()> m_shouldEnd;
+    bool m_isEnded = false; // the run that is told of
     bool m_authorized = false;
     std::int32_t m_status = 0;
 };

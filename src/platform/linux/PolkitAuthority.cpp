@@ -17,6 +17,7 @@ using Interaction = RightsAuthority::Interaction;
 
 constexpr std::chrono::milliseconds limitWithoutQuestion = std::chrono::seconds(25);
 constexpr uint allowUserInteraction = 1;
+constexpr QLatin1String questionId("question"); // told apart from other programs' by the connection
 constexpr QLatin1String temporaryIdKey("polkit.temporary_authorization_id");
 constexpr QLatin1String retainsKey("polkit.retains_authorization_after_challenge");
 constexpr QLatin1String dismissedKey("polkit.dismissed");
@@ -35,6 +36,12 @@ Answer answerFrom(const std::optional<PolkitResult>& result, Interaction interac
     return interaction == Interaction::Allowed ? Answer::NoAgent : Answer::Refused;
 }
 
+QDBusMessage authorityCall(const QString& method) {
+    return QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.PolicyKit1"),
+                                          QStringLiteral("/org/freedesktop/PolicyKit1/Authority"),
+                                          QStringLiteral("org.freedesktop.PolicyKit1.Authority"), method);
+}
+
 } // namespace
 
 PolkitAuthority::PolkitAuthority(Tick tick) : m_tick(std::move(tick)) {
@@ -46,7 +53,18 @@ Answer PolkitAuthority::check(const std::string& action, Interaction interaction
     const auto held = ask(action, Interaction::Never);
     const bool asks = interaction == Interaction::Allowed && held && held->isChallenge &&
                       held->details.contains(retainsKey);
-    return asks ? answerFrom(ask(action, interaction), interaction) : answerFrom(held, Interaction::Never);
+    if (!asks)
+        return answerFrom(held, Interaction::Never);
+    m_isCancelled = false;
+    const Answer answer = answerFrom(ask(action, interaction), interaction);
+    return m_isCancelled ? Answer::Dismissed : answer;
+}
+
+void PolkitAuthority::cancel() {
+    if (!m_questionBus || std::exchange(m_isCancelled, true))
+        return;
+    QDBusMessage message = authorityCall(QStringLiteral("CancelCheckAuthorization"));
+    m_questionBus->send(message << QString(questionId));
 }
 
 Answer PolkitAuthority::giveUp(const std::string& action) {
@@ -63,7 +81,7 @@ std::optional<PolkitResult> PolkitAuthority::ask(const std::string& action, Inte
     const QVariantList arguments = {QVariant::fromValue(PolkitSubject::thisProcess()),
                                     QString::fromStdString(action), QVariant::fromValue(PolkitDetails()),
                                     interaction == Interaction::Allowed ? allowUserInteraction : 0U,
-                                    QString()};
+                                    interaction == Interaction::Allowed ? QString(questionId) : QString()};
     const auto answer = call(QStringLiteral("CheckAuthorization"), arguments, interaction);
     if (!answer)
         return std::nullopt;
@@ -72,13 +90,14 @@ std::optional<PolkitResult> PolkitAuthority::ask(const std::string& action, Inte
 
 std::optional<QVariantList> PolkitAuthority::call(const QString& method, const QVariantList& arguments,
                                                   Interaction interaction) {
-    QDBusMessage message = QDBusMessage::createMethodCall(
-        QStringLiteral("org.freedesktop.PolicyKit1"), QStringLiteral("/org/freedesktop/PolicyKit1/Authority"),
-        QStringLiteral("org.freedesktop.PolicyKit1.Authority"), method);
+    QDBusMessage message = authorityCall(method);
     message.setArguments(arguments);
     const bool mayAsk = interaction == Interaction::Allowed;
+    const SystemBus bus;
+    m_questionBus = mayAsk ? &bus : nullptr;
     const QDBusMessage reply =
-        SystemBus().call(message, mayAsk ? std::nullopt : std::optional(limitWithoutQuestion), m_tick);
+        bus.call(message, mayAsk ? std::nullopt : std::optional(limitWithoutQuestion), m_tick);
+    m_questionBus = nullptr;
     if (reply.type() == QDBusMessage::ReplyMessage)
         return reply.arguments();
     logLine("polkit: " + reply.errorName().toStdString() + ": " + reply.errorMessage().toStdString());

@@ -1,5 +1,6 @@
 #include "platform/linux/SystemBus.h"
 
+#include <QDBusPendingCall>
 #include <QString>
 #include <QUuid>
 
@@ -12,13 +13,12 @@ namespace {
 
 constexpr int unlimited = std::numeric_limits<int>::max();
 
-QDBusMessage waitTicking(std::future<QDBusMessage> answer, Tick& tick) {
+void waitTicking(const std::future<void>& answered, Tick& tick) {
     while (const auto due = tick.nextDue()) {
-        if (answer.wait_until(*due) == std::future_status::ready)
+        if (answered.wait_until(*due) == std::future_status::ready)
             break;
         tick.callWhenDue();
     }
-    return answer.get();
 }
 
 } // namespace
@@ -34,14 +34,20 @@ SystemBus::~SystemBus() {
 QDBusMessage SystemBus::call(const QDBusMessage& message, std::optional<std::chrono::milliseconds> limit,
                              Tick& tick) const {
     const int timeout = limit ? static_cast<int>(limit->count()) : unlimited;
-    const auto ask = [&] { return m_connection.call(message, QDBus::Block, timeout); };
-    if (!tick.nextDue())
-        return ask();
-    try {
-        return waitTicking(std::async(std::launch::async, ask), tick);
-    } catch (const std::system_error&) { // no thread to be had
-        return ask();
+    QDBusPendingCall answer = m_connection.asyncCall(message, timeout);
+    if (tick.nextDue()) {
+        try {
+            waitTicking(std::async(std::launch::async, [answer]() mutable { answer.waitForFinished(); }),
+                        tick);
+        } catch (const std::system_error&) { // no thread to be had: it is waited for without the tick
+        }
     }
+    answer.waitForFinished();
+    return answer.reply();
+}
+
+void SystemBus::send(const QDBusMessage& call) const {
+    m_connection.send(call);
 }
 
 } // namespace veilkeep

@@ -24,6 +24,8 @@ public:
     QDBusMessage call(const QDBusMessage& message, std::optional<std::chrono::milliseconds> limit,
                       Tick& tick) const;
 
+    void send(const QDBusMessage& call) const; // after the calls before it, without an answer
+
 private:
     QDBusConnection m_connection;
 };

@@ -124,6 +124,17 @@ TEST_F(SecurityControllerTest, AsksOnlyWhileTheRightIsNotHeld) {
     EXPECT_EQ(m_authority.givenUp, 1) << "after a request that failed";
 }
 
+TEST_F(SecurityControllerTest, EndsAQuestionOfPkexecsWhenToldSo) {
+    behave("exec tail -f /dev/null");
+    m_controller.authorize();
+    m_controller.setShouldEnd([this] { return hasRun(); });
+    EXPECT_EQ(hide(), CloakWorkerResult::resultWithErrorCode(3));
+    EXPECT_EQ(m_controller.status(), 3);
+    m_controller.setShouldEnd([] { return false; });
+    behave("kill -TERM $$");
+    EXPECT_EQ(hide(), CloakWorkerResult::resultWithErrorCode(1)) << "by somebody else";
+}
+
 TEST_F(SecurityControllerTest, NamesTheItemOnStandardInputAlone) {
     behave("printf 'NewFilename: '; printf '%s|' \"$@\"; env | grep -v '^_=\\|^PWD=' | sort; pwd; cat");
     ::setenv("LC_ALL", "C", 1);

@@ -22,6 +22,7 @@ using Interaction = RightsAuthority::Interaction;
 constexpr const char* action = "com.ostrel.Veilkeep.move";
 const QString name = QStringLiteral("org.freedesktop.PolicyKit1");
 const QString checkMethod = QStringLiteral("CheckAuthorization");
+const QString cancelMethod = QStringLiteral("CancelCheckAuthorization");
 const QString revokeMethod = QStringLiteral("RevokeTemporaryAuthorizationById");
 
 PolkitDetails detail(const char* key, const char* value = "1") {
@@ -50,6 +51,10 @@ protected:
 
     QDBusMessage answer(const QDBusMessage& call) {
         if (call.member() == checkMethod && asks(call)) {
+            if (m_isQuestionLeftOpen) {
+                m_openQuestion = call;
+                return {};
+            }
             if (m_questionMayEnd.valid())
                 m_questionMayEnd.wait();
             return call.createReply(QVariant::fromValue(m_afterQuestion));
@@ -58,12 +63,24 @@ protected:
             return call.createReply(QVariant::fromValue(m_held));
         if (call.member() == revokeMethod && m_known)
             return call.createReply();
+        if (call.member() == cancelMethod && isOpen(call)) {
+            m_polkit->connection().send(m_openQuestion->createErrorReply(name + ".Error.Cancelled", {}));
+            return call.createReply();
+        }
         return call.createErrorReply(name + QStringLiteral(".Error.Failed"),
                                      QStringLiteral("not registered"));
     }
 
+    // Known by who asked and the name that he gave it.
+    bool isOpen(const QDBusMessage& cancel) const {
+        return m_openQuestion && m_openQuestion->service() == cancel.service() &&
+               m_openQuestion->arguments().value(4) == cancel.arguments().value(0);
+    }
+
     const test::ScratchTree m_tree;
     const test::PrivateBus m_bus{m_tree};
+    bool m_isQuestionLeftOpen = false;
+    std::optional<QDBusMessage> m_openQuestion;
     PolkitResult m_held, m_afterQuestion;
     bool m_known = true;
     std::future<void> m_questionMayEnd;
@@ -142,6 +159,23 @@ TEST_F(PolkitAuthorityTest, TicksWhileTheUserIsAsked) {
             end.set_value();
     }));
     EXPECT_EQ(authority.check(action, Interaction::Allowed), Answer::Granted);
+}
+
+TEST_F(PolkitAuthorityTest, EndsAQuestionWhenToldSo) {
+    m_held = askable;
+    m_isQuestionLeftOpen = true;
+    PolkitAuthority* asking = nullptr;
+    PolkitAuthority authority(Tick([&] { asking->cancel(); }, std::chrono::milliseconds(0)));
+    asking = &authority;
+    authority.cancel(); // none is open
+    EXPECT_EQ(authority.check(action, Interaction::Allowed), Answer::Dismissed);
+    EXPECT_EQ(m_polkit->calls(cancelMethod).size(), 1U);
+    m_isQuestionLeftOpen = false;
+    m_afterQuestion = granted;
+    asking->cancel();
+    m_held = granted;
+    EXPECT_EQ(authority.check(action, Interaction::Allowed), Answer::Granted)
+        << "no question, nothing to end";
 }
 
 TEST(PolkitAuthorityWithoutPolkit, IsUnavailable) {
