@@ -35,11 +35,10 @@ void LinuxSessionEvents::connectPower() {
 }
 
 void LinuxSessionEvents::connectLocks() {
-    connect(&m_session, &LogindSession::activeChanged, this,
-            [this](bool isActive) {
-                if (std::exchange(m_isActive, isActive) != isActive)
-                    emit absenceChanged(Absence::Session, !isActive);
-            });
+    connect(&m_session, &LogindSession::activeChanged, this, [this](bool isActive) {
+        if (std::exchange(m_isActive, isActive) != isActive)
+            emit absenceChanged(Absence::Session, !isActive);
+    });
     connect(&m_session, &LogindSession::lockedHintChanged, this, [this](bool isLocked) {
         m_lockSigns.setHint(isLocked);
         tellLock();
