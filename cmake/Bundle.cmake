@@ -21,6 +21,12 @@ endfunction()
 configure_file("${PROJECT_SOURCE_DIR}/resources/Info.plist.in" "${VEILKEEP_BUNDLE}/Contents/Info.plist" @ONLY)
 install(FILES "${VEILKEEP_BUNDLE}/Contents/Info.plist" DESTINATION "${VEILKEEP_INSTALLED_BUNDLE}/Contents")
 
+foreach(sound autohide drop hideUnhide panel)
+    configure_file("${PROJECT_SOURCE_DIR}/resources/sounds/${sound}.aif"
+                   "${VEILKEEP_BUNDLE}/Contents/Resources/${sound}.aif" COPYONLY)
+endforeach()
+install(DIRECTORY "${PROJECT_SOURCE_DIR}/resources/sounds/" DESTINATION "${VEILKEEP_INSTALLED_BUNDLE}/Contents/Resources")
+
 set(VEILKEEP_POLICY "${PROJECT_BINARY_DIR}/com.ostrel.Veilkeep.policy")
 configure_file("${PROJECT_SOURCE_DIR}/resources/com.ostrel.Veilkeep.policy.in" "${VEILKEEP_POLICY}" @ONLY)
 install(FILES "${VEILKEEP_POLICY}" DESTINATION /usr/share/polkit-1/actions)
