@@ -15,32 +15,44 @@ class PasswordManager {
 public:
     static constexpr const char* enabledKey = "UPW";
     static constexpr const char* digestKey = "Password";
+    static constexpr int mostRetries = 3; // the wrong entry after these ends the prompt
 
     explicit PasswordManager(UserDefaults& defaults); // not owned
+    ~PasswordManager();
+    PasswordManager(const PasswordManager&) = delete;
+    PasswordManager& operator=(const PasswordManager&) = delete;
 
     static PasswordManager* passwordManager(); // the one that was made last; null for none
 
+    // The MD5 digest of the password's ASCII bytes; of no bytes at all when a character is outside of ASCII,
+    // as digests that were stored before have it.
     static QString cypher(const QString& password);
-    void setPassword(const QString& password);
+    static bool isAscii(const QString& password);
+
+    // Stores the digest, and whatever else is pending in the defaults.
+    Result<void> setPassword(const QString& password);
     std::optional<QString> storedPassword() const;
     bool isPasswordEnabled();
-    bool checkPassword(const QString& password);
+    bool checkPassword(const QString& password); // true for every text while no password is asked for
 
-    // Where the password is asked for. Without one every question is refused. Not owned.
+    // Where the password is asked for. Without one every question is refused. Not owned; not changed for a
+    // prompt that is open.
     void setPrompt(PasswordPrompt* prompt) { m_prompt = prompt; }
-    bool isPromptVisible() const { return m_isPromptVisible; }
+    bool isPromptVisible() const { return m_openPrompt != nullptr; }
 
-    // 1 accepted, 0 refused; returns when the prompt has gone. The event loop turns meanwhile.
+    // 1 accepted, 0 refused; returns when the prompt has gone, which one that does not open or goes by itself
+    // does as well. The event loop turns meanwhile. Refused at once while a prompt is open.
     int showModalWindow();
     void okClick(const QString& entered);
-    void cancelClick();
+    void cancelClick(); // from outside as well, at any time; without an open prompt nothing happens
 
 private:
     void end(int returnCode);
 
     UserDefaults& m_defaults;
     PasswordPrompt* m_prompt = nullptr;
-    bool m_isPromptVisible = false;
+    PasswordPrompt* m_openPrompt = nullptr;
+    bool m_hasEnded = false; // of the open one
     int m_returnCode = 0;
     int m_tryCount = 0;
 };

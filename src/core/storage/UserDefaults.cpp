@@ -145,6 +145,14 @@ Result<void> UserDefaults::synchronize() {
     return {};
 }
 
+Result<void> UserDefaults::storeIfAbsent(PropertyKey key, Value value) {
+    const std::lock_guard storing(m_storing);
+    auto stored = store({{key, std::move(value)}}, Existing::Keep);
+    const std::lock_guard lock(m_mutex);
+    m_stamp.reset();
+    return stored;
+}
+
 void UserDefaults::put(Changes& changes, PropertyKey key, Value value) {
     for (Change& change : changes)
         if (change.key == key) {
@@ -169,7 +177,7 @@ void UserDefaults::refresh() const {
         m_stamp = stamp;
 }
 
-Result<void> UserDefaults::store(const Changes& changes) {
+Result<void> UserDefaults::store(const Changes& changes, Existing existing) {
     const auto target = replaceTarget(m_path);
     if (!target)
         return target.error();
@@ -186,7 +194,7 @@ Result<void> UserDefaults::store(const Changes& changes) {
     for (const Change& change : changes)
         if (change.value.isNull())
             merged.remove(change.key);
-        else
+        else if (existing == Existing::Replace || !merged.contains(change.key))
             merged.set(change.key, change.value);
     const auto xml = writePropertyList(merged);
     if (!xml)

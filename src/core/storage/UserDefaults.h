@@ -38,6 +38,10 @@ public:
     void set(PropertyKey key, Value value); // the null marker removes
     void remove(PropertyKey key);
 
+    // Stores the value at once unless the key has one by then, whoever gave it. After an error nothing is
+    // pending.
+    Result<void> storeIfAbsent(PropertyKey key, Value value);
+
     // Values for keys that are stored nowhere; never stored themselves. Later calls add to earlier ones.
     void registerDefaults(const PropertyDictionary& values);
 
@@ -53,9 +57,11 @@ private:
     };
     using Changes = std::vector<Change>;
 
+    enum class Existing { Replace, Keep };
+
     static void put(Changes& changes, PropertyKey key, Value value);
     void refresh() const;
-    Result<void> store(const Changes& changes);
+    Result<void> store(const Changes& changes, Existing existing = Existing::Replace);
 
     const std::string m_path;
     const std::chrono::milliseconds m_wait;
