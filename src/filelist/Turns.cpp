@@ -7,6 +7,8 @@
 namespace veilkeep {
 
 void Turns::run(Request request) {
+    if (m_isClosed)
+        return;
     m_requests.push_back(std::move(request));
     runAll();
 }
@@ -15,6 +17,11 @@ void Turns::leave(Request leaving) {
     m_leavings.push_back(std::move(leaving));
     m_alerts.setNobodyThere(true);
     runAll();
+}
+
+void Turns::close() {
+    m_isClosed = true;
+    m_requests.clear();
 }
 
 void Turns::runAll() {

@@ -28,6 +28,9 @@ public:
     void run(Request request);   // now, or when its turn comes
     void leave(Request leaving); // as soon as the running request has come to its end
 
+    // The list is given up: what waits is dropped, and no request runs any more.
+    void close();
+
     bool isRunning() const { return m_isRunning; }
     bool isLeaving() const { return !m_leavings.empty(); }
 
@@ -38,6 +41,7 @@ private:
     std::deque<Request> m_requests;
     std::deque<Request> m_leavings;
     bool m_isRunning = false;
+    bool m_isClosed = false;
 };
 
 } // namespace veilkeep
