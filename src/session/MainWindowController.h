@@ -6,7 +6,11 @@
 #include "session/Presence.h"
 
 #include <QObject>
+#include <QString>
+#include <QTimer>
 
+#include <functional>
+#include <memory>
 #include <string>
 
 namespace veilkeep {
@@ -31,14 +35,15 @@ protected:
 struct MainWindowControllerParts {
     GroupViewController& groups;
     FilesViewController& files;
+    const AutoHideMark& mark;
     PasswordManager& passwords;
     Turns& turns;
     SessionEvents* events = nullptr; // none: nothing is observed
     MainWindow* window = nullptr;    // none: a program without one
 };
 
-// Hides the AutoHide groups when the user leaves, shows them when he comes back, and says whether a protected
-// operation may run. Owned by the program's wiring; main thread.
+// Hides the AutoHide groups when the user leaves or the program has to end, shows them when he comes back,
+// and says whether a protected operation may run. Owned by the program's wiring; main thread.
 class MainWindowController : public QObject, public Gate {
     Q_OBJECT
 public:
@@ -51,12 +56,19 @@ public:
     // Hides first what a former run left visible, then listens.
     void start();
 
+    // The window goes once the groups are hidden. An open prompt goes at once.
     void lockApplication(Absence kind);
+
+    // In its turn. Nothing while a prompt is open, or once the user has left again.
     void unlockApplication();
+
+    // Shows the window if that is allowed, and what is hidden of the AutoHide groups a moment later. At once:
+    // whoever calls it from outside of a turn does so for somebody at the screen.
     void showVeilkeepActivateApp(bool ignoringOthers);
+
     void hideWindow();
     bool windowState() const;
-    void addFile(const std::string& path);
+    void addFile(const std::string& path); // in its turn
 
     // Gate
     bool operationAllowedWithoutAsking() const override;
@@ -66,9 +78,16 @@ signals:
     void ended(veilkeep::Ending ending); // everything that had to be done before the program ends is done
 
 private:
+    void leave(const QString& reason, const std::function<void()>& afterHiding);
     void end(Ending ending);
+    void unhideSoon();
 
     const MainWindowControllerParts m_parts;
+    std::unique_ptr<Presence> m_presence; // none where nothing is observed
+    QTimer m_unhide;
+    unsigned int m_departures = 0; // so far
+    bool m_isUnlocking = false;    // or waits for its turn
+    bool m_isEnding = false;
 };
 
 } // namespace veilkeep

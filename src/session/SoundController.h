@@ -14,6 +14,9 @@ class SoundController : public Sounds {
 public:
     // Neither is owned.
     SoundController(const std::string& folder, UserDefaults& defaults, SoundPlayer& player);
+    ~SoundController() override;
+    SoundController(const SoundController&) = delete;
+    SoundController& operator=(const SoundController&) = delete;
 
     static SoundController* sharedInstance(); // null where none was made
 

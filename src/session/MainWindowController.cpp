@@ -1,0 +1,170 @@
+#include "session/MainWindowController.h"
+
+#include "core/environment/Bundle.h"
+#include "core/log/Log.h"
+#include "filelist/Texts.h"
+
+#include <chrono>
+
+namespace veilkeep {
+namespace {
+
+// From showing the window to moving files, so that it is on the screen by then.
+constexpr std::chrono::milliseconds unhideDelay{100};
+
+MainWindowController* shared = nullptr;
+
+QString reasonOf(Absence kind) {
+    switch (kind) {
+    case Absence::Sleep:
+        return QStringLiteral("the computer goes to sleep");
+    case Absence::Lock:
+        return QStringLiteral("the screen was locked");
+    case Absence::Session:
+        return QStringLiteral("the session went to the background");
+    }
+    return {};
+}
+
+QString reasonOf(Ending ending) {
+    switch (ending) {
+    case Ending::Signal:
+        return QStringLiteral("the program was told to end");
+    case Ending::Logout:
+        return QStringLiteral("the user logs out");
+    case Ending::Shutdown:
+        return QStringLiteral("the computer shuts down");
+    }
+    return {};
+}
+
+} // namespace
+
+MainWindowController::MainWindowController(const MainWindowControllerParts& parts) : m_parts(parts) {
+    m_unhide.setSingleShot(true);
+    m_unhide.setInterval(unhideDelay);
+    connect(&m_unhide, &QTimer::timeout, this, &MainWindowController::unhideSoon);
+    if (m_parts.events) {
+        m_presence = std::make_unique<Presence>(*m_parts.events);
+        connect(m_presence.get(), &Presence::left, this, &MainWindowController::lockApplication);
+        connect(m_presence.get(), &Presence::cameBack, this, &MainWindowController::unlockApplication);
+        connect(m_parts.events, &SessionEvents::endRequested, this, &MainWindowController::end);
+    }
+    shared = this;
+}
+
+MainWindowController::~MainWindowController() {
+    if (shared == this)
+        shared = nullptr;
+}
+
+MainWindowController* MainWindowController::sharedInstance() {
+    return shared;
+}
+
+std::string MainWindowController::cloakWorkerPath() {
+    return bundledProgramPath(applicationBundlePath(), "cloakWorker");
+}
+
+void MainWindowController::start() {
+    if (m_parts.mark.isSet())
+        m_parts.turns.leave(
+            [this] { m_parts.groups.makeAutoHide(QStringLiteral("found visible from a former run")); });
+    if (m_parts.events)
+        m_parts.events->start();
+}
+
+void MainWindowController::lockApplication(Absence kind) {
+    leave(reasonOf(kind), [this] {
+        hideWindow();
+        if (m_parts.events)
+            m_parts.events->release();
+    });
+}
+
+// Whatever would show something and still waits is void from here on.
+void MainWindowController::leave(const QString& reason, const std::function<void()>& afterHiding) {
+    ++m_departures;
+    m_isUnlocking = false;
+    m_unhide.stop();
+    m_parts.passwords.cancelClick();
+    m_parts.turns.leave([this, reason, afterHiding] {
+        m_parts.groups.makeAutoHide(reason);
+        afterHiding();
+    });
+}
+
+void MainWindowController::unlockApplication() {
+    if (m_isUnlocking || m_parts.passwords.isPromptVisible())
+        return;
+    m_isUnlocking = true;
+    m_parts.turns.run([this, departures = m_departures] {
+        if (departures != m_departures)
+            return;
+        showVeilkeepActivateApp(false);
+        if (departures == m_departures)
+            m_isUnlocking = false;
+    });
+}
+
+void MainWindowController::showVeilkeepActivateApp(bool ignoringOthers) {
+    const unsigned int departures = m_departures;
+    if (!operationAllowed() || departures != m_departures)
+        return;
+    if (m_parts.window) {
+        m_parts.window->activate(ignoringOthers);
+        m_parts.window->show();
+    }
+    m_unhide.start();
+}
+
+void MainWindowController::unhideSoon() {
+    m_parts.turns.run([this, departures = m_departures] {
+        if (departures == m_departures)
+            m_parts.groups.autoUnhideThread();
+    });
+}
+
+void MainWindowController::hideWindow() {
+    if (m_parts.window)
+        m_parts.window->close();
+}
+
+bool MainWindowController::windowState() const {
+    return m_parts.window && m_parts.window->isVisible();
+}
+
+void MainWindowController::addFile(const std::string& path) {
+    m_parts.turns.run([this, path] { m_parts.files.addFiles({path}); });
+}
+
+bool MainWindowController::operationAllowedWithoutAsking() const {
+    return !m_parts.passwords.isPasswordEnabled() || windowState();
+}
+
+bool MainWindowController::operationAllowed() {
+    if (operationAllowedWithoutAsking())
+        return true;
+    if (m_parts.passwords.isPromptVisible() || m_parts.turns.isLeaving())
+        return false;
+    return m_parts.passwords.showModalWindow() != 0;
+}
+
+void MainWindowController::end(Ending ending) {
+    if (m_isEnding)
+        return;
+    m_isEnding = true;
+    leave(reasonOf(ending), [this, ending] {
+        hideWindow();
+        m_parts.groups.saveDataToDisk();
+        m_parts.files.saveDataToDisk();
+        m_parts.turns.close();
+        logLine(QStringLiteral("%1 v. %2 terminated...")
+                    .arg(applicationName(), QStringLiteral(VEILKEEP_VERSION))
+                    .toStdString());
+        m_parts.events->release();
+        emit ended(ending);
+    });
+}
+
+} // namespace veilkeep
