@@ -7,14 +7,37 @@
 
 namespace veilkeep {
 
-OwnList::OwnList(const std::string& workerPath, const OwnPlaces& places)
-    : m_security(m_authority, m_defaults, places.inProgressDirectory),
-      m_cloakWorker(workerPath, places.inProgressDirectory, {}, &m_security),
+OwnList::OwnList(const std::string& workerPath, const OwnPlaces& places, const OwnListOptions& options)
+    : m_presenter(options.presenter),
+      m_security(m_authority, m_defaults, places.inProgressDirectory, Tick(options.tick)),
+      m_cloakWorker(workerPath, places.inProgressDirectory, Tick(options.tick), &m_security),
       m_dataFile(joinPath(places.dataDirectory, "FilesInfo.Veilkeep")),
-      m_controller({m_dataFile, m_cloakWorker, m_alerts, m_progress, m_turns, m_defaults, m_groups,
-                    &m_security, &m_mounter}),
+      m_groupsFile(joinPath(places.dataDirectory, "GroupsInfo.Veilkeep")),
+      m_mark(places.dataDirectory),
+      m_controller({.dataFile = m_dataFile,
+                    .cloakWorker = m_cloakWorker,
+                    .alerts = m_alerts,
+                    .progress = m_progress,
+                    .turns = m_turns,
+                    .defaults = m_defaults,
+                    .groups = m_selection,
+                    .security = &m_security,
+                    .mounter = &m_mounter,
+                    .notifications = options.notifications}),
+      m_groups({.dataFile = m_groupsFile,
+                .files = m_controller,
+                .selection = m_selection,
+                .mark = m_mark,
+                .alerts = m_alerts,
+                .turns = m_turns}),
+      m_window({.groups = m_groups,
+                .files = m_controller,
+                .mark = m_mark,
+                .passwords = m_passwords,
+                .turns = m_turns,
+                .events = options.events}),
       m_runner({m_controller, m_dataFile, m_cloakWorker, m_progress, m_turns, m_presenter, m_progressView,
-                places.inProgressDirectory}) {
+                places.inProgressDirectory, &m_window}) {
     m_cloakWorker.setTraceWishes({m_defaults.boolean("CleanRecentItems"), false});
 }
 
@@ -25,12 +48,26 @@ RequestStatus OwnList::run(const Request& request, RequestCaller& caller, bool m
         m_controller.saveDataToDisk(); // the next command need not tell it again
     if (mayChange)
         m_cloakWorker.checkTempFiles();
+    m_groups.start(mayChange);
     std::optional<RequestStatus> status;
     m_runner.handle(request, caller, [&](RequestStatus told) { status = told; });
     MainThread::runUntil([&] { return status.has_value(); });
     // Nobody should take what could not be read for an empty list.
     const bool isUnknown = !isWhole && m_controller.files().size() == 0;
     return isUnknown && *status == RequestStatus::AllWell ? RequestStatus::SomeFailed : *status;
+}
+
+void OwnList::start() {
+    m_turns.run([this] {
+        m_controller.start();
+        m_groups.start();
+    });
+    m_window.start();
+}
+
+void OwnList::save() {
+    m_groups.saveDataToDisk();
+    m_controller.saveDataToDisk();
 }
 
 } // namespace veilkeep

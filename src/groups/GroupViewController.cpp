@@ -30,7 +30,8 @@ GroupViewController::GroupViewController(const GroupViewControllerParts& parts) 
     });
 }
 
-void GroupViewController::start() {
+void GroupViewController::start(bool mayChange) {
+    m_mayChange = mayChange;
     m_markState = MarkState::Unknown;
     loadDataFromDisk();
     if (m_groups.empty())
@@ -62,7 +63,7 @@ void GroupViewController::loadDataFromDisk() {
 
 bool GroupViewController::saveDataToDisk() {
     const GroupsInfoFile& file = m_parts.dataFile;
-    if (!m_isToBeSaved && (file.isOfNewerVersion() || file.file().isAsLeft()))
+    if (!m_mayChange || (!m_isToBeSaved && (file.isOfNewerVersion() || file.file().isAsLeft())))
         return true;
     if (m_itemsAreSavedFirst && !m_parts.files.saveDataToDisk()) {
         setSaveTrouble(m_parts.files.saveTrouble());

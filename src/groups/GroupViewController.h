@@ -40,7 +40,9 @@ class GroupViewController : public QObject {
 public:
     explicit GroupViewController(const GroupViewControllerParts& parts);
 
-    void start(); // loads the groups, or makes the default ones, and selects the first
+    // Loads the groups, or makes the default ones, and selects the first. Without the right to change the
+    // lists nothing is ever saved.
+    void start(bool mayChange = true);
 
     // --- The rows ---
     const std::vector<ListedGroup>& groups() const { return m_groups; }
@@ -164,6 +166,7 @@ private:
     bool m_itemsAreSavedFirst = false; // until they are: they have left a group that is gone
     int m_savesPutOff = 0;
     bool m_isToBeSaved = false;
+    bool m_mayChange = true;
     bool m_autoUnhideHappened = false;
     MarkState m_markState = MarkState::Unknown;
     std::vector<std::string> m_leftVisible;
