@@ -1,0 +1,209 @@
+#include "session/MainWindowController.h"
+
+#include "core/log/Log.h"
+#include "tests/session/SessionWorld.h"
+#include "tests/support/ScratchTree.h"
+
+#include <gtest/gtest.h>
+
+namespace veilkeep::test {
+namespace {
+
+// The real worker, a desktop that says what the test wants, and a window that is not there.
+class MainWindowControllerTest : public ::testing::Test {
+protected:
+    void SetUp() override { startAnew(); }
+
+    void startAnew() {
+        m_world.reset();
+        m_world.emplace(m_tree);
+        if (m_world->list.list->files().size() == 0)
+            m_world->makeItems();
+        m_world->events.whenReleased = [this] {
+            EXPECT_TRUE(m_world->areHidden());
+            EXPECT_FALSE(m_world->window.visible);
+            EXPECT_FALSE(m_world->groups.autoUnhideHappened());
+        };
+        m_world->window.whenShown = [this] { EXPECT_TRUE(m_world->areHidden()); };
+        m_world->controller.start();
+    }
+
+    void tell(Absence kind, bool isAway) { emit m_world->events.absenceChanged(kind, isAway); }
+
+    void leaveAndComeBack() {
+        tell(Absence::Lock, true);
+        tell(Absence::Lock, false);
+    }
+
+    bool turnUntilShown() {
+        return SessionWorld::turnUntil([this] {
+            return m_world->window.visible && m_world->areVisible() && m_world->groups.autoUnhideHappened();
+        });
+    }
+
+    // A capital begins an absence (Sleep, Lock, Background), a small letter ends it, "." waits until all is
+    // shown, and "!" is the user at the window.
+    void play(const std::string& script) {
+        for (const char step : script) {
+            if (step == '!')
+                m_world->controller.showVeilkeepActivateApp(true);
+            else if (step == '.')
+                EXPECT_TRUE(turnUntilShown());
+            else {
+                const bool isAway = step < 'a';
+                const char kind = isAway ? step : static_cast<char>(step - ('a' - 'A'));
+                tell(kind == 'S' ? Absence::Sleep : kind == 'L' ? Absence::Lock : Absence::Session, isAway);
+            }
+        }
+    }
+
+    ScratchTree m_tree;
+    std::optional<SessionWorld> m_world;
+};
+
+TEST_F(MainWindowControllerTest, OnePassPerLeavingAndOneShowPerReturn) {
+    struct {
+        const char* script;
+        int passes;
+        int shows;
+    } const rows[] = {
+        {"Ss.", 1, 1},       {"Ll.", 1, 1},     {"Bb.", 1, 1},
+        {"SLBslb.", 3, 1},   {"LBSsbl.", 3, 1}, {"SSLLssll.", 2, 1}, // all together, doubled
+        {"lsb", 0, 0},       {"lSlbs.", 1, 1},                       // ends without a begin
+        {"SLsSsl.", 3, 1},   {"LlLl.", 2, 1},                        // left again before the return
+        {"Ss.Ll.Bb.", 3, 3}, {"!Ll.", 1, 2},    {"L!.l", 1, 1},      // as if the wake had never been told
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.script);
+        startAnew();
+        const int releasesBefore = m_world->events.releases;
+        play(row.script);
+        EXPECT_EQ(m_world->events.releases - releasesBefore, row.passes);
+        EXPECT_EQ(m_world->window.shows, row.shows);
+        emit m_world->events.endRequested(Ending::Logout);
+    }
+}
+
+TEST_F(MainWindowControllerTest, OnlyThePasswordBringsTheWindowBack) {
+    const auto right = [](PasswordManager& manager) { manager.okClick(SessionWorld::password); };
+    const auto wrong = [](PasswordManager& manager) { manager.okClick("wrong"); };
+    m_world->setPassword();
+    struct {
+        const char* name;
+        std::function<void(PasswordManager&)> prompt;
+        bool shows;
+    } const rows[] = {
+        {"right at the second time", [&](auto& manager) { wrong(manager), right(manager); }, true},
+        {"wrong four times",
+         [&](auto& manager) {
+             for (int entry = 0; entry < 4; ++entry)
+                 wrong(manager);
+             right(manager);
+         },
+         false},
+        {"cancelled", [](auto& manager) { manager.cancelClick(); }, false},
+        {"the user leaves again", [&](auto& manager) { tell(Absence::Sleep, true), right(manager); }, false},
+        {"coming back is told again",
+         [&](auto& manager) {
+             m_world->controller.unlockApplication();
+             m_world->controller.showVeilkeepActivateApp(true);
+             right(manager);
+         },
+         true},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        const int runs = m_world->prompt.runs;
+        m_world->prompt.script = {row.prompt};
+        leaveAndComeBack();
+        EXPECT_FALSE(m_world->controller.operationAllowedWithoutAsking());
+        EXPECT_TRUE(SessionWorld::turnUntil(
+            [&] { return m_world->prompt.runs > runs && !m_world->passwords.isPromptVisible(); }));
+        if (!row.shows) {
+            EXPECT_FALSE(m_world->window.visible);
+            EXPECT_TRUE(m_world->areHidden());
+            EXPECT_FALSE(m_world->groups.autoUnhideHappened());
+            m_world->prompt.script = {right};
+            m_world->controller.unlockApplication(); // the next attempt
+            tell(Absence::Sleep, false);
+        }
+        EXPECT_TRUE(turnUntilShown());
+        EXPECT_EQ(m_world->prompt.runs, runs + (row.shows ? 1 : 2));
+        EXPECT_TRUE(m_world->controller.operationAllowed()); // the window is open
+    }
+}
+
+// What runs when the user leaves: a batch that shows, one that hides, a question. Whatever waits comes after.
+TEST_F(MainWindowControllerTest, LeavingInTheMidstOfSomething) {
+    FilesViewController& files = *m_world->list.list;
+    const auto leaveAtFirstItem = [&] {
+        QObject::connect(
+            &files.files(), &FileList::fileChanged, &files, [this] { leaveAndComeBack(); },
+            Qt::SingleShotConnection);
+    };
+    const auto all = [&] { return files.files().all(); };
+    const std::function<void()> rows[] = {
+        [&] {
+            leaveAtFirstItem();
+            EXPECT_FALSE(files.unhideFiles(all(), true));
+            EXPECT_FALSE(m_world->areVisible());
+        },
+        [&] {
+            leaveAtFirstItem();
+            EXPECT_TRUE(files.hideFiles(all(), true));
+            EXPECT_TRUE(m_world->areHidden());
+        },
+        [&] {
+            m_world->list.presenter.expect({.title = "?", .whileOpen = [this] { leaveAndComeBack(); }});
+            Alert question;
+            question.title = "?";
+            EXPECT_EQ(m_world->list.alerts.runAlert(question, {"OK", "Cancel"}), 1001);
+        },
+    };
+    for (const auto& row : rows) {
+        const int releases = m_world->events.releases;
+        m_world->list.turns.run([&] {
+            row();
+            EXPECT_EQ(m_world->events.releases, releases);
+            m_world->list.turns.run([&] { EXPECT_EQ(m_world->events.releases, releases + 1); });
+        });
+        EXPECT_EQ(m_world->events.releases, releases + 1);
+        EXPECT_TRUE(turnUntilShown());
+    }
+}
+
+TEST_F(MainWindowControllerTest, EndsHiddenAndSavedAndDropsWhatWaits) {
+    m_world->controller.showVeilkeepActivateApp(false);
+    ASSERT_TRUE(turnUntilShown());
+    int ended = 0;
+    QObject::connect(&m_world->controller, &MainWindowController::ended, [&](Ending ending) {
+        ++ended;
+        EXPECT_EQ(ending, Ending::Signal);
+        EXPECT_EQ(m_world->events.releases, 1);
+    });
+    m_world->list.turns.run([this] {
+        emit m_world->events.endRequested(Ending::Signal);
+        emit m_world->events.endRequested(Ending::Shutdown);
+        m_world->list.turns.run([] { ADD_FAILURE() << "works on a list that was given up"; });
+    });
+    EXPECT_EQ(ended, 1);
+    EXPECT_TRUE(m_world->areHidden());
+    EXPECT_FALSE(m_world->mark.isSet());
+    EXPECT_NE(readFile(Log::shared().path()).find(" terminated..."), std::string::npos);
+}
+
+TEST_F(MainWindowControllerTest, HidesFirstWhatARunThatWasCutOffLeftVisible) {
+    m_world->controller.showVeilkeepActivateApp(false);
+    ASSERT_TRUE(turnUntilShown());
+    m_world.reset();
+    m_world.emplace(m_tree);
+    ASSERT_TRUE(m_world->areVisible());
+    m_world->events.whenStarted = [this] { EXPECT_TRUE(m_world->areHidden()); };
+    m_world->controller.start();
+    EXPECT_TRUE(m_world->events.isStarted);
+    EXPECT_FALSE(m_world->mark.isSet());
+    EXPECT_EQ(m_world->window.shows, 0);
+}
+
+} // namespace
+} // namespace veilkeep::test

@@ -1,0 +1,10 @@
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+
+// Posted calls and threads need one.
+int main(int count, char** arguments) {
+    ::testing::InitGoogleTest(&count, arguments);
+    const QCoreApplication application(count, arguments);
+    return RUN_ALL_TESTS();
+}
