@@ -22,6 +22,7 @@ inline constexpr QLatin1String callerInterface("com.ostrel.Veilkeep.Caller1");
 inline constexpr QLatin1String accessDenied("org.freedesktop.DBus.Error.AccessDenied");
 inline constexpr QLatin1String invalidArguments("org.freedesktop.DBus.Error.InvalidArgs");
 inline constexpr QLatin1String limitsExceeded("org.freedesktop.DBus.Error.LimitsExceeded");
+inline constexpr QLatin1String notSupported("org.freedesktop.DBus.Error.NotSupported");
 
 inline constexpr int withoutLimit = 0x7fffffff; // the bus library's number for a call that never times out
 

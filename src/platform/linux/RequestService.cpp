@@ -31,6 +31,8 @@ RequestService::RequestService(RequestHandler& handler) : m_handler(handler) {
 RequestService::~RequestService() {
     for (const auto& request : m_requests)
         request->cancel();
+    if (m_bus) // the connection itself may last: whoever answers a call later holds it
+        m_bus->connection().unregisterService(requestService);
 }
 
 Result<void> RequestService::start() {
@@ -103,6 +105,16 @@ int RequestService::Run(const QString& command, const QByteArrayList& paths, con
 
 void RequestService::Cancel() {
     cancel(message().service());
+}
+
+void RequestService::Yield() {
+    const QDBusMessage call = message();
+    if (!m_bus->isOwnUsers(call.service()))
+        return sendErrorReply(accessDenied, sentence("Only the same user's programs may ask for this."));
+    if (!m_give)
+        return sendErrorReply(notSupported, sentence("The list stays with this program."));
+    setDelayedReply(true);
+    m_give(call.service(), [bus = connection(), call] { bus.send(call.createReply()); });
 }
 
 // The request in hand ends when the handler has seen it; others are over at once.

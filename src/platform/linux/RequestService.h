@@ -13,6 +13,7 @@
 #include <QVariantMap>
 
 #include <deque>
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -25,8 +26,13 @@ class RequestService : public QObject, protected QDBusContext {
     Q_CLASSINFO("D-Bus Interface", "com.ostrel.Veilkeep.Requests1")
 
 public:
+    // Gives the list to the program with that unique name on the bus, which waits to be told that it is free.
+    using GiveList = std::function<void(const QString& program, std::function<void()> tellThatItIsFree)>;
+
     explicit RequestService(RequestHandler& handler);
-    ~RequestService() override; // cancels the request in hand
+    ~RequestService() override; // cancels the request in hand; the name is free then
+
+    void setGiveList(GiveList give) { m_give = std::move(give); } // without it the list is kept
 
     // ENOTCONN without a bus, EEXIST where another program serves already.
     [[nodiscard]] Result<void> start();
@@ -35,6 +41,7 @@ public slots:
     Q_SCRIPTABLE int Run(const QString& command, const QByteArrayList& paths, const QVariantMap& options,
                          const QDBusObjectPath& caller);
     Q_SCRIPTABLE void Cancel();
+    Q_SCRIPTABLE void Yield();
 
 private:
     void startNext();
@@ -47,6 +54,7 @@ private:
     std::optional<std::size_t> find(const QString& sender) const;
 
     RequestHandler& m_handler;
+    GiveList m_give;
     std::unique_ptr<SessionBusConnection> m_bus;
     QDBusServiceWatcher m_callers;
     std::deque<std::shared_ptr<RemoteCaller>> m_requests; // while busy the first is the one in hand
