@@ -5,6 +5,8 @@
 #include "ctl/Interruption.h"
 #include "ctl/OwnList.h"
 #include "format/ErrorText.h"
+#include "prefs/PasswordManager.h"
+#include "requests/CallerPrompt.h"
 #include "requests/RequestRules.h"
 
 #include <QCoreApplication>
@@ -35,6 +37,8 @@ RequestRoute::RequestRoute(TerminalOutput& output, TerminalCaller& caller, RowOu
     : m_output(output), m_caller(caller), m_rows(rows) {}
 
 RequestStatus RequestRoute::run(const Request& request) {
+    if (!isPasswordGiven(request))
+        return RequestStatus::Refused;
     const auto ownership = ListOwnership::take(m_places.dataDirectory, std::chrono::milliseconds(0));
     if (ownership)
         return runHere(request, true);
@@ -46,6 +50,24 @@ RequestStatus RequestRoute::run(const Request& request) {
         return *status;
     m_rows.setOwner(QStringLiteral("other"));
     return runHere(request, false);
+}
+
+// Asks where this program is about to work by itself, before it takes the list: others, a screen locker among
+// them, need not wait for a person. Whoever has the list then decides whether the entry is the right one.
+bool RequestRoute::isPasswordGiven(const Request& request) {
+    const RequestRule* rule = requestRule(request.command);
+    UserDefaults defaults;
+    PasswordManager passwords(defaults);
+    if (!rule || !rule->passesGate || !passwords.isPasswordEnabled() || m_application.isServed())
+        return true;
+    CallerPrompt prompt(m_caller);
+    passwords.setPrompt(&prompt);
+    const bool isGiven = passwords.showModalWindow() != 0;
+    if (isGiven)
+        m_caller.repeatPassword();
+    else
+        m_output.printMessage(text("The password was not given."));
+    return isGiven;
 }
 
 RequestStatus RequestRoute::waitForList(const Request& request) {

@@ -23,6 +23,7 @@ public:
     RequestStatus run(const Request& request);
 
 private:
+    bool isPasswordGiven(const Request& request);
     RequestStatus waitForList(const Request& request);
     std::optional<RequestStatus> runInApplication(const Request& request);
     RequestStatus runHere(const Request& request, bool mayChange);

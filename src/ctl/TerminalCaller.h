@@ -19,6 +19,9 @@ public:
     // What went wrong with the path is told of it as the user wrote it.
     void setSpelling(const std::string& path, const std::string& argument);
 
+    // The password that was just given answers the next question for it as well.
+    void repeatPassword() { m_questions.repeatPassword(); }
+
     void itemDone(const std::string& path, const std::string& newPath) override;
     void itemFailed(const std::string& path, const QString& reason) override;
     void message(const QString& text) override { m_output.printMessage(text); }
@@ -26,6 +29,9 @@ public:
     void progress(const QString& stage, const QString& subStage, std::size_t done,
                   std::size_t total) override;
     std::size_t ask(const Question& question) override { return m_questions.ask(question); }
+    std::optional<QString> askPassword(const QString& line, int wrongEntries) override {
+        return m_questions.askPassword(line, wrongEntries);
+    }
     void cancelQuestion() override { m_questions.cancel(); }
     bool isCancelled() const override;
 

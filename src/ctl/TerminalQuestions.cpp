@@ -1,5 +1,6 @@
 #include "ctl/TerminalQuestions.h"
 
+#include "ctl/HiddenTyping.h"
 #include "ctl/Interruption.h"
 
 #include <QCoreApplication>
@@ -16,6 +17,10 @@ namespace veilkeep {
 namespace {
 
 constexpr int pollInterval = 50; // ms
+
+QString text(const char* source) {
+    return QCoreApplication::translate("TerminalQuestions", source);
+}
 
 // Programs that run in the background of a session with a terminal do not ask on it.
 UniqueFd openTerminal() {
@@ -75,8 +80,7 @@ std::size_t TerminalQuestions::ask(const Question& question) {
     if (m_terminal && m_words.empty())
         return askOnTerminal(question);
     m_output.printMessage(whole);
-    m_output.printMessage(QCoreApplication::translate("TerminalQuestions", "not asked, so answered with: %1")
-                              .arg(question.buttons[last]));
+    m_output.printMessage(text("not asked, so answered with: %1").arg(question.buttons[last]));
     return last;
 }
 
@@ -95,7 +99,7 @@ std::size_t TerminalQuestions::askOnTerminal(const Question& question) {
     writeToTerminal(promptText(question));
     while (true) {
         writeToTerminal("[1-" + std::to_string(question.buttons.size()) + "]: ");
-        const auto line = readLine();
+        const auto line = readLine(m_terminal.get());
         if (!line) {
             writeToTerminal("\n");
             return question.buttons.size() - 1;
@@ -105,18 +109,72 @@ std::size_t TerminalQuestions::askOnTerminal(const Question& question) {
     }
 }
 
-std::optional<std::string> TerminalQuestions::readLine() {
+std::optional<QString> TerminalQuestions::askPassword(const QString& line, int wrongEntries) {
+    m_output.showProgress({});
+    m_isCancelled = false;
+    m_entered = wrongEntries == 0 ? std::exchange(m_repeated, std::nullopt) : std::nullopt;
+    if (m_entered)
+        return m_entered;
+    const auto bytes =
+        m_takesPasswordsFromInput ? passwordOfInput(wrongEntries) : passwordOfTerminal(line, wrongEntries);
+    if (bytes)
+        m_entered = QString::fromStdString(*bytes);
+    return m_entered;
+}
+
+std::optional<std::string> TerminalQuestions::passwordOfInput(int wrongEntries) {
+    if (wrongEntries > 0) {
+        m_output.printMessage(text("the password is wrong"));
+        return std::nullopt;
+    }
+    auto line = readLine(STDIN_FILENO);
+    if (!line && !m_isCancelled && !Interruption::isAsked())
+        m_output.printMessage(text("there is no password on standard input"));
+    return line;
+}
+
+std::optional<std::string> TerminalQuestions::passwordOfTerminal(const QString& line, int wrongEntries) {
+    if (!m_terminal) {
+        m_output.printMessage(
+            text("there is no terminal to ask for the password on; see the option --password-stdin"));
+        return std::nullopt;
+    }
+    HiddenTyping typing(m_terminal.get());
+    if (!typing.isHidden()) {
+        m_output.printMessage(
+            text("the terminal cannot hide what is typed, so the password is not asked for"));
+        return std::nullopt;
+    }
+    if (wrongEntries > 0)
+        writeToTerminal(terminalText(text("Wrong password. Wrong entries so far: %1").arg(wrongEntries)) +
+                        "\n");
+    const std::string prompt = terminalText(line) + " ";
+    writeToTerminal(prompt);
+    auto entered = readLine(m_terminal.get(), [&] {
+        if (typing.attend())
+            writeToTerminal(prompt);
+    });
+    if (!entered)
+        writeToTerminal("\n");
+    return entered;
+}
+
+std::optional<std::string> TerminalQuestions::readLine(int input, const std::function<void()>& whileWaiting) {
     std::string line;
     while (!m_isCancelled && !Interruption::isAsked()) {
-        pollfd waited{m_terminal.get(), POLLIN, 0};
+        pollfd waited{input, POLLIN, 0};
         if (::poll(&waited, 1, pollInterval) <= 0) {
             QCoreApplication::processEvents();
+            if (whileWaiting)
+                whileWaiting();
             continue;
         }
         char byte = 0;
-        const ssize_t count = ::read(m_terminal.get(), &byte, 1);
+        const ssize_t count = ::read(input, &byte, 1);
         if (count < 0 && errno == EINTR)
             continue;
+        if (count == 0 && input == STDIN_FILENO && !line.empty())
+            return line; // the last one of a file may lack its end
         if (count <= 0)
             return std::nullopt;
         if (byte == '\n')

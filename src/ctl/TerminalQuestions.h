@@ -5,6 +5,7 @@
 #include "platform/Request.h"
 
 #include <cstddef>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -12,7 +13,8 @@
 namespace veilkeep {
 
 // Answers questions: by words given beforehand, else with the default button where that is wanted, else by
-// asking on the terminal, else with the button that cancels. Main thread.
+// asking on the terminal, else with the button that cancels. Passwords come from the terminal or from
+// standard input. Main thread.
 class TerminalQuestions {
 public:
     // The words are buttons' titles. The output is not owned.
@@ -23,12 +25,28 @@ public:
 
     // The number of a button. Events are worked on while the terminal is waited for.
     std::size_t ask(const Question& question);
-    void cancel() { m_isCancelled = true; } // the question that is open on the terminal
+    void cancel() { m_isCancelled = true; } // the question that is open
+
+    // On the terminal, even where there are answers to other questions beforehand; nothing where it is
+    // cancelled or there is no terminal.
+    std::optional<QString> askPassword(const QString& line, int wrongEntries);
+
+    // From now on each password is a line of standard input, and a wrong one is not asked for again.
+    void takePasswordsFromInput() { m_takesPasswordsFromInput = true; }
+    bool takesPasswordsFromInput() const { return m_takesPasswordsFromInput; }
+
+    // The entry that was just given answers the next question for a password as well.
+    void repeatPassword() { m_repeated = m_entered; }
 
 private:
     std::optional<std::size_t> answeredByWords(const Question& question) const;
     std::size_t askOnTerminal(const Question& question);
-    std::optional<std::string> readLine(); // nothing: the question is cancelled
+    std::optional<std::string> passwordOfInput(int wrongEntries);
+    std::optional<std::string> passwordOfTerminal(const QString& line, int wrongEntries);
+
+    // Nothing: the question is cancelled, or the input is at its end. What is done while it is waited for
+    // comes on top of events.
+    std::optional<std::string> readLine(int input, const std::function<void()>& whileWaiting = {});
     void writeToTerminal(std::string_view text) const;
 
     const std::vector<std::string> m_words;
@@ -36,6 +54,8 @@ private:
     TerminalOutput& m_output;
     UniqueFd m_terminal; // none where nobody can be asked
     bool m_isCancelled = false;
+    bool m_takesPasswordsFromInput = false;
+    std::optional<QString> m_entered, m_repeated;
 };
 
 // By its number (from 1), its title or an unambiguous beginning of that; the empty line is the first button.

@@ -16,6 +16,8 @@ void Turns::run(Request request) {
 void Turns::leave(Request leaving) {
     m_leavings.push_back(std::move(leaving));
     m_alerts.setNobodyThere(true);
+    if (m_interrupt)
+        m_interrupt();
     runAll();
 }
 

@@ -4,6 +4,7 @@
 
 #include <deque>
 #include <functional>
+#include <utility>
 
 namespace veilkeep {
 
@@ -14,9 +15,10 @@ namespace veilkeep {
 // wait here until the running one is through, and then run in the order in which they came.
 //
 // Leaving (lock, sleep, session switch, quit) does not wait like that. An open question, and each that would
-// follow, is answered with its cancelling button; an unhide batch passes over the items that are left (it
-// asks isLeaving() before each), a hide batch runs to its end; the batch saves as always. Then the leaving
-// runs, before all requests that wait. That is the only exception to "a batch never stops early".
+// follow, is answered with its cancelling button, a prompt for the password is taken back; an unhide batch
+// passes over the items that are left (it asks isLeaving() before each), a hide batch runs to its end; the
+// batch saves as always. Then the leaving runs, before all requests that wait. That is the only exception to
+// "a batch never stops early".
 //
 // Main thread.
 class Turns {
@@ -28,6 +30,9 @@ public:
     void run(Request request);   // now, or when its turn comes
     void leave(Request leaving); // as soon as the running request has come to its end
 
+    // Called whenever somebody leaves: takes back what waits for a person beside alerts. Empty for none.
+    void setInterrupt(std::function<void()> interrupt) { m_interrupt = std::move(interrupt); }
+
     // The list is given up: what waits is dropped, and no request runs any more.
     void close();
 
@@ -38,6 +43,7 @@ private:
     void runAll();
 
     Alerts& m_alerts;
+    std::function<void()> m_interrupt;
     std::deque<Request> m_requests;
     std::deque<Request> m_leavings;
     bool m_isRunning = false;

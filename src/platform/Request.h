@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -49,7 +50,13 @@ public:
     // The number of the button; the last one's where the caller is gone. The event loop turns meanwhile.
     virtual std::size_t ask(const Question& question) = 0;
 
-    // Answers the question that is open, if one is, with its last button: whoever owns the list must go on.
+    // A password, not shown while it is entered; the line says which one. Asked again after wrong entries, of
+    // which the caller tells the number. Nothing: cancelled, or there is nobody to ask. The event loop turns
+    // meanwhile.
+    virtual std::optional<QString> askPassword(const QString& line, int wrongEntries) = 0;
+
+    // Answers the question that is open, if one is, with its last button, and the one for a password with
+    // nothing: whoever owns the list must go on.
     virtual void cancelQuestion() = 0;
 
     // The caller asked to stop after the item in hand, or is gone.

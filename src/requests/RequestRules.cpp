@@ -1,11 +1,10 @@
 #include "requests/RequestRules.h"
 
 #include <algorithm>
-#include <iterator>
 
 namespace veilkeep {
 
-const RequestRule* requestRule(const QString& command) {
+std::span<const RequestRule> requestRules() {
     constexpr std::size_t any = RequestRule::anyNumber;
     static constexpr RequestRule rules[] = {
         {"add", RequestCommand::Add, true, true, 1, any},
@@ -19,9 +18,13 @@ const RequestRule* requestRule(const QString& command) {
         {"restore", RequestCommand::Restore, true, true, 1, any},
         {"merge", RequestCommand::Merge, true, true, 1, 1},
     };
+    return rules;
+}
+
+const RequestRule* requestRule(const QString& command) {
     const auto rule = std::ranges::find_if(
-        rules, [&](const RequestRule& each) { return command == QLatin1String(each.name); });
-    return rule == std::end(rules) ? nullptr : &*rule;
+        requestRules(), [&](const RequestRule& each) { return command == QLatin1String(each.name); });
+    return rule == requestRules().end() ? nullptr : &*rule;
 }
 
 } // namespace veilkeep

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <limits>
+#include <span>
 
 namespace veilkeep {
 
@@ -23,6 +24,8 @@ struct RequestRule {
     // May be answered from the list's file while others change the list.
     bool onlyReads() const { return command == RequestCommand::List || command == RequestCommand::Status; }
 };
+
+std::span<const RequestRule> requestRules();
 
 // Null for a command that is not known.
 const RequestRule* requestRule(const QString& command);

@@ -1,5 +1,6 @@
 #include "requests/RequestRunner.h"
 
+#include "requests/CallerPrompt.h"
 #include "requests/ItemRequests.h"
 #include "requests/ListRequests.h"
 #include "requests/SearchRequests.h"
@@ -76,11 +77,17 @@ bool RequestRunner::isAllowed(const RequestRule& rule, RequestCaller& caller) {
     }
     if (!rule.passesGate || !m_parts.gate || m_parts.gate->operationAllowedWithoutAsking())
         return true;
-    caller.message(text("Veilkeep asks for its password in a window."));
-    if (m_parts.gate->operationAllowed())
+    if (askPassword(caller))
         return true;
     caller.message(text("The password was not given."));
     return false;
+}
+
+bool RequestRunner::askPassword(RequestCaller& caller) {
+    if (m_parts.askCaller)
+        return isAllowedByCaller(*m_parts.gate, *m_parts.askCaller, caller);
+    caller.message(text("Veilkeep asks for its password in a window."));
+    return m_parts.gate->operationAllowed();
 }
 
 void RequestRunner::work(RequestCommand command, RequestWork& work) {

@@ -1,11 +1,12 @@
 #pragma once
 
 #include "filelist/Turns.h"
+#include "prefs/PasswordManager.h"
 #include "requests/CallerPresenter.h"
 #include "requests/CallerProgressView.h"
-#include "session/Gate.h"
 #include "requests/RequestRules.h"
 #include "requests/RequestWork.h"
+#include "session/Gate.h"
 
 namespace veilkeep {
 
@@ -20,6 +21,8 @@ struct RequestRunnerParts {
     CallerProgressView& progressView; // and its progress
     std::string inProgressFolder;
     Gate* gate = nullptr; // none: no password stands before anything
+    PasswordManager* askCaller =
+        nullptr; // of the gate: asks whoever made the request. None: asks in a window
 };
 
 // Works on requests with the list's own controllers, in veilkeepctl by itself and in the application on
@@ -34,6 +37,7 @@ public:
 private:
     RequestStatus run(const Request& request, RequestCaller& caller);
     bool isAllowed(const RequestRule& rule, RequestCaller& caller);
+    bool askPassword(RequestCaller& caller);
     void work(RequestCommand command, RequestWork& work);
 
     const RequestRunnerParts m_parts;

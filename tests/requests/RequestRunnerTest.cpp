@@ -19,14 +19,29 @@ namespace {
 
 using Paths = std::vector<std::string>;
 
-class FakeGate : public Gate {
+// As where there is no window whose being open stands for the password.
+class PromptGate : public Gate {
 public:
-    bool operationAllowedWithoutAsking() const override { return isOpen; }
-    bool operationAllowed() override { return ++asked, isPasswordGiven; }
+    explicit PromptGate(PasswordManager& passwords) : m_passwords(passwords) {}
 
-    bool isOpen = true;
-    bool isPasswordGiven = false;
-    int asked = 0;
+    bool operationAllowedWithoutAsking() const override { return !m_passwords.isPasswordEnabled(); }
+    bool operationAllowed() override {
+        return operationAllowedWithoutAsking() ||
+               (!m_passwords.isPromptVisible() && m_passwords.showModalWindow() != 0);
+    }
+
+private:
+    PasswordManager& m_passwords;
+};
+
+// A window with the password, as far as requests meet it.
+class WindowPrompt : public PasswordPrompt {
+public:
+    void run(PasswordManager& manager, const QString&, const QString&) override { whileOpen(manager); }
+    void showWrongEntries(int) override {}
+    void close() override {}
+
+    std::function<void(PasswordManager&)> whileOpen;
 };
 
 // Answers questions with the button of a title, and writes down what it is told.
@@ -52,10 +67,18 @@ public:
                 return button;
         return question.buttons.size() - 1;
     }
-    void cancelQuestion() override {}
+    std::optional<QString> askPassword(const QString&, int wrongEntries) override {
+        EXPECT_EQ(wrongEntries, asked);
+        ++asked;
+        return enterPassword ? enterPassword() : std::nullopt;
+    }
+    void cancelQuestion() override { ++takenBack; }
     bool isCancelled() const override { return false; }
 
     QString answer;
+    std::function<std::optional<QString>()> enterPassword; // none: cancels
+    int asked = 0;                                         // for the password
+    int takenBack = 0;
     std::function<void()> whileWorking;
     Paths done;
     Paths failed;
@@ -92,34 +115,84 @@ protected:
     FilesInfoFile m_dataFile{m_places.dataDirectory + "/FilesInfo.Veilkeep"};
     FilesViewController m_controller{
         {m_dataFile, m_worker, m_alerts, m_progress, m_turns, m_defaults, m_groups}};
-    FakeGate m_gate;
-    RequestRunner m_runner{{m_controller, m_dataFile, m_worker, m_progress, m_turns, m_presenter, m_view,
-                            m_places.inProgressDirectory, &m_gate}};
+    PasswordManager m_passwords{m_defaults};
+    PromptGate m_gate{m_passwords};
+    const RequestRunnerParts m_parts{m_controller, m_dataFile,  m_worker, m_progress,
+                                     m_turns,      m_presenter, m_view,   m_places.inProgressDirectory,
+                                     &m_gate,      &m_passwords};
+    RequestRunner m_runner{m_parts};
 };
 
-TEST_F(RequestRunnerTest, WhatPassesTheGate) {
+// Every command there is, and every way in which the password is not given.
+TEST_F(RequestRunnerTest, NothingIsDoneWithoutThePassword) {
+    m_defaults.set(PasswordManager::enabledKey, true);
+    ASSERT_TRUE(m_passwords.setPassword("abc"));
+    m_turns.setInterrupt([this] { m_passwords.cancelClick(); });
     const std::string item = m_tree.makeFile("t/a");
-    m_gate.isOpen = false;
-    const std::pair<const char*, Paths> rows[] = {
-        {"add", {item}}, {"remove", {item}},       {"hide", {item}},    {"unhide", {item}}, {"list", {}},
-        {"check", {}},   {"locate", {item, item}}, {"restore", {item}}, {"merge", {item}},
+    ASSERT_FALSE(m_controller.files().append(File::initWithPath(item)) == nullptr);
+    RequestRunnerParts parts = m_parts;
+    parts.askCaller = nullptr;
+    RequestRunner besideWindow(parts);
+    WindowPrompt window;
+    int left = 0;
+    struct {
+        const char* what;
+        std::function<std::optional<QString>()> enterPassword;
+        int asked;
+        int takenBack;
+    } const rows[] = {
+        {"cancelled", {}, 1, 0},
+        {"wrong four times", [] { return "x"; }, 4, 0},
+        {"left", [&] { return m_turns.leave([&] { ++left; }), "abc"; }, 1, 1},
+        {"already open", [] { return "abc"; }, 0, 0},
+        {"refused in a window", [] { return "abc"; }, 0, 0},
     };
-    for (const auto& [command, paths] : rows) {
-        FakeCaller caller;
-        EXPECT_EQ(run(command, paths, caller), RequestStatus::Refused) << command;
-        EXPECT_EQ(caller.messages.size(), 2) << command << ": that it asks, and that it was not given";
-        EXPECT_TRUE(caller.rows.empty()) << command;
+    std::size_t gated = 0;
+    for (const RequestRule& rule : requestRules()) {
+        const Paths paths(rule.leastPaths, item);
+        for (const auto& row : rows) {
+            FakeCaller caller;
+            caller.enterPassword = row.enterPassword;
+            std::optional<RequestStatus> status;
+            const bool isInWindow = row.what == std::string_view("refused in a window");
+            const auto handle = [&](PasswordManager&) {
+                (isInWindow ? besideWindow : m_runner)
+                    .handle({rule.name, paths, {}}, caller, [&](RequestStatus told) { status = told; });
+                MainThread::runUntil([&] { return status.has_value(); });
+            };
+            window.whileOpen = handle;
+            if (isInWindow)
+                window.whileOpen = [](PasswordManager& manager) { manager.cancelClick(); };
+            m_passwords.setPrompt(&window);
+            if (row.what == std::string_view("already open"))
+                m_passwords.showModalWindow();
+            else
+                handle(m_passwords);
+            const std::string trace = std::string(rule.name) + ", " + row.what;
+            ASSERT_TRUE(status) << trace;
+            if (!rule.passesGate) {
+                EXPECT_NE(*status, RequestStatus::Refused) << trace;
+                EXPECT_EQ(caller.asked, 0) << trace;
+                continue;
+            }
+            ++gated;
+            EXPECT_EQ(*status, RequestStatus::Refused) << trace;
+            EXPECT_EQ(caller.asked, row.asked) << trace;
+            EXPECT_EQ(caller.takenBack, row.takenBack) << trace;
+            EXPECT_EQ(caller.messages.size(), isInWindow ? 2 : 1) << trace;
+            EXPECT_TRUE(caller.done.empty() && caller.failed.empty() && caller.rows.empty()) << trace;
+            EXPECT_EQ(caller.questions, QStringList()) << trace;
+            EXPECT_TRUE(exists(item) && m_controller.ifAlreadyAddedFile(item)) << trace;
+            EXPECT_EQ(m_controller.files().size(), 1U) << trace;
+        }
     }
-    EXPECT_EQ(m_gate.asked, static_cast<int>(std::size(rows)));
-    EXPECT_TRUE(exists(item));
-    EXPECT_EQ(m_controller.files().size(), 0u);
+    EXPECT_GE(gated, std::size(rows) * 9);
+    EXPECT_GT(left, 0) << "what waited for the prompt is done";
     FakeCaller caller;
-    EXPECT_EQ(run("status", {}, caller), RequestStatus::AllWell);
-    EXPECT_EQ(caller.rows.size(), 1u);
-    EXPECT_EQ(m_gate.asked, static_cast<int>(std::size(rows)));
-    m_gate.isPasswordGiven = true;
+    caller.enterPassword = [&caller] { return caller.asked == 4 ? "abc" : "x"; };
     EXPECT_EQ(run("hide", {item}, caller), RequestStatus::AllWell);
     EXPECT_EQ(caller.done, Paths{hidden("a")});
+    EXPECT_EQ(caller.messages, QStringList());
 }
 
 TEST_F(RequestRunnerTest, WhatIsNoRequest) {

@@ -57,24 +57,39 @@ void CallerObject::Progress(const QString& stage, const QString& subStage, qulon
         m_caller.progress(stage, subStage, done, total);
 }
 
-// Called again while the event loop turns below an open question that was taken back: the later one waits.
 uint CallerObject::Ask(const QString& title, const QString& message, const QStringList& buttons) {
-    if (!isFromOwner())
-        return 0;
+    if (isFromOwner())
+        answerInTurn(
+            [this, question = Question{title, message, {buttons.begin(), buttons.end()}}]() -> QVariantList {
+                return {static_cast<uint>(m_caller.ask(question))};
+            });
+    return 0;
+}
+
+bool CallerObject::AskPassword(const QString& line, uint wrongEntries, QString&) {
+    if (isFromOwner())
+        answerInTurn([this, line, wrongEntries]() -> QVariantList {
+            const auto password = m_caller.askPassword(line, static_cast<int>(wrongEntries));
+            return {password.has_value(), password.value_or(QString())};
+        });
+    return false;
+}
+
+// Called again while the event loop turns below an open question that was taken back: the later one waits.
+void CallerObject::answerInTurn(Asking asking) {
     setDelayedReply(true);
     const QDBusConnection bus = connection();
-    m_questions.push_back({this->message(), {title, message, {buttons.begin(), buttons.end()}}});
+    m_questions.push_back({message(), std::move(asking)});
     if (m_isAsking)
-        return 0;
+        return;
     m_isAsking = true;
     while (!m_questions.empty()) {
-        const auto [call, question] = m_questions.front();
+        const auto [call, ask] = m_questions.front();
         m_questions.pop_front();
         wakeEventLoop();
-        bus.send(call.createReply(static_cast<uint>(m_caller.ask(question))));
+        bus.send(call.createReply(ask()));
     }
     m_isAsking = false;
-    return 0;
 }
 
 void CallerObject::CancelQuestion() {

@@ -2,6 +2,10 @@
 
 #include "platform/Request.h"
 
+#include <deque>
+#include <functional>
+#include <utility>
+
 #include <QByteArrayList>
 #include <QDBusContext>
 #include <QDBusMessage>
@@ -9,10 +13,8 @@
 #include <QObject>
 #include <QString>
 #include <QStringList>
+#include <QVariantList>
 #include <QVariantMap>
-
-#include <deque>
-#include <utility>
 
 namespace veilkeep {
 
@@ -37,16 +39,20 @@ public slots:
     Q_SCRIPTABLE void Progress(const QString& stage, const QString& subStage, qulonglong done,
                                qulonglong total);
     Q_SCRIPTABLE uint Ask(const QString& title, const QString& message, const QStringList& buttons);
+    Q_SCRIPTABLE bool AskPassword(const QString& line, uint wrongEntries, QString& password);
     Q_SCRIPTABLE void CancelQuestion();
 
 private:
+    using Asking = std::function<QVariantList()>; // answers with what the call is answered with
+
     bool isFromOwner(); // refuses other callers
+    void answerInTurn(Asking asking);
 
     RequestCaller& m_caller;
     QString m_owner;
     bool m_isAccepted = false;
     bool m_isAsking = false;
-    std::deque<std::pair<QDBusMessage, Question>> m_questions; // behind the open one
+    std::deque<std::pair<QDBusMessage, Asking>> m_questions; // behind the open one
 };
 
 } // namespace veilkeep

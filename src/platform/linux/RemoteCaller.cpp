@@ -110,8 +110,23 @@ std::size_t RemoteCaller::ask(const Question& question) {
         return last;
     sendItems();
     const QStringList buttons(question.buttons.begin(), question.buttons.end());
-    const QDBusPendingCallWatcher answer(
-        m_connection.asyncCall(callTo("Ask", {question.title, question.message, buttons}), withoutLimit));
+    const QDBusPendingReply<uint> reply =
+        m_connection.asyncCall(callTo("Ask", {question.title, question.message, buttons}), withoutLimit);
+    return !waitFor(reply) || reply.isError() ? last : std::min<std::size_t>(reply.value(), last);
+}
+
+std::optional<QString> RemoteCaller::askPassword(const QString& line, int wrongEntries) {
+    if (isCancelled())
+        return std::nullopt;
+    sendItems();
+    const QDBusPendingReply<bool, QString> reply =
+        m_connection.asyncCall(callTo("AskPassword", {line, static_cast<uint>(wrongEntries)}), withoutLimit);
+    const bool isGiven = waitFor(reply) && !reply.isError() && reply.argumentAt<0>();
+    return isGiven ? std::optional(reply.argumentAt<1>()) : std::nullopt;
+}
+
+bool RemoteCaller::waitFor(const QDBusPendingCall& question) {
+    const QDBusPendingCallWatcher answer(question);
     QEventLoop loop;
     QObject::connect(&answer, &QDBusPendingCallWatcher::finished, &loop, &QEventLoop::quit);
     m_questions.push_back(&loop);
@@ -119,10 +134,7 @@ std::size_t RemoteCaller::ask(const Question& question) {
     if (!answer.isFinished())
         loop.exec();
     std::erase(m_questions, &loop);
-    if (m_isCancelled || !answer.isFinished()) // not finished: taken back, or this program is about to end
-        return last;
-    const QDBusPendingReply<uint> reply = answer;
-    return reply.isError() ? last : std::min<std::size_t>(reply.value(), last);
+    return !m_isCancelled && answer.isFinished();
 }
 
 void RemoteCaller::cancelQuestion() {

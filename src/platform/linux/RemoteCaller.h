@@ -10,6 +10,7 @@
 
 #include <chrono>
 #include <functional>
+#include <optional>
 #include <vector>
 
 namespace veilkeep {
@@ -38,6 +39,7 @@ public:
     void progress(const QString& stage, const QString& subStage, std::size_t done,
                   std::size_t total) override;
     std::size_t ask(const Question& question) override;
+    std::optional<QString> askPassword(const QString& line, int wrongEntries) override;
     void cancelQuestion() override;
     bool isCancelled() const override;
 
@@ -47,6 +49,7 @@ private:
     QDBusMessage callTo(const char* method, const QVariantList& arguments) const;
     void send(const char* method, const QVariantList& arguments);
     void sendItems();
+    bool waitFor(const QDBusPendingCall& question); // false: taken back, or this program is about to end
 
     QDBusConnection m_connection;
     QDBusMessage m_run;

@@ -84,6 +84,7 @@ public:
         ::pause();
         return 0;
     }
+    std::optional<QString> askPassword(const QString&, int) override { return std::nullopt; }
     void cancelQuestion() override {}
     bool isCancelled() const override { return false; }
 };

@@ -1,0 +1,39 @@
+#include "requests/CallerPrompt.h"
+
+#include <QScopeGuard>
+#include <QScopedValueRollback>
+
+namespace veilkeep {
+
+void CallerPrompt::run(PasswordManager& manager, const QString&, const QString& line) {
+    const QScopedValueRollback open(m_isOpen, true);
+    m_wrongEntries = 0;
+    while (m_isOpen) {
+        std::optional<QString> entered;
+        {
+            const QScopedValueRollback asking(m_isAsking, true);
+            entered = m_caller.askPassword(line, m_wrongEntries);
+        }
+        if (!m_isOpen)
+            return; // taken back: an answer no longer counts
+        if (entered)
+            manager.okClick(*entered);
+        else
+            manager.cancelClick();
+    }
+}
+
+void CallerPrompt::close() {
+    m_isOpen = false;
+    if (m_isAsking)
+        m_caller.cancelQuestion();
+}
+
+bool isAllowedByCaller(Gate& gate, PasswordManager& passwords, RequestCaller& caller) {
+    CallerPrompt prompt(caller);
+    passwords.setPrompt(&prompt);
+    const auto withoutPrompt = qScopeGuard([&] { passwords.setPrompt(nullptr); });
+    return gate.operationAllowed();
+}
+
+} // namespace veilkeep
