@@ -1,5 +1,6 @@
 #include "ctl/CommandLine.h"
 
+#include "ctl/PasswordCommand.h"
 #include "format/PrintableName.h"
 #include "requests/RequestRules.h"
 
@@ -77,6 +78,7 @@ private:
         line.endNamesWithNul |= option == commandOption::Null;
         line.json |= option == commandOption::Json;
         line.yes |= option == commandOption::Yes;
+        line.passwordFromInput |= option == commandOption::PasswordStdin;
         if (option == commandOption::State)
             line.state = value;
         if (option == commandOption::Name)
@@ -94,10 +96,10 @@ private:
             return;
         }
         for (const OptionSyntax& option : optionTable())
-            if ((m_options & option.option) && !(line.command->options & option.option))
+            if ((m_options & option.option) && !(optionsOf(*line.command) & option.option))
                 mistake =
                     std::string("'") + line.command->name + "' takes no option '" + option.longName + "'";
-        if (!mistake.empty())
+        if (!mistake.empty() || isPasswordCommand())
             return;
         const RequestRule& rule = *requestRule(line.command->name);
         if (line.paths.size() < rule.leastPaths)
@@ -106,6 +108,15 @@ private:
             mistake = "too many paths for '" + std::string(line.command->name) + "'";
         else if (line.json && line.endNamesWithNul)
             mistake = "'--json' and '--null' do not go together";
+    }
+
+    // Its words are no paths.
+    bool isPasswordCommand() {
+        if (!line.isPasswordCommand())
+            return false;
+        if (line.paths.size() != 1 || !PasswordCommand::isAction(line.paths.front()))
+            mistake = "'password' is followed by 'set', 'change', 'off' or 'check'";
+        return true;
     }
 
     const std::span<char* const> m_arguments;

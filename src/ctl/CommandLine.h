@@ -18,10 +18,13 @@ struct CommandLine {
     bool endNamesWithNul = false;
     bool json = false;
     bool yes = false;
+    bool passwordFromInput = false;
     std::vector<std::string> answers;
     std::optional<std::string> state;
     std::optional<std::string> name;
     std::vector<std::string> paths;
+
+    bool isPasswordCommand() const { return command && command->name == std::string_view("password"); }
 
     // The arguments without the program's name; a sentence about the mistake when they make no request.
     static std::variant<CommandLine, std::string> parse(std::span<char* const> arguments);

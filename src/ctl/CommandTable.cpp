@@ -1,5 +1,7 @@
 #include "ctl/CommandTable.h"
 
+#include "requests/RequestRules.h"
+
 #include <algorithm>
 
 namespace veilkeep {
@@ -14,6 +16,7 @@ constexpr OptionSyntax options[] = {
     {Name, nullptr, "--name", "PATTERN", "only items with this in their names; * and ? are wildcards"},
     {Answer, nullptr, "--answer", "WORD", "answer a question with the button of this title; may be repeated"},
     {Yes, nullptr, "--yes", nullptr, "answer questions with their default buttons"},
+    {PasswordStdin, nullptr, "--password-stdin", nullptr, "read the password from standard input"},
 };
 
 constexpr CommandSyntax commands[] = {
@@ -50,6 +53,12 @@ constexpr CommandSyntax commands[] = {
      Null | Answer | Yes},
     {"merge", "FILE", "takes over the items of another list",
      "Adds the items of another list's file to the list, where they are not in it.", Answer | Yes},
+    {"password", "set|change|off|check", "protects Veilkeep with a password",
+     "Sets the password that Veilkeep asks for before it does anything, changes it, switches it\n"
+     "off, or checks whether one is the right one. It enciphers nothing. With --password-stdin\n"
+     "each password is a line of standard input: the new one for set, the present and the new\n"
+     "one for change, the present one for off and check.",
+     PasswordStdin},
 };
 
 std::string padded(std::string text, std::size_t width) {
@@ -68,7 +77,7 @@ std::string optionLine(const OptionSyntax& option) {
 std::string usageOf(const CommandSyntax& command) {
     std::string usage = std::string("veilkeepctl ") + command.name;
     for (const OptionSyntax& option : options)
-        if (command.options & option.option)
+        if (optionsOf(command) & option.option)
             usage += std::string(" [") + (option.shortName ? option.shortName : option.longName) +
                      (option.value ? std::string(" ") + option.value : "") + "]";
     return usage + (*command.arguments ? " " : "") + command.arguments + "\n";
@@ -87,6 +96,11 @@ std::span<const OptionSyntax> optionTable() {
 const CommandSyntax* commandNamed(std::string_view name) {
     const auto found = std::ranges::find(commands, name, &CommandSyntax::name);
     return found == std::ranges::end(commands) ? nullptr : &*found;
+}
+
+std::uint32_t optionsOf(const CommandSyntax& command) {
+    const RequestRule* rule = requestRule(command.name);
+    return command.options | (rule && rule->passesGate ? PasswordStdin : 0U);
 }
 
 std::string helpText() {
@@ -108,7 +122,7 @@ std::string helpText() {
 std::string helpText(const CommandSyntax& command) {
     std::string text = "Usage: " + usageOf(command) + "\n" + command.details + "\n\n";
     for (const OptionSyntax& option : options)
-        if (command.options & option.option)
+        if (optionsOf(command) & option.option)
             text += optionLine(option);
     return text + "  --help            show this text\n";
 }

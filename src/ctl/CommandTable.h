@@ -10,12 +10,13 @@ namespace veilkeep {
 // The options of veilkeepctl, as bits of a set.
 namespace commandOption {
 enum : std::uint32_t {
-    Null = 1 << 0,   // -0
-    Json = 1 << 1,   // --json
-    State = 1 << 2,  // --state WORD
-    Name = 1 << 3,   // --name PATTERN
-    Answer = 1 << 4, // --answer WORD
-    Yes = 1 << 5,    // --yes
+    Null = 1 << 0,          // -0
+    Json = 1 << 1,          // --json
+    State = 1 << 2,         // --state WORD
+    Name = 1 << 3,          // --name PATTERN
+    Answer = 1 << 4,        // --answer WORD
+    Yes = 1 << 5,           // --yes
+    PasswordStdin = 1 << 8, // --password-stdin
 };
 } // namespace commandOption
 
@@ -33,11 +34,13 @@ struct CommandSyntax {
     const char* arguments; // "PATH..."
     const char* summary;
     const char* details;
-    std::uint32_t options;
+    std::uint32_t options; // beside those that optionsOf() adds
 };
 
 std::span<const CommandSyntax> commandTable();
 std::span<const OptionSyntax> optionTable();
+
+std::uint32_t optionsOf(const CommandSyntax& command); // of one that passes the gate, --password-stdin too
 
 const CommandSyntax* commandNamed(std::string_view name); // null: there is none
 

@@ -1,6 +1,7 @@
 #include "ctl/CommandLine.h"
 #include "ctl/Interruption.h"
 #include "ctl/ItemPath.h"
+#include "ctl/PasswordCommand.h"
 #include "ctl/RequestRoute.h"
 #include "ctl/RowOutput.h"
 #include "ctl/TerminalCaller.h"
@@ -69,6 +70,10 @@ RequestStatus run(const CommandLine& line) {
     RowOutput rows(name == "status" ? RowOutput::Content::Status : RowOutput::Content::List, line.json,
                    output);
     TerminalCaller caller(output, questions, rows);
+    if (line.passwordFromInput)
+        questions.takePasswordsFromInput();
+    if (line.isPasswordCommand())
+        return PasswordCommand(output, questions, caller).run(line.paths.front());
 
     Request request{QString::fromLatin1(line.command->name), {}, {}};
     RequestStatus status = takePaths(line, request, output, caller);

@@ -1,0 +1,124 @@
+#include "ctl/PasswordCommand.h"
+
+#include "filelist/Texts.h"
+#include "format/ErrorText.h"
+#include "requests/CallerPrompt.h"
+
+#include <QCoreApplication>
+
+#include <algorithm>
+#include <iterator>
+
+namespace veilkeep {
+namespace {
+
+constexpr std::string_view actions[] = {"set", "change", "off", "check"};
+
+QString text(const char* source) {
+    return QCoreApplication::translate("PasswordCommand", source);
+}
+
+// Why the application would not be protected by it; empty where it would.
+QString faultOf(const QString& password) {
+    if (password.isEmpty())
+        return text("the new password is empty; nothing was changed");
+    if (!PasswordManager::isAscii(password))
+        return text(
+            "the new password has a character outside of ASCII and would protect nothing, since every other\n"
+            "password with such a character would be taken for it; nothing was changed");
+    return {};
+}
+
+} // namespace
+
+bool PasswordCommand::isAction(std::string_view word) {
+    return std::ranges::find(actions, word) != std::end(actions);
+}
+
+RequestStatus PasswordCommand::run(std::string_view action) {
+    if (action == "set")
+        return set();
+    if (action == "change")
+        return change();
+    return action == "off" ? switchOff() : check();
+}
+
+RequestStatus PasswordCommand::told(const QString& message, RequestStatus status) {
+    m_output.printMessage(message);
+    return status;
+}
+
+RequestStatus PasswordCommand::set() {
+    if (m_passwords.isPasswordEnabled())
+        return told(text("a password is set already; change it with 'veilkeepctl password change'"),
+                    RequestStatus::Refused);
+    const auto password = newOne();
+    if (!password)
+        return RequestStatus::Refused;
+    m_defaults.set(PasswordManager::enabledKey, true); // stored together with the digest
+    return afterStoring(m_passwords.setPassword(*password));
+}
+
+RequestStatus PasswordCommand::change() {
+    if (!m_passwords.isPasswordEnabled())
+        return told(text("no password is set"), RequestStatus::Refused);
+    if (!isPresentOneGiven())
+        return RequestStatus::Refused;
+    const auto password = newOne();
+    return password ? afterStoring(m_passwords.setPassword(*password)) : RequestStatus::Refused;
+}
+
+RequestStatus PasswordCommand::switchOff() {
+    if (!m_passwords.isPasswordEnabled())
+        return told(text("no password is set"), RequestStatus::AllWell);
+    if (!isPresentOneGiven())
+        return RequestStatus::Refused;
+    m_defaults.set(PasswordManager::enabledKey, false);
+    return afterStoring(m_defaults.synchronize());
+}
+
+RequestStatus PasswordCommand::check() {
+    if (!m_passwords.isPasswordEnabled())
+        return told(text("no password is set"), RequestStatus::AllWell);
+    return isPresentOneGiven() ? RequestStatus::AllWell : RequestStatus::Refused;
+}
+
+bool PasswordCommand::isPresentOneGiven() {
+    CallerPrompt prompt(m_caller);
+    m_passwords.setPrompt(&prompt);
+    const bool isGiven = m_passwords.showModalWindow() != 0;
+    m_passwords.setPrompt(nullptr);
+    if (!isGiven)
+        m_output.printMessage(text("The password was not given."));
+    return isGiven;
+}
+
+std::optional<QString> PasswordCommand::newOne() {
+    const auto password =
+        m_questions.askPassword(text("Enter the new %1 password:").arg(applicationName()), 0);
+    if (!password)
+        return std::nullopt;
+    if (const QString fault = faultOf(*password); !fault.isEmpty()) {
+        m_output.printMessage(fault);
+        return std::nullopt;
+    }
+    if (m_questions.takesPasswordsFromInput())
+        return password;
+    const auto again = m_questions.askPassword(text("Enter it again:"), 0);
+    if (!again)
+        return std::nullopt;
+    if (*again != *password) {
+        m_output.printMessage(text("the two entries differ; nothing was changed"));
+        return std::nullopt;
+    }
+    return password;
+}
+
+RequestStatus PasswordCommand::afterStoring(const Result<void>& stored) {
+    if (stored)
+        return RequestStatus::AllWell;
+    m_output.printError(stored.error().path, errorReason(stored.error()).toStdString());
+    return RequestStatus::SomeFailed;
+}
+
+} // namespace veilkeep
