@@ -101,7 +101,13 @@ private:
                     std::string("'") + line.command->name + "' takes no option '" + option.longName + "'";
         if (!mistake.empty() || isPasswordCommand())
             return;
-        const RequestRule& rule = *requestRule(line.command->name);
+        const RequestRule* const known = requestRule(line.command->name);
+        if (!known) { // "watch" is no request
+            if (!line.paths.empty())
+                mistake = "'" + std::string(line.command->name) + "' takes no paths";
+            return;
+        }
+        const RequestRule& rule = *known;
         if (line.paths.size() < rule.leastPaths)
             mistake = "a path is missing";
         else if (line.paths.size() > rule.mostPaths)

@@ -59,6 +59,13 @@ constexpr CommandSyntax commands[] = {
      "each password is a line of standard input: the new one for set, the present and the new\n"
      "one for change, the present one for off and check.",
      PasswordStdin},
+    {"watch", "", "hides the AutoHide groups whenever you leave, until it is ended",
+     "Stays, and hides the items of AutoHide groups when the computer goes to sleep, the screen\n"
+     "is locked or another user's session comes to the front, and before it ends itself. When\n"
+     "you come back it shows them, unless Veilkeep has a password. Other commands work through\n"
+     "it meanwhile. Where a systemd user session runs, let that start it:\n"
+     "systemctl --user enable --now veilkeep-watch",
+     0},
 };
 
 std::string padded(std::string text, std::size_t width) {

@@ -1,6 +1,5 @@
 #include "ctl/RequestRoute.h"
 
-#include "core/environment/Bundle.h"
 #include "core/storage/ListOwnership.h"
 #include "ctl/Interruption.h"
 #include "ctl/OwnList.h"
@@ -32,6 +31,16 @@ bool onlyReads(const Request& request) {
 }
 
 } // namespace
+
+std::optional<std::string> usableWorker(TerminalOutput& output) {
+    const std::string worker = MainWindowController::cloakWorkerPath();
+    if (::access(worker.c_str(), X_OK) == 0)
+        return worker;
+    output.printError(
+        worker,
+        text("this program is missing or may not be run; please install Veilkeep anew").toStdString());
+    return std::nullopt;
+}
 
 RequestRoute::RequestRoute(TerminalOutput& output, TerminalCaller& caller, RowOutput& rows)
     : m_output(output), m_caller(caller), m_rows(rows) {}
@@ -115,14 +124,10 @@ RequestStatus RequestRoute::runWithoutOwnership(const Request& request, const Er
 }
 
 RequestStatus RequestRoute::runHere(const Request& request, bool mayChange) {
-    const std::string worker = bundledProgramPath(applicationBundlePath(), "cloakWorker");
-    if (::access(worker.c_str(), X_OK) != 0) {
-        m_output.printError(
-            worker,
-            text("this program is missing or may not be run; please install Veilkeep anew").toStdString());
+    const auto worker = usableWorker(m_output);
+    if (!worker)
         return RequestStatus::SomeFailed;
-    }
-    return OwnList(worker, m_places).run(request, m_caller, mayChange);
+    return OwnList(*worker, m_places).run(request, m_caller, mayChange);
 }
 
 } // namespace veilkeep

@@ -8,8 +8,12 @@
 
 #include <chrono>
 #include <optional>
+#include <string>
 
 namespace veilkeep {
+
+// The path of cloakWorker; nothing where it cannot be run, which is told.
+std::optional<std::string> usableWorker(TerminalOutput& output);
 
 // Has a request worked on by whoever owns the list: by this program where nobody does, by the application
 // where it runs. Nothing of what it is given is owned. Main thread.

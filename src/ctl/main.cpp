@@ -7,6 +7,7 @@
 #include "ctl/TerminalCaller.h"
 #include "ctl/TerminalOutput.h"
 #include "ctl/TerminalQuestions.h"
+#include "ctl/Watch.h"
 #include "format/ErrorText.h"
 #include "requests/RequestRules.h"
 
@@ -65,8 +66,10 @@ RequestStatus run(const CommandLine& line) {
             "main", "this program does not run under pkexec; please run it as yourself"));
         return RequestStatus::Refused;
     }
-    TerminalQuestions questions(line.answers, line.yes, output);
     const std::string_view name = line.command->name;
+    if (name == "watch")
+        return Watch(output).run();
+    TerminalQuestions questions(line.answers, line.yes, output);
     RowOutput rows(name == "status" ? RowOutput::Content::Status : RowOutput::Content::List, line.json,
                    output);
     TerminalCaller caller(output, questions, rows);

@@ -2,6 +2,7 @@
 
 #include "core/storage/ListOwnership.h"
 #include "ctl/OwnList.h"
+#include "platform/linux/BusRequest.h"
 #include "platform/linux/RequestService.h"
 #include "tests/support/RunProgram.h"
 
@@ -28,6 +29,10 @@ private:
 int main(int count, char** arguments) {
     using namespace veilkeep;
     const QCoreApplication application(count, arguments);
+    SessionBusConnection bus; // until the end: "watch" takes the list back after it
+    const QDBusMessage yield =
+        QDBusMessage::createMethodCall(requestService, requestObject, requestInterface, "Yield");
+    bus.connection().call(yield, QDBus::Block, withoutLimit); // an error: there is nobody to yield
     const auto ownership =
         ListOwnership::take(OwnPlaces::current().dataDirectory, std::chrono::milliseconds(0));
     test::Handler handler;

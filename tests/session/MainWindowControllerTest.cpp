@@ -1,7 +1,7 @@
 #include "session/MainWindowController.h"
 
 #include "core/log/Log.h"
-#include "tests/session/SessionWorld.h"
+#include "tests/session/LeavingWorld.h"
 #include "tests/support/ScratchTree.h"
 
 #include <gtest/gtest.h>
@@ -36,7 +36,7 @@ protected:
     }
 
     bool turnUntilShown() {
-        return SessionWorld::turnUntil([this] {
+        return LeavingWorld::turnUntil([this] {
             return m_world->window.visible && m_world->areVisible() && m_world->groups.autoUnhideHappened();
         });
     }
@@ -58,7 +58,7 @@ protected:
     }
 
     ScratchTree m_tree;
-    std::optional<SessionWorld> m_world;
+    std::optional<LeavingWorld> m_world;
 };
 
 TEST_F(MainWindowControllerTest, OnePassPerLeavingAndOneShowPerReturn) {
@@ -85,7 +85,7 @@ TEST_F(MainWindowControllerTest, OnePassPerLeavingAndOneShowPerReturn) {
 }
 
 TEST_F(MainWindowControllerTest, OnlyThePasswordBringsTheWindowBack) {
-    const auto right = [](PasswordManager& manager) { manager.okClick(SessionWorld::password); };
+    const auto right = [](PasswordManager& manager) { manager.okClick(LeavingWorld::password); };
     const auto wrong = [](PasswordManager& manager) { manager.okClick("wrong"); };
     m_world->setPassword();
     struct {
@@ -117,7 +117,7 @@ TEST_F(MainWindowControllerTest, OnlyThePasswordBringsTheWindowBack) {
         m_world->prompt.script = {row.prompt};
         leaveAndComeBack();
         EXPECT_FALSE(m_world->controller.operationAllowedWithoutAsking());
-        EXPECT_TRUE(SessionWorld::turnUntil(
+        EXPECT_TRUE(LeavingWorld::turnUntil(
             [&] { return m_world->prompt.runs > runs && !m_world->passwords.isPromptVisible(); }));
         if (!row.shows) {
             EXPECT_FALSE(m_world->window.visible);

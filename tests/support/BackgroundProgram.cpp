@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <stdexcept>
+#include <utility>
 
 namespace veilkeep::test {
 
@@ -28,8 +29,16 @@ BackgroundProgram::BackgroundProgram(const std::vector<std::string>& arguments) 
 }
 
 BackgroundProgram::~BackgroundProgram() {
-    ::kill(m_process, SIGTERM);
-    ::waitpid(m_process, nullptr, 0);
+    if (m_process > 0)
+        end(SIGTERM);
+}
+
+int BackgroundProgram::end(int signal) {
+    int status = 0;
+    const pid_t process = std::exchange(m_process, -1);
+    ::kill(process, signal);
+    ::waitpid(process, &status, 0);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
 std::string BackgroundProgram::readLine() {

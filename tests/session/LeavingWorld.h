@@ -77,9 +77,9 @@ private:
 
 // All that MainWindowController works with, and three items in an AutoHide group, visible or hidden. Made
 // anew it is the program's next start.
-class SessionWorld {
+class LeavingWorld {
 public:
-    explicit SessionWorld(const ScratchTree& tree) : m_tree(tree) {
+    explicit LeavingWorld(const ScratchTree& tree) : m_tree(tree) {
         passwords.setPrompt(&prompt);
         list.list->loadDataFromDisk();
         groups.start();

@@ -1,0 +1,150 @@
+#include "core/environment/XdgDirectories.h"
+#include "tests/platform/linux/BusService.h"
+#include "tests/platform/linux/FakeLogind.h"
+#include "tests/platform/linux/PrivateBus.h"
+#include "tests/session/LeavingWorld.h"
+#include "tests/support/BackgroundProgram.h"
+#include "tests/support/RunProgram.h"
+
+#include <gtest/gtest.h>
+
+#include <signal.h>
+
+#include <memory>
+
+namespace veilkeep::test {
+namespace {
+
+// "veilkeepctl watch" as a process, on buses of the test's own, with three items in an AutoHide group.
+class WatchTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        for (const std::string& why :
+             {m_systemBus.whyMissing(), m_sessionBus.whyMissing(), m_logind.whyMissing()})
+            if (!why.empty())
+                GTEST_SKIP() << why;
+        m_logind.showSession();
+        m_world.makeItems();
+    }
+
+    // Both streams of the program go into a file.
+    void startWatch(const std::string& logged = "Watching for") {
+        const std::string log = m_tree.makeFile("home/.local/state/Veilkeep/Veilkeep.log");
+        m_watch = std::make_unique<BackgroundProgram>(
+            std::vector<std::string>{"/bin/sh", "-c", "exec \"$0\" watch >>\"$1\" 2>&1",
+                                     bundledProgram("veilkeepctl"), m_tree.path("told")});
+        EXPECT_TRUE(waitUntil([&] { return readFile(log).find(logged) != std::string::npos; }));
+    }
+
+    // Its exit status; -1 where the signal killed it.
+    int endWatch(int signal) { return m_watch->end(signal); }
+
+    bool becomeVisible() {
+        return waitUntil([this] { return m_world.areVisible(); });
+    }
+    bool becomeHidden() {
+        return waitUntil([this] { return m_world.areHidden(); });
+    }
+    bool areHeldUp(const QStringList& what) {
+        return waitUntil([&] { return m_logind.inhibitors() == what; });
+    }
+
+    ProgramRun ctl(std::vector<std::string> arguments) {
+        arguments.insert(arguments.begin(), bundledProgram("veilkeepctl"));
+        return runProgram(arguments, {0, m_tree.root(), {}});
+    }
+
+    ScratchTree m_tree;
+    PrivateBus m_systemBus{m_tree, PrivateBus::Place::System};
+    PrivateBus m_sessionBus{m_tree, PrivateBus::Place::Session};
+    FakeLogind m_logind{"{}"};
+    LeavingWorld m_world{m_tree};
+    std::unique_ptr<BackgroundProgram> m_watch;
+};
+
+TEST_F(WatchTest, HidesOnLeavingAndShowsOnComingBack) {
+    startWatch();
+    EXPECT_TRUE(becomeVisible());
+    BusService saver(
+        QStringLiteral("org.mate.ScreenSaver"),
+        [](const QDBusMessage& call) { return call.createErrorReply(QDBusError::UnknownMethod, {}); },
+        QDBusConnection::SessionBus);
+    const std::function<void(bool)> sources[] = {
+        [&](bool away) { m_logind.announce("Sleep", away); },
+        [&](bool away) { m_logind.set("Active", !away); },
+        [&](bool away) {
+            saver.connection().send(
+                QDBusMessage::createSignal("/org/mate/ScreenSaver", "org.mate.ScreenSaver", "ActiveChanged")
+                << away);
+        },
+        [&](bool away) { m_logind.set("LockedHint", away); },
+    };
+    for (const auto& source : sources) {
+        EXPECT_TRUE(areHeldUp({"shutdown", "sleep"}));
+        source(true);
+        EXPECT_TRUE(becomeHidden());
+        if (&source == &sources[0]) {
+            EXPECT_TRUE(areHeldUp({"shutdown"}));
+        }
+        source(false);
+        EXPECT_TRUE(becomeVisible());
+    }
+    EXPECT_NE(ctl({"status"}).output.find("hidden\t0\n"), std::string::npos);
+}
+
+TEST_F(WatchTest, EndsHiddenWithoutAWord) {
+    for (const int signal : {SIGTERM, SIGHUP, SIGINT}) {
+        startWatch();
+        EXPECT_TRUE(becomeVisible());
+        EXPECT_EQ(endWatch(signal), 0);
+        EXPECT_TRUE(m_world.areHidden());
+    }
+    startWatch();
+    EXPECT_TRUE(becomeVisible());
+    m_logind.announce("Shutdown", true);
+    EXPECT_EQ(endWatch(0), 0);
+    EXPECT_TRUE(m_world.areHidden());
+    EXPECT_EQ(readFile(m_tree.path("told")), "");
+}
+
+// Whoever ended it left no time for a pass.
+TEST_F(WatchTest, HidesWhatACrashLeftVisible) {
+    startWatch();
+    EXPECT_TRUE(becomeVisible());
+    EXPECT_EQ(endWatch(SIGKILL), -1);
+    ASSERT_TRUE(m_world.areVisible());
+    m_world.setPassword(); // or it would show them again
+    startWatch();
+    EXPECT_TRUE(becomeHidden());
+    m_logind.announce("Sleep", true);
+    m_logind.announce("Sleep", false);
+    EXPECT_TRUE(areHeldUp({"shutdown", "sleep"}));
+    EXPECT_EQ(endWatch(SIGTERM), 0);
+    EXPECT_TRUE(m_world.areHidden());
+}
+
+// A program that asks for the list has it until it ends, however it ends.
+TEST_F(WatchTest, GivesTheListAndTakesItBack) {
+    startWatch();
+    EXPECT_TRUE(becomeVisible());
+    auto application = std::make_unique<BackgroundProgram>(std::vector<std::string>{VEILKEEP_LIST_OWNER});
+    EXPECT_EQ(application->readLine(), "serves");
+    EXPECT_EQ(m_logind.inhibitors(), QStringList());
+    m_logind.announce("Sleep", true);
+    m_logind.announce("Sleep", false);
+    EXPECT_EQ(ctl({"status"}).exitStatus, 0);
+    EXPECT_TRUE(m_world.areVisible()); // the leaving is the application's to see
+    EXPECT_EQ(application->end(SIGKILL), -1);
+    EXPECT_TRUE(areHeldUp({"shutdown", "sleep"}));
+    EXPECT_TRUE(becomeHidden()); // the application left them visible
+    EXPECT_EQ(ctl({"status"}).exitStatus, 0);
+    EXPECT_EQ(endWatch(SIGTERM), 0);
+
+    application = std::make_unique<BackgroundProgram>(std::vector<std::string>{VEILKEEP_LIST_OWNER});
+    EXPECT_EQ(application->readLine(), "serves");
+    startWatch("waiting for its end");
+    EXPECT_EQ(endWatch(SIGTERM), 0);
+}
+
+} // namespace
+} // namespace veilkeep::test
