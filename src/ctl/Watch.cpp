@@ -93,7 +93,9 @@ std::optional<RequestStatus> Watch::begin() {
             standBy({});
             return std::nullopt;
         }
-        if (left.count() <= 0 || Interruption::isAsked()) {
+        if (Interruption::isAsked())
+            return RequestStatus::AllWell; // nothing was shown that would have to be hidden
+        if (left.count() <= 0) {
             m_output.printMessage(
                 QCoreApplication::translate("Watch", "another process owns the list and did not answer"));
             return RequestStatus::OwnerSilent;

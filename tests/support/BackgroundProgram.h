@@ -18,7 +18,7 @@ public:
     BackgroundProgram& operator=(const BackgroundProgram&) = delete;
 
     pid_t process() const { return m_process; }
-    int end(int signal); // waits; the exit status, -1 where a signal ended it
+    int end(int signal);    // waits; the exit status, -1 where a signal ended it
     std::string readLine(); // from its standard output; empty where it ended before
 
 private:
