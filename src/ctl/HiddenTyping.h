@@ -28,9 +28,9 @@ private:
     void watchFor(int signal);
 
     const int m_terminal;
+    termios m_modes = {}; // as they were
     bool m_hasModes;
     bool m_isHidden = false;
-    termios m_modes = {}; // as they were
     struct sigaction m_actions[sizeof(watched) / sizeof(*watched)] = {};
 };
 
