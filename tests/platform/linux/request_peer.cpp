@@ -42,6 +42,17 @@ private:
             tell(std::to_string(first) + " " + std::to_string(second));
             return RequestStatus::AllWell;
         }
+        if (request.command == QLatin1String("password")) {
+            const auto given = caller.askPassword("line", 3);
+            tell(given ? "given " + given->toStdString() : "nothing");
+            return RequestStatus::AllWell;
+        }
+        if (request.command == QLatin1String("password and take back")) {
+            QTimer::singleShot(0, &m_context, [&caller] { caller.cancelQuestion(); });
+            const auto given = caller.askPassword("first", 0);
+            tell(given ? "given" : "nothing");
+            return RequestStatus::AllWell;
+        }
         if (request.command == QLatin1String("wait")) {
             caller.message("waits");
             return waitUntil([&] { return caller.isCancelled(); }) ? RequestStatus::SomeFailed
@@ -84,7 +95,10 @@ public:
         ::pause();
         return 0;
     }
-    std::optional<QString> askPassword(const QString&, int) override { return std::nullopt; }
+    std::optional<QString> askPassword(const QString&, int) override {
+        ask({});
+        return "too late";
+    }
     void cancelQuestion() override {}
     bool isCancelled() const override { return false; }
 };
