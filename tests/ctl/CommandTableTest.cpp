@@ -34,18 +34,19 @@ TEST(CommandTableTest, CompletionsAndManualKnowAllCommandsAndOptions) {
     for (const CommandSyntax& command : commandTable()) {
         const std::string name = command.name;
         names.insert(name);
-        EXPECT_TRUE(requestRule(command.name) || name == "watch") << name;
+        EXPECT_TRUE(requestRule(command.name) || name == "password" || name == "watch") << name;
         EXPECT_NE(fish.find(" -a " + name + " "), std::string::npos) << name;
         EXPECT_NE(zsh.find("'" + name + ":"), std::string::npos) << name;
         EXPECT_NE(manual.find("\n.It Cm " + name), std::string::npos) << name;
         EXPECT_NE(helpText(command).find(command.details), std::string::npos) << name;
         std::set<std::string> options{"--help"};
         for (const OptionSyntax& option : optionTable())
-            if (command.options & option.option)
+            if (optionsOf(command) & option.option)
                 options.insert(option.longName);
         EXPECT_EQ(bash(name + " --"), options) << name;
     }
     EXPECT_EQ(bash("''"), names);
+    EXPECT_EQ(bash("password ''"), (std::set<std::string>{"set", "change", "off", "check"}));
     for (const OptionSyntax& option : optionTable()) {
         const std::string name = std::string(option.longName).substr(2);
         EXPECT_NE(fish.find(" -l " + name), std::string::npos) << name;
