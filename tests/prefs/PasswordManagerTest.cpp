@@ -96,11 +96,20 @@ TEST_F(PasswordManagerTest, WhatIsAccepted) {
               PasswordManager::cypher("new").toStdString());
 }
 
+TEST_F(PasswordManagerTest, AnAbsentSwitchIsNotStoredOverWhatAnotherProgramJustSet) {
+    UserDefaults other;
+    other.set(PasswordManager::enabledKey, true);
+    ASSERT_TRUE(other.synchronize());
+    ASSERT_TRUE(m_defaults.storeIfAbsent(PasswordManager::enabledKey, false));
+    EXPECT_TRUE(m_passwords.isPasswordEnabled());
+}
+
 TEST_F(PasswordManagerTest, AnAbsentSwitchThatCannotBeStored) {
     writeFile(m_tree.path("file"), {});
     UserDefaults defaults(m_tree.path("file/settings.plist"));
     PasswordManager passwords(defaults);
     EXPECT_FALSE(passwords.isPasswordEnabled());
+    EXPECT_FALSE(defaults.contains(PasswordManager::enabledKey)) << "nothing of it is pending";
     EXPECT_NE(readFile(Log::shared().path()).find("could not be stored"), std::string::npos);
 }
 
