@@ -161,26 +161,39 @@ bool GroupViewController::makeAutoHide(const QString& reason) {
             " of them: " + reason.toStdString());
     HideOperations& operations = m_parts.files.hideOperations();
     const std::size_t errorsBefore = operations.errors().size();
-    bool allWell = true;
-    Reasons reasons;
-    {
-        const OneSave oneSave(*this);
-        m_parts.files.setNobodyThere(true);
-        const auto somebodyAfter = qScopeGuard([this] { m_parts.files.setNobodyThere(false); });
-        for (const ListedGroup& group : groups) {
-            allWell = hideGroup(group, true) && allWell;
-            addReasons(reasons, operations.lastBatch());
-        }
-    }
+    const bool allWell = groups.empty() || hideTogether(groups);
     m_autoUnhideHappened = false;
     operations.dropRepeatedErrors(errorsBefore);
     std::vector<ListedFile> left = autoHideFiles(File::Hidden);
     std::erase_if(left, [](const ListedFile& file) {
         return file->stateFromPath() != File::Visible || !itemExistsAt(std::string(file->path()));
     });
+    Reasons reasons;
+    addReasons(reasons, operations.lastBatch());
     logItems("Stayed visible", left, reasons);
     rememberLeftVisible(left);
-    allWell&& left.empty() ? clearMark() : setMark();
+    if (allWell && left.empty())
+        clearMark();
+    else
+        setMark();
+    return allWell;
+}
+
+// In the order of the groups, but as one batch: on a slow disk each batch's saving takes its time, of which
+// there is little before the computer sleeps.
+bool GroupViewController::hideTogether(const std::vector<ListedGroup>& groups) {
+    const OneSave oneSave(*this);
+    m_parts.files.setNobodyThere(true);
+    const auto somebodyAfter = qScopeGuard([this] { m_parts.files.setNobodyThere(false); });
+    FilesViewController::Files batch;
+    for (const ListedGroup& group : groups) {
+        setState(group, hidden);
+        const auto files = m_parts.files.getAllFilesOfGroup(group->groupID());
+        if (files)
+            batch.insert(batch.end(), files->begin(), files->end());
+    }
+    const bool allWell = m_parts.files.hideFiles(batch, true);
+    m_parts.files.removeSelection();
     return allWell;
 }
 

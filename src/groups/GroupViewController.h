@@ -149,8 +149,11 @@ private:
 
     void setState(const ListedGroup& group, std::int8_t state);
     void hideOrShowCurrent(bool hides);
-    bool isAutoHide(const ListedGroup& group) const { return group->autoHide().value_or(false); }
+    bool isAutoHide(const ListedGroup& group) const {
+        return group->autoHide().value_or(false) && !group->isHeaderRow();
+    }
     std::vector<ListedGroup> autoHideGroups() const;
+    bool hideTogether(const std::vector<ListedGroup>& groups);
     bool mayShowAutoHideItems(const ListedGroup& group) const;
     void setMark();
     void clearMark();
