@@ -62,7 +62,7 @@ RequestStatus PasswordCommand::set() {
 RequestStatus PasswordCommand::change() {
     if (!m_passwords.isPasswordEnabled())
         return told(text("no password is set"), RequestStatus::Refused);
-    if (!isPresentOneGiven())
+    if (!isGivenByCaller(m_passwords, m_caller))
         return RequestStatus::Refused;
     const auto password = newOne();
     return password ? afterStoring(m_passwords.setPassword(*password)) : RequestStatus::Refused;
@@ -71,7 +71,7 @@ RequestStatus PasswordCommand::change() {
 RequestStatus PasswordCommand::switchOff() {
     if (!m_passwords.isPasswordEnabled())
         return told(text("no password is set"), RequestStatus::AllWell);
-    if (!isPresentOneGiven())
+    if (!isGivenByCaller(m_passwords, m_caller))
         return RequestStatus::Refused;
     m_defaults.set(PasswordManager::enabledKey, false);
     return afterStoring(m_defaults.synchronize());
@@ -80,17 +80,7 @@ RequestStatus PasswordCommand::switchOff() {
 RequestStatus PasswordCommand::check() {
     if (!m_passwords.isPasswordEnabled())
         return told(text("no password is set"), RequestStatus::AllWell);
-    return isPresentOneGiven() ? RequestStatus::AllWell : RequestStatus::Refused;
-}
-
-bool PasswordCommand::isPresentOneGiven() {
-    CallerPrompt prompt(m_caller);
-    m_passwords.setPrompt(&prompt);
-    const bool isGiven = m_passwords.showModalWindow() != 0;
-    m_passwords.setPrompt(nullptr);
-    if (!isGiven)
-        m_output.printMessage(text("The password was not given."));
-    return isGiven;
+    return isGivenByCaller(m_passwords, m_caller) ? RequestStatus::AllWell : RequestStatus::Refused;
 }
 
 std::optional<QString> PasswordCommand::newOne() {

@@ -31,7 +31,6 @@ private:
     RequestStatus check();
 
     RequestStatus told(const QString& message, RequestStatus status);
-    bool isPresentOneGiven();
     std::optional<QString> newOne();
     RequestStatus afterStoring(const Result<void>& stored);
 

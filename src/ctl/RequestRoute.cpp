@@ -69,13 +69,9 @@ bool RequestRoute::isPasswordGiven(const Request& request) {
     PasswordManager passwords(defaults);
     if (!rule || !rule->passesGate || !passwords.isPasswordEnabled() || m_application.isServed())
         return true;
-    CallerPrompt prompt(m_caller);
-    passwords.setPrompt(&prompt);
-    const bool isGiven = passwords.showModalWindow() != 0;
+    const bool isGiven = isGivenByCaller(passwords, m_caller);
     if (isGiven)
         m_caller.repeatPassword();
-    else
-        m_output.printMessage(text("The password was not given."));
     return isGiven;
 }
 

@@ -1,5 +1,6 @@
 #include "requests/CallerPrompt.h"
 
+#include <QCoreApplication>
 #include <QScopeGuard>
 #include <QScopedValueRollback>
 
@@ -34,6 +35,16 @@ bool isAllowedByCaller(Gate& gate, PasswordManager& passwords, RequestCaller& ca
     passwords.setPrompt(&prompt);
     const auto withoutPrompt = qScopeGuard([&] { passwords.setPrompt(nullptr); });
     return gate.operationAllowed();
+}
+
+bool isGivenByCaller(PasswordManager& passwords, RequestCaller& caller) {
+    CallerPrompt prompt(caller);
+    passwords.setPrompt(&prompt);
+    const auto withoutPrompt = qScopeGuard([&] { passwords.setPrompt(nullptr); });
+    if (passwords.showModalWindow() != 0)
+        return true;
+    caller.message(QCoreApplication::translate("CallerPrompt", "The password was not given."));
+    return false;
 }
 
 } // namespace veilkeep

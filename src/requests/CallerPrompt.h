@@ -22,7 +22,10 @@ private:
     bool m_isAsking = false;
 };
 
-// What the gate answers when the prompt of these passwords is the caller's.
+// What the gate answers when the prompt of its passwords is the caller's.
 bool isAllowedByCaller(Gate& gate, PasswordManager& passwords, RequestCaller& caller);
+
+// Whether the caller knows the password; he is told where it was not given.
+bool isGivenByCaller(PasswordManager& passwords, RequestCaller& caller);
 
 } // namespace veilkeep
