@@ -9,6 +9,7 @@ namespace veilkeep {
 
 OwnList::OwnList(const std::string& workerPath, const OwnPlaces& places, const OwnListOptions& options)
     : m_presenter(options.presenter),
+      m_authority(Tick(options.tick)),
       m_security(m_authority, m_defaults, places.inProgressDirectory, Tick(options.tick)),
       m_cloakWorker(workerPath, places.inProgressDirectory, Tick(options.tick), &m_security),
       m_dataFile(joinPath(places.dataDirectory, "FilesInfo.Veilkeep")),

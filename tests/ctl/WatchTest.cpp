@@ -1,4 +1,5 @@
-#include "core/environment/XdgDirectories.h"
+#include "core/base/UniqueFd.h"
+#include "platform/Request.h"
 #include "tests/platform/linux/BusService.h"
 #include "tests/platform/linux/FakeLogind.h"
 #include "tests/platform/linux/PrivateBus.h"
@@ -8,8 +9,12 @@
 
 #include <gtest/gtest.h>
 
+#include <fcntl.h>
 #include <signal.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
+#include <cstdlib>
 #include <memory>
 
 namespace veilkeep::test {
@@ -144,6 +149,42 @@ TEST_F(WatchTest, GivesTheListAndTakesItBack) {
     EXPECT_EQ(application->readLine(), "serves");
     startWatch("waiting for its end");
     EXPECT_EQ(endWatch(SIGTERM), 0);
+}
+
+// A command that waits for the password when the user leaves keeps nothing from being hidden.
+TEST_F(WatchTest, TakesBackAPromptThatIsOpen) {
+    m_world.setPassword();
+    startWatch();
+    const std::string input = m_tree.path("input"), told = m_tree.path("told");
+    ASSERT_EQ(::mkfifo(input.c_str(), 0600), 0);
+    const UniqueFd typing(::open(input.c_str(), O_RDWR | O_CLOEXEC)); // and nobody types
+    BackgroundProgram command({"/bin/sh", "-c", "exec \"$0\" unhide --password-stdin \"$1\" <\"$2\" 2>\"$3\"",
+                               bundledProgram("veilkeepctl"), m_tree.path("t/a"), input, told});
+    EXPECT_TRUE(waitUntil([&] {
+        m_logind.announce("Sleep", true); // until the prompt was there to be taken back
+        m_logind.announce("Sleep", false);
+        return readFile(told).find("The password was not given.") != std::string::npos;
+    }));
+    EXPECT_EQ(command.end(0), static_cast<int>(RequestStatus::Refused));
+    EXPECT_TRUE(m_world.areHidden());
+    EXPECT_TRUE(areHeldUp({"shutdown", "sleep"}));
+}
+
+TEST(WatchUnitTest, SystemdUnderstandsTheUnit) {
+    if (::access("/usr/bin/systemd-analyze", X_OK) != 0)
+        GTEST_SKIP() << "systemd-analyze is not installed";
+    const ScratchTree tree;
+    std::string text = readFile(VEILKEEP_WATCH_UNIT);
+    const std::string installed = VEILKEEP_INSTALLED_PROGRAMS "/veilkeepctl";
+    ASSERT_NE(text.find(installed + " watch\n"), std::string::npos);
+    text.replace(text.find(installed), installed.size(), bundledProgram("veilkeepctl"));
+    const std::string unit = tree.makeFile("veilkeep-watch.service", text);
+    const std::string runtime = tree.makeDirectory("run");
+    const ProgramRun run =
+        runProgram({"/usr/bin/systemd-analyze", "verify", "--user", "--man=no", unit},
+                   {0, tree.root(), [&] { ::setenv("XDG_RUNTIME_DIR", runtime.c_str(), 1); }});
+    EXPECT_EQ(run.output + run.errors, "");
+    EXPECT_EQ(run.exitStatus, 0);
 }
 
 } // namespace
