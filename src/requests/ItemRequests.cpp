@@ -107,7 +107,7 @@ void ItemRequests::remove() {
                          [](const ListedFile& file) { return file->state() == File::Hidden; });
     m_work.presenter.holdMessages();
     m_work.controller.tryToRemoveFiles(m_chosen);
-    tellMessages();
+    tellHeldMessages(m_work, {});
     const auto isVisible = [](const ListedFile& file) { return file->state() == File::Visible; };
     const bool someRemoved = !m_work.controller.files().contains(m_chosen.front());
     if (!someRemoved && std::ranges::none_of(hidden, isVisible)) {
@@ -145,7 +145,7 @@ void ItemRequests::hide() {
             choose(file, path);
         else
             m_work.fail(path, text("The item could not be added."));
-    moveChosen(Move::Hide);
+    moveChosen(BatchReport::Move::Hide);
 }
 
 void ItemRequests::unhide() {
@@ -159,7 +159,7 @@ void ItemRequests::unhide() {
         else
             m_work.fail(path, notThereReason(errno));
     }
-    moveChosen(Move::Unhide);
+    moveChosen(BatchReport::Move::Unhide);
 }
 
 void ItemRequests::choose(const ListedFile& file, const std::string& path) {
@@ -167,60 +167,20 @@ void ItemRequests::choose(const ListedFile& file, const std::string& path) {
         m_chosen.push_back(file);
 }
 
-void ItemRequests::moveChosen(Move move) {
+void ItemRequests::moveChosen(BatchReport::Move move) {
     if (m_chosen.empty())
         return;
     HideOperations& operations = m_work.controller.hideOperations();
     const bool collects = !m_work.isInteractive();
+    BatchReport report(m_work, move, std::move(m_pathOf));
     operations.clearErrorList();
-    m_work.presenter.holdMessages();
-    if (move == Move::Hide)
+    if (move == BatchReport::Move::Hide)
         operations.hideFiles(m_chosen, collects);
     else
         operations.unhideFiles(m_chosen, collects);
     operations.clearErrorList();
-    for (const MovedItem& item : operations.lastBatch())
-        tellOutcome(item, move);
-    for (std::size_t rest = operations.lastBatch().size(); rest < m_chosen.size(); ++rest)
-        m_work.fail(m_pathOf[m_chosen[rest].get()], workerErrorText(WorkerError::Unknown)); // an exception
-    for (const Error& trouble : operations.lastBatchTroubles())
-        m_work.fail(trouble.path,
-                    text("what was done here may not survive a power cut: %1").arg(errorReason(trouble)));
-    tellMessages();
-    if (m_leftAlone > 0)
-        m_work.caller.message(text("interrupted; items left as they are: %1").arg(m_leftAlone));
-}
-
-void ItemRequests::tellOutcome(const MovedItem& item, Move move) {
-    const std::string& path = m_pathOf[item.file.get()];
-    if (item.errorCode == static_cast<int>(WorkerError::Cancelled) && m_work.progress.isCancelled()) {
-        ++m_leftAlone;
-        m_work.status = RequestStatus::SomeFailed;
-        return;
-    }
-    const auto fail = [&](const QString& reason) {
-        m_work.fail(path, reason);
-        m_reasonsTold.push_back(reason);
-    };
-    if (item.errorCode != 0 || !item.reason.isEmpty())
-        fail(item.reason.isEmpty() ? workerErrorText(item.errorCode) : item.reason);
-    else if (item.wasMoved)
-        m_work.caller.itemDone(path, std::string(item.file->path()));
-    else
-        fail(move == Move::Hide ? workerErrorText(WorkerError::AlreadyHidden) : text("Item is not hidden."));
-}
-
-// Once each, and not what is a failed item's reason.
-void ItemRequests::tellMessages() {
-    std::vector<QString> told;
-    for (const Alert& alert : m_work.presenter.takeMessages()) {
-        const QString message = messageText(alert);
-        if (std::ranges::find(m_reasonsTold, alert.message) != m_reasonsTold.end() ||
-            std::ranges::find(told, message) != told.end())
-            continue;
-        m_work.caller.message(message);
-        told.push_back(message);
-    }
+    report.tellLastBatch(m_chosen);
+    report.finish();
 }
 
 } // namespace veilkeep

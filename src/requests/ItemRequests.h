@@ -1,10 +1,9 @@
 #pragma once
 
+#include "requests/BatchReport.h"
 #include "requests/RequestWork.h"
 
-#include <cstddef>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 namespace veilkeep {
@@ -22,7 +21,6 @@ public:
 
 private:
     using Files = FilesViewController::Files;
-    enum class Move { Hide, Unhide };
 
     std::vector<std::string> pathsOnce() const;
     // What keeps an item that is not listed from being listed as a visible one; empty where nothing does.
@@ -31,15 +29,11 @@ private:
     void addAll(const std::vector<std::string>& paths);
 
     void choose(const ListedFile& file, const std::string& path);
-    void moveChosen(Move move);
-    void tellOutcome(const MovedItem& item, Move move);
-    void tellMessages();
+    void moveChosen(BatchReport::Move move);
 
     RequestWork& m_work;
     Files m_chosen;
-    std::unordered_map<const File*, std::string> m_pathOf; // as the request names it
-    std::vector<QString> m_reasonsTold;
-    std::size_t m_leftAlone = 0; // once the caller asked to stop
+    BatchReport::Names m_pathOf; // as the request names it
 };
 
 } // namespace veilkeep
