@@ -196,6 +196,7 @@ bool HideOperations::runBatch(WorkerOperation operation, const Files& files, boo
     const bool hides = operation == WorkerOperation::Hide;
     const Files batch = files; // the list may change meanwhile
     m_lastBatch.clear();
+    m_batchTroubles.clear();
     m_rightsAreHeld.reset();
     if (batch.empty()) {
         m_saver.saveDataToDisk();

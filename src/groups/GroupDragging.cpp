@@ -12,7 +12,7 @@ constexpr std::ptrdiff_t firstDropRow = 3; // nothing goes in front of the first
 
 bool GroupViewController::writeRows(const std::vector<std::size_t>& indexes) const {
     const auto first = std::ranges::min_element(indexes);
-    return first != indexes.end() && *first > headerRow && *first < m_groups.size();
+    return first != indexes.end() && *first >= firstMovableRow && *first < m_groups.size();
 }
 
 DropAnswer GroupViewController::validateDrop(const GroupDrag& drag, std::ptrdiff_t row) const {
@@ -27,6 +27,16 @@ DropAnswer GroupViewController::validateDrop(const GroupDrag& drag, std::ptrdiff
     return {drag.filePaths ? Operation::Move : Operation::Copy, static_cast<std::size_t>(row), true};
 }
 
+void GroupViewController::moveGroup(const ListedGroup& group, std::size_t toRow) {
+    const auto row = rowOf(group);
+    if (!row || row == toRow || std::min(*row, toRow) < firstMovableRow || toRow >= m_groups.size())
+        return;
+    const ListedGroup moved = group;
+    m_groups.erase(m_groups.begin() + static_cast<std::ptrdiff_t>(*row));
+    m_groups.insert(m_groups.begin() + static_cast<std::ptrdiff_t>(toRow), moved);
+    rowsChanged();
+}
+
 // A group comes to lie at row - 1 whichever way it goes: just above the target when it goes down, one
 // higher than the gap when it goes up.
 bool GroupViewController::acceptDrop(const GroupDrag& drag, std::ptrdiff_t row) {
@@ -39,12 +49,9 @@ bool GroupViewController::acceptDrop(const GroupDrag& drag, std::ptrdiff_t row) 
     if (drag.groupRows) {
         if (!writeRows(*drag.groupRows) || validateDrop(drag, row) == DropAnswer())
             return false;
-        const auto from = m_groups.begin() + static_cast<std::ptrdiff_t>(std::ranges::min(*drag.groupRows));
-        const ListedGroup moved = *from;
-        m_groups.erase(from);
-        m_groups.insert(m_groups.begin() + (row - 1), moved);
+        const ListedGroup moved = m_groups[std::ranges::min(*drag.groupRows)];
+        moveGroup(moved, static_cast<std::size_t>(row - 1));
         setCurrent(moved);
-        rowsChanged();
         return true;
     }
     if (drag.fileNames)

@@ -184,13 +184,13 @@ bool GroupViewController::removeGroup(const ListedGroup& group) {
             text("Sorry, but this group cannot be removed because it contains all of files."), text("OK"));
         return false;
     }
+    const FilesViewController::Files shown = m_parts.files.getAllFilesOfCurrentGroup(); // another may be soon
     const int answer = m_parts.alerts.ADRunCriticalAlertSheet(
         Alert::Window::Main, text("Are you sure you want to remove \"%1\" group?").arg(name),
         text("All files of this group will be moved to the \"All Files\" group."), text("Remove"),
         text("Cancel"));
     if (answer != Alerts::defaultAnswer || !isListed(group))
         return false;
-    const FilesViewController::Files shown = m_parts.files.getAllFilesOfCurrentGroup();
     m_parts.files.moveFiles(shown, allFilesGroup());
     m_itemsAreSavedFirst = true;
     std::erase(m_groups, group);
@@ -212,6 +212,8 @@ void GroupViewController::setNewName(std::string_view newName, const std::string
         group.setName(newName);
         if (auto image = imageFor(andIconPath))
             group.setIconData(std::move(*image));
+        else if (!m_parts.images && group.iconPath() != andIconPath)
+            group.setIconData({}); // to be filled when it is drawn
         group.setIconPath(andIconPath);
     });
 }

@@ -45,6 +45,7 @@ public:
     void start(bool mayChange = true);
 
     // --- The rows ---
+    static constexpr std::size_t firstMovableRow = 2; // below the group of all files and the header row
     const std::vector<ListedGroup>& groups() const { return m_groups; }
     void initMainGroupRows();
     void makeAutoHideExampleGroup();
@@ -63,6 +64,7 @@ public:
     void setNewName(std::string_view newName, const std::string& andIconPath, const ListedGroup& forGroup);
     void setAutoHide(bool autoHide, std::string_view forGroup);
     void setAutoHide(bool autoHide, const ListedGroup& forGroup);
+    void moveGroup(const ListedGroup& group, std::size_t toRow); // where it lies in the end
     void incFilesOfGroup(std::string_view name);
     void decFilesOfGroup(std::string_view name);
     void fillIcon(const ListedGroup& group); // for who draws it: an empty icon from its path

@@ -75,23 +75,20 @@ void MainWindowController::start() {
 }
 
 void MainWindowController::lockApplication(Absence kind) {
-    leave(reasonOf(kind), [this] {
+    leave([this, kind] {
+        m_parts.groups.makeAutoHide(reasonOf(kind));
         hideWindow();
         if (m_parts.events)
             m_parts.events->release();
     });
 }
 
-// Whatever would show something and still waits is void from here on.
-void MainWindowController::leave(const QString& reason, const std::function<void()>& afterHiding) {
+void MainWindowController::leave(const std::function<void()>& pass) {
     ++m_departures;
     m_isUnlocking = false;
     m_unhide.stop();
     m_parts.passwords.cancelClick();
-    m_parts.turns.leave([this, reason, afterHiding] {
-        m_parts.groups.makeAutoHide(reason);
-        afterHiding();
-    });
+    m_parts.turns.leave(pass);
 }
 
 void MainWindowController::unlockApplication() {
@@ -154,7 +151,8 @@ void MainWindowController::end(Ending ending) {
     if (m_isEnding)
         return;
     m_isEnding = true;
-    leave(reasonOf(ending), [this, ending] {
+    leave([this, ending] {
+        m_parts.groups.makeAutoHide(reasonOf(ending));
         hideWindow();
         m_parts.groups.saveDataToDisk();
         m_parts.files.saveDataToDisk();

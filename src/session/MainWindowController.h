@@ -59,6 +59,10 @@ public:
     // The window goes once the groups are hidden. An open prompt goes at once.
     void lockApplication(Absence kind);
 
+    // Runs the pass as soon as what runs has come to its end. An open prompt goes at once, and what would
+    // still show something is void.
+    void leave(const std::function<void()>& pass);
+
     // In its turn. Nothing while a prompt is open, or once the user has left again.
     void unlockApplication();
 
@@ -78,7 +82,6 @@ signals:
     void ended(veilkeep::Ending ending); // everything that had to be done before the program ends is done
 
 private:
-    void leave(const QString& reason, const std::function<void()>& afterHiding);
     void end(Ending ending);
     void unhideSoon();
 
