@@ -3,6 +3,7 @@
 #include "core/base/PathText.h"
 #include "filelist/MainThread.h"
 
+#include <algorithm>
 #include <optional>
 
 namespace veilkeep {
@@ -38,7 +39,12 @@ OwnList::OwnList(const std::string& workerPath, const OwnPlaces& places, const O
                 .turns = m_turns,
                 .events = options.events}),
       m_runner({m_controller, m_dataFile, m_cloakWorker, m_progress, m_turns, m_presenter, m_progressView,
-                places.inProgressDirectory, &m_window}) {
+                places.inProgressDirectory, m_groups, m_groupsFile, &m_window, &m_window, &m_passwords}) {
+    m_turns.setInterrupt([this] {
+        m_passwords.cancelClick();
+        m_authority.cancel();
+    });
+    m_security.setShouldEnd([this] { return m_turns.isLeaving(); });
     m_cloakWorker.setTraceWishes({m_defaults.boolean("CleanRecentItems"), false});
 }
 
@@ -50,12 +56,21 @@ RequestStatus OwnList::run(const Request& request, RequestCaller& caller, bool m
     if (mayChange)
         m_cloakWorker.checkTempFiles();
     m_groups.start(mayChange);
+    m_groups.setAutoUnhideHappened(wereAutoHideGroupsShown());
     std::optional<RequestStatus> status;
     m_runner.handle(request, caller, [&](RequestStatus told) { status = told; });
     MainThread::runUntil([&] { return status.has_value(); });
     // Nobody should take what could not be read for an empty list.
     const bool isUnknown = !isWhole && m_controller.files().size() == 0;
     return isUnknown && *status == RequestStatus::AllWell ? RequestStatus::SomeFailed : *status;
+}
+
+// By the last pass of a former run: its flag lives as long as a program, which a single command is not. The
+// mark alone may be set for one item.
+bool OwnList::wereAutoHideGroupsShown() const {
+    return m_mark.isSet() && std::ranges::none_of(m_groups.groups(), [](const ListedGroup& group) {
+               return group->autoHide().value_or(false) && group->state() != 0;
+           });
 }
 
 void OwnList::start() {

@@ -41,6 +41,8 @@ public:
     Turns& turns() { return m_turns; }
 
 private:
+    bool wereAutoHideGroupsShown() const;
+
     UserDefaults m_defaults;
     CallerPresenter m_presenter;
     Alerts m_alerts{m_presenter, m_defaults};

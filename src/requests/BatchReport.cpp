@@ -53,9 +53,12 @@ void BatchReport::tellOutcome(const MovedItem& item) {
         m_work.status = RequestStatus::SomeFailed;
         return;
     }
-    if (item.errorCode != 0 || !item.reason.isEmpty())
+    const bool hasFailed = item.errorCode != 0 || !item.reason.isEmpty();
+    const bool cameBackLater =
+        m_move == Move::Unhide && item.file->state() == File::Visible; // with its folder
+    if (hasFailed && !cameBackLater)
         fail(item.file, item.reason.isEmpty() ? workerErrorText(item.errorCode) : item.reason);
-    else if (item.wasMoved)
+    else if (item.wasMoved || hasFailed)
         m_work.caller.itemDone(nameOf(item.file), std::string(item.file->path()));
     else if (m_names.contains(item.file.get()))
         fail(item.file, m_move == Move::Hide ? workerErrorText(WorkerError::AlreadyHidden)

@@ -5,6 +5,7 @@
 #include "core/filesystem/ResolvedPath.h"
 #include "core/names/BaseCloakLogic.h"
 #include "format/ErrorText.h"
+#include "requests/RequestRules.h"
 
 #include <QCoreApplication>
 
@@ -70,6 +71,10 @@ void ItemRequests::addAll(const std::vector<std::string>& paths) {
 }
 
 void ItemRequests::add() {
+    const bool hasGroup = m_work.option(requestOption::group).isValid();
+    const ListedGroup group = hasGroup ? m_work.groupNamedBy(requestOption::group) : nullptr;
+    if (hasGroup && !group)
+        return;
     std::vector<std::string> wanted;
     std::vector<std::string> toAdd;
     for (std::string& path : pathsOnce()) {
@@ -86,12 +91,16 @@ void ItemRequests::add() {
         wanted.push_back(std::move(path));
     }
     addAll(toAdd);
-    m_work.controller.saveDataToDisk();
     for (const std::string& path : wanted)
         if (const ListedFile file = m_work.listedInAnyForm(path))
-            m_work.caller.itemDone(path, std::string(file->path()));
+            choose(file, path);
         else
             m_work.fail(path, text("The item could not be added."));
+    if (group)
+        m_work.controller.moveFiles(m_chosen, group->groupID().value_or(CurrentGroup::allFiles));
+    m_work.controller.saveDataToDisk();
+    for (const ListedFile& file : m_chosen)
+        m_work.caller.itemDone(m_pathOf[file.get()], std::string(file->path()));
 }
 
 void ItemRequests::remove() {

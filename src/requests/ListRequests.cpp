@@ -56,12 +56,19 @@ QVariantMap listRow(const File& file) {
 }
 
 void tellList(RequestWork& work) {
-    const auto predicate = predicateOf(work.request);
+    auto predicate = predicateOf(work.request);
     if (!predicate) {
         work.caller.message(
             QCoreApplication::translate("ListRequests", "There is no such state of an item."));
         work.status = RequestStatus::WrongUsage;
         return;
+    }
+    if (work.option(requestOption::group).isValid()) {
+        const ListedGroup group = work.groupNamedBy(requestOption::group);
+        if (!group)
+            return;
+        if (group->groupID() != GroupViewController::allFilesGroup())
+            predicate->groupID = group->groupID();
     }
     const FileMatcher matcher(*predicate);
     std::vector<QVariantMap> rows;

@@ -7,16 +7,22 @@ namespace veilkeep {
 std::span<const RequestRule> requestRules() {
     constexpr std::size_t any = RequestRule::anyNumber;
     static constexpr RequestRule rules[] = {
-        {"add", RequestCommand::Add, true, true, 1, any},
+        {"add", RequestCommand::Add, true, true, 1, any, GroupUse::Optional},
         {"remove", RequestCommand::Remove, true, true, 1, any},
-        {"hide", RequestCommand::Hide, true, true, 1, any},
-        {"unhide", RequestCommand::Unhide, true, false, 1, any}, // what is hidden can always come back
-        {"list", RequestCommand::List, true, false, 0, 0},
+        {"hide", RequestCommand::Hide, true, true, 1, any, GroupUse::InsteadOfPaths},
+        // What is hidden can always come back.
+        {"unhide", RequestCommand::Unhide, true, false, 1, any, GroupUse::InsteadOfPaths},
+        {"list", RequestCommand::List, true, false, 0, 0, GroupUse::Optional},
         {"status", RequestCommand::Status, false, false, 0, 0},
         {"check", RequestCommand::Check, true, true, 0, 0},
         {"locate", RequestCommand::Locate, true, true, 2, 2},
         {"restore", RequestCommand::Restore, true, true, 1, any},
         {"merge", RequestCommand::Merge, true, true, 1, 1},
+        {"groups", RequestCommand::Groups, true, false, 0, 0},
+        {"group", RequestCommand::Group, true, true, 0, 0},
+        {"move", RequestCommand::Move, true, true, 1, any, GroupUse::Needed},
+        {"autohide", RequestCommand::AutoHide, false, false, 0, 0}, // each item tells why it stays visible
+        {"autounhide", RequestCommand::AutoUnhide, true, false, 0, 0},
     };
     return rules;
 }

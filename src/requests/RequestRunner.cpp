@@ -1,6 +1,8 @@
 #include "requests/RequestRunner.h"
 
+#include "format/ErrorText.h"
 #include "requests/CallerPrompt.h"
+#include "requests/GroupRequests.h"
 #include "requests/ItemRequests.h"
 #include "requests/ListRequests.h"
 #include "requests/SearchRequests.h"
@@ -16,34 +18,51 @@ QString text(const char* source) {
     return QCoreApplication::translate("RequestRunner", source);
 }
 
+bool hasRightPaths(const Request& request, const RequestRule& rule) {
+    const bool namesGroup = request.options.contains(QLatin1String(requestOption::group));
+    const bool meansAll = request.options.value(QLatin1String(requestOption::all)).toBool();
+    if (rule.groupUse == GroupUse::InsteadOfPaths && (namesGroup || meansAll))
+        return request.paths.empty() && namesGroup != meansAll;
+    return request.paths.size() >= rule.leastPaths && request.paths.size() <= rule.mostPaths;
+}
+
 bool isWellFormed(const Request& request, const RequestRule* rule) {
-    return rule && request.paths.size() >= rule->leastPaths && request.paths.size() <= rule->mostPaths &&
+    return rule && hasRightPaths(request, *rule) &&
            std::ranges::all_of(request.paths, [](const std::string& path) {
                return path.starts_with('/') && path.find('\0') == std::string::npos;
            });
 }
 
-// Has alerts and progress go to the caller for as long as it lives.
+// Has alerts and progress go to the caller for as long as it lives. Whoever sees the progress can stop it.
 class Attention {
 public:
-    Attention(const RequestRunnerParts& parts, RequestCaller& caller) : m_parts(parts) { give(&caller); }
-    ~Attention() { give(nullptr); }
+    Attention(const RequestRunnerParts& parts, RequestCaller& caller, bool withProgress) : m_parts(parts) {
+        m_parts.presenter.setCaller(&caller);
+        if (withProgress)
+            m_parts.progressView.setCaller(&caller);
+    }
+    ~Attention() {
+        m_parts.presenter.setCaller(nullptr);
+        m_parts.progressView.setCaller(nullptr);
+    }
     Attention(const Attention&) = delete;
     Attention& operator=(const Attention&) = delete;
 
 private:
-    void give(RequestCaller* caller) {
-        m_parts.presenter.setCaller(caller);
-        m_parts.progressView.setCaller(caller);
-    }
-
     const RequestRunnerParts& m_parts;
 };
 
 } // namespace
 
 void RequestRunner::handle(const Request& request, RequestCaller& caller, Done done) {
-    m_parts.turns.run([this, request, &caller, done = std::move(done)] { done(run(request, caller)); });
+    const RequestRule* rule = requestRule(request.command);
+    const auto work = [this, request, &caller, done = std::move(done)] { done(run(request, caller)); };
+    if (!rule || rule->command != RequestCommand::AutoHide)
+        m_parts.turns.run(work);
+    else if (m_parts.window)
+        m_parts.window->leave(work);
+    else
+        m_parts.turns.leave(work);
 }
 
 RequestStatus RequestRunner::run(const Request& request, RequestCaller& caller) {
@@ -54,25 +73,41 @@ RequestStatus RequestRunner::run(const Request& request, RequestCaller& caller) 
     }
     if (!isAllowed(*rule, caller))
         return RequestStatus::Refused;
-    const Attention attention(m_parts, caller);
+    // What hides when the user leaves runs to its end, even if the screen locker that asked for it is gone.
+    const Attention attention(m_parts, caller, rule->command != RequestCommand::AutoHide);
     RequestWork work{m_parts.controller,
                      m_parts.cloakWorker,
                      m_parts.progress,
                      m_parts.presenter,
                      m_parts.inProgressFolder,
                      request,
-                     caller};
+                     caller,
+                     m_parts.groups,
+                     m_parts.window};
     this->work(rule->command, work);
-    if (m_parts.controller.saveTrouble() && !rule->onlyReads()) {
-        caller.message(text("the list could not be saved: %1").arg(m_parts.controller.whyItCannotBeSaved()));
-        work.status = std::max(work.status, RequestStatus::SomeFailed);
-    }
+    if (!rule->onlyReads())
+        tellSaveTrouble(work);
     return work.status;
+}
+
+void RequestRunner::tellSaveTrouble(RequestWork& work) {
+    const auto tell = [&](const QString& trouble) {
+        work.caller.message(trouble);
+        work.status = std::max(work.status, RequestStatus::SomeFailed);
+    };
+    if (m_parts.controller.saveTrouble())
+        tell(text("the list could not be saved: %1").arg(m_parts.controller.whyItCannotBeSaved()));
+    if (const auto& trouble = m_parts.groups.saveTrouble())
+        tell(text("the groups could not be saved: %1").arg(errorReason(*trouble)));
 }
 
 bool RequestRunner::isAllowed(const RequestRule& rule, RequestCaller& caller) {
     if (rule.changesList && m_parts.dataFile.isOfNewerVersion()) {
         caller.message(text("The list was written by a newer version of Veilkeep and cannot be changed."));
+        return false;
+    }
+    if (rule.command == RequestCommand::Group && m_parts.groupsFile.isOfNewerVersion()) {
+        caller.message(text("The groups were written by a newer version of Veilkeep and cannot be changed."));
         return false;
     }
     if (!rule.passesGate || !m_parts.gate || m_parts.gate->operationAllowedWithoutAsking())
@@ -91,15 +126,16 @@ bool RequestRunner::askPassword(RequestCaller& caller) {
 }
 
 void RequestRunner::work(RequestCommand command, RequestWork& work) {
+    const bool hasPaths = !work.request.paths.empty();
     switch (command) {
     case RequestCommand::Add:
         return ItemRequests(work).add();
     case RequestCommand::Remove:
         return ItemRequests(work).remove();
     case RequestCommand::Hide:
-        return ItemRequests(work).hide();
+        return hasPaths ? ItemRequests(work).hide() : GroupRequests(work).hideItems();
     case RequestCommand::Unhide:
-        return ItemRequests(work).unhide();
+        return hasPaths ? ItemRequests(work).unhide() : GroupRequests(work).unhideItems();
     case RequestCommand::List:
         return tellList(work);
     case RequestCommand::Status:
@@ -112,6 +148,16 @@ void RequestRunner::work(RequestCommand command, RequestWork& work) {
         return SearchRequests(work).restore();
     case RequestCommand::Merge:
         return SearchRequests(work).merge();
+    case RequestCommand::Groups:
+        return GroupRequests(work).tellGroups();
+    case RequestCommand::Group:
+        return GroupRequests(work).change();
+    case RequestCommand::Move:
+        return GroupRequests(work).moveItems();
+    case RequestCommand::AutoHide:
+        return GroupRequests(work).autoHide();
+    case RequestCommand::AutoUnhide:
+        return GroupRequests(work).autoUnhide();
     }
 }
 

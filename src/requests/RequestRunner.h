@@ -6,7 +6,7 @@
 #include "requests/CallerProgressView.h"
 #include "requests/RequestRules.h"
 #include "requests/RequestWork.h"
-#include "session/Gate.h"
+#include "session/MainWindowController.h"
 
 namespace veilkeep {
 
@@ -20,9 +20,11 @@ struct RequestRunnerParts {
     CallerPresenter& presenter;       // through which the controller's alerts go
     CallerProgressView& progressView; // and its progress
     std::string inProgressFolder;
-    Gate* gate = nullptr; // none: no password stands before anything
-    PasswordManager* askCaller =
-        nullptr; // of the gate: asks whoever made the request. None: asks in a window
+    GroupViewController& groups;
+    const GroupsInfoFile& groupsFile;
+    MainWindowController* window = nullptr; // none: nothing is open that leaving would have to close
+    Gate* gate = nullptr;                   // none: no password stands before anything
+    PasswordManager* askCaller = nullptr;   // of the gate: asks whoever made the request. None: in a window
 };
 
 // Works on requests with the list's own controllers, in veilkeepctl by itself and in the application on
@@ -31,12 +33,14 @@ class RequestRunner : public RequestHandler {
 public:
     explicit RequestRunner(RequestRunnerParts parts) : m_parts(std::move(parts)) {}
 
-    // In its turn. What its options are: RequestRules.h.
+    // In its turn; "autohide" like every leaving as soon as what runs has come to its end. What its options
+    // are: RequestRules.h.
     void handle(const Request& request, RequestCaller& caller, Done done) override;
 
 private:
     RequestStatus run(const Request& request, RequestCaller& caller);
     bool isAllowed(const RequestRule& rule, RequestCaller& caller);
+    void tellSaveTrouble(RequestWork& work);
     bool askPassword(RequestCaller& caller);
     void work(RequestCommand command, RequestWork& work);
 

@@ -4,10 +4,26 @@
 #include "core/names/BaseCloakLogic.h"
 #include "requests/RequestRules.h"
 
+#include <QCoreApplication>
+
 namespace veilkeep {
 
 bool RequestWork::isInteractive() const {
-    return request.options.value(QLatin1String(requestOption::interactive)).toBool();
+    return option(requestOption::interactive).toBool();
+}
+
+ListedGroup RequestWork::groupNamedBy(const char* option) {
+    const std::string name = bytesOption(option);
+    const ListedGroup group = groups.groupForName(name);
+    if (group && !group->isHeaderRow())
+        return group;
+    fail(name, QCoreApplication::translate("RequestWork", "There is no such group."));
+    return nullptr;
+}
+
+void RequestWork::refuseAsUnknown() {
+    caller.message(QCoreApplication::translate("RequestWork", "This request is not understood."));
+    status = RequestStatus::WrongUsage;
 }
 
 void RequestWork::fail(const std::string& path, const QString& reason) {

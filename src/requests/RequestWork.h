@@ -5,6 +5,7 @@
 #include "core/protocol/CloakWorkerComunicator.h"
 #include "filelist/FilesViewController.h"
 #include "filelist/RecordsByItem.h"
+#include "groups/GroupViewController.h"
 #include "platform/Request.h"
 #include "requests/CallerPresenter.h"
 
@@ -13,6 +14,8 @@
 #include <string_view>
 
 namespace veilkeep {
+
+class MainWindowController;
 
 // One request while it is worked on: what it works with, none of it owned, and what has come of it so far.
 // Main thread.
@@ -24,10 +27,18 @@ struct RequestWork {
     const std::string& inProgressFolder;
     const Request& request;
     RequestCaller& caller;
+    GroupViewController& groups;
+    MainWindowController* window = nullptr; // none in tests of what needs none
     RequestStatus status = RequestStatus::AllWell;
 
     bool isInteractive() const;
+    QVariant option(const char* name) const { return request.options.value(QLatin1String(name)); }
+    std::string bytesOption(const char* name) const { return option(name).toByteArray().toStdString(); }
 
+    // By the name in that option, not a header row. Null, and told, where there is none.
+    ListedGroup groupNamedBy(const char* option);
+
+    void refuseAsUnknown(); // the request says what is not understood
     void fail(const std::string& path, const QString& reason);
 
     // Listed under either of its paths, or under the path that this one is when no link leads to it.

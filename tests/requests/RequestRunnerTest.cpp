@@ -62,6 +62,8 @@ public:
     std::size_t ask(const Question& question) override {
         EXPECT_TRUE(MainThread::isCurrent());
         questions.append(question.title);
+        if (whileAsked)
+            whileAsked();
         for (std::size_t button = 0; button < question.buttons.size(); ++button)
             if (question.buttons[button] == answer)
                 return button;
@@ -73,12 +75,14 @@ public:
         return enterPassword ? enterPassword() : std::nullopt;
     }
     void cancelQuestion() override { ++takenBack; }
-    bool isCancelled() const override { return false; }
+    bool isCancelled() const override { return hasGone; }
 
     QString answer;
+    bool hasGone = false;
     std::function<std::optional<QString>()> enterPassword; // none: cancels
     int asked = 0;                                         // for the password
     int takenBack = 0;
+    std::function<void()> whileAsked;
     std::function<void()> whileWorking;
     Paths done;
     Paths failed;
@@ -109,17 +113,21 @@ protected:
     CallerProgressView m_view{&m_ownView};
     ProgressController m_progress{&m_view};
     Turns m_turns{m_alerts};
-    NoCurrentGroup m_groups;
+    GroupSelection m_selection;
     const OwnPlaces m_places = OwnPlaces::current();
     CloakWorkerComunicator m_worker{bundledProgram("cloakWorker"), m_places.inProgressDirectory};
     FilesInfoFile m_dataFile{m_places.dataDirectory + "/FilesInfo.Veilkeep"};
     FilesViewController m_controller{
-        {m_dataFile, m_worker, m_alerts, m_progress, m_turns, m_defaults, m_groups}};
+        {m_dataFile, m_worker, m_alerts, m_progress, m_turns, m_defaults, m_selection}};
+    GroupsInfoFile m_groupsFile{m_places.dataDirectory + "/GroupsInfo.Veilkeep"};
+    AutoHideMark m_mark{m_places.dataDirectory};
+    GroupViewController m_groups{{m_groupsFile, m_controller, m_selection, m_mark, m_alerts, m_turns}};
     PasswordManager m_passwords{m_defaults};
     PromptGate m_gate{m_passwords};
-    const RequestRunnerParts m_parts{m_controller, m_dataFile,  m_worker, m_progress,
-                                     m_turns,      m_presenter, m_view,   m_places.inProgressDirectory,
-                                     &m_gate,      &m_passwords};
+    const RequestRunnerParts m_parts{m_controller, m_dataFile,   m_worker, m_progress,
+                                     m_turns,      m_presenter,  m_view,   m_places.inProgressDirectory,
+                                     m_groups,     m_groupsFile, nullptr,  &m_gate,
+                                     &m_passwords};
     RequestRunner m_runner{m_parts};
 };
 
@@ -208,8 +216,35 @@ TEST_F(RequestRunnerTest, WhatIsNoRequest) {
         EXPECT_TRUE(caller.done.empty()) << command;
     }
     FakeCaller caller;
-    EXPECT_EQ(run("list", {}, caller, {{requestOption::state, "odd"}}), RequestStatus::WrongUsage);
+    m_groups.start();
+    const QByteArray name = "Private Files";
+    const auto group = [&](QVariantMap options) {
+        return options.insert(requestOption::group, name), std::pair("group", options);
+    };
+    const std::pair<const char*, QVariantMap> withOptions[] = {
+        {"list", {{requestOption::state, "odd"}}},
+        {"hide", {{requestOption::all, true}, {requestOption::group, name}}},
+        {"hide", {{requestOption::all, false}}},
+        {"move", {}},
+        {"group", {}},
+        {"group", {{requestOption::action, groupAction::remove}}},
+        group({{requestOption::action, "paint"}}),
+        group({{requestOption::action, groupAction::rename}}),
+        group({{requestOption::action, groupAction::icon}}),
+        group({{requestOption::action, groupAction::autoHide}}),
+        group({{requestOption::action, groupAction::autoHide}, {requestOption::autoHide, "on"}}),
+        group({{requestOption::action, groupAction::order}}),
+        group({{requestOption::action, groupAction::order}, {requestOption::position, -1}}),
+    };
+    for (const auto& [command, options] : withOptions) {
+        const Paths paths(command == std::string_view("move"), good);
+        EXPECT_EQ(run(command, paths, caller, options), RequestStatus::WrongUsage)
+            << command << options.value(requestOption::action).toString().toStdString();
+    }
+    for (const char* const option : {requestOption::group, requestOption::all})
+        EXPECT_EQ(run("hide", {good}, caller, {{option, name}}), RequestStatus::WrongUsage);
     EXPECT_TRUE(exists(good));
+    EXPECT_EQ(m_groups.groupsNames(), (Paths{"All Files", "Secret Pictures", "Private Files"}));
 }
 
 // While a batch runs the event loop turns, and brings the next request.
@@ -329,6 +364,63 @@ TEST_F(RequestRunnerTest, EachFailedItemIsToldOnce) {
         ASSERT_EQ(runProgram({"/bin/rm", a, hidden("a"), b}).exitStatus, 0);
         m_controller.removeFiles(m_controller.files().all());
     }
+}
+
+// Another group may be selected in the window while the question is open, or be searched in.
+TEST_F(RequestRunnerTest, ARemovedGroupLeavesNoItemBehind) {
+    m_groups.start();
+    const ListedGroup removed = m_groups.addGroup(), other = m_groups.addGroup();
+    for (const auto& [name, group] : {std::pair("t/a", removed), {"t/b", removed}, {"t/c", other}}) {
+        FakeCaller caller;
+        ASSERT_EQ(run("add", {m_tree.makeFile(name)}, caller,
+                      {{requestOption::group, QByteArray::fromStdString(std::string(group->name()))}}),
+                  RequestStatus::AllWell);
+    }
+    m_groups.selectRow(static_cast<std::ptrdiff_t>(*m_groups.rowOf(removed)));
+    m_controller.filterController().setSearchText("a");
+    FakeCaller caller;
+    caller.answer = "Remove";
+    caller.whileAsked = [&] { m_groups.selectRow(static_cast<std::ptrdiff_t>(*m_groups.rowOf(other))); };
+    const QVariantMap options{{requestOption::action, groupAction::remove},
+                              {requestOption::group, QByteArray("New Group")}};
+    EXPECT_EQ(run("group", {}, caller, options), RequestStatus::AllWell);
+    EXPECT_FALSE(m_groups.rowOf(removed));
+    const FileList& files = m_controller.files();
+    for (const auto& [name, groupID] :
+         {std::pair("t/a", std::int64_t{0}), {"t/b", 0}, {"t/c", *other->groupID()}})
+        EXPECT_EQ(files.withPath(m_tree.path(name))->groupID(), groupID) << name;
+}
+
+// What waits comes after it, what runs is cut short, and nothing cuts it short itself.
+TEST_F(RequestRunnerTest, LeavingComesFirst) {
+    m_groups.start();
+    const Paths items{m_tree.makeFile("t/a"), m_tree.makeFile("t/b")};
+    const QVariantMap group{{requestOption::group, QByteArray("Private Files")}};
+    FakeCaller caller;
+    ASSERT_EQ(run("add", items, caller, group), RequestStatus::AllWell);
+    m_groups.setAutoHide(true, "Private Files");
+    ASSERT_EQ(run("autohide", {}, caller), RequestStatus::AllWell);
+    ASSERT_FALSE(exists(items[0]) || exists(items[1]));
+    QStringList through;
+    FakeCaller shower, waiter, leaver;
+    const auto handle = [&](const char* command, FakeCaller& asking) {
+        m_runner.handle({command, {}, {}}, asking, [&, command](RequestStatus status) {
+            EXPECT_EQ(status, RequestStatus::AllWell) << command;
+            through.append(command);
+        });
+    };
+    shower.whileWorking = [&, isSent = false]() mutable {
+        if (std::exchange(isSent, true))
+            return;
+        handle("status", waiter);
+        leaver.hasGone = true;
+        handle("autohide", leaver);
+    };
+    EXPECT_EQ(run("autounhide", {}, shower), RequestStatus::SomeFailed);
+    MainThread::runUntil([&] { return through.size() == 2; });
+    EXPECT_EQ(through, (QStringList{"autohide", "status"}));
+    EXPECT_FALSE(exists(items[0]) || exists(items[1]));
+    EXPECT_FALSE(m_groups.autoUnhideHappened());
 }
 
 TEST_F(RequestRunnerTest, WhatAnExceptionKeptFromBeingDoneHasFailed) {
