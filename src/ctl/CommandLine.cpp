@@ -1,10 +1,12 @@
 #include "ctl/CommandLine.h"
 
+#include "ctl/GroupWords.h"
 #include "ctl/PasswordCommand.h"
 #include "format/PrintableName.h"
 #include "requests/RequestRules.h"
 
 #include <string_view>
+#include <utility>
 
 namespace veilkeep {
 namespace {
@@ -85,6 +87,9 @@ private:
             line.name = value;
         if (option == commandOption::Answer)
             line.answers.push_back(value);
+        if (option == commandOption::Group)
+            line.group = value;
+        line.all |= option == commandOption::All;
         const bool isState = value == "hidden" || value == "visible" || value == "broken";
         if (mistake.empty() && option == commandOption::State && !isState)
             mistake = "unknown state " + quoted(value);
@@ -101,19 +106,36 @@ private:
                     std::string("'") + line.command->name + "' takes no option '" + option.longName + "'";
         if (!mistake.empty() || isPasswordCommand())
             return;
-        const RequestRule* const known = requestRule(line.command->name);
-        if (!known) { // "watch" is no request
-            if (!line.paths.empty())
-                mistake = "'" + std::string(line.command->name) + "' takes no paths";
-            return;
-        }
-        const RequestRule& rule = *known;
-        if (line.paths.size() < rule.leastPaths)
+        const RequestRule* const rule = requestRule(line.command->name);
+        if (line.json && line.endNamesWithNul)
+            mistake = "'--json' and '--null' do not go together";
+        else if (rule && rule->command == RequestCommand::Group)
+            takeGroupWords();
+        else if (rule)
+            checkPaths(*rule);
+        else if (!line.paths.empty()) // "watch" is no request
+            mistake = "'" + std::string(line.command->name) + "' takes no paths";
+    }
+
+    void takeGroupWords() {
+        auto options = groupOptions(line.paths);
+        line.paths.clear();
+        if (auto* const told = std::get_if<std::string>(&options))
+            mistake = std::move(*told);
+        else
+            line.groupOptions = std::get<QVariantMap>(std::move(options));
+    }
+
+    void checkPaths(const RequestRule& rule) {
+        const int instead = rule.groupUse == GroupUse::InsteadOfPaths ? line.group.has_value() + line.all : 0;
+        if (instead + !line.paths.empty() > 1)
+            mistake = "paths, '--group' and '--all' exclude each other";
+        else if (line.paths.size() < rule.leastPaths && instead == 0)
             mistake = "a path is missing";
         else if (line.paths.size() > rule.mostPaths)
             mistake = "too many paths for '" + std::string(line.command->name) + "'";
-        else if (line.json && line.endNamesWithNul)
-            mistake = "'--json' and '--null' do not go together";
+        else if (rule.groupUse == GroupUse::Needed && !line.group)
+            mistake = "'" + std::string(line.command->name) + "' needs the option '--group'";
     }
 
     // Its words are no paths.

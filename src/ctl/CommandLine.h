@@ -2,6 +2,8 @@
 
 #include "ctl/CommandTable.h"
 
+#include <QVariantMap>
+
 #include <optional>
 #include <span>
 #include <string>
@@ -22,7 +24,10 @@ struct CommandLine {
     std::vector<std::string> answers;
     std::optional<std::string> state;
     std::optional<std::string> name;
+    std::optional<std::string> group;
+    bool all = false;
     std::vector<std::string> paths;
+    QVariantMap groupOptions; // of "group", whose words are no paths
 
     bool isPasswordCommand() const { return command && command->name == std::string_view("password"); }
 

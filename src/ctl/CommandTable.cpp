@@ -14,6 +14,8 @@ constexpr OptionSyntax options[] = {
     {Json, nullptr, "--json", nullptr, "print one JSON document"},
     {State, nullptr, "--state", "STATE", "only items that are hidden, visible or broken"},
     {Name, nullptr, "--name", "PATTERN", "only items with this in their names; * and ? are wildcards"},
+    {Group, nullptr, "--group", "NAME", "the group of this name, byte for byte"},
+    {All, nullptr, "--all", nullptr, "all items of the list"},
     {Answer, nullptr, "--answer", "WORD", "answer a question with the button of this title; may be repeated"},
     {Yes, nullptr, "--yes", nullptr, "answer questions with their default buttons"},
     {PasswordStdin, nullptr, "--password-stdin", nullptr, "read the password from standard input"},
@@ -21,23 +23,25 @@ constexpr OptionSyntax options[] = {
 
 constexpr CommandSyntax commands[] = {
     {"add", "PATH...", "puts items into the list",
-     "Puts each item into Veilkeep's list without moving it, and prints its path.", Null | Answer | Yes},
+     "Puts each item into Veilkeep's list without moving it, and prints its path. With --group\n"
+     "the items belong to that group.",
+     Null | Answer | Yes | Group},
     {"remove", "PATH...", "takes items off the list",
      "Takes each item off the list and prints where it lies; it is not deleted. Asks first, and\n"
      "of hidden items whether they are to be brought back: then all stay in the list.",
      Null | Answer | Yes},
-    {"hide", "PATH...", "hides items, and lists them where they are not",
+    {"hide", "PATH...|--group NAME|--all", "hides items, and lists them where they are not",
      "Moves each item into the directory .SYS_INDEX beside it, under a scrambled name, and\n"
      "prints its new path. Items that are not in the list are added to it.",
-     Null | Answer | Yes},
-    {"unhide", "PATH...", "brings hidden items back",
+     Null | Answer | Yes | Group | All},
+    {"unhide", "PATH...|--group NAME|--all", "brings hidden items back",
      "Brings each item back, named by its visible or its hidden path, and prints its visible\n"
      "path. Hidden items that are not in the list are brought back and listed as well.",
-     Null | Answer | Yes},
+     Null | Answer | Yes | Group | All},
     {"list", "", "prints the list",
      "Prints a line for each item: its state, a tab, and its visible path. With -0 it prints\n"
      "the visible paths alone.",
-     Null | Json | State | Name},
+     Null | Json | State | Name | Group},
     {"status", "", "prints how many items are listed, and who owns the list",
      "Prints how many items there are in which state, and whether Veilkeep's application runs.", Json},
     {"check", "", "looks for items that are missing",
@@ -53,6 +57,37 @@ constexpr CommandSyntax commands[] = {
      Null | Answer | Yes},
     {"merge", "FILE", "takes over the items of another list",
      "Adds the items of another list's file to the list, where they are not in it.", Answer | Yes},
+    {"groups", "", "prints the groups",
+     "Prints a line for each group: whether it is hidden or shown, \"auto\" where it is hidden and\n"
+     "shown by itself, how many items it has, and its name, with tabs between them. With -0 it\n"
+     "prints the names alone.",
+     Null | Json},
+    {"group", "ACTION [NAME...]", "adds, changes, orders or removes a group",
+     "  add [NAME]            adds a group, and prints its name\n"
+     "  remove NAME           removes it; its items move to \"All Files\". Asks first\n"
+     "  rename NAME NEWNAME   gives it another name\n"
+     "  icon NAME ICON        gives it the icon in a file, named by a path with a slash, or one of\n"
+     "                        Veilkeep's own\n"
+     "  autohide NAME on|off  whether its items are hidden when you leave, and shown when you\n"
+     "                        come back\n"
+     "  order NAME POSITION   moves it among the groups that can move, the first of which has the\n"
+     "                        position 1; a greater number than there are is the end\n"
+     "  order NAME before OTHER\n"
+     "                        moves it in front of another one of these",
+     Null | Answer | Yes},
+    {"move", "--group NAME PATH...", "moves items of the list to a group",
+     "Makes each item, which must be in the list, one of that group, and prints where it lies.\n"
+     "Nothing is moved on the disk.",
+     Null | Group},
+    {"autohide", "", "hides the AutoHide groups, as when you leave",
+     "Hides all items of the groups that are marked so. Asks neither a question nor for the\n"
+     "password, so that a screen locker can call it. What stays visible is told on standard\n"
+     "error, and the exit status is 1 then.",
+     0},
+    {"autounhide", "", "shows the AutoHide groups, as when you come back",
+     "Brings back all items of the groups that are marked so, and prints their visible paths;\n"
+     "once after they were hidden by autohide or when you left.",
+     Null},
     {"password", "set|change|off|check", "protects Veilkeep with a password",
      "Sets the password that Veilkeep asks for before it does anything, changes it, switches it\n"
      "off, or checks whether one is the right one. It enciphers nothing. With --password-stdin\n"
@@ -84,7 +119,8 @@ std::string optionLine(const OptionSyntax& option) {
 std::string usageOf(const CommandSyntax& command) {
     std::string usage = std::string("veilkeepctl ") + command.name;
     for (const OptionSyntax& option : options)
-        if (optionsOf(command) & option.option)
+        if ((optionsOf(command) & option.option) &&
+            std::string_view(command.arguments).find(option.longName) == std::string_view::npos)
             usage += std::string(" [") + (option.shortName ? option.shortName : option.longName) +
                      (option.value ? std::string(" ") + option.value : "") + "]";
     return usage + (*command.arguments ? " " : "") + command.arguments + "\n";

@@ -16,6 +16,8 @@ enum : std::uint32_t {
     Name = 1 << 3,          // --name PATTERN
     Answer = 1 << 4,        // --answer WORD
     Yes = 1 << 5,           // --yes
+    Group = 1 << 6,         // --group NAME
+    All = 1 << 7,           // --all
     PasswordStdin = 1 << 8, // --password-stdin
 };
 } // namespace commandOption
@@ -31,7 +33,7 @@ struct OptionSyntax {
 // How many paths it takes says its RequestRule.
 struct CommandSyntax {
     const char* name;
-    const char* arguments; // "PATH..."
+    const char* arguments; // "PATH...", with options that stand in the place of paths or have to be given
     const char* summary;
     const char* details;
     std::uint32_t options; // beside those that optionsOf() adds

@@ -35,25 +35,51 @@ RowOutput::RowOutput(Content content, bool json, TerminalOutput& output)
 
 void RowOutput::print(const std::vector<QVariantMap>& rows) {
     for (const QVariantMap& row : rows)
-        if (!m_json)
-            printLine(row);
-        else if (m_content == Content::List)
-            m_items.append(jsonOf(row, {"path", "originalPath", "name", "state", "group", "size", "kind"}));
+        if (m_json)
+            keepForJson(row);
         else
-            m_status = jsonOf(row, {"items", "hidden", "visible", "broken", "saveTrouble"});
+            printLine(row);
+}
+
+void RowOutput::keepForJson(const QVariantMap& row) {
+    switch (m_content) {
+    case Content::List:
+        m_items.append(jsonOf(row, {"path", "originalPath", "name", "state", "group", "size", "kind"}));
+        break;
+    case Content::Groups:
+    case Content::GroupNames:
+        m_items.append(jsonOf(row, {"name", "id", "state", "autoHide", "items", "icon", "removable"}));
+        break;
+    case Content::Status:
+        m_status = jsonOf(row, {"items", "hidden", "visible", "broken", "saveTrouble"});
+        break;
+    }
 }
 
 void RowOutput::printLine(const QVariantMap& row) {
-    if (m_content == Content::List) {
-        const std::string state = row.value(QStringLiteral("state")).toString().toStdString();
-        return m_output.printPath(state,
-                                  row.value(QStringLiteral("originalPath")).toByteArray().toStdString());
+    const auto text = [&](const char* key) { return row.value(QLatin1String(key)).toString().toStdString(); };
+    const auto bytes = [&](const char* key) {
+        return row.value(QLatin1String(key)).toByteArray().toStdString();
+    };
+    switch (m_content) {
+    case Content::List:
+        m_output.printPath(text("state"), bytes("originalPath"));
+        break;
+    case Content::Groups: {
+        const char* const autoHide = row.value(QStringLiteral("autoHide")).toBool() ? "auto" : "-";
+        m_output.printPath(text("state") + "\t" + autoHide + "\t" + text("items"), bytes("name"));
+        break;
     }
-    for (const char* const key : {"items", "hidden", "visible", "broken"})
-        m_output.printText(std::string(key) + "\t" + row.value(QLatin1String(key)).toString().toStdString() +
-                           "\n");
-    if (const QString trouble = row.value(QStringLiteral("saveTrouble")).toString(); !trouble.isEmpty())
-        m_output.printText("save trouble\t" + terminalText(trouble) + "\n");
+    case Content::GroupNames:
+        m_output.printPath(bytes("name"));
+        break;
+    case Content::Status:
+        for (const char* const key : {"items", "hidden", "visible", "broken"})
+            m_output.printText(std::string(key) + "\t" + text(key) + "\n");
+        if (const QString trouble = row.value(QStringLiteral("saveTrouble")).toString(); !trouble.isEmpty())
+            m_output.printText("save trouble\t" + terminalText(trouble) + "\n");
+        break;
+    }
 }
 
 void RowOutput::finish() {
@@ -61,7 +87,7 @@ void RowOutput::finish() {
         m_status.insert(QStringLiteral("owner"), m_owner.isNull() ? QJsonValue() : QJsonValue(m_owner));
     if (m_json) {
         const QJsonDocument document =
-            m_content == Content::List ? QJsonDocument(m_items) : QJsonDocument(m_status);
+            m_content == Content::Status ? QJsonDocument(m_status) : QJsonDocument(m_items);
         m_output.printText(document.toJson().toStdString());
     } else if (m_content == Content::Status) {
         m_output.printText("owner\t" + (m_owner.isNull() ? "none" : m_owner.toStdString()) + "\n");

@@ -10,11 +10,11 @@
 
 namespace veilkeep {
 
-// Prints the rows that "list" and "status" are answered with: as lines at once, or as one JSON document at
-// the end. Main thread.
+// Prints the rows that a request is answered with: as lines at once, or as one JSON document at the end. Main
+// thread.
 class RowOutput {
 public:
-    enum class Content { List, Status };
+    enum class Content { List, Status, Groups, GroupNames };
 
     RowOutput(Content content, bool json, TerminalOutput& output); // the output is not owned
 
@@ -25,6 +25,7 @@ public:
     void setOwner(const QString& owner) { m_owner = owner; }
 
 private:
+    void keepForJson(const QVariantMap& row);
     void printLine(const QVariantMap& row);
 
     const Content m_content;

@@ -58,6 +58,29 @@ bool isRunByPkexec() {
     return ::geteuid() == 0 && std::getenv("PKEXEC_UID") != nullptr;
 }
 
+RowOutput::Content contentOf(const CommandLine& line) {
+    const RequestRule* rule = requestRule(line.command->name);
+    const auto is = [rule](RequestCommand command) { return rule && rule->command == command; };
+    if (is(RequestCommand::Status))
+        return RowOutput::Content::Status;
+    if (is(RequestCommand::Group))
+        return RowOutput::Content::GroupNames;
+    return is(RequestCommand::Groups) ? RowOutput::Content::Groups : RowOutput::Content::List;
+}
+
+QVariantMap requestOptions(const CommandLine& line) {
+    QVariantMap options = line.groupOptions;
+    if (line.state)
+        options.insert(QLatin1String(requestOption::state), QString::fromStdString(*line.state));
+    if (line.name)
+        options.insert(QLatin1String(requestOption::name), QString::fromStdString(*line.name));
+    if (line.group)
+        options.insert(QLatin1String(requestOption::group), QByteArray::fromStdString(*line.group));
+    if (line.all)
+        options.insert(QLatin1String(requestOption::all), true);
+    return options;
+}
+
 RequestStatus run(const CommandLine& line) {
     Interruption::watch();
     TerminalOutput output(line.endNamesWithNul);
@@ -66,30 +89,23 @@ RequestStatus run(const CommandLine& line) {
             "main", "this program does not run under pkexec; please run it as yourself"));
         return RequestStatus::Refused;
     }
-    const std::string_view name = line.command->name;
-    if (name == "watch")
+    if (line.command->name == std::string_view("watch"))
         return Watch(output).run();
     TerminalQuestions questions(line.answers, line.yes, output);
-    RowOutput rows(name == "status" ? RowOutput::Content::Status : RowOutput::Content::List, line.json,
-                   output);
+    RowOutput rows(contentOf(line), line.json, output);
     TerminalCaller caller(output, questions, rows);
     if (line.passwordFromInput)
         questions.takePasswordsFromInput();
     if (line.isPasswordCommand())
         return PasswordCommand(output, questions, caller).run(line.paths.front());
 
-    Request request{QString::fromLatin1(line.command->name), {}, {}};
+    Request request{QString::fromLatin1(line.command->name), {}, requestOptions(line)};
     RequestStatus status = takePaths(line, request, output, caller);
     request.options.insert(QLatin1String(requestOption::interactive), questions.isInteractive());
-    if (line.state)
-        request.options.insert(QLatin1String(requestOption::state), QString::fromStdString(*line.state));
-    if (line.name)
-        request.options.insert(QLatin1String(requestOption::name), QString::fromStdString(*line.name));
-    if (request.paths.size() >= requestRule(request.command)->leastPaths)
+    if (line.paths.empty() || request.paths.size() >= requestRule(request.command)->leastPaths)
         status = std::max(status, RequestRoute(output, caller, rows).run(request));
-    if (name == "status" || name == "list")
-        if (status == RequestStatus::AllWell)
-            rows.finish();
+    if (requestRule(request.command)->onlyReads() && status == RequestStatus::AllWell)
+        rows.finish();
     return output.flush() ? status : std::max(status, RequestStatus::SomeFailed);
 }
 

@@ -43,6 +43,18 @@ TEST(ApplicationTest, RequestsGoToWhoeverOwnsTheList) {
          "veilkeepctl: Nothing was removed.\n"},
         {{"remove", "--answer=remove", visible}, 0, hidden + "\n", ""},
         {{"unhide", hidden}, 0, visible + "\n", ""},
+        {{"group", "add", "\xFFWork"}, 0, "\xFFWork\n", ""},
+        {{"move", "--group=\xFFWork", visible}, 0, visible + "\n", ""},
+        {{"groups"},
+         0,
+         "shown\t-\t1\tAll Files\nshown\t-\t0\tSecret Pictures\nshown\t-\t0\tPrivate Files\n"
+         "shown\t-\t1\t\xFFWork\n",
+         ""},
+        {{"group", "autohide", "\xFFWork", "on"}, 0, "", ""},
+        {{"autohide"}, 0, "", ""},
+        {{"list", "--group=\xFFWork"}, 0, "hidden\t" + visible + "\n", ""},
+        {{"autounhide"}, 0, visible + "\n", ""},
+        {{"group", "remove", "\xFFWork", "--yes"}, 0, "", ""},
     };
     for (const auto& row : rows) {
         std::vector<std::string> command = row.arguments;

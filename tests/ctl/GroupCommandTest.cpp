@@ -1,0 +1,262 @@
+#include "core/environment/XdgDirectories.h"
+#include "tests/support/RunProgram.h"
+#include "tests/support/ScratchTree.h"
+
+#include <gtest/gtest.h>
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <unistd.h>
+
+namespace veilkeep::test {
+namespace {
+
+// The group commands as a user or a script meets them, each in a process of its own.
+class GroupCommandTest : public ::testing::Test {
+protected:
+    struct Row {
+        std::vector<std::string> arguments;
+        int status;
+        std::string output;
+        std::string errors; // without "veilkeepctl: " in front
+    };
+
+    ProgramRun ctl(std::vector<std::string> arguments) {
+        arguments.insert(arguments.begin(), bundledProgram("veilkeepctl"));
+        return runProgram(arguments, {0, m_tree.root(), {}});
+    }
+
+    void expectEach(const std::vector<Row>& rows) {
+        for (const Row& row : rows) {
+            const ProgramRun run = ctl(row.arguments);
+            std::string call;
+            for (const std::string& argument : row.arguments)
+                call += argument + " ";
+            EXPECT_EQ(run.exitStatus, row.status) << call;
+            EXPECT_EQ(run.output, row.output) << call;
+            EXPECT_EQ(run.errors, row.errors.empty() ? "" : "veilkeepctl: " + row.errors) << call;
+        }
+    }
+
+    QJsonObject jsonRow(const std::string& command, qsizetype row) {
+        return QJsonDocument::fromJson(QByteArray::fromStdString(ctl({command, "--json"}).output))
+            .array()[row]
+            .toObject();
+    }
+
+    static std::string bytes(const QJsonValue& value) {
+        return (value.isString() ? value.toString().toUtf8()
+                                 : QByteArray::fromBase64(value["base64"].toString().toLatin1()))
+            .toStdString();
+    }
+
+    ScratchTree m_tree;
+};
+
+TEST_F(GroupCommandTest, WrongUsage) {
+    const std::pair<std::vector<std::string>, std::string> rows[] = {
+        {{"hide", "--all", "t/a"}, "paths, '--group' and '--all' exclude each other"},
+        {{"unhide", "--group", "Work", "t/a"}, "paths, '--group' and '--all' exclude each other"},
+        {{"hide", "--group=Work", "--all"}, "paths, '--group' and '--all' exclude each other"},
+        {{"list", "--all"}, "'list' takes no option '--all'"},
+        {{"remove", "--group=Work", "t/a"}, "'remove' takes no option '--group'"},
+        {{"move", "t/a"}, "'move' needs the option '--group'"},
+        {{"move", "--group=Work"}, "a path is missing"},
+        {{"groups", "Work"}, "too many paths for 'groups'"},
+        {{"autohide", "-0"}, "'autohide' takes no option '--null'"},
+        {{"group"}, "what to do with a group is missing"},
+        {{"group", "paint\x1b", "Work"}, "'group' does not know 'paint\\x1b'"},
+        {{"group", "add", "Work", "Play"}, "usage: veilkeepctl group add [NAME]"},
+        {{"group", "rename", "Work"}, "usage: veilkeepctl group rename NAME NEWNAME"},
+        {{"group", "autohide", "Work", "maybe"}, "'maybe' is neither 'on' nor 'off'"},
+        {{"group", "order", "Work", "0"}, "'0' is no position; the first one is 1"},
+        {{"group", "order", "Work", "1x"}, "'1x' is no position; the first one is 1"},
+        {{"group", "order", "Work", "after", "Play"}, "'after' is not 'before'"},
+    };
+    for (const auto& [arguments, mistake] : rows) {
+        const ProgramRun run = ctl(arguments);
+        EXPECT_EQ(run.exitStatus, 2) << mistake;
+        EXPECT_TRUE(run.errors.starts_with("veilkeepctl: " + mistake + "\n")) << run.errors;
+    }
+    EXPECT_FALSE(exists(OwnPlaces::current().dataDirectory));
+}
+
+TEST_F(GroupCommandTest, Groups) {
+    const std::string icon = m_tree.makeFile("icon.png");
+    const std::string taken = ": A group with this name exists already.\n";
+    const std::string fixed = ": The name and the icon of this group stay as they are.\n";
+    const std::string unknown = ": There is no such group.\n";
+    expectEach({
+        {{"groups"},
+         0,
+         "shown\t-\t0\tAll Files\nshown\t-\t0\tSecret Pictures\nshown\t-\t0\tPrivate Files\n",
+         ""},
+        {{"group", "add"}, 0, "New Group\n", ""},
+        {{"group", "add"}, 0, "New Group 1\n", ""},
+        {{"group", "add", "Work"}, 0, "Work\n", ""},
+        {{"group", "add", "Work"}, 1, "", "Work" + taken},
+        {{"group", "add", "Custom Groups"}, 1, "", "Custom Groups" + taken},
+        {{"group", "rename", "Work", "Play"}, 0, "", ""},
+        {{"group", "rename", "Play", "Play"}, 0, "", ""},
+        {{"group", "rename", "Play", "All Files"}, 1, "", "All Files" + taken},
+        {{"group", "rename", "Play", ""}, 1, "", ": This is no name for a group.\n"},
+        {{"group", "rename", "Work", "x"}, 1, "", "Work" + unknown},
+        {{"group", "rename", "Custom Groups", "x"}, 1, "", "Custom Groups" + unknown},
+        {{"group", "rename", "All Files", "x"}, 1, "", "All Files" + fixed},
+        {{"group", "icon", "All Files", "folder-pictures"}, 1, "", "All Files" + fixed},
+        {{"group", "icon", "Play", "./none.png"}, 1, "", m_tree.path("none.png") + ": Item not found.\n"},
+        {{"group", "icon", "Play", "./icon.png"}, 0, "", ""},
+        {{"group", "autohide", "Play", "on"}, 0, "", ""},
+        {{"group", "autohide", "Secret Pictures", "on"}, 0, "", ""},
+        {{"group", "autohide", "Secret Pictures", "off"}, 0, "", ""},
+        {{"group", "order", "Play", "1"}, 0, "", ""},
+        {{"group", "order", "Secret Pictures", "99999999999"}, 0, "", ""},
+        {{"group", "order", "New Group", "before", "Secret Pictures"}, 0, "", ""},
+        {{"group", "order", "New Group 1", "before", "Private Files"}, 0, "", ""},
+        {{"group", "order", "All Files", "2"}, 1, "", "All Files: This group stays where it is.\n"},
+        {{"group", "order", "Play", "before", "All Files"},
+         1,
+         "",
+         "All Files: No group can stand before this one.\n"},
+        {{"group", "order", "Play", "before", "Custom Groups"}, 1, "", "Custom Groups" + unknown},
+        {{"group", "remove", "All Files"},
+         1,
+         "",
+         "Unable to remove group \"All Files\".\nSorry, but this group cannot be removed because it contains "
+         "all of files.\n"},
+        {{"group", "remove", "New Group"},
+         3,
+         "",
+         "Are you sure you want to remove \"New Group\" group?\nAll files of this group will be moved to the "
+         "\"All Files\" group.\nveilkeepctl: not asked, so answered with: Cancel\nveilkeepctl: Nothing was "
+         "removed.\n"},
+        {{"groups"},
+         0,
+         "shown\t-\t0\tAll Files\nshown\tauto\t0\tPlay\nshown\t-\t0\tNew Group 1\nshown\t-\t0\tPrivate "
+         "Files\nshown\t-\t0\tNew Group\nshown\t-\t0\tSecret Pictures\n",
+         ""},
+        {{"group", "remove", "--yes", "New Group"}, 0, "", ""},
+        {{"group", "remove", "--answer=remove", "New Group 1"}, 0, "", ""},
+        {{"group", "add"}, 0, "New Group\n", ""},
+    });
+    const QJsonObject play = jsonRow("groups", 1);
+    EXPECT_EQ(bytes(play["icon"]), icon);
+    EXPECT_TRUE(play["autoHide"].toBool() && play["removable"].toBool());
+    EXPECT_FALSE(jsonRow("groups", 0)["removable"].toBool(true));
+}
+
+// Whatever the name's bytes are, it names the same group in every command.
+TEST_F(GroupCommandTest, HostileNames) {
+    const std::string item = m_tree.makeFile("t/a");
+    const std::string hidden = m_tree.path("t/.SYS_INDEX/a");
+    const std::string names[] = {
+        "line\nbreak",        "\x1b[31mred", "\xFF\xFE",         std::string(300, 'n'),
+        "\xE2\x80\xAEturned", " ",           "%1 %2 %n \\ ' \"", "-rf"};
+    expectEach({{{"add", item}, 0, item + "\n", ""}});
+    for (const std::string& name : names) {
+        SCOPED_TRACE(name);
+        const std::string other = name + "/other";
+        expectEach({
+            {{"group", "add", "--", other}, 0, other + "\n", ""},
+            {{"group", "rename", "--", other, name}, 0, "", ""},
+            {{"group", "order", "--", name, "before", "Private Files"}, 0, "", ""},
+            {{"move", "--group=" + name, item}, 0, item + "\n", ""},
+            {{"hide", "--group=" + name}, 0, hidden + "\n", ""},
+            {{"list", "-0", "--group=" + name}, 0, item + '\0', ""},
+            {{"list", "--group=" + other}, 1, "", other + ": There is no such group.\n"},
+        });
+        const QJsonObject group = jsonRow("groups", 2);
+        EXPECT_EQ(bytes(group["name"]), name);
+        EXPECT_EQ(group["state"].toString(), "hidden");
+        EXPECT_EQ(group["items"].toInt(), 1);
+        EXPECT_EQ(jsonRow("list", 0)["group"].toInt(), group["id"].toInt());
+        expectEach({
+            {{"unhide", "--group=" + name}, 0, item + "\n", ""},
+            {{"group", "remove", "--yes", "--", name}, 0, "", ""},
+            {{"list", "--group", "All Files"}, 0, "visible\t" + item + "\n", ""},
+        });
+        EXPECT_EQ(jsonRow("list", 0)["group"].toInt(-1), 0);
+    }
+    if (::access("/usr/bin/script", X_OK) != 0)
+        GTEST_SKIP() << "script(1) is not installed";
+    ASSERT_EQ(ctl({"group", "add", names[1] + "\n"}).exitStatus, 0);
+    const ProgramRun onTerminal =
+        runProgram({"/usr/bin/script", "-qec", bundledProgram("veilkeepctl") + " groups", "/dev/null"},
+                   {0, m_tree.root(), {}});
+    EXPECT_NE(onTerminal.output.find("\\x1b[31mred\\n\r\n"), std::string::npos) << onTerminal.output;
+}
+
+TEST_F(GroupCommandTest, HidesAndBringsBackGroupsAndAll) {
+    const std::string a = m_tree.makeFile("t/a"), b = m_tree.makeFile("t/d/b"), c = m_tree.makeFile("t/c");
+    const std::string d = m_tree.path("t/d");
+    const auto hidden = [&](const std::string& name) { return m_tree.path("t/.SYS_INDEX/" + name); };
+    expectEach({
+        {{"add", "--group=Nobody", a}, 1, "", "Nobody: There is no such group.\n"},
+        {{"add", "--group=Private Files", a, c}, 0, a + "\n" + c + "\n", ""},
+        {{"add", b, d}, 0, b + "\n" + d + "\n", ""},
+        {{"move", "--group=Secret Pictures", c, "t/none"},
+         1,
+         c + "\n",
+         "t/none: The item is not in the list.\n"},
+        {{"hide", "--group=Private Files"}, 0, hidden("a") + "\n", ""},
+        {{"hide", "--group=Private Files"}, 0, "", ""},
+        {{"hide", "--group=private files"}, 1, "", "private files: There is no such group.\n"},
+        {{"list", "--group=Private Files"}, 0, "hidden\t" + a + "\n", ""},
+        {{"hide", d}, 0, hidden("d") + "\n", ""},
+        // What a hidden folder takes with it comes back with it, wherever it stands in the list.
+        {{"unhide", "--all"}, 0, a + "\n" + b + "\n" + d + "\n", ""},
+        {{"hide", "--all"},
+         0,
+         hidden("a") + "\n" + hidden("c") + "\n" + hidden("d/.SYS_INDEX/b") + "\n" + hidden("d") +
+             "\n",
+         ""},
+        {{"groups"},
+         0,
+         "hidden\t-\t4\tAll Files\nshown\t-\t1\tSecret Pictures\nhidden\t-\t1\tPrivate Files\n",
+         ""},
+    });
+    m_tree.makeFile("t/a", "another");
+    const ProgramRun unhide = ctl({"unhide", "--all"});
+    EXPECT_EQ(unhide.errors, "veilkeepctl: " + a + ": Item with the same name already exists.\n");
+    EXPECT_EQ(unhide.exitStatus, 1);
+    EXPECT_TRUE(exists(b) && exists(c));
+}
+
+// What one command did the next one knows.
+TEST_F(GroupCommandTest, AutoHideFromCommandToCommand) {
+    const std::string a = m_tree.makeFile("t/a"), b = m_tree.makeFile("t/b"), other = m_tree.makeFile("t/c");
+    const std::string mark = OwnPlaces::current().dataDirectory + "/AutoHideItemsAreOut";
+    const Row shown{{"autounhide"}, 0, a + "\n" + b + "\n", ""};
+    const Row shownAlready{{"autounhide"}, 0, "", "The AutoHide groups are shown already.\n"};
+    const Row hides{{"autohide"}, 0, "", ""};
+    expectEach({
+        {{"add", "--group=Secret Pictures", a}, 0, a + "\n", ""},
+        {{"add", "--group=Private Files", b}, 0, b + "\n", ""},
+        {{"add", other}, 0, other + "\n", ""},
+        {{"group", "autohide", "Secret Pictures", "on"}, 0, "", ""},
+        hides,
+        {{"group", "autohide", "Private Files", "on"}, 0, "", ""},
+    });
+    EXPECT_FALSE(exists(a));
+    EXPECT_TRUE(exists(b));
+    // That something is out does not mean that all is.
+    expectEach({{{"autounhide"}, 0, a + "\n", ""}, shownAlready, hides});
+    EXPECT_FALSE(exists(a) || exists(b) || exists(mark));
+    EXPECT_TRUE(exists(other));
+    expectEach(
+        {{{"unhide", a}, 0, a + "\n", ""}, {{"autounhide"}, 0, b + "\n", ""}, shownAlready, hides, shown});
+    const std::string stuck = m_tree.makeFile("u/stuck");
+    m_tree.makeFile("u/.SYS_INDEX");
+    expectEach({{{"add", "--group=Private Files", stuck}, 0, stuck + "\n", ""}});
+    const ProgramRun left = ctl({"autohide"});
+    EXPECT_EQ(left.exitStatus, 1);
+    EXPECT_TRUE(left.errors.starts_with("veilkeepctl: " + stuck + ": ")) << left.errors;
+    EXPECT_EQ(left.output, "");
+    EXPECT_FALSE(exists(a) || exists(b));
+    EXPECT_TRUE(exists(mark));
+}
+
+} // namespace
+} // namespace veilkeep::test
