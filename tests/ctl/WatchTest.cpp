@@ -124,8 +124,16 @@ TEST_F(WatchTest, HidesWhatACrashLeftVisible) {
     m_logind.announce("Sleep", true);
     m_logind.announce("Sleep", false);
     EXPECT_TRUE(areHeldUp({"shutdown", "sleep"}));
-    EXPECT_EQ(endWatch(SIGTERM), 0);
     EXPECT_TRUE(m_world.areHidden());
+    const std::string program = bundledProgram("veilkeepctl");
+    EXPECT_EQ(runProgram({"/bin/sh", "-c", "echo \"$1\" | \"$0\" autounhide --password-stdin", program,
+                          LeavingWorld::password})
+                  .exitStatus,
+              0);
+    EXPECT_TRUE(m_world.areVisible());
+    EXPECT_EQ(ctl({"autohide"}).exitStatus, 0);
+    EXPECT_TRUE(m_world.areHidden());
+    EXPECT_EQ(endWatch(SIGTERM), 0);
 }
 
 // A program that asks for the list has it until it ends, however it ends.
