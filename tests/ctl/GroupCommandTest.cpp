@@ -151,9 +151,8 @@ TEST_F(GroupCommandTest, Groups) {
 TEST_F(GroupCommandTest, HostileNames) {
     const std::string item = m_tree.makeFile("t/a");
     const std::string hidden = m_tree.path("t/.SYS_INDEX/a");
-    const std::string names[] = {
-        "line\nbreak",        "\x1b[31mred", "\xFF\xFE",         std::string(300, 'n'),
-        "\xE2\x80\xAEturned", " ",           "%1 %2 %n \\ ' \"", "-rf"};
+    const std::string names[] = {"line\n\x1b[31mred", "\xFF\xFE", std::string(300, 'n'), "-rf",
+                                 "\xE2\x80\xAEturned %1 %n \\ ' \""};
     expectEach({{{"add", item}, 0, item + "\n", ""}});
     for (const std::string& name : names) {
         SCOPED_TRACE(name);
@@ -181,11 +180,11 @@ TEST_F(GroupCommandTest, HostileNames) {
     }
     if (::access("/usr/bin/script", X_OK) != 0)
         GTEST_SKIP() << "script(1) is not installed";
-    ASSERT_EQ(ctl({"group", "add", names[1] + "\n"}).exitStatus, 0);
+    ASSERT_EQ(ctl({"group", "add", names[0]}).exitStatus, 0);
     const ProgramRun onTerminal =
         runProgram({"/usr/bin/script", "-qec", bundledProgram("veilkeepctl") + " groups", "/dev/null"},
                    {0, m_tree.root(), {}});
-    EXPECT_NE(onTerminal.output.find("\\x1b[31mred\\n\r\n"), std::string::npos) << onTerminal.output;
+    EXPECT_NE(onTerminal.output.find("line\\n\\x1b[31mred\r\n"), std::string::npos) << onTerminal.output;
 }
 
 TEST_F(GroupCommandTest, HidesAndBringsBackGroupsAndAll) {
@@ -209,8 +208,7 @@ TEST_F(GroupCommandTest, HidesAndBringsBackGroupsAndAll) {
         {{"unhide", "--all"}, 0, a + "\n" + b + "\n" + d + "\n", ""},
         {{"hide", "--all"},
          0,
-         hidden("a") + "\n" + hidden("c") + "\n" + hidden("d/.SYS_INDEX/b") + "\n" + hidden("d") +
-             "\n",
+         hidden("a") + "\n" + hidden("c") + "\n" + hidden("d/.SYS_INDEX/b") + "\n" + hidden("d") + "\n",
          ""},
         {{"groups"},
          0,
