@@ -15,11 +15,6 @@ namespace {
 
 constexpr unsigned int unknownUser = 3999999999;
 
-TEST(UserDatabase, KnowsTheUsersOfTheLocalFile) {
-    EXPECT_EQ(homeInUserDatabase(0), "/root");
-    EXPECT_EQ(homeInUserDatabase(unknownUser), "");
-}
-
 TEST(UserDatabase, TakesOnlyCleanNumbersForUsers) {
     EXPECT_EQ(userIdFromText("0"), 0u);
     EXPECT_EQ(userIdFromText("4294967294"), 4294967294u);

@@ -37,19 +37,5 @@ TEST(XdgDirectories, NoHomeLeavesNoPlaceInTheWorkingDirectory) {
               "");
 }
 
-TEST(XdgDirectories, RootActsForTheUserWhoAskedForRights) {
-    const ScratchTree tree;
-    ::setenv("HOME", "/root", 1);
-    ::setenv("PKEXEC_UID", "1", 1);
-    const bool isRoot = actingUserId() == 1;
-    EXPECT_EQ(isRoot, ::geteuid() == 0) << "the variable means something to root alone";
-    if (isRoot) {
-        EXPECT_EQ(XdgDirectories::current().dataHome, "/usr/sbin/.local/share");
-    }
-    ::setenv("PKEXEC_UID", "1x", 1);
-    EXPECT_NE(actingUserId(), 1u);
-    ::unsetenv("PKEXEC_UID");
-}
-
 } // namespace
 } // namespace veilkeep::test

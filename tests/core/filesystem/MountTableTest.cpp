@@ -1,13 +1,6 @@
 #include "core/filesystem/MountTable.h"
 
-#include "tests/support/PrivateMount.h"
-#include "tests/support/ScratchTree.h"
-
 #include <gtest/gtest.h>
-
-#include <sys/mount.h>
-
-#include <algorithm>
 
 namespace veilkeep {
 namespace {
@@ -88,25 +81,6 @@ TEST(MountTable, TellsThePathOnTheVolume) {
         mount.mountPoint = row.mountPoint;
         EXPECT_EQ(pathOnVolume(mount, row.path), row.onVolume) << row.root << " at " << row.mountPoint;
     }
-}
-
-TEST(MountTable, IsReadAgainOnlyWhenMountsChange) {
-    if (const std::string why = test::enterPrivateMounts(); !why.empty())
-        GTEST_SKIP() << why;
-    const test::ScratchTree tree;
-    const std::string place = tree.makeDirectory("a place");
-    const auto isMounted = [&](const MountTable& table) {
-        return std::ranges::count(table.mounts(), place, &Mount::mountPoint) == 1;
-    };
-    const auto before = MountTable::reread();
-    EXPECT_FALSE(isMounted(*before));
-    EXPECT_EQ(MountTable::current(), before);
-    ASSERT_EQ(::mount("some", place.c_str(), "tmpfs", MS_NOSUID, nullptr), 0);
-    const auto mounted = MountTable::current();
-    EXPECT_TRUE(isMounted(*mounted));
-    EXPECT_EQ(MountTable::current(), mounted);
-    ASSERT_EQ(::umount(place.c_str()), 0);
-    EXPECT_FALSE(isMounted(*MountTable::current()));
 }
 
 } // namespace

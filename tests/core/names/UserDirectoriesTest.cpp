@@ -18,7 +18,6 @@ TEST(UserDirectories, ReadsTheFormat) {
         {"  XDG_VIDEOS_DIR = \"$HOME/a b\" # text", {"/home/u/a b"}},
         {"XDG_A_DIR=\"$HOME/say \\\"hi\\\" \\\\ \\$5 \\`x\\`\"", {"/home/u/say \"hi\" \\ $5 `x`"}},
         {"XDG_A_DIR=\"$HOME/\"", {"/home/u"}},
-        {"XDG_A_DIR=\"$HOME\"", {"/home/u"}},
         {"XDG_A_DIR=\"$HOME/Bilder\xFF\"", {"/home/u/Bilder\xFF"}},
         {"XDG_A_DIR=\"$HOME/cut off\\", {"/home/u/cut off\\"}},
         {"XDG_A_DIR=\"$HOME/a\"\n\nXDG_B_DIR=\"$HOME/b\"\n", {"/home/u/a", "/home/u/b"}},
@@ -27,9 +26,7 @@ TEST(UserDirectories, ReadsTheFormat) {
         {"XDG_A_DIR=\"$HOMEless/a\"", {}},
         {"XDG_A_DIR=$HOME/a", {}},
         {"XDG_A=\"$HOME/a\"", {}},
-        {"PATH=\"/bin\"", {}},
-        {"XDG_A_DIR", {}},
-        {"=", {}},
+        {"A_DIR=\"/bin\"", {}},
         {"", {}},
     };
     for (const auto& [content, directories] : rows)

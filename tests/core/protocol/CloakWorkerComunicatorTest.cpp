@@ -40,31 +40,6 @@ TEST(CloakWorkerComunicator, HandsOnArgumentsInOrder) {
     EXPECT_EQ(comunicator.unhideFileWithPath(path).newFileName(), "-p\n-i\n-unhide\n" + path + "\n");
 }
 
-TEST(CloakWorkerComunicator, TurnsRunsIntoResults) {
-    const test::ScratchTree tree;
-    CloakWorkerComunicator comunicator = badWorker(tree);
-    struct Row {
-        std::string steps;
-        int hideCode, unhideCode;
-    };
-    const Row rows[] = {
-        {"out=NewFilename: /a|exit=1", 0, 0},
-        {"out=NewFilename: /a|exit=2", 0, 1},
-        {"out=Error: 3", 3, 3},
-        {"out=NewFilename: /a|signal=9", 1, 1},
-        {"out=Error: 3|signal=6", 1, 1},
-        {"out=NewFilename: |rubbish=1048576|exit=1", 1, 1},
-        {"ignore=13|out=NewFilename: |rubbish=2000000|exit=1", 1, 1},
-    };
-    for (const Row& row : rows) {
-        EXPECT_EQ(comunicator.hideFileWithPath(row.steps).errorCode(), row.hideCode) << row.steps;
-        EXPECT_EQ(comunicator.unhideFileWithPath(row.steps).errorCode(), row.unhideCode) << row.steps;
-    }
-    CloakWorkerComunicator missing(tree.path("missing"), tree.path("InProgress"));
-    EXPECT_EQ(missing.hideFileWithPath("/a"), CloakWorkerResult::resultWithErrorCode(1));
-    EXPECT_EQ(missing.unhideFileWithPath("/a"), CloakWorkerResult::resultWithErrorCode(1));
-}
-
 TEST(CloakWorkerComunicator, StartsTheExpectedWorkerAhead) {
     const test::ScratchTree tree;
     CloakWorkerComunicator comunicator = badWorker(tree);

@@ -6,7 +6,6 @@
 
 #include <gtest/gtest.h>
 
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <functional>
@@ -68,30 +67,6 @@ TEST_F(FileLocationTest, SyncsWithANewPathStepByStep) {
         expect(file, row.expected, row.what);
         EXPECT_EQ(file.prevState(), row.expected.state == row.state ? 0 : row.state) << row.what;
     }
-}
-
-TEST_F(FileLocationTest, FollowsItsAlias) {
-    struct Row {
-        const char* what;
-        std::function<void()> happening;
-        bool isConsistent;
-        Expected expected;
-    };
-    const Row rows[] = {
-        {"nothing", [] {}, true, {m_item, m_item, "a.txt", 0}},
-        {"another name", [&] { move(m_item, m_other); }, true, {m_other, m_other, "other", 0}},
-        {"hidden by others", [&] { move(m_other, m_hidden); }, true, {m_hidden, m_item, "a.txt", 1}},
-        {"gone", [&] { ::unlink(m_hidden.c_str()); }, false, {m_hidden, m_item, "a.txt", 1}},
-    };
-    File file = File::initWithPath(m_item);
-    for (const Row& row : rows) {
-        row.happening();
-        EXPECT_EQ(file.checkPathesConsistency(m_resolver), row.isConsistent) << row.what;
-        expect(file, row.expected, row.what);
-    }
-    EXPECT_EQ(file.newPath(m_resolver), m_item) << "where the alias last knew it";
-    file.syncPathWithAlias(m_resolver);
-    EXPECT_EQ(file.state(), File::Broken);
 }
 
 // Below the places where volumes come and go only an explicit wish mounts; elsewhere silence does.
@@ -230,15 +205,6 @@ TEST_F(FileLocationTest, PutsCutOffMovesRight) {
     const std::string alias(file.alias().value());
     EXPECT_EQ(file.checkIdentity(), File::IdentityCheck::NothingThere);
     EXPECT_EQ(file.alias(), alias) << "nor does it ever become the item";
-}
-
-TEST_F(FileLocationTest, MovesWithItsItem) {
-    File file = File::initWithPath(m_item);
-    const std::string before(file.alias().value());
-    move(m_item, m_hidden);
-    file.movedTo(m_hidden);
-    expect(file, {m_hidden, m_item, "a.txt", 1}, "hidden");
-    EXPECT_NE(file.alias(), before);
 }
 
 } // namespace

@@ -26,6 +26,9 @@ TEST(File, HoldsTheStoredKeys) {
     const std::string folder = tree.makeDirectory("a/folder");
     const std::string link = tree.path("a/link");
     ASSERT_EQ(::symlink("folder", link.c_str()), 0);
+    const std::string linkToFile = tree.path("a/\xff");
+    ASSERT_EQ(::symlink("././.SYS_INDEX/b.txt", linkToFile.c_str()), 0);
+    const std::string withNul = hidden + std::string("\0x", 2);
     const auto properties = [](std::string name, std::string path, std::string originalPath,
                                std::uint64_t size, int state, bool isFile, Value alias) {
         return PropertyDictionary{{"GroupID", std::int64_t{0}},
@@ -57,52 +60,16 @@ TEST(File, HoldsTheStoredKeys) {
          properties("folder", folder, folder, unknownFileSize, 0, false, aliasValue(folder))},
         {"link to a folder", File::fileWithPath(link),
          properties("link", link, link, unknownFileSize, 0, false, aliasValue(link))},
+        {"link to a file", File::fileWithPath(linkToFile),
+         properties("\xff", linkToFile, linkToFile, 20, 0, true, aliasValue(linkToFile))},
+        {"path that goes on after a NUL", File::initWithPath(withNul, -1),
+         properties(std::string("b.txt\0x", 7), withNul, withNul, 0, -1, true, bytes(""))},
         {"no alias", File::fileWithPath(unreachable),
          properties(std::string(300, 'n'), unreachable, unreachable, 0, 0, true, bytes(""))},
         {"no path", File::initWithPath(""), properties("", "", "", 0, 0, true, bytes(""))},
     };
     for (const Row& row : rows)
         EXPECT_EQ(row.file.properties(), row.expected) << row.what;
-}
-
-TEST(File, AccessorsReadAndWriteOneKey) {
-    const test::ScratchTree tree;
-    File file = File::fileWithPath(tree.makeFile("file", "123"));
-    const Value alias = *file.properties().find("Alias");
-    file.setName("\xff name");
-    file.setPath(tree.path("elsewhere"));
-    file.setOriginalPath("/original");
-    file.setSize(unknownFileSize);
-    file.moveToGroup(7);
-    file.setState(File::Hidden);
-    EXPECT_EQ(file.properties(), (PropertyDictionary{{"GroupID", std::int64_t{7}},
-                                                     {"Name", bytes("\xff name")},
-                                                     {"Path", bytes(tree.path("elsewhere"))},
-                                                     {"Size", unknownFileSize},
-                                                     {"OriginalPath", bytes("/original")},
-                                                     {"State", std::int64_t{1}},
-                                                     {"IsFile", true},
-                                                     {"Alias", alias}}))
-        << "setPath leaves the alias as it was";
-    EXPECT_EQ(file.name(), "\xff name");
-    EXPECT_EQ(file.path(), tree.path("elsewhere"));
-    EXPECT_EQ(file.pathWithoutSync(), file.path());
-    EXPECT_EQ(file.description(), "/original");
-    EXPECT_EQ(file.size(), unknownFileSize);
-    EXPECT_EQ(file.groupID(), 7);
-    EXPECT_EQ(file.state(), 1);
-    EXPECT_TRUE(file.isFile());
-}
-
-TEST(File, RemembersTheStateBefore) {
-    File file;
-    EXPECT_EQ(file.prevState(), 0);
-    const std::pair<int, int> steps[] = {{-1, 0}, {1, -1}, {1, 1}, {0, 1}};
-    for (const auto& [state, before] : steps) {
-        file.setState(state);
-        EXPECT_EQ(file.state(), state);
-        EXPECT_EQ(file.prevState(), before);
-    }
 }
 
 TEST(File, LoadsWhatWasStored) {
@@ -124,18 +91,6 @@ TEST(File, LoadsWhatWasStored) {
     EXPECT_EQ(file.size(), unknownFileSize);
     EXPECT_EQ(file.groupID(), 0);
     EXPECT_TRUE(File(PropertyDictionary()).properties().find("Alias")->isNull());
-}
-
-TEST(File, RenewsItsAlias) {
-    const test::ScratchTree tree;
-    File file = File::fileWithPath(tree.makeFile("one"));
-    file.setPath(tree.makeFile("two"));
-    file.updateAlias();
-    EXPECT_EQ(file.alias(), aliasRecordFromPath(tree.path("two")));
-    file.setPath("");
-    file.updateAlias();
-    EXPECT_FALSE(file.alias());
-    EXPECT_TRUE(file.properties().find("Alias")->isNull());
 }
 
 } // namespace

@@ -1,7 +1,6 @@
 #include "tests/support/ScratchTree.h"
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <cerrno>
 #include <cstdio>

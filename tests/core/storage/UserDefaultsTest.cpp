@@ -92,16 +92,6 @@ TEST_F(UserDefaultsTest, ReadsPendingThenStoredThenRegistered) {
     EXPECT_EQ(defaults.string("key"), "again");
 }
 
-TEST_F(UserDefaultsTest, WritesNothingUnasked) {
-    {
-        UserDefaults defaults;
-        defaults.registerDefaults({{"key", true}});
-        EXPECT_TRUE(defaults.synchronize());
-        defaults.set("key", false);
-    }
-    EXPECT_FALSE(test::exists(path()));
-}
-
 TEST_F(UserDefaultsTest, KeepsWhatItDoesNotKnow) {
     const PropertyDictionary inner{{"deep", ValueList{Value("a"), Value(std::int64_t{2})}}};
     store({{"future", inner}, {"mine", std::int64_t{1}}});

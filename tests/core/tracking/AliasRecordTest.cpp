@@ -4,7 +4,6 @@
 
 #include <cstring>
 #include <limits>
-#include <random>
 
 #define XXH_INLINE_ALL
 #include <xxhash.h>
@@ -112,27 +111,6 @@ TEST(AliasRecord, NoticesEveryFlippedByte) {
                 byte = static_cast<char>(byte ^ mask);
             }
     }
-}
-
-// A forged digest gets rubbish as far as the content: it is refused, or read as some record that holds
-// together.
-TEST(AliasRecord, SurvivesRubbishBehindARightDigest) {
-    std::mt19937 random(20'261);
-    std::size_t read = 0;
-    for (const AliasRecord& record : records()) {
-        const std::string good = encodeAliasRecord(record);
-        for (std::size_t at = versionOffset; at < good.size() - digestSize; ++at) {
-            std::string bytes = good;
-            bytes[at] = static_cast<char>(random());
-            if (random() % 2)
-                bytes[versionOffset + random() % (good.size() - digestSize - versionOffset)] = '\xff';
-            if (const auto decoded = decodeAliasRecord(sealed(bytes))) {
-                ++read;
-                EXPECT_EQ(decodeAliasRecord(encodeAliasRecord(*decoded)), *decoded);
-            }
-        }
-    }
-    EXPECT_GT(read, 0u) << "no case got past the digest";
 }
 
 } // namespace

@@ -3,9 +3,7 @@
 #include "core/base/PathText.h"
 #include "core/base/UniqueFd.h"
 #include "core/log/Log.h"
-#include "core/names/BaseCloakLogic.h"
 #include "core/tracking/FileAlias.h"
-#include "core/tracking/ItemSearch.h"
 #include "tests/support/PrivateMount.h"
 #include "tests/support/RunInChild.h"
 #include "tests/support/ScratchTree.h"
@@ -256,18 +254,6 @@ TEST_F(AliasResolverTest, EndsWhenCancelled) {
     const auto before = resolver.directoriesSeen();
     resolver.resolve(record, Mounting::Never);
     EXPECT_LE(resolver.directoriesSeen(), before + 2) << "what was cancelled walks no more";
-}
-
-// However many entries the directory has that the item was in.
-TEST_F(AliasResolverTest, EndsInTheMidstOfADirectory) {
-    const auto record = describeItemAt(makeFile("many/item"));
-    ASSERT_TRUE(record.has_value());
-    for (const bool isCancelled : {false, true}) {
-        ItemSearch search(path("many"), record->volume);
-        search.add(0, *record);
-        search.lookIntoDirectory([&] { return isCancelled; });
-        EXPECT_EQ(search.found().size(), isCancelled ? 0u : 1u);
-    }
 }
 
 TEST_F(AliasResolverTest, PassesOverWhatCannotBeReadAndOtherVolumes) {

@@ -1,19 +1,14 @@
 #include "core/tracking/FileAlias.h"
 
 #include "core/base/PathText.h"
-#include "tests/support/LoopVolume.h"
 #include "tests/support/PrivateMount.h"
 #include "tests/support/ScratchTree.h"
 
 #include <gtest/gtest.h>
 
 #include <sys/mount.h>
-#include <sys/socket.h>
 #include <sys/stat.h>
-#include <sys/un.h>
 #include <unistd.h>
-
-#include <cstdio>
 
 namespace veilkeep {
 namespace {
@@ -21,19 +16,6 @@ namespace {
 std::optional<AliasRecord> aliasOf(const std::string& path) {
     const auto bytes = aliasRecordFromPath(path);
     return bytes ? decodeAliasRecord(*bytes) : std::nullopt;
-}
-
-// What a move must keep and another item must not have.
-std::string identityOf(const std::string& path) {
-    const auto alias = aliasOf(path);
-    if (!alias)
-        return "none of " + path;
-    const FileIdentity& item = alias->item;
-    std::string text = std::to_string(item.inode);
-    if (item.birthTime)
-        text += " born " + std::to_string(item.birthTime->seconds) + "." +
-                std::to_string(item.birthTime->nanoseconds);
-    return item.handle ? text + " handle " + item.handle->bytes : text;
 }
 
 std::uint64_t inodeAt(const std::string& path) {
@@ -140,63 +122,6 @@ TEST(FileAlias, IsNotMadeOfWhatCannotBeLookedAt) {
     EXPECT_TRUE(aliasRecordFromPath(tree.root() + std::string(4'096, '/') + "file")) << "no path is too long";
     ASSERT_TRUE(!isRoot || ::seteuid(0) == 0);
 }
-
-class FileAliasOnVolume : public testing::TestWithParam<const char*> {};
-
-TEST_P(FileAliasOnVolume, TellsItemsApart) {
-    const test::ScratchTree tree;
-    test::LoopVolume volume(tree, GetParam());
-    if (!volume.whyMissing().empty())
-        GTEST_SKIP() << volume.whyMissing();
-    const std::string file = volume.path("file"), moved = volume.path("dir/moved");
-    ASSERT_EQ(::mkdir(volume.path("dir").c_str(), 0755), 0);
-    test::writeFile(file, "content");
-    const std::string identity = identityOf(file);
-    EXPECT_TRUE(aliasOf(file)->item.handle);
-    EXPECT_EQ(aliasOf(file)->volumePath, "/file");
-
-    ASSERT_EQ(std::rename(file.c_str(), moved.c_str()), 0);
-    EXPECT_EQ(identityOf(moved), identity);
-    const std::string directory = identityOf(volume.path("dir"));
-    volume.mountAgain();
-    EXPECT_EQ(identityOf(moved), identity);
-    EXPECT_EQ(identityOf(volume.path("dir")), directory);
-
-    const auto alias = aliasOf(moved);
-    ASSERT_EQ(::unlink(moved.c_str()), 0);
-    test::writeFile(file, "content");
-    const auto another = aliasOf(file);
-    EXPECT_NE(another->item.handle, alias->item.handle);
-    EXPECT_NE(another->item.birthTime, alias->item.birthTime);
-    EXPECT_EQ(another->volume, alias->volume);
-    if (std::string(GetParam()) == "ext4") {
-        EXPECT_EQ(another->item.inode, alias->item.inode) << "the number was to be given out again";
-    }
-}
-
-TEST_P(FileAliasOnVolume, TellsOnePlaceWhereverItIsMounted) {
-    const test::ScratchTree tree;
-    const test::LoopVolume volume(tree, GetParam());
-    if (!volume.whyMissing().empty())
-        GTEST_SKIP() << volume.whyMissing();
-    ASSERT_EQ(::mkdir(volume.path("dir").c_str(), 0755), 0);
-    test::writeFile(volume.path("dir/file"), "content");
-    const auto alias = aliasOf(volume.path("dir/file"));
-    const std::string elsewhere = tree.makeDirectory("else where");
-    ASSERT_EQ(::mount(volume.path("dir").c_str(), elsewhere.c_str(), nullptr, MS_BIND, nullptr), 0);
-    const auto seenElsewhere = aliasOf(elsewhere + "/file");
-    const auto mountRoot = aliasOf(elsewhere);
-    ASSERT_EQ(::umount2(elsewhere.c_str(), MNT_DETACH), 0);
-    ASSERT_TRUE(alias && seenElsewhere && mountRoot);
-    EXPECT_EQ(seenElsewhere->lastPath, elsewhere + "/file");
-    EXPECT_EQ(seenElsewhere->volume, alias->volume);
-    EXPECT_EQ(seenElsewhere->volumePath, "/dir/file");
-    EXPECT_EQ(seenElsewhere->item, alias->item);
-    EXPECT_EQ(mountRoot->volumePath, "/dir");
-}
-
-INSTANTIATE_TEST_SUITE_P(Types, FileAliasOnVolume, testing::Values("ext4", "xfs", "btrfs"),
-                         [](const auto& type) { return std::string(type.param); });
 
 // Numbers that a file system makes up anew at each mount are no handle to keep.
 TEST(FileAlias, KeepsNoPassingHandle) {

@@ -3,23 +3,15 @@
 #include "core/base/PathText.h"
 #include "tests/support/FailingCall.h"
 #include "tests/support/PrivateMount.h"
-#include "tests/support/Rounds.h"
 #include "tests/support/RunInChild.h"
 #include "tests/support/ScratchTree.h"
 
 #include <gtest/gtest.h>
 
-#include <fcntl.h>
-#include <sys/stat.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
-#include <atomic>
-#include <cstddef>
-#include <iterator>
 #include <set>
-#include <thread>
-#include <vector>
 
 namespace veilkeep {
 namespace {
@@ -129,32 +121,6 @@ TEST_F(HiddenItemScanTest, KeepsTheSpellingOfTheDirectory) {
         EXPECT_EQ(scan(directory).paths, std::multiset<std::string>{expected + "/meti"}) << directory;
 }
 
-TEST_F(HiddenItemScanTest, CountsWhatItCannotRead) {
-    if (::geteuid() != 0)
-        GTEST_SKIP() << "needs root, to become another user";
-    std::multiset<std::string> expected;
-    for (int number = 0; number < 50; ++number) {
-        const std::string folder = "folder" + std::to_string(number);
-        m_scratch.makeFile("tree/" + folder + "/.SYS_INDEX/meti");
-        if (number % 10 == 3)
-            m_scratch.makeDirectory("tree/" + folder + "/.SYS_INDEX", 0000);
-        else
-            expected.insert(joinPath(m_tree, folder + "/.SYS_INDEX/meti"));
-    }
-    for (int number = 0; number < 200; ++number)
-        m_scratch.makeDirectory("tree/closed/" + std::to_string(number), 0000);
-    EXPECT_TRUE(runInChild([&] {
-        becomeOrdinaryUser();
-        const Findings findings = scan(m_tree);
-        ASSERT_TRUE(findings.summary);
-        EXPECT_EQ(findings.paths, expected);
-        EXPECT_EQ(findings.summary->unreadable, 205U);
-        ASSERT_EQ(findings.summary->troubles.size(), HiddenItemScan::mostTroublesKept);
-        EXPECT_EQ(findings.summary->troubles[0].systemError, EACCES);
-        EXPECT_TRUE(isSameOrBelow(findings.summary->troubles[0].path, m_tree));
-    }));
-}
-
 TEST_F(HiddenItemScanTest, RefusesADirectoryThatCannotBeRead) {
     const std::string file = m_scratch.makeFile("tree/file");
     EXPECT_EQ(scan(file + "/").summary.error(), Error::system("open", file, ENOTDIR));
@@ -173,49 +139,6 @@ TEST_F(HiddenItemScanTest, FindsAnItemOnceThoughTwoMountsShowIt) {
         GTEST_SKIP() << mount.whyMissing();
     EXPECT_EQ(scan(m_tree).paths.size(), 2U);
     EXPECT_EQ(scan(there).paths.size(), 2U);
-}
-
-// Directories change places with each other and with a link all the while.
-TEST_F(HiddenItemScanTest, StandsARivalThatRenames) {
-    std::multiset<std::string> steady;
-    for (int number = 0; number < 40; ++number) {
-        const std::string folder = "tree/steady" + std::to_string(number);
-        steady.insert(m_scratch.makeFile(folder + "/.SYS_INDEX/meti"));
-        m_scratch.makeFile("tree/moving" + std::to_string(number) + "/.SYS_INDEX/redlof/.SYS_INDEX/meti");
-    }
-    m_scratch.makeFile("outside/.SYS_INDEX/tiab");
-    makeLink("../outside", "tree/link");
-    std::atomic<bool> enough = false;
-    std::thread rival([&] {
-        for (int number = 0; !enough; number = (number + 1) % 40) {
-            const std::string moving = joinPath(m_tree, "moving" + std::to_string(number));
-            for (const std::string& other : {joinPath(m_tree, "link"), joinPath(m_tree, "moving0")})
-                ::renameat2(AT_FDCWD, moving.c_str(), AT_FDCWD, other.c_str(), RENAME_EXCHANGE);
-        }
-    });
-    const int count = test::rounds(50, 500);
-    for (int round = 0; round < count; ++round) {
-        const Findings findings = scan(m_tree);
-        ASSERT_TRUE(findings.summary);
-        for (const std::string& path : steady)
-            EXPECT_EQ(findings.paths.count(path), 1U) << path;
-        EXPECT_LE(findings.paths.size(), 40U + 80U);
-        for (const std::string& path : findings.paths)
-            EXPECT_FALSE(path.ends_with("tiab")) << path;
-    }
-    enough = true;
-    rival.join();
-}
-
-TEST_F(HiddenItemScanTest, CanBeCancelled) {
-    for (int number = 0; number < 200; ++number)
-        m_scratch.makeFile("tree/" + std::to_string(number) + "/.SYS_INDEX/meti");
-    HiddenItemScan search;
-    const auto summary = search.scan(m_tree, [&](const std::string&) { search.cancel(); });
-    ASSERT_TRUE(summary);
-    EXPECT_TRUE(summary->cancelled);
-    EXPECT_GE(summary->found, 1U);
-    EXPECT_LE(summary->found, std::thread::hardware_concurrency());
 }
 
 } // namespace
