@@ -281,6 +281,26 @@ TEST_F(AdministratorTest, NothingAroundItDoesHarm) {
 
 class AdministratorCutOffTest : public AdministratorTest {
 protected:
+    static void nobodyReads() { ::dup2(::open("/dev/full", O_WRONLY | O_CLOEXEC), STDOUT_FILENO); }
+
+    ProgramRun hideInjected(
+        const std::string& injection, const std::function<void()>& inChild = [] {}) const {
+        const std::vector<std::string> command = {"/usr/bin/strace",
+                                                  "-E",
+                                                  "ASAN_OPTIONS=detect_leaks=0",
+                                                  "-f",
+                                                  "-o",
+                                                  m_tree.path("calls"),
+                                                  "-e",
+                                                  "inject=" + injection,
+                                                  bundledProgram("cloakWorker"),
+                                                  "-p",
+                                                  "-i",
+                                                  "-hide",
+                                                  "-"};
+        return runAsAdministrator(command, requestFor(m_path), inChild);
+    }
+
     void expectRecord(const std::string& currentPath, int action) {
         struct stat status = {};
         ASSERT_EQ(::lstat(m_inProgressFolder.c_str(), &status), 0);
@@ -295,7 +315,6 @@ protected:
 };
 
 TEST_F(AdministratorCutOffTest, RecordIsTheUsersOwn) {
-    const auto nobodyReads = [] { ::dup2(::open("/dev/full", O_WRONLY | O_CLOEXEC), STDOUT_FILENO); };
     EXPECT_EQ(administrate("-hide", m_path, nobodyReads).exitStatus, 1);
     expectRecord(hiddenPathOf(m_path), 1);
     EXPECT_EQ(administrate("-unhide", hiddenPathOf(m_path), nobodyReads).exitStatus, 1);
@@ -315,23 +334,9 @@ TEST_F(AdministratorCutOffTest, RecordIsTheUsersOwn) {
 TEST_F(AdministratorCutOffTest, SignalDuringTheMove) {
     if (!straceWorks())
         GTEST_SKIP() << "strace cannot trace here";
-    const std::string calls = m_tree.path("calls");
-    const std::vector<std::string> command = {"/usr/bin/strace",
-                                              "-E",
-                                              "ASAN_OPTIONS=detect_leaks=0",
-                                              "-f",
-                                              "-o",
-                                              calls,
-                                              "-e",
-                                              "inject=renameat2:signal=SIGTERM",
-                                              bundledProgram("cloakWorker"),
-                                              "-p",
-                                              "-i",
-                                              "-hide",
-                                              "-"};
-    expectHidden(runAsAdministrator(command, requestFor(m_path)), m_path);
+    expectHidden(hideInjected("renameat2:signal=SIGTERM"), m_path);
     expectRecord(hiddenPathOf(m_path), 1);
-    const std::string trace = readFile(calls);
+    const std::string trace = readFile(m_tree.path("calls"));
     const auto given = trace.find("setresuid(65534, 65534, 65534)");
     ASSERT_NE(given, std::string::npos) << trace;
     EXPECT_LT(given, std::min(trace.find("O_CREAT"), trace.find(" mkdir(")))
@@ -346,21 +351,7 @@ TEST_F(AdministratorCutOffTest, RightsThatStayWriteNothing) {
     for (const char* const call : {"setgroups:retval=0", "setresuid:retval=0", "setresgid:retval=0",
                                    "setresuid:error=EAGAIN", "setgroups:error=EPERM"}) {
         SCOPED_TRACE(call);
-        const std::vector<std::string> command = {"/usr/bin/strace",
-                                                  "-E",
-                                                  "ASAN_OPTIONS=detect_leaks=0",
-                                                  "-f",
-                                                  "-o",
-                                                  "/dev/null",
-                                                  "-e",
-                                                  std::string("inject=") + call,
-                                                  bundledProgram("cloakWorker"),
-                                                  "-p",
-                                                  "-i",
-                                                  "-hide",
-                                                  "-"};
-        const auto nobodyReads = [] { ::dup2(::open("/dev/full", O_WRONLY | O_CLOEXEC), STDOUT_FILENO); };
-        EXPECT_EQ(runAsAdministrator(command, requestFor(m_path), nobodyReads).exitStatus, 1);
+        EXPECT_EQ(hideInjected(call, nobodyReads).exitStatus, 1);
         EXPECT_EQ(administrate("-unhide", hiddenPathOf(m_path)).exitStatus, 1);
         EXPECT_FALSE(exists(m_inProgressFolder));
     }

@@ -4,10 +4,7 @@
 
 #include <fcntl.h>
 #include <signal.h>
-#include <sys/wait.h>
 #include <unistd.h>
-
-#include <cstdlib>
 
 namespace veilkeep::test {
 namespace {
@@ -62,12 +59,6 @@ TEST_F(CutOffTest, SignalDuringTheMove) {
         EXPECT_EQ(workInjected(injected, "-unhide", hiddenPathOf(m_path)).exitStatus, 1);
         expectRecord(m_path, 0);
     }
-}
-
-TEST_F(CutOffTest, MoveThatWasToldLeavesNoRecord) {
-    expectHidden(work("-hide", m_path), m_path);
-    EXPECT_EQ(work("-unhide", hiddenPathOf(m_path)).exitStatus, 1);
-    EXPECT_FALSE(exists(m_place));
 }
 
 // A running application hears of new records on the session bus, and of nothing else.

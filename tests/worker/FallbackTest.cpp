@@ -62,27 +62,6 @@ TEST_F(FallbackTest, MovesEveryKindThereAndBack) {
     }
 }
 
-TEST_F(FallbackTest, NeverReplacesWhatIsThere) {
-    const std::vector<std::string> worlds[] = {{"renameat2:error=EINVAL"},
-                                               {"renameat2:error=EINVAL", "linkat:error=EPERM"}};
-    m_tree.makeDirectory("t");
-    for (const auto& world : worlds) {
-        for (const Kind& kind : m_kinds) {
-            for (const Kind& taker : m_kinds) {
-                SCOPED_TRACE(::testing::PrintToString(world) + kind.name + " where there is " + taker.name);
-                const std::string path = m_tree.path("t/item");
-                kind.make(path);
-                expectHidden(work("-hide", path), path);
-                taker.make(path);
-                const auto before = snapshotOf(m_tree.path("t"));
-                expectError(workInjected(world, "-unhide", hiddenPathOf(path)), 6);
-                EXPECT_EQ(snapshotOf(m_tree.path("t")), before);
-                ASSERT_EQ(runProgram({"/bin/rm", "-r", path, hiddenDirectoryBeside(path)}).exitStatus, 0);
-            }
-        }
-    }
-}
-
 // What an earlier worker that was killed between its steps has left.
 TEST_F(FallbackTest, FinishesMovesThatWereCutOff) {
     const std::vector<std::string> steps = {"renameat2:error=EINVAL"};

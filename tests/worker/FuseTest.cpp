@@ -4,7 +4,6 @@
 #include "core/tracking/HalfDoneMove.h"
 
 #include <signal.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>

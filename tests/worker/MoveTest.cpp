@@ -1,4 +1,5 @@
 #include "tests/support/HostileNames.h"
+#include "tests/support/Repeated.h"
 #include "tests/support/RunInChild.h"
 #include "tests/worker/WorkerFixture.h"
 
@@ -6,9 +7,7 @@
 #include "worker/ItemMover.h"
 
 #include <grp.h>
-#include <sys/socket.h>
 #include <sys/stat.h>
-#include <sys/un.h>
 #include <sys/xattr.h>
 #include <unistd.h>
 
@@ -18,16 +17,6 @@ namespace veilkeep::test {
 namespace {
 
 class MoveTest : public WorkerFixture {};
-
-void makeSocket(const std::string& path) {
-    const int fd = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    sockaddr_un address = {};
-    address.sun_family = AF_UNIX;
-    ASSERT_LT(path.size(), sizeof address.sun_path);
-    path.copy(address.sun_path, path.size());
-    ASSERT_EQ(::bind(fd, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
-    ::close(fd);
-}
 
 TEST_F(MoveTest, EveryKindOfItemComesBackAsItWas) {
     struct Row {
@@ -58,7 +47,7 @@ TEST_F(MoveTest, EveryKindOfItemComesBackAsItWas) {
         {"link to folder", link("Folder")},
         {"absolute link", link("/etc")},
         {"pipe", [](const std::string& path) { ASSERT_EQ(::mkfifo(path.c_str(), 0640), 0); }},
-        {"socket", makeSocket},
+        {"socket", [](const std::string& path) { ASSERT_EQ(::mknod(path.c_str(), S_IFSOCK | 0600, 0), 0); }},
         {"hard.link",
          [&](const std::string& path) {
              file(path);
@@ -72,13 +61,11 @@ TEST_F(MoveTest, EveryKindOfItemComesBackAsItWas) {
                  std::printf("This file system keeps no extended attributes; the row goes without them.\n");
          }},
     };
-    // A short path: the address of a socket holds little.
-    const std::string parent = m_tree.makeDirectory("k");
-    ASSERT_EQ(::chdir(parent.c_str()), 0);
+    m_tree.makeDirectory("k");
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
-        row.make(row.name == "socket" ? row.name : joinPath(parent, row.name));
-        const std::string path = joinPath(parent, row.name);
+        const std::string path = m_tree.path("k/" + row.name);
+        row.make(path);
         const auto before = snapshotOf(path);
         expectHidden(work("-hide", path), path);
         EXPECT_FALSE(exists(path));
@@ -89,7 +76,6 @@ TEST_F(MoveTest, EveryKindOfItemComesBackAsItWas) {
         EXPECT_EQ(snapshotOf(path), before);
         EXPECT_FALSE(exists(hiddenDirectoryBeside(path))) << "left behind, though empty";
     }
-    ASSERT_EQ(::chdir("/"), 0);
 }
 
 // Every name goes there and back to the same inode, or is refused and nothing happens.
@@ -122,60 +108,13 @@ TEST_F(MoveTest, HostileNamesAreKeptOrRefused) {
 
 TEST_F(MoveTest, UnhideNeverFailsForTheNamesSake) {
     // Names that no hide has made: their unscrambled forms could not be a file's name.
-    const std::string emojis = [] {
-        std::string name;
-        while (name.size() + 8 <= 255)
-            name += "\xF0\x9F\x98\x80";
-        return name;
-    }();
+    const std::string tooLong = repeated("a\xF0\x9F\x98\x80", 37); // 257 bytes on the way back
     const std::pair<std::string, std::string> rows[] = {
-        {"XEDNI_SYS.", "XEDNI_SYS."}, {"a" + emojis + "a", ""}, {"\xA9\xC3", "\xC3\xA9"}, {"txt.a", "txt.a"}};
+        {"XEDNI_SYS.", "XEDNI_SYS."}, {tooLong, tooLong}, {"\xA9\xC3", "\xC3\xA9"}, {"txt.a", "txt.a"}};
     for (const auto& [hiddenName, visible] : rows) {
-        SCOPED_TRACE(::testing::PrintToString(hiddenName));
         const std::string hidden = m_tree.makeFile("foreign/.SYS_INDEX/" + hiddenName, "content");
-        const ProgramRun run = work("-unhide", hidden);
-        ASSERT_TRUE(run.output.starts_with("NewFilename: ")) << run.output;
-        const std::string path = run.output.substr(13);
-        EXPECT_EQ(readFile(path), "content");
-        if (!visible.empty()) {
-            EXPECT_EQ(lastPathComponent(path), visible);
-        }
+        EXPECT_EQ(work("-unhide", hidden).output, "NewFilename: " + m_tree.path("foreign/" + visible));
     }
-}
-
-TEST_F(MoveTest, HiddenDirectoryTakesAfterItsParent) {
-    for (const unsigned int mode : {0755u, 0700u, 01777u, 02775u}) {
-        const std::string path = m_tree.makeFile("modes/" + std::to_string(mode) + "/a.txt");
-        ASSERT_EQ(::chmod(std::string(parentPath(path)).c_str(), mode), 0);
-        if (isRoot()) {
-            ASSERT_EQ(::chown(std::string(parentPath(path)).c_str(), ordinaryUser, ordinaryUser), 0);
-        }
-        ASSERT_EQ(::chmod(std::string(parentPath(path)).c_str(), mode), 0);
-        expectHidden(work("-hide", path), path);
-        const auto hidden = snapshotOf(hiddenDirectoryBeside(path))[""];
-        const auto parent = snapshotOf(std::string(parentPath(path)))[""];
-        EXPECT_EQ(hidden.mode, parent.mode) << std::oct << mode;
-        EXPECT_EQ(hidden.owner, parent.owner);
-        EXPECT_EQ(hidden.group, parent.group);
-    }
-}
-
-TEST_F(MoveTest, LongPathsWork) {
-    const std::string name(250, 'd');
-    std::string path = m_tree.makeDirectory("deep");
-    ASSERT_EQ(::chdir(path.c_str()), 0);
-    for (int depth = 0; depth < 20; ++depth) {
-        ASSERT_EQ(::mkdir(name.c_str(), 0755), 0);
-        ASSERT_EQ(::chdir(name.c_str()), 0);
-        path = joinPath(path, name);
-    }
-    writeFile("a.txt", "deep");
-    path = joinPath(path, "a.txt");
-    ASSERT_GT(path.size(), 5000u);
-    expectHidden(work("-hide", path), path);
-    EXPECT_EQ(readFile(".SYS_INDEX/a.txt"), "deep");
-    EXPECT_EQ(work("-unhide", hiddenPathOf(path)).output, "NewFilename: " + path);
-    ASSERT_EQ(::chdir("/"), 0);
 }
 
 TEST_F(MoveTest, PrintedPathKeepsTheCallersSpelling) {
@@ -203,6 +142,7 @@ TEST_F(MoveTest, GroupOfTheHiddenDirectory) {
         gid_t group;
     };
     const Row rows[] = {{0775, true, 0775, team},          {0770, true, 0770, team},
+                        {0700, false, 0700, ordinaryUser}, {01777, false, 01777, ordinaryUser},
                         {0775, false, 0755, ordinaryUser}, {0770, false, 0700, ordinaryUser},
                         {0777, false, 0777, ordinaryUser}, {02775, false, 02775, team}};
     for (const Row& row : rows) {
@@ -221,15 +161,6 @@ TEST_F(MoveTest, GroupOfTheHiddenDirectory) {
             EXPECT_EQ(unhideItem(hiddenPathOf(path)).newPath, path);
         }));
     }
-}
-
-TEST_F(MoveTest, RootFollowsNoLink) {
-    if (!isRoot())
-        GTEST_SKIP() << "needs root";
-    const std::string file = m_tree.makeFile("real/a.txt");
-    ASSERT_EQ(::symlink("real", m_tree.path("link").c_str()), 0);
-    expectError(work("-hide", m_tree.path("link/a.txt")), 2);
-    EXPECT_TRUE(exists(file));
 }
 
 } // namespace

@@ -223,6 +223,9 @@ TEST_F(RefusalTest, MountsAndFullAndReadOnlyDisks) {
     m_tree.makeFile("t/disk/b.txt");
     m_tree.makeFile("t/disk/last inode");
     expectRefused("-hide", disk, 8);
+    const std::string link = m_tree.path("t/link to it");
+    ASSERT_EQ(::symlink("disk", link.c_str()), 0);
+    expectHidden(work("-hide", link), link);
     expectRefused("-hide", m_tree.path("t/disk/a.txt"), 10);
     ASSERT_EQ(::unlink(m_tree.path("t/disk/last inode").c_str()), 0);
 

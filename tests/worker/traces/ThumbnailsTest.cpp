@@ -7,8 +7,6 @@
 
 #include <unistd.h>
 
-#include <filesystem>
-
 namespace veilkeep::test {
 namespace {
 
