@@ -1,6 +1,5 @@
 #include "filelist/FilesInfoFile.h"
 
-#include "core/filesystem/FileStamp.h"
 #include "core/storage/ArchiveEnvelope.h"
 #include "core/storage/RecordArchive.h"
 #include "tests/support/RunInChild.h"
@@ -134,29 +133,6 @@ TEST_F(FilesInfoFileTest, TakesTheNewestEarlierCopyThatCanBeRead) {
     for (const std::string& copy : copies)
         std::filesystem::remove(copy);
     EXPECT_FALSE(open().load().trouble) << "there never was a file";
-}
-
-TEST_F(FilesInfoFileTest, LeavesWhatALaterVersionWroteAsItIs) {
-    const std::tuple<const char*, std::string, std::size_t> rows[] = {
-        {"understood", resealed(good, 2), 10U},
-        {"not understood", resealed(good, 2, "\x80"), 9U},
-    };
-    for (const auto& [name, bytes, count] : rows) {
-        SCOPED_TRACE(name);
-        writeFile(path, bytes);
-        FilesInfoFile file = open();
-        const auto loaded = file.load();
-        ASSERT_TRUE(loaded.trouble && loaded.files);
-        EXPECT_EQ(loaded.trouble->code, ErrorCode::NewerVersion);
-        EXPECT_EQ(loaded.files->size(), count);
-        EXPECT_TRUE(file.isOfNewerVersion());
-        EXPECT_EQ(save(file, sampleFiles(3)).error().code, ErrorCode::NewerVersion);
-        EXPECT_EQ(readFile(path), bytes);
-    }
-    writeFile(path, good);
-    FilesInfoFile file = open();
-    EXPECT_FALSE(file.load().trouble);
-    EXPECT_FALSE(file.isOfNewerVersion());
 }
 
 TEST_F(FilesInfoFileTest, KeepsWhatItMayNotRead) {

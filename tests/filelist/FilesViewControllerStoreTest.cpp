@@ -91,8 +91,6 @@ TEST(FilesViewControllerStoreTest, TellsLastinglyThatASaveFailed) {
                  ::mount(nullptr, directory.c_str(), nullptr, MS_REMOUNT | MS_BIND | MS_RDONLY, nullptr), 0);
          },
          "Read-only file system"},
-        {"quota", [](const std::string&, Mount&) { ASSERT_TRUE(test::failCall(SYS_fsync, EDQUOT)); },
-         "Disk quota exceeded"},
         {"no rename", [](const std::string&, Mount&) { ASSERT_TRUE(test::failCall(SYS_renameat, EIO)); },
          "Input/output error"},
     };

@@ -1,7 +1,6 @@
 #include "filelist/HideOperations.h"
 
 #include "alerts/OneAlertLock.h"
-#include "core/base/PathText.h"
 #include "core/log/Log.h"
 #include "core/protocol/InProgressRecord.h"
 #include "tests/support/FailingCall.h"
@@ -305,19 +304,6 @@ TEST_F(HideOperationsTest, LeavingEndsAnUnhideAndLetsAHideFinish) {
         EXPECT_EQ(order, (QStringList{"first", "leaving", "request"}));
         EXPECT_FALSE(world.alerts.isNobodyThere());
     }
-}
-
-TEST_F(HideOperationsTest, LeavingAnswersAnOpenQuestionWithItsCancellingButton) {
-    ListWorld world;
-    const ListedFile file = world.add(m_tree.makeFile("t/top/f"));
-    const ListedFile top = world.add(m_tree.path("t/top"));
-    ASSERT_TRUE(world.list->hideFiles({top}, false));
-    bool hasLeft = false;
-    world.presenter.expect({.title = "Parent directory is hidden.",
-                            .whileOpen = [&] { world.turns.leave([&] { hasLeft = true; }); }});
-    world.turns.run([&] { EXPECT_FALSE(world.list->unhideFiles({file}, false)); });
-    EXPECT_TRUE(hasLeft);
-    EXPECT_EQ(top->state(), File::Hidden);
 }
 
 TEST_F(HideOperationsTest, TakesInWhatWorkersLeftBehind) {

@@ -4,19 +4,16 @@
 #include "filelist/FilesInfoFile.h"
 #include "tests/support/FailingCall.h"
 #include "tests/support/PrivateMount.h"
-#include "tests/support/Rounds.h"
 #include "tests/support/RunInChild.h"
 #include "tests/support/ScratchTree.h"
 #include "tests/support/WaitUntil.h"
 
 #include <gtest/gtest.h>
 #include <signal.h>
-#include <sys/stat.h>
 #include <sys/syscall.h>
 
 #include <algorithm>
 #include <filesystem>
-#include <set>
 
 namespace veilkeep {
 namespace {
@@ -114,43 +111,6 @@ TEST(OwnershipTest, HoldsTheLockThatOthersMeet) {
     std::filesystem::remove(lock);
     held.reset();
     EXPECT_TRUE(test::endedWell(waiting));
-}
-
-void takeAndAppend(const std::string& directory, const std::string& item) {
-    const auto ownership = ListOwnership::take(directory, 60s);
-    ASSERT_TRUE(ownership) << ownership.error().systemError;
-    const std::string mark = joinPath(directory, "owner");
-    ASSERT_EQ(::mkdir(mark.c_str(), 0700), 0) << "another one owns the list as well";
-    FilesInfoFile file(joinPath(directory, "FilesInfo.Veilkeep"));
-    FilesInfoFile::Loaded loaded = file.load();
-    ASSERT_FALSE(loaded.trouble);
-    FileList list;
-    list.assign(loaded.files.value_or(std::vector<File>()));
-    list.append(File::initWithPath(item));
-    ASSERT_TRUE(file.save(list.all()));
-    ASSERT_EQ(::rmdir(mark.c_str()), 0);
-}
-
-TEST(OwnershipTest, LosesNoUpdateOfFiftyProcesses) {
-    constexpr int processes = 50;
-    const ScratchTree tree;
-    for (int round = 0; round < test::rounds(100, 200); ++round) {
-        const std::string directory = tree.path("data " + std::to_string(round));
-        std::vector<pid_t> children;
-        std::set<std::string> expected, found;
-        for (int number = 0; number < processes; ++number) {
-            const std::string item = *expected.insert("/item " + std::to_string(number)).first;
-            children.push_back(test::startChild([&] { takeAndAppend(directory, item); }));
-        }
-        for (const pid_t child : children)
-            ASSERT_TRUE(test::endedWell(child)) << "round " << round;
-        const auto loaded = FilesInfoFile(joinPath(directory, "FilesInfo.Veilkeep")).load();
-        ASSERT_TRUE(loaded.files);
-        for (const File& file : *loaded.files)
-            found.emplace(file.path());
-        ASSERT_EQ(found, expected) << "round " << round;
-        ASSERT_EQ(loaded.files->size(), expected.size());
-    }
 }
 
 } // namespace
