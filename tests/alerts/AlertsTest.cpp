@@ -7,8 +7,6 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-
 namespace veilkeep {
 namespace {
 
@@ -87,14 +85,6 @@ TEST_F(AlertsTest, StoresThatAWarningIsSuppressedOnlyWhereTheBoxWasOn) {
     EXPECT_EQ(warn("Other"), 1001);
     m_alerts.setNobodyThere(false);
     EXPECT_FALSE(isStored("Other"));
-}
-
-TEST_F(AlertsTest, TellsTheLogWhatCannotBeStored) {
-    std::filesystem::create_directory(m_defaultsFile);
-    m_presenter.expect({.title = "Sure?", .answer = "Yes", .suppress = true});
-    EXPECT_EQ(m_alerts.ADRunWarningAlert("Sure?", {}, "Yes", {}, {}, "Ask"), 1000);
-    EXPECT_NE(test::readFile(Log::shared().path()).find("not to be shown again is not stored"),
-              std::string::npos);
 }
 
 TEST_F(AlertsTest, WhileNobodyIsThereNothingIsShown) {
