@@ -14,7 +14,6 @@
 
 #include <QCoreApplication>
 
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <optional>

@@ -5,12 +5,9 @@
 
 #include <gtest/gtest.h>
 
-#include <unistd.h>
-
 #include <algorithm>
 #include <future>
 #include <optional>
-#include <sstream>
 #include <utility>
 
 namespace veilkeep {
@@ -118,21 +115,6 @@ TEST_F(PolkitAuthorityTest, ReadsWhatPolkitAnswers) {
     }
     m_known = false;
     EXPECT_EQ(authority.check(action, Interaction::Allowed), Answer::Unavailable);
-}
-
-TEST_F(PolkitAuthorityTest, AsksAboutThisProcess) {
-    PolkitAuthority().check(action, Interaction::Never);
-    const QVariantList arguments = m_polkit->calls(checkMethod).at(0).arguments();
-    const auto subject = qdbus_cast<PolkitSubject>(arguments.value(0));
-    std::istringstream fields(test::readFile("/proc/self/stat"));
-    std::string field;
-    for (int number = 1; number <= 22; ++number) // the name of this program holds no blank
-        fields >> field;
-    EXPECT_EQ(subject.kind, QStringLiteral("unix-process"));
-    EXPECT_EQ(subject.details.value(QStringLiteral("pid")), static_cast<uint>(::getpid()));
-    EXPECT_EQ(subject.details.value(QStringLiteral("uid")), static_cast<int>(::getuid()));
-    EXPECT_EQ(subject.details.value(QStringLiteral("start-time")), std::stoull(field));
-    EXPECT_EQ(arguments.value(1), QString::fromLatin1(action));
 }
 
 TEST_F(PolkitAuthorityTest, GivesUpWhatWasGrantedForAWhile) {

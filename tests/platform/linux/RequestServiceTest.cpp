@@ -194,13 +194,6 @@ TEST_F(RequestServiceTest, TellsOwnersThatEndedFromThoseThatWereNeverThere) {
     EXPECT_EQ(m_client.failure(), Failure::Vanished);
 }
 
-TEST_F(RequestServiceTest, NeedsNoBusToSayThatNobodyServes) {
-    ::unsetenv("DBUS_SESSION_BUS_ADDRESS");
-    EXPECT_FALSE(m_client.isServed());
-    EXPECT_EQ(run("echo"), std::nullopt);
-    EXPECT_EQ(m_client.failure(), Failure::NotServed);
-}
-
 TEST_F(RequestServiceTest, GivesUpOnAnOwnerThatHangs) {
     startOwner("hung");
     RequestClient client(std::chrono::milliseconds(100));
@@ -284,22 +277,6 @@ TEST_F(RawCallerTest, BeginsNothingForACallerThatHasGivenUp) {
     EXPECT_EQ(runRaw(caller, arguments("echo", {})).arguments().value(0), QVariant(1));
     EXPECT_EQ(run("other"), RequestStatus::WrongUsage);
     EXPECT_EQ(m_owner->readLine(), "begins other");
-}
-
-TEST_F(RawCallerTest, TellsAThousandItemsInAFewMessages) {
-    startOwner();
-    test::BusService caller(
-        {}, [](const QDBusMessage& call) { return wanting(true, call); }, QDBusConnection::SessionBus);
-    EXPECT_EQ(runRaw(caller, arguments("thousand", {})).arguments().value(0), QVariant(0));
-    ASSERT_TRUE(test::waitUntil([&] { // its thread may take them later than this one the answer
-        const auto told = caller.calls("Progress");
-        return !told.empty() && told.back().arguments().value(2) == QVariant(1'000ULL);
-    }));
-    qsizetype items = 0;
-    for (const QDBusMessage& call : caller.calls("ItemsDone"))
-        items += qdbus_cast<QByteArrayList>(call.arguments().value(0)).size();
-    EXPECT_EQ(items, 1'000);
-    EXPECT_LT(caller.calls("ItemsDone").size() + caller.calls("Progress").size(), 50U);
 }
 
 TEST_F(RawCallerTest, RefusesAnotherUsersPrograms) {

@@ -58,13 +58,7 @@ private:
             return waitUntil([&] { return caller.isCancelled(); }) ? RequestStatus::SomeFailed
                                                                    : RequestStatus::AllWell;
         }
-        if (request.command == QLatin1String("thousand")) {
-            for (std::size_t item = 1; item <= 1'000; ++item) {
-                caller.itemDone("/item", "/new");
-                caller.progress("stage", "", item, 1'000);
-            }
-            return RequestStatus::AllWell;
-        }
+
         if (request.command == QLatin1String("die"))
             ::_exit(1);
         caller.message("unknown");
