@@ -17,8 +17,9 @@ namespace veilkeep {
 // Leaving (lock, sleep, session switch, quit) does not wait like that. An open question, and each that would
 // follow, is answered with its cancelling button, a prompt for the password is taken back; an unhide batch
 // passes over the items that are left (it asks isLeaving() before each), a hide batch runs to its end; the
-// batch saves as always. Then the leaving runs, before all requests that wait. That is the only exception to
-// "a batch never stops early".
+// batch saves as always. Then the leaving runs, before all requests that wait. What waited when the user left
+// comes after it, but asks nobody and brings nothing back any more. That is the only exception to "a batch
+// never stops early".
 //
 // Main thread.
 class Turns {
@@ -37,15 +38,24 @@ public:
     void close();
 
     bool isRunning() const { return m_isRunning; }
-    bool isLeaving() const { return !m_leavings.empty(); }
+    bool isLeaving() const { return !m_leavings.empty() || m_isOfBefore; } // nothing is to be shown
 
 private:
+    struct Waiting {
+        Request request;
+        unsigned int departures; // when it came
+    };
+
     void runAll();
+    void runNextRequest();
+    void runNextLeaving();
 
     Alerts& m_alerts;
     std::function<void()> m_interrupt;
-    std::deque<Request> m_requests;
+    std::deque<Waiting> m_requests;
     std::deque<Request> m_leavings;
+    unsigned int m_departures = 0;
+    bool m_isOfBefore = false; // what runs came before the user left
     bool m_isRunning = false;
     bool m_isClosed = false;
 };

@@ -293,8 +293,13 @@ TEST_F(HideOperationsTest, LeavingEndsAnUnhideAndLetsAHideFinish) {
             if (file != files.front() || !order.isEmpty())
                 return;
             order.push_back("first");
-            world.turns.run([&] { order.push_back("request"); });
+            world.turns.run([&] {
+                order.push_back("request");
+                EXPECT_FALSE(world.list->unhideFiles({files.back()}, false)) << "shown to nobody";
+                EXPECT_TRUE(world.alerts.isNobodyThere());
+            });
             world.turns.leave([&] { order.push_back("leaving"); });
+            world.turns.run([&] { EXPECT_FALSE(world.turns.isLeaving()) << "it came after the leaving"; });
         });
         world.turns.run([&] {
             EXPECT_EQ(hides ? world.list->hideFiles(files, false) : world.list->unhideFiles(files, false),
