@@ -202,6 +202,7 @@ TEST_F(GroupHidingTest, AsksNobodyForRightsInAPass) {
         world.list.defaults.set("allowPrivilidgedFiles", isEnabled);
         authority.answer = answer;
         fill(world, world.started().autoHideGroup(), "t", 2);
+        logLine("from here on"); // makes the file where there is none
         writeFile(Log::shared().path(), "");
         EXPECT_FALSE(world.groups.makeAutoHide("sleep"));
         EXPECT_EQ(isLogged("Administrator rights"), isTried);
