@@ -49,12 +49,13 @@ void GroupViewController::start(bool mayChange) {
 // What could not be read is replaced at once, so that the user is told once.
 void GroupViewController::loadDataFromDisk() {
     GroupsInfoFile::Loaded loaded = m_parts.dataFile.load();
-    m_groups.clear();
+    std::vector<ListedGroup> groups;
     for (Group& group : loaded.groups.value_or(std::vector<Group>())) {
         if (group.name() == groupName::allFiles)
             setDefaultImage(group);
-        m_groups.push_back(std::make_shared<Group>(std::move(group)));
+        groups.push_back(std::make_shared<Group>(std::move(group)));
     }
+    setGroups(std::move(groups));
     m_isToBeSaved = loaded.trouble && !m_parts.dataFile.isOfNewerVersion();
     if (loaded.trouble)
         tellLoadingTrouble(m_parts.alerts, StoredList::Groups, m_parts.dataFile.file(), *loaded.trouble,
@@ -184,13 +185,16 @@ bool GroupViewController::removeGroup(const ListedGroup& group) {
             text("Sorry, but this group cannot be removed because it contains all of files."), text("OK"));
         return false;
     }
-    const FilesViewController::Files shown = m_parts.files.getAllFilesOfCurrentGroup(); // another may be soon
+    FilesViewController::Files shown = m_parts.files.getAllFilesOfCurrentGroup();
+    const ListedGroup current = m_current; // another may be soon
     const int answer = m_parts.alerts.ADRunCriticalAlertSheet(
         Alert::Window::Main, text("Are you sure you want to remove \"%1\" group?").arg(name),
         text("All files of this group will be moved to the \"All Files\" group."), text("Remove"),
         text("Cancel"));
     if (answer != Alerts::defaultAnswer || !isListed(group))
         return false;
+    if (m_current == current)
+        shown = m_parts.files.getAllFilesOfCurrentGroup(); // items may have come meanwhile
     m_parts.files.moveFiles(shown, allFilesGroup());
     m_itemsAreSavedFirst = true;
     std::erase(m_groups, group);

@@ -16,6 +16,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace veilkeep {
@@ -139,6 +140,7 @@ private:
     enum class MarkState { Unknown, Set, Failed };
 
     void loadDataFromDisk();
+    void setGroups(std::vector<ListedGroup> groups) { m_groups = std::move(groups); }
     void setDefaultImage(Group& group) const;
     void setImageNamed(Group& group, const std::string& name) const;
     std::optional<Bytes> imageFor(const std::string& iconPath) const;

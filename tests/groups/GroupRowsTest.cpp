@@ -1,6 +1,7 @@
 #include "groups/GroupNames.h"
 
 #include "core/log/Log.h"
+#include "groups/AutoHideVisibleValue.h"
 #include "tests/groups/GroupWorld.h"
 
 #include <gtest/gtest.h>
@@ -42,6 +43,7 @@ TEST_F(GroupRowsTest, BeginsWithTheDefaultRows) {
         EXPECT_EQ(group.iconData(), isHeader ? "" : icon);
         EXPECT_EQ(group.canBeRemoved(), canBeRemoved);
         EXPECT_EQ(group.autoHide().value_or(false), autoHide);
+        EXPECT_EQ(AutoHideVisibleValue::transformedValue(group.name()), number == 0);
         EXPECT_EQ(world.groups.shouldSelectRow(static_cast<std::ptrdiff_t>(number)), !isHeader);
         EXPECT_EQ(world.groups.heightOfRow(static_cast<std::ptrdiff_t>(number)), isHeader ? 22 : 50);
     }
@@ -84,23 +86,32 @@ TEST_F(GroupRowsTest, NamesAndNumbersNewGroups) {
 
 // What is shown goes to the group of all files, whichever group is removed.
 TEST_F(GroupRowsTest, RemovesAGroup) {
-    // The selected row, the answer, then the groups of an item of row 2 and one of row 3, the row selected.
-    const std::tuple<std::ptrdiff_t, QString, std::int64_t, std::int64_t, std::size_t> rows[] = {
-        {2, "Remove", 0, 2, 0}, {3, "Remove", 1, 0, 2}, {2, "Cancel", 1, 2, 2}};
-    for (const auto& [current, answer, firstID, secondID, currentAfter] : rows) {
-        SCOPED_TRACE(::testing::Message() << current << answer.toStdString());
+    // The rows selected before and during the question, the answer, then the groups of an item of row 2 (as
+    // of one that comes during the question) and one of row 3, the row selected.
+    const std::tuple<std::ptrdiff_t, std::ptrdiff_t, QString, std::int64_t, std::int64_t, std::size_t>
+        rows[] = {{2, 2, "Remove", 0, 2, 0},
+                  {3, 3, "Remove", 1, 0, 2},
+                  {3, 0, "Remove", 1, 0, 0},
+                  {2, 2, "Cancel", 1, 2, 2}};
+    for (const auto& [before, during, answer, firstID, secondID, currentAfter] : rows) {
+        SCOPED_TRACE(::testing::Message() << before << during << answer.toStdString());
         GroupWorld::forgetAll();
         GroupWorld world;
         const ListedFile first = world.add(m_tree.path("a"), world.started().row(2));
         const ListedFile second = world.add(m_tree.path("b"), world.row(3));
-        world.groups.selectRow(current);
+        world.groups.selectRow(before);
+        ListedFile late;
         int updates = 0;
         QObject::connect(&world.groups, &GroupViewController::GroupsUpdated, [&] { ++updates; });
-        world.expectRemoval(world.row(2), answer);
+        world.expectRemoval(world.row(2), answer, [&, selected = during] {
+            late = world.add(m_tree.path("c"), world.row(2));
+            world.groups.selectRow(selected);
+        });
         world.groups.removeClickedGroupAction(world.row(2));
         EXPECT_EQ(world.names().size(), answer == "Remove" ? 3U : 4U);
         EXPECT_EQ(updates, answer == "Remove");
         EXPECT_EQ(first->groupID(), firstID);
+        EXPECT_EQ(late->groupID(), firstID);
         EXPECT_EQ(second->groupID(), secondID);
         EXPECT_EQ(world.groups.rowOf(world.groups.currentGroup()), currentAfter);
         EXPECT_EQ(GroupWorld::savedNames(), world.names());
@@ -166,6 +177,25 @@ TEST_F(GroupRowsTest, ShowsTheItemsOfTheSelectedGroup) {
         world.groups.selectRow(row);
     EXPECT_EQ(world.list.list->getAllFilesOfCurrentGroup(), FilesViewController::Files{mine});
     EXPECT_EQ(world.list.list->numberOfFilesOfCurrentGroup(), 1);
+    world.list.list->filesController().setSelectedObjects({mine});
+    world.groups.groupTableBecomesFirstResponder();
+    EXPECT_TRUE(world.list.list->getAllSelectedFiles().empty());
+}
+
+TEST_F(GroupRowsTest, TellsOfEditingAndKeepsStoredCounts) {
+    GroupWorld world;
+    std::vector<std::string> told;
+    const auto note = [&](const std::string& what) { return [&told, what] { told.push_back(what); }; };
+    QObject::connect(&world.groups, &GroupViewController::editGroupRequested, note("sheet"));
+    QObject::connect(&world.groups, &GroupViewController::GroupsUpdated, note("updated"));
+    world.started().groups.editGroup(nullptr);
+    world.groups.editGroup(world.row(2));
+    world.groups.addGroup();
+    EXPECT_EQ(told, (std::vector<std::string>{"sheet", "updated", "updated"}));
+    for (const char* const name : {"Private Files", "Private Files", "nobody's"})
+        world.groups.incFilesOfGroup(name);
+    world.groups.decFilesOfGroup("Private Files");
+    EXPECT_EQ(GroupsInfoFile(GroupWorld::dataPath()).load().groups->at(3).countOfFiles(), 1);
 }
 
 } // namespace

@@ -4,8 +4,10 @@
 #include "tests/support/ListWorld.h"
 
 #include <filesystem>
+#include <functional>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace veilkeep::test {
@@ -48,13 +50,15 @@ struct GroupWorld {
         list.list->moveFiles({added}, *group->groupID());
         return added;
     }
-    void expectRemoval(const ListedGroup& group, const QString& answer = "Remove") {
+    void expectRemoval(
+        const ListedGroup& group, const QString& answer = "Remove", std::function<void()> whileOpen = [] {}) {
         list.presenter.expect({.title = QString("Are you sure you want to remove \"%1\" group?")
                                             .arg(QString::fromStdString(std::string(group->name()))),
                                .answer = answer,
                                .message = "All files of this group will be moved to the \"All Files\" group.",
                                .buttons = QStringList{"Remove", "Cancel"},
-                               .style = Alert::Style::Critical});
+                               .style = Alert::Style::Critical,
+                               .whileOpen = std::move(whileOpen)});
     }
     std::vector<std::string> names() const {
         std::vector<std::string> all;
