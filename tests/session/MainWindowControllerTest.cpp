@@ -78,7 +78,8 @@ TEST_F(MainWindowControllerTest, OnePassPerLeavingAndOneShowPerReturn) {
     } const rows[] = {
         {"Ss.", 1, 1},       {"Ll.", 1, 1},     {"Bb.", 1, 1},
         {"SLBslb.", 3, 1},   {"LBSsbl.", 3, 1}, {"SSLLssll.", 2, 1}, // all together, doubled
-        {"lsb", 0, 0},       {"lSlbs.", 1, 1},                       // ends without a begin
+        {"BSLlsb.", 3, 1},   {"SBLlbs.", 3, 1}, {"LSBbsl.", 3, 1},   // in every order
+        {"BLSbls.", 3, 1},   {"lsb", 0, 0},     {"lSlbs.", 1, 1},    // ends without a begin
         {"SLsSsl.", 3, 1},   {"LlL~l.", 2, 1},                       // left again before the return
         {"Ss.Ll.Bb.", 3, 3}, {"!Ll.", 1, 2},    {"L!.l", 1, 1},      // as if the wake had never been told
     };
