@@ -83,7 +83,7 @@ void BrokenFiles::tryToFixFile(const ListedFile& file) {
 
 MissingFiles::Mounting BrokenFiles::mountingFor(const ListedFile& file) {
     using Mounting = MissingFiles::Mounting;
-    if (isNobodyThere())
+    if (takesCheapStepsAlone())
         return Mounting::Never;
     if (!file->isWhereVolumesComeAndGo() || veilkeep::isThere(file))
         return Mounting::Silently;
@@ -114,7 +114,7 @@ bool BrokenFiles::mayLocate(const ListedFile& file) {
 
 void BrokenFiles::beginBatch(const Files& batch) {
     m_isInBatch = true;
-    if (isNobodyThere())
+    if (takesCheapStepsAlone())
         return;
     Files wanted;
     for (const ListedFile& file : batch)

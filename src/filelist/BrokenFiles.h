@@ -29,7 +29,7 @@ public:
 
     // One attempt, a search of the volume included; the state follows from where the item is. Of an item on a
     // volume that comes and goes the user is asked first, once for each volume in a batch. While nobody is
-    // there it takes the cheap steps alone.
+    // there, or in what nobody has asked for, it takes the cheap steps alone.
     void tryToFixFile(const ListedFile& file);
 
     // Around a batch: what it will miss is searched for together, and no more by each item's attempt.
@@ -46,6 +46,8 @@ public:
     void setNobodyThere(bool nobodyThere) { m_nobodyThere = nobodyThere; }
     bool isNobodyThere() const { return m_nobodyThere || m_parts.alerts.isNobodyThere(); }
 
+    void setAutomatic(bool isAutomatic) { m_isAutomatic = isAutomatic; }
+
     void markBroken(const ListedFile& file);
 
 signals:
@@ -57,12 +59,14 @@ private:
     bool mayLocate(const ListedFile& file);
     bool mayBeFoundEverywhere(const ListedFile& file, MissingFiles::Mounting mounting) const;
     MissingFiles::Mounting mountingFor(const ListedFile& file);
+    bool takesCheapStepsAlone() const { return m_isAutomatic || isNobodyThere(); }
 
     const FilesViewControllerParts m_parts;
     FileList& m_files;
     ListSaver& m_saver;
     MissingFiles m_missing;
     bool m_nobodyThere = false;
+    bool m_isAutomatic = false;
     bool m_isInBatch = false;
     std::unordered_set<ListedFile> m_searchedInBatch;
     std::map<std::string, bool> m_mayLocate; // answers of the batch, by volume

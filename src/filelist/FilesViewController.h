@@ -114,6 +114,9 @@ public:
     // For automatic passes: nobody can be asked, and no volume is searched or mounted.
     void setNobodyThere(bool nobodyThere) { m_brokenFiles.setNobodyThere(nobodyThere); }
 
+    // For those that run while somebody is there: no volume is searched or mounted all the same.
+    void setAutomatic(bool isAutomatic) { m_brokenFiles.setAutomatic(isAutomatic); }
+
     // --- What went missing (BrokenFiles.h, FilesViewControllerBroken.cpp) ---
     BrokenFiles& brokenFiles() { return m_brokenFiles; }
     Restores& restores() { return m_restores; }

@@ -207,6 +207,8 @@ void GroupViewController::autoUnhideThread() {
     Reasons reasons;
     {
         const OneSave oneSave(*this);
+        m_parts.files.setAutomatic(true);
+        const auto onDemandAfter = qScopeGuard([this] { m_parts.files.setAutomatic(false); });
         for (const ListedGroup& group : groups) {
             if (m_parts.turns.isLeaving())
                 break;

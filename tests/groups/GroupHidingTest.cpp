@@ -159,6 +159,21 @@ TEST_F(GroupHidingTest, TellsWhatStayedWhereItWas) {
     EXPECT_TRUE(isLogged("Not brought back: " + std::string(files[2]->path())));
 }
 
+// What has gone elsewhere is looked for when the user wants it, not each time that he comes back.
+TEST_F(GroupHidingTest, SearchesNoVolumeInAPass) {
+    GroupWorld world;
+    const ListedFile file = fill(world, world.started().autoHideGroup(), "t", 1).front();
+    ASSERT_TRUE(world.groups.makeAutoHide("lock"));
+    m_tree.makeDirectory("elsewhere");
+    const std::string moved = m_tree.path("elsewhere/0");
+    std::filesystem::rename(m_tree.path("t/.SYS_INDEX/0"), moved);
+    world.groups.autoUnhideThread();
+    EXPECT_EQ(file->state(), File::Broken);
+    world.list.list->unhideFiles({file}, true);
+    EXPECT_EQ(file->state(), File::Visible);
+    EXPECT_EQ(file->path(), moved);
+}
+
 TEST_F(GroupHidingTest, TurnsRoundWhenTheUserLeavesWhileItShows) {
     GroupWorld world;
     const ListedGroup first = world.started().autoHideGroup(), second = world.autoHideGroup();
