@@ -258,7 +258,7 @@ void GroupRequests::autoHide() {
         m_work.fail(path, reason == reasons.end() ? text("The item stayed visible.") : reason->second);
     }
     if (!allWell && m_work.status == RequestStatus::AllWell) {
-        m_work.caller.message(text("Some items could not be hidden."));
+        m_work.caller.message(text("Some errors have been occured while hiding files"));
         m_work.status = RequestStatus::SomeFailed;
     }
 }
