@@ -80,6 +80,9 @@ public:
     // returns.
     virtual void handle(const Request& request, RequestCaller& caller, Done done) = 0;
 
+    // Whether the command is handed over at once, even while another request is in hand.
+    virtual bool isUrgent(const QString& /*command*/) const { return false; }
+
 protected:
     RequestHandler() = default;
     RequestHandler(const RequestHandler&) = default;

@@ -55,14 +55,18 @@ private:
 } // namespace
 
 void RequestRunner::handle(const Request& request, RequestCaller& caller, Done done) {
-    const RequestRule* rule = requestRule(request.command);
     const auto work = [this, request, &caller, done = std::move(done)] { done(run(request, caller)); };
-    if (!rule || rule->command != RequestCommand::AutoHide)
+    if (!isUrgent(request.command))
         m_parts.turns.run(work);
     else if (m_parts.window)
         m_parts.window->leave(work);
     else
         m_parts.turns.leave(work);
+}
+
+bool RequestRunner::isUrgent(const QString& command) const {
+    const RequestRule* rule = requestRule(command);
+    return rule && rule->command == RequestCommand::AutoHide;
 }
 
 RequestStatus RequestRunner::run(const Request& request, RequestCaller& caller) {

@@ -36,6 +36,7 @@ public:
     // In its turn; "autohide" like every leaving as soon as what runs has come to its end. What its options
     // are: RequestRules.h.
     void handle(const Request& request, RequestCaller& caller, Done done) override;
+    bool isUrgent(const QString& command) const override; // "autohide" alone
 
 private:
     RequestStatus run(const Request& request, RequestCaller& caller);

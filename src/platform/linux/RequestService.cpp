@@ -29,8 +29,9 @@ RequestService::RequestService(RequestHandler& handler) : m_handler(handler) {
 }
 
 RequestService::~RequestService() {
-    for (const auto& request : m_requests)
-        request->cancel();
+    for (const Requests* const requests : {&m_urgent, &m_requests})
+        for (const auto& request : *requests)
+            request->cancel();
     if (m_bus) // the connection itself may last: whoever answers a call later holds it
         m_bus->connection().unregisterService(requestService);
 }
@@ -54,20 +55,20 @@ Result<void> RequestService::start() {
     return Error::system("registerService", {}, reason);
 }
 
-std::optional<std::size_t> RequestService::find(const QString& sender) const {
+std::optional<std::size_t> RequestService::find(const Requests& requests, const QString& sender) {
     const auto found =
-        std::ranges::find_if(m_requests, [&](const auto& request) { return request->sender() == sender; });
-    if (found == m_requests.end())
+        std::ranges::find_if(requests, [&](const auto& request) { return request->sender() == sender; });
+    if (found == requests.end())
         return std::nullopt;
-    return static_cast<std::size_t>(found - m_requests.begin());
+    return static_cast<std::size_t>(found - requests.begin());
 }
 
-bool RequestService::refuses(const QString& sender) {
+bool RequestService::refuses(const QString& sender, const Requests& requests) {
     if (!m_bus->isOwnUsers(sender))
         sendErrorReply(accessDenied, sentence("Only the same user's programs may ask for this."));
-    else if (find(sender))
+    else if (find(m_requests, sender) || find(m_urgent, sender))
         sendErrorReply(limitsExceeded, sentence("One request after the other, please."));
-    else if (m_requests.size() >= mostWaiting)
+    else if (requests.size() >= mostWaiting)
         sendErrorReply(limitsExceeded, sentence("Too many requests are waiting."));
     else
         return false;
@@ -77,7 +78,9 @@ bool RequestService::refuses(const QString& sender) {
 int RequestService::Run(const QString& command, const QByteArrayList& paths, const QVariantMap& options,
                         const QDBusObjectPath& caller) {
     const QString sender = message().service();
-    if (refuses(sender))
+    const bool isUrgent = m_handler.isUrgent(command);
+    Requests& requests = isUrgent ? m_urgent : m_requests;
+    if (refuses(sender, requests))
         return 0;
     const ReadValues read = readValues(options);
     QString fault = faultOfRequest(command, paths, read.values);
@@ -96,10 +99,14 @@ int RequestService::Run(const QString& command, const QByteArrayList& paths, con
             service->lookAtBus();
     };
     m_callers.addWatchedService(sender);
-    m_requests.push_back(std::make_shared<RemoteCaller>(connection(), message(), caller.path(),
-                                                        std::move(request), lookAtBus));
-    m_requests.back()->tellAccepted();
-    QMetaObject::invokeMethod(this, &RequestService::startNext, Qt::QueuedConnection);
+    const auto added =
+        std::make_shared<RemoteCaller>(connection(), message(), caller.path(), std::move(request), lookAtBus);
+    requests.push_back(added);
+    added->tellAccepted();
+    if (isUrgent)
+        begin(added);
+    else
+        QMetaObject::invokeMethod(this, &RequestService::startNext, Qt::QueuedConnection);
     return 0;
 }
 
@@ -119,7 +126,9 @@ void RequestService::Yield() {
 
 // The request in hand ends when the handler has seen it; others are over at once.
 void RequestService::cancel(const QString& sender) {
-    const auto position = find(sender);
+    if (const auto urgent = find(m_urgent, sender))
+        m_urgent[*urgent]->cancel();
+    const auto position = find(m_requests, sender);
     if (!position)
         return;
     m_requests[*position]->cancel();
@@ -129,27 +138,30 @@ void RequestService::cancel(const QString& sender) {
     remove(*position);
 }
 
-// The caller may have given up, or be gone, while the request waited or this program hung: it is asked once
-// more before anything is done.
 void RequestService::startNext() {
     if (m_isBusy || m_requests.empty())
         return;
     m_isBusy = true;
-    auto* const answer = new QDBusPendingCallWatcher(m_requests.front()->askWhetherToBegin(), this);
-    connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer] {
+    begin(m_requests.front());
+}
+
+// The caller may have given up, or be gone, while the request waited or this program hung: it is asked once
+// more before anything is done.
+void RequestService::begin(const std::shared_ptr<RemoteCaller>& caller) {
+    auto* const answer = new QDBusPendingCallWatcher(caller->askWhetherToBegin(), this);
+    connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer, caller] {
         answer->deleteLater();
         const QDBusPendingReply<bool> reply = *answer;
-        work(!reply.isError() && reply.value());
+        work(caller, !reply.isError() && reply.value());
     });
 }
 
 // The handler may finish later, even when this service is gone.
-void RequestService::work(bool isWanted) {
-    const std::shared_ptr<RemoteCaller> caller = m_requests.front();
+void RequestService::work(const std::shared_ptr<RemoteCaller>& caller, bool isWanted) {
     const auto done = [service = QPointer(this), caller](RequestStatus status) {
         caller->finish(status);
         if (service)
-            service->workIsDone();
+            service->workIsDone(caller);
     };
     if (isWanted && !caller->isCancelled())
         m_handler.handle(caller->request(), *caller, done);
@@ -157,7 +169,11 @@ void RequestService::work(bool isWanted) {
         done(RequestStatus::SomeFailed);
 }
 
-void RequestService::workIsDone() {
+void RequestService::workIsDone(const std::shared_ptr<RemoteCaller>& caller) {
+    if (std::erase(m_urgent, caller) > 0) {
+        m_callers.removeWatchedService(caller->sender());
+        return;
+    }
     remove(0);
     m_isBusy = false;
     QMetaObject::invokeMethod(this, &RequestService::startNext, Qt::QueuedConnection);

@@ -19,8 +19,8 @@
 
 namespace veilkeep {
 
-// Offers a RequestHandler on the session bus (docs/bus.md) and gives it one request after the other. Owned by
-// the program that owns the list; main thread.
+// Offers a RequestHandler on the session bus (docs/bus.md) and gives it one request after the other, urgent
+// ones at once. Owned by the program that owns the list; main thread.
 class RequestService : public QObject, protected QDBusContext {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "com.ostrel.Veilkeep.Requests1")
@@ -44,20 +44,24 @@ public slots:
     Q_SCRIPTABLE void Yield();
 
 private:
+    using Requests = std::deque<std::shared_ptr<RemoteCaller>>;
+
     void startNext();
-    void work(bool isWanted);
-    void workIsDone();
+    void begin(const std::shared_ptr<RemoteCaller>& caller);
+    void work(const std::shared_ptr<RemoteCaller>& caller, bool isWanted);
+    void workIsDone(const std::shared_ptr<RemoteCaller>& caller);
     void cancel(const QString& sender);
     void lookAtBus();
     void remove(std::size_t position);
-    bool refuses(const QString& sender); // and has said so
-    std::optional<std::size_t> find(const QString& sender) const;
+    bool refuses(const QString& sender, const Requests& requests); // and has said so
+    static std::optional<std::size_t> find(const Requests& requests, const QString& sender);
 
     RequestHandler& m_handler;
     GiveList m_give;
     std::unique_ptr<SessionBusConnection> m_bus;
     QDBusServiceWatcher m_callers;
-    std::deque<std::shared_ptr<RemoteCaller>> m_requests; // while busy the first is the one in hand
+    Requests m_requests; // while busy the first is the one in hand
+    Requests m_urgent;   // all in hand
     bool m_isBusy = false;
 };
 
