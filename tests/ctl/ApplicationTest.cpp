@@ -1,5 +1,6 @@
 #include "core/storage/UserDefaults.h"
 #include "prefs/PasswordManager.h"
+#include "tests/ctl/CtlCalls.h"
 #include "tests/ctl/Terminal.h"
 #include "tests/platform/linux/PrivateBus.h"
 #include "tests/support/BackgroundProgram.h"
@@ -26,44 +27,33 @@ TEST(ApplicationTest, RequestsGoToWhoeverOwnsTheList) {
     const std::string visible = tree.path("t/\xFF"
                                           "a");
     const std::string hidden = tree.path("t/.SYS_INDEX/a\xFF");
-    struct {
-        std::vector<std::string> arguments;
-        int status;
-        std::string output;
-        std::string errors;
-    } const rows[] = {
-        {{"hide", visible, "t/none"}, 1, hidden + "\n", "veilkeepctl: t/none: Item not found.\n"},
-        {{"list"}, 0, "hidden\t" + visible + "\n", ""},
-        {{"status"}, 0, "items\t1\nhidden\t1\nvisible\t0\nbroken\t0\nowner\tapplication\n", ""},
-        {{"remove", visible},
-         3,
-         "",
-         "veilkeepctl: Unhide all files\nYou are trying to remove some hidden files from list! Would you "
-         "like to unhide them first?\nveilkeepctl: not asked, so answered with: Cancel\n"
-         "veilkeepctl: Nothing was removed.\n"},
-        {{"remove", "--answer=remove", visible}, 0, hidden + "\n", ""},
-        {{"unhide", hidden}, 0, visible + "\n", ""},
-        {{"group", "add", "\xFFWork"}, 0, "\xFFWork\n", ""},
-        {{"move", "--group=\xFFWork", visible}, 0, visible + "\n", ""},
-        {{"groups"},
-         0,
-         "shown\t-\t1\tAll Files\nshown\t-\t0\tSecret Pictures\nshown\t-\t0\tPrivate Files\n"
-         "shown\t-\t1\t\xFFWork\n",
-         ""},
-        {{"group", "autohide", "\xFFWork", "on"}, 0, "", ""},
-        {{"autohide"}, 0, "", ""},
-        {{"list", "--group=\xFFWork"}, 0, "hidden\t" + visible + "\n", ""},
-        {{"autounhide"}, 0, visible + "\n", ""},
-        {{"group", "remove", "\xFFWork", "--yes"}, 0, "", ""},
-    };
-    for (const auto& row : rows) {
-        std::vector<std::string> command = row.arguments;
-        command.insert(command.begin(), bundledProgram("veilkeepctl"));
-        const ProgramRun run = runProgram(command, {0, tree.root(), {}});
-        EXPECT_EQ(run.exitStatus, row.status) << command[1];
-        EXPECT_EQ(run.output, row.output) << command[1];
-        EXPECT_EQ(run.errors, row.errors) << command[1];
-    }
+    expectCalls(
+        {
+            {{"hide", visible, "t/none"}, 1, hidden + "\n", "t/none: Item not found.\n"},
+            {{"list"}, 0, "hidden\t" + visible + "\n", ""},
+            {{"status"}, 0, "items\t1\nhidden\t1\nvisible\t0\nbroken\t0\nowner\tapplication\n", ""},
+            {{"remove", visible},
+             3,
+             "",
+             "Unhide all files\nYou are trying to remove some hidden files from list! Would you "
+             "like to unhide them first?\nveilkeepctl: not asked, so answered with: Cancel\n"
+             "veilkeepctl: Nothing was removed.\n"},
+            {{"remove", "--answer=remove", visible}, 0, hidden + "\n", ""},
+            {{"unhide", hidden}, 0, visible + "\n", ""},
+            {{"group", "add", "\xFFWork"}, 0, "\xFFWork\n", ""},
+            {{"move", "--group=\xFFWork", visible}, 0, visible + "\n", ""},
+            {{"groups"},
+             0,
+             "shown\t-\t1\tAll Files\nshown\t-\t0\tSecret Pictures\nshown\t-\t0\tPrivate Files\n"
+             "shown\t-\t1\t\xFFWork\n",
+             ""},
+            {{"group", "autohide", "\xFFWork", "on"}, 0, "", ""},
+            {{"autohide"}, 0, "", ""},
+            {{"list", "--group=\xFFWork"}, 0, "hidden\t" + visible + "\n", ""},
+            {{"autounhide"}, 0, visible + "\n", ""},
+            {{"group", "remove", "\xFFWork", "--yes"}, 0, "", ""},
+        },
+        tree.root());
 }
 
 // It is asked for on the terminal of whoever made the request, and taken back when the owner ends.

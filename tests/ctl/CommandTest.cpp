@@ -1,6 +1,7 @@
 #include "core/base/PathText.h"
 #include "core/environment/XdgDirectories.h"
 #include "core/storage/ListOwnership.h"
+#include "tests/ctl/CtlCalls.h"
 #include "tests/ctl/Terminal.h"
 #include "tests/support/RunProgram.h"
 #include "tests/support/ScratchTree.h"
@@ -24,10 +25,7 @@ namespace {
 // veilkeepctl as a user or a script meets it.
 class CommandTest : public ::testing::Test {
 protected:
-    ProgramRun ctl(std::vector<std::string> arguments) {
-        arguments.insert(arguments.begin(), bundledProgram("veilkeepctl"));
-        return runProgram(arguments, {0, m_tree.root(), {}});
-    }
+    ProgramRun ctl(const std::vector<std::string>& arguments) { return runCtl(arguments, m_tree.root()); }
 
     // The same under strace, with its options first.
     ProgramRun straced(std::vector<std::string> options, const std::vector<std::string>& arguments,
@@ -255,57 +253,47 @@ TEST_F(CommandTest, TheListFromCallToCall) {
     m_tree.makeFile("t/moved");
     m_tree.makeFile("other/.SYS_INDEX/dedda");
     const std::string t = m_tree.path("t/");
-    struct {
-        std::vector<std::string> arguments;
-        int status;
-        std::string output;
-        std::string errors;
-    } const rows[] = {
-        {{"add", "t/a", "t/moved", "t/a", "other/added"},
-         0,
-         t + "a\n" + t + "moved\n" + m_tree.path("other/.SYS_INDEX/dedda") + "\n",
-         ""},
-        {{"add", "t/a", "t/none"},
-         1,
-         "",
-         "veilkeepctl: t/a: The item is in the list already.\nveilkeepctl: t/none: Item not found.\n"},
-        {{"hide", "t/a", "t/b"}, 0, t + ".SYS_INDEX/a\n" + t + ".SYS_INDEX/b\n", ""},
-        {{"list", "--state", "hidden", "--name", "A"},
-         0,
-         "hidden\t" + m_tree.path("other/added") + "\nhidden\t" + t + "a\n",
-         ""},
-        {{"status"}, 0, "items\t4\nhidden\t3\nvisible\t1\nbroken\t0\nowner\tnone\n", ""},
-        {{"locate", "t/moved", "t/b"}, 1, "", "veilkeepctl: t/b: Item not found.\n"},
-        {{"locate", "t/moved", "/"},
-         1,
-         "",
-         "veilkeepctl: /: It is not allowed to hide these items to avoid serious system malfunctions.\n"},
-        {{"locate", "t/moved", "t/.SYS_INDEX/b"},
-         1,
-         "",
-         "veilkeepctl: t/moved: The item is not missing: it is at " + t + "moved.\n"},
-        {{"remove", "--answer", "remove", "t/a", "t/none"},
-         1,
-         t + ".SYS_INDEX/a\n",
-         "veilkeepctl: t/none: The item is not in the list.\n"},
-        {{"remove", "t/moved"},
-         3,
-         "",
-         "veilkeepctl: Are you sure you want to remove selected items from list?\n"
-         "Items will be deleted only from list, not filesystem.\n"
-         "veilkeepctl: not asked, so answered with: Cancel\nveilkeepctl: Nothing was removed.\n"},
-        {{"remove", "--yes", "t/moved"}, 0, t + "moved\n", ""},
-        {{"unhide", "t/a"}, 0, t + "a\n", ""},
-        {{"list", "-0", "--state=visible"}, 0, t + "a" + '\0', ""},
-        {{"merge", "t/a"}, 1, "", "veilkeepctl: t/a: The file is damaged.\n"},
-    };
-    for (const auto& row : rows) {
-        const ProgramRun run = ctl(row.arguments);
-        const std::string call = row.arguments[0] + " " + row.arguments.back();
-        EXPECT_EQ(run.exitStatus, row.status) << call;
-        EXPECT_EQ(run.output, row.output) << call;
-        EXPECT_EQ(run.errors, row.errors) << call;
-    }
+    expectCalls(
+        {
+            {{"add", "t/a", "t/moved", "t/a", "other/added"},
+             0,
+             t + "a\n" + t + "moved\n" + m_tree.path("other/.SYS_INDEX/dedda") + "\n",
+             ""},
+            {{"add", "t/a", "t/none"},
+             1,
+             "",
+             "t/a: The item is in the list already.\nveilkeepctl: t/none: Item not found.\n"},
+            {{"hide", "t/a", "t/b"}, 0, t + ".SYS_INDEX/a\n" + t + ".SYS_INDEX/b\n", ""},
+            {{"list", "--state", "hidden", "--name", "A"},
+             0,
+             "hidden\t" + m_tree.path("other/added") + "\nhidden\t" + t + "a\n",
+             ""},
+            {{"status"}, 0, "items\t4\nhidden\t3\nvisible\t1\nbroken\t0\nowner\tnone\n", ""},
+            {{"locate", "t/moved", "t/b"}, 1, "", "t/b: Item not found.\n"},
+            {{"locate", "t/moved", "/"},
+             1,
+             "",
+             "/: It is not allowed to hide these items to avoid serious system malfunctions.\n"},
+            {{"locate", "t/moved", "t/.SYS_INDEX/b"},
+             1,
+             "",
+             "t/moved: The item is not missing: it is at " + t + "moved.\n"},
+            {{"remove", "--answer", "remove", "t/a", "t/none"},
+             1,
+             t + ".SYS_INDEX/a\n",
+             "t/none: The item is not in the list.\n"},
+            {{"remove", "t/moved"},
+             3,
+             "",
+             "Are you sure you want to remove selected items from list?\n"
+             "Items will be deleted only from list, not filesystem.\n"
+             "veilkeepctl: not asked, so answered with: Cancel\nveilkeepctl: Nothing was removed.\n"},
+            {{"remove", "--yes", "t/moved"}, 0, t + "moved\n", ""},
+            {{"unhide", "t/a"}, 0, t + "a\n", ""},
+            {{"list", "-0", "--state=visible"}, 0, t + "a" + '\0', ""},
+            {{"merge", "t/a"}, 1, "", "t/a: The file is damaged.\n"},
+        },
+        m_tree.root());
 }
 
 TEST_F(CommandTest, CheckFindsWhatWasMovedAndTellsWhatIsGone) {

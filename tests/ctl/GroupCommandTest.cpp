@@ -1,5 +1,5 @@
 #include "core/environment/XdgDirectories.h"
-#include "tests/support/RunProgram.h"
+#include "tests/ctl/CtlCalls.h"
 #include "tests/support/ScratchTree.h"
 
 #include <gtest/gtest.h>
@@ -16,29 +16,9 @@ namespace {
 // The group commands as a user or a script meets them, each in a process of its own.
 class GroupCommandTest : public ::testing::Test {
 protected:
-    struct Row {
-        std::vector<std::string> arguments;
-        int status;
-        std::string output;
-        std::string errors; // without "veilkeepctl: " in front
-    };
+    ProgramRun ctl(const std::vector<std::string>& arguments) { return runCtl(arguments, m_tree.root()); }
 
-    ProgramRun ctl(std::vector<std::string> arguments) {
-        arguments.insert(arguments.begin(), bundledProgram("veilkeepctl"));
-        return runProgram(arguments, {0, m_tree.root(), {}});
-    }
-
-    void expectEach(const std::vector<Row>& rows) {
-        for (const Row& row : rows) {
-            const ProgramRun run = ctl(row.arguments);
-            std::string call;
-            for (const std::string& argument : row.arguments)
-                call += argument + " ";
-            EXPECT_EQ(run.exitStatus, row.status) << call;
-            EXPECT_EQ(run.output, row.output) << call;
-            EXPECT_EQ(run.errors, row.errors.empty() ? "" : "veilkeepctl: " + row.errors) << call;
-        }
-    }
+    void expectEach(const std::vector<CtlCall>& calls) { expectCalls(calls, m_tree.root()); }
 
     QJsonObject jsonRow(const std::string& command, qsizetype row) {
         return QJsonDocument::fromJson(QByteArray::fromStdString(ctl({command, "--json"}).output))
@@ -226,9 +206,9 @@ TEST_F(GroupCommandTest, HidesAndBringsBackGroupsAndAll) {
 TEST_F(GroupCommandTest, AutoHideFromCommandToCommand) {
     const std::string a = m_tree.makeFile("t/a"), b = m_tree.makeFile("t/b"), other = m_tree.makeFile("t/c");
     const std::string mark = OwnPlaces::current().dataDirectory + "/AutoHideItemsAreOut";
-    const Row shown{{"autounhide"}, 0, a + "\n" + b + "\n", ""};
-    const Row shownAlready{{"autounhide"}, 0, "", "The AutoHide groups are shown already.\n"};
-    const Row hides{{"autohide"}, 0, "", ""};
+    const CtlCall shown{{"autounhide"}, 0, a + "\n" + b + "\n", ""};
+    const CtlCall shownAlready{{"autounhide"}, 0, "", "The AutoHide groups are shown already.\n"};
+    const CtlCall hides{{"autohide"}, 0, "", ""};
     expectEach({
         {{"add", "--group=Secret Pictures", a}, 0, a + "\n", ""},
         {{"add", "--group=Private Files", b}, 0, b + "\n", ""},

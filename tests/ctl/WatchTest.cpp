@@ -1,5 +1,6 @@
 #include "core/base/UniqueFd.h"
 #include "platform/Request.h"
+#include "tests/ctl/CtlCalls.h"
 #include "tests/platform/linux/BusService.h"
 #include "tests/platform/linux/FakeLogind.h"
 #include "tests/platform/linux/PrivateBus.h"
@@ -54,10 +55,7 @@ protected:
         return waitUntil([&] { return m_logind.inhibitors() == what; });
     }
 
-    ProgramRun ctl(std::vector<std::string> arguments) {
-        arguments.insert(arguments.begin(), bundledProgram("veilkeepctl"));
-        return runProgram(arguments, {0, m_tree.root(), {}});
-    }
+    ProgramRun ctl(const std::vector<std::string>& arguments) { return runCtl(arguments, m_tree.root()); }
 
     ScratchTree m_tree;
     PrivateBus m_systemBus{m_tree, PrivateBus::Place::System};
