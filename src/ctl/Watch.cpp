@@ -45,6 +45,11 @@ struct Watch::Service {
                 .notifications = &notifications,
                 .events = &events}) {}
 
+    void serve() {
+        if (const auto served = requests.start(); !served)
+            logError("Requests of other programs are not heard", served.error());
+    }
+
     ListOwnership lock; // is given back last
     BusNotifications notifications;
     UnattendedPresenter presenter;
@@ -113,8 +118,9 @@ void Watch::own(ListOwnership lock) {
     m_service->requests.setGiveList([this](const QString& program, std::function<void()> tellThatItIsFree) {
         give({program, std::move(tellThatItIsFree)});
     });
-    if (const auto served = m_service->requests.start(); !served)
-        logError("Requests of other programs are not heard", served.error());
+    m_service->serve();
+    connect(&m_service->events, &LinuxSessionEvents::sessionBusCameUp, &m_service->requests,
+            [service = m_service.get()] { service->serve(); });
     m_service->list.start();
     if (Interruption::isAsked()) // before there was somebody to tell it
         emit m_service->events.endRequested(Ending::Signal);
@@ -171,6 +177,10 @@ void Watch::standBy(const std::vector<Taker>& takers) {
     connect(m_others.get(), &QDBusServiceWatcher::serviceUnregistered, this, &Watch::tryToOwn,
             Qt::QueuedConnection);
     m_others->addWatchedService(requestService);
+    // A bus that ends takes with it the word that the others have ended.
+    m_bus->connection().connect(QString(), QStringLiteral("/org/freedesktop/DBus/Local"),
+                                QStringLiteral("org.freedesktop.DBus.Local"), QStringLiteral("Disconnected"),
+                                this, SLOT(tryToOwn()));
     for (const Taker& taker : takers)
         m_others->addWatchedService(taker.program);
     const auto isGone = [this](const Taker& taker) { return !isOnBus(taker.program); };

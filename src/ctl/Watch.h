@@ -26,11 +26,16 @@ class SessionBusConnection;
 // AutoHide groups hidden when the user leaves. A starting application gets the list, and this program takes
 // it back when that has ended. Made by main(); main thread.
 class Watch : public QObject {
+    Q_OBJECT
+
 public:
     explicit Watch(TerminalOutput& output); // not owned
     ~Watch() override;
 
     RequestStatus run(); // until the program is to end
+
+private slots:
+    void tryToOwn();
 
 private:
     struct Service;
@@ -48,7 +53,6 @@ private:
     void giveUp();
     void standBy(const std::vector<Taker>& takers);
     bool isOnBus(const QString& name) const;
-    void tryToOwn();
 
     std::string m_workerPath;
     const OwnPlaces m_places = OwnPlaces::current();

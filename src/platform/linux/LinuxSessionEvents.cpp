@@ -10,6 +10,7 @@ LinuxSessionEvents::LinuxSessionEvents(std::chrono::milliseconds sleepCheckInter
     : m_logind(m_systemBus, {logindService}), m_power(m_systemBus, sleepCheckInterval) {
     connectPower();
     connectLocks();
+    connect(&m_sessionBus, &BusLink::cameUp, this, &LinuxSessionEvents::sessionBusCameUp);
     connect(&m_quitSignals, &QuitSignals::quitAsked, this, [this] { emit endRequested(Ending::Signal); });
 }
 

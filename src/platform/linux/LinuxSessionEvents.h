@@ -25,6 +25,9 @@ public:
     void start() override;
     void release() override;
 
+signals:
+    void sessionBusCameUp(); // for the first time, or once more after it was lost
+
 private:
     void connectPower();
     void connectLocks();

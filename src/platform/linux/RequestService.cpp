@@ -37,6 +37,12 @@ RequestService::~RequestService() {
 }
 
 Result<void> RequestService::start() {
+    if (m_bus && m_bus->isConnected())
+        return {};
+    while (m_requests.size() > (m_isBusy ? 1 : 0))
+        cancel(m_requests.back()->sender());
+    if (m_isBusy)
+        m_requests.front()->cancel();
     registerRequestTypes();
     m_bus = std::make_unique<SessionBusConnection>();
     QDBusConnection& connection = m_bus->connection();

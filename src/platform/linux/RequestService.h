@@ -34,7 +34,8 @@ public:
 
     void setGiveList(GiveList give) { m_give = std::move(give); } // without it the list is kept
 
-    // ENOTCONN without a bus, EEXIST where another program serves already.
+    // ENOTCONN without a bus, EEXIST where another program serves already. Does nothing while it serves; on a
+    // bus that was started anew it serves again, and what was asked on the old one is cancelled.
     [[nodiscard]] Result<void> start();
 
 public slots:
