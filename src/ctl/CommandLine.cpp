@@ -15,10 +15,6 @@ bool isOption(std::string_view argument) {
     return argument.size() > 1 && argument.starts_with('-');
 }
 
-std::string quoted(std::string_view argument) {
-    return "'" + printableName(argument) + "'";
-}
-
 // Goes through the arguments one by one; `mistake` is set at the first that makes no sense.
 class Parser {
 public:
@@ -44,7 +40,7 @@ private:
         if (line.command)
             line.paths.emplace_back(argument);
         else if (line.command = commandNamed(argument); !line.command)
-            mistake = "unknown command " + quoted(argument);
+            mistake = "unknown command " + quotedName(argument);
     }
 
     void takeOption(std::string_view argument) {
@@ -60,7 +56,7 @@ private:
         for (const OptionSyntax& option : optionTable())
             if (name == option.longName || (option.shortName && argument == option.shortName))
                 return take(option, name, argument);
-        mistake = "unknown option " + quoted(argument);
+        mistake = "unknown option " + quotedName(argument);
     }
 
     void take(const OptionSyntax& option, std::string_view name, std::string_view argument) {
@@ -72,7 +68,7 @@ private:
         else if (option.value && m_next < m_arguments.size())
             value = m_arguments[m_next++];
         else if (hasValue || option.value)
-            mistake = "option " + quoted(name) + (option.value ? " takes a value" : " takes no value");
+            mistake = "option " + quotedName(name) + (option.value ? " takes a value" : " takes no value");
         keep(option.option, value);
     }
 
@@ -92,7 +88,7 @@ private:
         line.all |= option == commandOption::All;
         const bool isState = value == "hidden" || value == "visible" || value == "broken";
         if (mistake.empty() && option == commandOption::State && !isState)
-            mistake = "unknown state " + quoted(value);
+            mistake = "unknown state " + quotedName(value);
     }
 
     void checkWhole() {

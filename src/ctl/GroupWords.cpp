@@ -31,10 +31,6 @@ QByteArray bytes(const std::string& word) {
     return QByteArray::fromStdString(word);
 }
 
-std::string quoted(std::string_view word) {
-    return "'" + printableName(word) + "'";
-}
-
 // The name of one of the program's own icons has no slash.
 std::string putIcon(const std::string& icon, QVariantMap& options) {
     if (icon.find('/') == std::string::npos) {
@@ -43,26 +39,26 @@ std::string putIcon(const std::string& icon, QVariantMap& options) {
     }
     const auto path = absoluteItemPath(icon);
     if (!path)
-        return quoted(icon) + ": " + errorReason(path.error()).toStdString();
+        return quotedName(icon) + ": " + errorReason(path.error()).toStdString();
     options.insert(QLatin1String(requestOption::icon), bytes(*path));
     return {};
 }
 
 std::string putAutoHide(const std::string& word, QVariantMap& options) {
     options.insert(QLatin1String(requestOption::autoHide), word == "on");
-    return word == "on" || word == "off" ? std::string() : quoted(word) + " is neither 'on' nor 'off'";
+    return word == "on" || word == "off" ? std::string() : quotedName(word) + " is neither 'on' nor 'off'";
 }
 
 std::string putPlace(Words words, QVariantMap& options) {
     if (words.size() == 2) {
         options.insert(QLatin1String(requestOption::before), bytes(words[1]));
-        return words[0] == "before" ? std::string() : quoted(words[0]) + " is not 'before'";
+        return words[0] == "before" ? std::string() : quotedName(words[0]) + " is not 'before'";
     }
     qlonglong position = 0;
     const char* const end = words[0].data() + words[0].size();
     const auto [parsed, error] = std::from_chars(words[0].data(), end, position);
     if (error != std::errc() || parsed != end || position < 1)
-        return quoted(words[0]) + " is no position; the first one is 1";
+        return quotedName(words[0]) + " is no position; the first one is 1";
     options.insert(QLatin1String(requestOption::position), position);
     return {};
 }
@@ -86,7 +82,7 @@ std::variant<QVariantMap, std::string> groupOptions(std::span<const std::string>
     const auto syntax =
         std::ranges::find_if(actions, [&](const ActionSyntax& each) { return each.action == words.front(); });
     if (syntax == std::end(actions))
-        return "'group' does not know " + quoted(words.front());
+        return "'group' does not know " + quotedName(words.front());
     const Words arguments = words.subspan(1);
     if (arguments.size() < syntax->leastWords || arguments.size() > syntax->mostWords)
         return std::string("usage: veilkeepctl group ") + syntax->action + " " + syntax->arguments;

@@ -53,4 +53,8 @@ std::string printableName(std::string_view name) {
     return printable;
 }
 
+std::string quotedName(std::string_view name) {
+    return "'" + printableName(name) + "'";
+}
+
 } // namespace veilkeep

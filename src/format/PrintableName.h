@@ -10,4 +10,6 @@ namespace veilkeep {
 // "\x1b", "\u202e"; a backslash as "\\". What is printed like this is never acted on.
 std::string printableName(std::string_view name);
 
+std::string quotedName(std::string_view name); // the same between single quotes
+
 } // namespace veilkeep

@@ -19,20 +19,16 @@ QString text(const char* source) {
     return QCoreApplication::translate("GroupRequests", source);
 }
 
-QByteArray bytes(std::string_view text) {
-    return {text.data(), static_cast<qsizetype>(text.size())};
-}
-
 } // namespace
 
 QVariantMap groupRow(const Group& group, std::size_t items) {
     return {
-        {QStringLiteral("name"), bytes(group.name())},
+        {QStringLiteral("name"), rowBytes(group.name())},
         {QStringLiteral("id"), qlonglong{group.groupID().value_or(0)}},
         {QStringLiteral("state"), group.state() != 0 ? QStringLiteral("hidden") : QStringLiteral("shown")},
         {QStringLiteral("autoHide"), group.autoHide().value_or(false)},
         {QStringLiteral("items"), static_cast<qlonglong>(items)},
-        {QStringLiteral("icon"), bytes(group.iconPath())},
+        {QStringLiteral("icon"), rowBytes(group.iconPath())},
         {QStringLiteral("removable"), group.canBeRemoved()},
     };
 }

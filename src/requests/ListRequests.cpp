@@ -16,10 +16,6 @@ namespace {
 
 constexpr std::size_t rowsAtATime = 1000;
 
-QByteArray bytes(std::string_view text) {
-    return {text.data(), static_cast<qsizetype>(text.size())};
-}
-
 // Nothing where the request names a state that there is not.
 std::optional<FilePredicate> predicateOf(const Request& request) {
     FilePredicate predicate;
@@ -43,9 +39,9 @@ QString stateName(std::int32_t state) {
 
 QVariantMap listRow(const File& file) {
     QVariantMap row{
-        {QStringLiteral("path"), bytes(file.path())},
-        {QStringLiteral("originalPath"), bytes(file.originalPath())},
-        {QStringLiteral("name"), bytes(file.name())},
+        {QStringLiteral("path"), rowBytes(file.path())},
+        {QStringLiteral("originalPath"), rowBytes(file.originalPath())},
+        {QStringLiteral("name"), rowBytes(file.name())},
         {QStringLiteral("state"), stateName(file.state())},
         {QStringLiteral("group"), qlonglong{file.groupID()}},
         {QStringLiteral("kind"), file.isFile() ? QStringLiteral("file") : QStringLiteral("folder")},

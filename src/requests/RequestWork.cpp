@@ -69,4 +69,8 @@ std::string hiddenFormOf(const std::string& path) {
     return BaseCloakLogic::constructHidenFullFileName(path, joinPath(parentPath(path), hiddenDirectoryName));
 }
 
+QByteArray rowBytes(std::string_view text) {
+    return {text.data(), static_cast<qsizetype>(text.size())};
+}
+
 } // namespace veilkeep

@@ -9,6 +9,8 @@
 #include "platform/Request.h"
 #include "requests/CallerPresenter.h"
 
+#include <QByteArray>
+
 #include <memory>
 #include <string>
 #include <string_view>
@@ -54,5 +56,7 @@ struct RequestWork {
 // The hidden form of a visible path; a path directly within ".SYS_INDEX" is its own.
 std::string hiddenFormOf(const std::string& path);
 bool isHiddenForm(std::string_view path);
+
+QByteArray rowBytes(std::string_view text); // a path or a name as it stands in a row
 
 } // namespace veilkeep
