@@ -16,6 +16,7 @@ struct GroupDrag {
     std::optional<std::vector<std::string>> fileNames = {}; // of other programs: paths
 };
 
+// What a drop at a place would do.
 struct DropAnswer {
     enum class Operation { None, Move, Copy };
 

@@ -55,8 +55,7 @@ public:
     std::vector<std::string> groupsNames() const; // without header rows
     static std::int64_t allFilesGroup() { return CurrentGroup::allFiles; }
     std::string uniqueGroupName() const;
-    std::int64_t
-    uniqueGroupID() const; // rises with the rows; one that a group bears once they were reordered
+    std::int64_t uniqueGroupID() const; // in one pass over the rows: taken perhaps, where they were reordered
 
     // Each is saved at once.
     ListedGroup addGroup();
@@ -103,7 +102,7 @@ public:
     bool makeAutoHide(const QString& reason);
     void autoUnhideThread(); // once after each makeAutoHide; ends early when the user leaves
     bool autoUnhideHappened() const { return m_autoUnhideHappened; }
-    void setAutoUnhideHappened(bool happened) { m_autoUnhideHappened = happened; }
+    void setAutoUnhideHappened(bool happened) { m_autoUnhideHappened = happened; } // in a former run
 
     // Paths of the items that the last passes left visible, until somebody has seen them.
     const std::vector<std::string>& leftVisible() const { return m_leftVisible; }

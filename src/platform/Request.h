@@ -43,7 +43,7 @@ public:
     virtual void itemDone(const std::string& path, const std::string& newPath) = 0;
     virtual void itemFailed(const std::string& path, const QString& reason) = 0;
     virtual void message(const QString& text) = 0;                 // about the request as a whole
-    virtual void listed(const std::vector<QVariantMap>& rows) = 0; // of "list" and "status"; may come often
+    virtual void listed(const std::vector<QVariantMap>& rows) = 0; // of "list" and the like; may come often
     virtual void progress(const QString& stage, const QString& subStage, std::size_t done,
                           std::size_t total) = 0;
 

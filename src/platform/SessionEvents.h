@@ -13,7 +13,7 @@ enum class Absence { Sleep, Lock, Session }; // Session: another user's session 
 enum class Ending { Signal, Logout, Shutdown };
 
 // What the desktop tells of the user's leaving and coming back. Each kind of absence is told as the desktop's
-// sources agree on it; the same value may be told again. Owned by the program's main(); main thread.
+// sources agree on it; the same value may be told again. Owned by the program's wiring; main thread.
 class SessionEvents : public QObject {
     Q_OBJECT
 

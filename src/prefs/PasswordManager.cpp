@@ -51,7 +51,7 @@ std::optional<QString> PasswordManager::storedPassword() const {
 bool PasswordManager::isPasswordEnabled() {
     if (!m_defaults.contains(enabledKey))
         if (const auto stored = m_defaults.storeIfAbsent(enabledKey, false); !stored)
-            logError("the setting that no password is asked for could not be stored", stored.error());
+            logError("The setting that no password is asked for could not be stored", stored.error());
     return m_defaults.boolean(enabledKey).value_or(false);
 }
 

@@ -57,6 +57,7 @@ private:
     bool m_isOfNewerVersion = false;
 };
 
+// Takes them as they are; each says by itself what it makes of its properties.
 template <class Record>
 std::vector<Record> recordsFrom(RecordsFile::Records properties) {
     std::vector<Record> records;

@@ -2,10 +2,6 @@
 
 #include "platform/Request.h"
 
-#include <deque>
-#include <functional>
-#include <utility>
-
 #include <QByteArrayList>
 #include <QDBusContext>
 #include <QDBusMessage>
@@ -15,6 +11,10 @@
 #include <QStringList>
 #include <QVariantList>
 #include <QVariantMap>
+
+#include <deque>
+#include <functional>
+#include <utility>
 
 namespace veilkeep {
 

@@ -14,7 +14,7 @@
 namespace veilkeep {
 
 // What logind, the screen savers and signals tell together. Waits for none of them, and looks for those that
-// are not there or come back. Owned by the program's main(); main thread.
+// are not there or come back. Owned by the program's wiring; main thread.
 class LinuxSessionEvents : public SessionEvents {
     Q_OBJECT
 
