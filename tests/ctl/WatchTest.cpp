@@ -17,6 +17,7 @@
 
 #include <cstdlib>
 #include <memory>
+#include <optional>
 
 namespace veilkeep::test {
 namespace {
@@ -26,7 +27,7 @@ class WatchTest : public ::testing::Test {
 protected:
     void SetUp() override {
         for (const std::string& why :
-             {m_systemBus.whyMissing(), m_sessionBus.whyMissing(), m_logind.whyMissing()})
+             {m_systemBus.whyMissing(), m_sessionBus->whyMissing(), m_logind.whyMissing()})
             if (!why.empty())
                 GTEST_SKIP() << why;
         m_logind.showSession();
@@ -59,7 +60,7 @@ protected:
 
     ScratchTree m_tree;
     PrivateBus m_systemBus{m_tree, PrivateBus::Place::System};
-    PrivateBus m_sessionBus{m_tree, PrivateBus::Place::Session};
+    std::optional<PrivateBus> m_sessionBus{std::in_place, m_tree, PrivateBus::Place::Session};
     FakeLogind m_logind{"{}"};
     LeavingWorld m_world{m_tree};
     std::unique_ptr<BackgroundProgram> m_watch;
@@ -161,6 +162,10 @@ TEST_F(WatchTest, GivesTheListAndTakesItBack) {
 TEST_F(WatchTest, TakesBackAPromptThatIsOpen) {
     m_world.setPassword();
     startWatch();
+    m_sessionBus.reset(); // requests are heard on the next one as well
+    m_sessionBus.emplace(m_tree, PrivateBus::Place::Session);
+    EXPECT_TRUE(
+        waitUntil([this] { return ctl({"status"}).output.find("owner\tapplication") != std::string::npos; }));
     const std::string input = m_tree.path("input"), told = m_tree.path("told");
     ASSERT_EQ(::mkfifo(input.c_str(), 0600), 0);
     const UniqueFd typing(::open(input.c_str(), O_RDWR | O_CLOEXEC)); // and nobody types
