@@ -92,7 +92,7 @@ void MainWindowController::leave(const std::function<void()>& pass) {
 }
 
 void MainWindowController::unlockApplication() {
-    if (m_isUnlocking || m_parts.passwords.isPromptVisible())
+    if (m_isUnlocking || m_parts.passwords.isPromptVisible() || (m_presence && m_presence->isAway()))
         return;
     m_isUnlocking = true;
     m_parts.turns.run([this, departures = m_departures] {

@@ -63,7 +63,7 @@ public:
     // still show something is void.
     void leave(const std::function<void()>& pass);
 
-    // In its turn. Nothing while a prompt is open, or once the user has left again.
+    // In its turn. Nothing while a prompt is open, or while the user is known to be away.
     void unlockApplication();
 
     // Shows the window if that is allowed, and what is hidden of the AutoHide groups a moment later. At once:

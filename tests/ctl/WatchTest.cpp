@@ -67,7 +67,10 @@ protected:
 };
 
 TEST_F(WatchTest, HidesOnLeavingAndShowsOnComingBack) {
+    m_logind.set("Active", false); // away from the beginning
     startWatch();
+    EXPECT_FALSE(waitUntil([this] { return m_world.areVisible(); }, 3 * Presence::quiet));
+    m_logind.set("Active", true);
     EXPECT_TRUE(becomeVisible());
     BusService saver(
         QStringLiteral("org.mate.ScreenSaver"),

@@ -49,11 +49,14 @@ protected:
     }
 
     // A capital begins an absence (Sleep, Lock, Background), a small letter ends it, "." waits until all is
-    // shown, "~" stays away for longer than a coming back takes, and "!" is the user at the window.
+    // shown, "~" stays away for longer than a coming back takes, "!" is the user at the window, and "?" a
+    // program that begins and would show what it finds hidden.
     void play(const std::string& script) {
         for (const char step : script) {
             if (step == '!')
                 m_world->controller.showVeilkeepActivateApp(true);
+            else if (step == '?')
+                m_world->controller.unlockApplication();
             else if (step == '.')
                 EXPECT_TRUE(turnUntilShown());
             else if (step == '~')
@@ -76,12 +79,26 @@ TEST_F(MainWindowControllerTest, OnePassPerLeavingAndOneShowPerReturn) {
         int passes;
         int shows;
     } const rows[] = {
-        {"Ss.", 1, 1},       {"Ll.", 1, 1},     {"Bb.", 1, 1},
-        {"SLBslb.", 3, 1},   {"LBSsbl.", 3, 1}, {"SSLLssll.", 2, 1}, // all together, doubled
-        {"BSLlsb.", 3, 1},   {"SBLlbs.", 3, 1}, {"LSBbsl.", 3, 1},   // in every order
-        {"BLSbls.", 3, 1},   {"lsb", 0, 0},     {"lSlbs.", 1, 1},    // ends without a begin
-        {"SLsSsl.", 3, 1},   {"LlL~l.", 2, 1},                       // left again before the return
-        {"Ss.Ll.Bb.", 3, 3}, {"!Ll.", 1, 2},    {"L!.l", 1, 1},      // as if the wake had never been told
+        {"Ss.", 1, 1},
+        {"Ll.", 1, 1},
+        {"Bb.", 1, 1},
+        // All together, in every order, and doubled.
+        {"SLBslb.", 3, 1},
+        {"LBSsbl.", 3, 1},
+        {"BSLlsb.", 3, 1},
+        {"SBLlbs.", 3, 1},
+        {"LSBbsl.", 3, 1},
+        {"BLSbls.", 3, 1},
+        {"SSLLssll.", 2, 1},
+        // Ends without a begin; left again before the return; as if the wake had never been told.
+        {"lsb", 0, 0},
+        {"lSlbs.", 1, 1},
+        {"SLsSsl.", 3, 1},
+        {"LlL~l.", 2, 1},
+        {"Ss.Ll.Bb.", 3, 3},
+        {"!Ll.", 1, 2},
+        {"L!.l", 1, 1},
+        {"L?~l.", 1, 1},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.script);
