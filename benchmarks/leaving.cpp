@@ -196,10 +196,11 @@ bool stayTheSame(const ScratchTree& tree) {
 int main(int count, char** arguments) {
     const QCoreApplication application(count, arguments);
     const ScratchTree tree;
-    const test::PrivateBus bus(tree);
-    test::PrivateBus::useItsAddress(test::PrivateBus::Place::Session);
-    if (!bus.whyMissing().empty())
-        throw std::runtime_error(bus.whyMissing());
+    using test::PrivateBus;
+    const PrivateBus systemBus(tree, PrivateBus::Place::System), sessionBus(tree, PrivateBus::Place::Session);
+    for (const std::string& why : {systemBus.whyMissing(), sessionBus.whyMissing()})
+        if (!why.empty())
+            throw std::runtime_error(why);
     const bool isInTime = leaveInTime(tree);
     return stayTheSame(tree) && isInTime ? 0 : 1;
 }
