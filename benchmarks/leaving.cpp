@@ -172,7 +172,7 @@ bool leaveInTime(const ScratchTree& tree) {
 }
 
 bool stayTheSame(const ScratchTree& tree) {
-    fs::remove_all(tree.path("leaving"));
+    ctl({"group", "autohide", "Leaving", "off"});
     makeAutoHideGroup("Passes", makeFiles(tree, "passes", itemsOfPass));
     const Watch watch;
     const auto runPasses = [](int count) {
@@ -202,5 +202,6 @@ int main(int count, char** arguments) {
         if (!why.empty())
             throw std::runtime_error(why);
     const bool isInTime = leaveInTime(tree);
+    std::fflush(stdout);
     return stayTheSame(tree) && isInTime ? 0 : 1;
 }
