@@ -6,6 +6,7 @@
 #include "core/filesystem/Directories.h"
 #include "core/filesystem/FileLock.h"
 #include "core/filesystem/ReadWholeFile.h"
+#include "core/log/Log.h"
 #include "core/storage/PropertyList.h"
 #include "core/storage/ReplaceFile.h"
 
@@ -173,6 +174,10 @@ void UserDefaults::refresh() const {
         return; // what was read before is nearer to the truth than nothing
     const auto parsed = bytes ? parsePropertyList(*bytes) : Result<PropertyDictionary>(bytes.error());
     m_stored = parsed ? *parsed : PropertyDictionary();
+    const bool isTrouble = !parsed && parsed.error().systemError != ENOENT;
+    if (isTrouble && !m_isTroubleTold)
+        logError("The settings cannot be read and count as not set", parsed.error());
+    m_isTroubleTold = isTrouble;
     if (bytes && isSettled(stamp))
         m_stamp = stamp;
 }

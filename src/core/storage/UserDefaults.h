@@ -17,7 +17,8 @@ namespace veilkeep {
 // The user's settings: an XML property list that several programs read and write at the same time. A read
 // answers from, in this order, what was set here and is not stored yet, the file as it is now, and the
 // registered values. What is set stays pending until synchronize(), the destructor writes nothing. A file
-// that cannot be understood reads as empty and is kept under a dated name when it is replaced. Any thread.
+// that cannot be understood reads as empty, with a line in the log, and is kept under a dated name when it is
+// replaced. Any thread.
 class UserDefaults {
 public:
     static constexpr std::chrono::milliseconds lockWait{5000};
@@ -76,6 +77,7 @@ private:
     mutable PropertyDictionary m_stored;
     mutable std::optional<FileStamp>
         m_stamp; // of the file that m_stored was read from, while it may be relied on
+    mutable bool m_isTroubleTold = false; // to the log, why it could not be read
 };
 
 } // namespace veilkeep

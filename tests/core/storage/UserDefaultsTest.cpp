@@ -1,6 +1,7 @@
 #include "core/storage/UserDefaults.h"
 
 #include "core/base/UniqueFd.h"
+#include "core/log/Log.h"
 #include "core/storage/PropertyList.h"
 #include "tests/support/RunInChild.h"
 #include "tests/support/ScratchTree.h"
@@ -175,6 +176,7 @@ TEST_F(UserDefaultsTest, KeepsADamagedFile) {
         tree.makeFile("home/.config/com.ostrel.Veilkeep.plist", row);
         UserDefaults defaults;
         EXPECT_FALSE(defaults.contains("key"));
+        EXPECT_NE(readFile(Log::shared().path()).find("settings cannot be read"), std::string::npos);
         EXPECT_TRUE(damagedFiles().empty());
         defaults.set("new", true);
         ASSERT_TRUE(defaults.synchronize());
