@@ -17,6 +17,7 @@ namespace veilkeep {
 namespace {
 
 constexpr int pollInterval = 50; // ms
+constexpr std::size_t longestLine = std::size_t{1} << 16;
 
 QString text(const char* source) {
     return QCoreApplication::translate("TerminalQuestions", source);
@@ -175,7 +176,7 @@ std::optional<std::string> TerminalQuestions::readLine(int input, const std::fun
             continue;
         if (count == 0 && input == STDIN_FILENO && !line.empty())
             return line; // the last one of a file may lack its end
-        if (count <= 0)
+        if (count <= 0 || line.size() == longestLine)
             return std::nullopt;
         if (byte == '\n')
             return line;
