@@ -103,6 +103,7 @@ QStringList FakeLogind::inhibitors() {
         list.endStructure();
         held << what + (mode == "delay" ? "" : " not delayed");
     }
+    list.endArray();
     held.sort();
     return held;
 }
