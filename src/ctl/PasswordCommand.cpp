@@ -14,16 +14,16 @@ namespace {
 
 constexpr std::string_view actions[] = {"set", "change", "off", "check"};
 
-QString text(const char* source) {
-    return QCoreApplication::translate("PasswordCommand", source);
-}
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(PasswordCommand)
+};
 
 // Why the application would not be protected by it; empty where it would.
 QString faultOf(const QString& password) {
     if (password.isEmpty())
-        return text("the new password is empty; nothing was changed");
+        return Texts::tr("the new password is empty; nothing was changed");
     if (!PasswordManager::isAscii(password))
-        return text(
+        return Texts::tr(
             "the new password has a character outside of ASCII and would protect nothing, since every other\n"
             "password with such a character would be taken for it; nothing was changed");
     return {};
@@ -50,7 +50,7 @@ RequestStatus PasswordCommand::told(const QString& message, RequestStatus status
 
 RequestStatus PasswordCommand::set() {
     if (m_passwords.isPasswordEnabled())
-        return told(text("a password is set already; change it with 'veilkeepctl password change'"),
+        return told(Texts::tr("a password is set already; change it with 'veilkeepctl password change'"),
                     RequestStatus::Refused);
     const auto password = newOne();
     if (!password)
@@ -61,7 +61,7 @@ RequestStatus PasswordCommand::set() {
 
 RequestStatus PasswordCommand::change() {
     if (!m_passwords.isPasswordEnabled())
-        return told(text("no password is set"), RequestStatus::Refused);
+        return told(Texts::tr("no password is set"), RequestStatus::Refused);
     if (!isGivenByCaller(m_passwords, m_caller))
         return RequestStatus::Refused;
     const auto password = newOne();
@@ -70,7 +70,7 @@ RequestStatus PasswordCommand::change() {
 
 RequestStatus PasswordCommand::switchOff() {
     if (!m_passwords.isPasswordEnabled())
-        return told(text("no password is set"), RequestStatus::AllWell);
+        return told(Texts::tr("no password is set"), RequestStatus::AllWell);
     if (!isGivenByCaller(m_passwords, m_caller))
         return RequestStatus::Refused;
     m_defaults.set(PasswordManager::enabledKey, false);
@@ -79,13 +79,13 @@ RequestStatus PasswordCommand::switchOff() {
 
 RequestStatus PasswordCommand::check() {
     if (!m_passwords.isPasswordEnabled())
-        return told(text("no password is set"), RequestStatus::AllWell);
+        return told(Texts::tr("no password is set"), RequestStatus::AllWell);
     return isGivenByCaller(m_passwords, m_caller) ? RequestStatus::AllWell : RequestStatus::Refused;
 }
 
 std::optional<QString> PasswordCommand::newOne() {
     const auto password =
-        m_questions.askPassword(text("Enter the new %1 password:").arg(applicationName()), 0);
+        m_questions.askPassword(Texts::tr("Enter the new %1 password:").arg(applicationName()), 0);
     if (!password)
         return std::nullopt;
     if (const QString fault = faultOf(*password); !fault.isEmpty()) {
@@ -94,11 +94,11 @@ std::optional<QString> PasswordCommand::newOne() {
     }
     if (m_questions.takesPasswordsFromInput())
         return password;
-    const auto again = m_questions.askPassword(text("Enter it again:"), 0);
+    const auto again = m_questions.askPassword(Texts::tr("Enter it again:"), 0);
     if (!again)
         return std::nullopt;
     if (*again != *password) {
-        m_output.printMessage(text("the two entries differ; nothing was changed"));
+        m_output.printMessage(Texts::tr("the two entries differ; nothing was changed"));
         return std::nullopt;
     }
     return password;

@@ -21,9 +21,9 @@ namespace {
 using Clock = std::chrono::steady_clock;
 constexpr std::chrono::milliseconds busInterval{500}; // between two looks whether the application runs
 
-QString text(const char* source) {
-    return QCoreApplication::translate("RequestRoute", source);
-}
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(RequestRoute)
+};
 
 bool onlyReads(const Request& request) {
     const RequestRule* rule = requestRule(request.command);
@@ -38,7 +38,7 @@ std::optional<std::string> usableWorker(TerminalOutput& output) {
         return worker;
     output.printError(
         worker,
-        text("this program is missing or may not be run; please install Veilkeep anew").toStdString());
+        Texts::tr("this program is missing or may not be run; please install Veilkeep anew").toStdString());
     return std::nullopt;
 }
 
@@ -88,11 +88,11 @@ RequestStatus RequestRoute::waitForList(const Request& request) {
         if (ownership.error().systemError != EWOULDBLOCK)
             return runWithoutOwnership(request, ownership.error());
         if (left.count() <= 0) {
-            m_output.printMessage(text("another process owns the list and did not answer"));
+            m_output.printMessage(Texts::tr("another process owns the list and did not answer"));
             return RequestStatus::OwnerSilent;
         }
     }
-    m_output.printMessage(text("interrupted; nothing was done"));
+    m_output.printMessage(Texts::tr("interrupted; nothing was done"));
     return RequestStatus::SomeFailed;
 }
 
@@ -103,10 +103,10 @@ std::optional<RequestStatus> RequestRoute::runInApplication(const Request& reque
     m_rows.setOwner(QStringLiteral("application"));
     const auto status = m_application.run(request, m_caller);
     if (status == RequestStatus::OwnerSilent)
-        m_output.printMessage(text("the application owns the list and did not answer"));
+        m_output.printMessage(Texts::tr("the application owns the list and did not answer"));
     if (status || m_application.failure() != RequestClient::Failure::Vanished)
         return status;
-    m_output.printMessage(text("the application ended before it was through"));
+    m_output.printMessage(Texts::tr("the application ended before it was through"));
     return RequestStatus::SomeFailed;
 }
 

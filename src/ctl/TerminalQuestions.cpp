@@ -19,9 +19,9 @@ namespace {
 constexpr int pollInterval = 50; // ms
 constexpr std::size_t longestLine = std::size_t{1} << 16;
 
-QString text(const char* source) {
-    return QCoreApplication::translate("TerminalQuestions", source);
-}
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(TerminalQuestions)
+};
 
 // Programs that run in the background of a session with a terminal do not ask on it.
 UniqueFd openTerminal() {
@@ -81,7 +81,7 @@ std::size_t TerminalQuestions::ask(const Question& question) {
     if (m_terminal && m_words.empty())
         return askOnTerminal(question);
     m_output.printMessage(whole);
-    m_output.printMessage(text("not asked, so answered with: %1").arg(question.buttons[last]));
+    m_output.printMessage(Texts::tr("not asked, so answered with: %1").arg(question.buttons[last]));
     return last;
 }
 
@@ -125,30 +125,30 @@ std::optional<QString> TerminalQuestions::askPassword(const QString& line, int w
 
 std::optional<std::string> TerminalQuestions::passwordOfInput(int wrongEntries) {
     if (wrongEntries > 0) {
-        m_output.printMessage(text("the password is wrong"));
+        m_output.printMessage(Texts::tr("the password is wrong"));
         return std::nullopt;
     }
     auto line = readLine(STDIN_FILENO);
     if (!line && !m_isCancelled && !Interruption::isAsked())
-        m_output.printMessage(text("there is no password on standard input"));
+        m_output.printMessage(Texts::tr("there is no password on standard input"));
     return line;
 }
 
 std::optional<std::string> TerminalQuestions::passwordOfTerminal(const QString& line, int wrongEntries) {
     if (!m_terminal) {
         m_output.printMessage(
-            text("there is no terminal to ask for the password on; see the option --password-stdin"));
+            Texts::tr("there is no terminal to ask for the password on; see the option --password-stdin"));
         return std::nullopt;
     }
     HiddenTyping typing(m_terminal.get());
     if (!typing.isHidden()) {
         m_output.printMessage(
-            text("the terminal cannot hide what is typed, so the password is not asked for"));
+            Texts::tr("the terminal cannot hide what is typed, so the password is not asked for"));
         return std::nullopt;
     }
     if (wrongEntries > 0)
-        writeToTerminal(terminalText(text("Wrong password. Wrong entries so far: %1").arg(wrongEntries)) +
-                        "\n");
+        writeToTerminal(
+            terminalText(Texts::tr("Wrong password. Wrong entries so far: %1").arg(wrongEntries)) + "\n");
     const std::string prompt = terminalText(line) + " ";
     writeToTerminal(prompt);
     auto entered = readLine(m_terminal.get(), [&] {

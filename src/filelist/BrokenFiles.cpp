@@ -12,9 +12,9 @@
 namespace veilkeep {
 namespace {
 
-QString text(const char* source) {
-    return QCoreApplication::translate("BrokenFiles", source);
-}
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(BrokenFiles)
+};
 
 bool isThere(const ListedFile& file) {
     return itemExistsAt(std::string(file->path()));
@@ -102,11 +102,11 @@ bool BrokenFiles::mayLocate(const ListedFile& file) {
         return known->second;
     const int answer = m_parts.alerts.ADRunInformationalAlertSheet(
         Alert::Window::Main,
-        text("The file \"%1\" is located on a volume (network or a flash drive) and cannot be found.")
+        Texts::tr("The file \"%1\" is located on a volume (network or a flash drive) and cannot be found.")
             .arg(shownPath(file->originalPath())),
-        text("Veilkeep can try to find it, but this can take some time. Would you like to locate it "
-             "automatically?"),
-        text("Locate"), text("Ignore"));
+        Texts::tr("Veilkeep can try to find it, but this can take some time. Would you like to locate it "
+                  "automatically?"),
+        Texts::tr("Locate"), Texts::tr("Ignore"));
     if (m_isInBatch)
         m_mayLocate[volume] = answer == Alerts::defaultAnswer;
     return answer == Alerts::defaultAnswer;
@@ -134,7 +134,7 @@ void BrokenFiles::searchWithProgress(const Files& files) {
     if (files.empty())
         return;
     m_parts.progress.showProgressForWindow(Alert::Window::Main,
-                                           text("Searching for inconsistent files. Please wait..."),
+                                           Texts::tr("Searching for inconsistent files. Please wait..."),
                                            ProgressController::Cancelling::Offered);
     searchAndWait(files);
     m_parts.progress.hideProgress();
@@ -143,7 +143,7 @@ void BrokenFiles::searchWithProgress(const Files& files) {
 void BrokenFiles::searchAndWait(const Files& files) {
     if (files.empty())
         return;
-    m_parts.progress.updateWithSubStage(text("Searching for missing items..."));
+    m_parts.progress.updateWithSubStage(Texts::tr("Searching for missing items..."));
     m_missing.searchAndWait(files,
                             [this] { return m_parts.progress.isCancelled() || m_parts.turns.isLeaving(); });
     updateStates();

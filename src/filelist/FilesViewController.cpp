@@ -18,9 +18,9 @@
 namespace veilkeep {
 namespace {
 
-QString text(const char* source) {
-    return QCoreApplication::translate("FilesViewController", source);
-}
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(FilesViewController)
+};
 
 bool isSameFile(const std::string& left, const std::string& right) {
     const auto leftStamp = fileStamp(left);
@@ -106,7 +106,7 @@ QString FilesViewController::whyItCannotBeSaved() const {
         return errorReason({ErrorCode::NewerVersion, {}, {}, 0});
     if (!m_saveTrouble)
         return {};
-    return text("%1 (%2)").arg(errorReason(*m_saveTrouble), shownPath(m_parts.dataFile.path()));
+    return Texts::tr("%1 (%2)").arg(errorReason(*m_saveTrouble), shownPath(m_parts.dataFile.path()));
 }
 
 void FilesViewController::setSaveTrouble(std::optional<Error> trouble) {
@@ -204,17 +204,18 @@ void FilesViewController::tryToRemoveFiles(const Files& files) {
     Alerts& alerts = m_parts.alerts;
     if (ifNoHiddenInArray(files)) {
         if (m_parts.defaults.contains("ShowRemoveWarning") ||
-            alerts.ADRunWarningAlert(text("Are you sure you want to remove selected items from list?"),
-                                     text("Items will be deleted only from list, not filesystem."),
-                                     text("Remove"), text("Cancel"), {},
+            alerts.ADRunWarningAlert(Texts::tr("Are you sure you want to remove selected items from list?"),
+                                     Texts::tr("Items will be deleted only from list, not filesystem."),
+                                     Texts::tr("Remove"), Texts::tr("Cancel"), {},
                                      "ShowRemoveWarning") == Alerts::firstButton)
             removeFiles(files);
         return;
     }
     const int answer = alerts.ADRunCriticalAlertSheet(
-        Alert::Window::Main, text("Unhide all files"),
-        text("You are trying to remove some hidden files from list! Would you like to unhide them first?"),
-        text("Unhide"), text("Remove"), text("Cancel"));
+        Alert::Window::Main, Texts::tr("Unhide all files"),
+        Texts::tr(
+            "You are trying to remove some hidden files from list! Would you like to unhide them first?"),
+        Texts::tr("Unhide"), Texts::tr("Remove"), Texts::tr("Cancel"));
     if (answer == Alerts::defaultAnswer)
         unhideFiles(files, false);
     else if (answer == Alerts::alternateAnswer)

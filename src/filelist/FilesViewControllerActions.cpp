@@ -14,9 +14,9 @@ namespace {
 
 constexpr int shortestCheck = 500; // milliseconds that the panel of a check stays after it
 
-QString text(const char* source) {
-    return QCoreApplication::translate("FilesViewController", source);
-}
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(FilesViewController)
+};
 
 } // namespace
 
@@ -153,7 +153,7 @@ void FilesViewController::restoreDirectory() {
 void FilesViewController::performSanityCheckOfAll() {
     m_parts.turns.run([this] {
         m_parts.progress.showProgressForWindow(Alert::Window::Main,
-                                               text("Searching for inconsistent files. Please wait..."),
+                                               Texts::tr("Searching for inconsistent files. Please wait..."),
                                                ProgressController::Cancelling::Offered);
         performSanityCheck(m_files.all());
         m_brokenFiles.searchAndWait(m_brokenFiles.brokenFiles());

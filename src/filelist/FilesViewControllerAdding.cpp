@@ -15,23 +15,25 @@
 namespace veilkeep {
 namespace {
 
-QString text(const char* source) {
-    return QCoreApplication::translate("FilesViewController", source);
-}
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(FilesViewController)
+};
 
 QString shownName(std::string_view path) {
     return shownPath(lastPathComponent(path));
 }
 
 QString notAddedTitle(std::size_t count) {
-    return count == 1 ? text("An item could not be added.") : text("Some items could not be added.");
+    return count == 1 ? Texts::tr("An item could not be added.")
+                      : Texts::tr("Some items could not be added.");
 }
 
 void tellDuplicates(Alerts& alerts, const std::vector<std::string>& paths) {
     QString message =
         paths.size() == 1
-            ? text("The following item is already in the list of %1 and cannot be added again:\n")
-            : text("The following items are already in the list of %1 and they cannot be added again:\n");
+            ? Texts::tr("The following item is already in the list of %1 and cannot be added again:\n")
+            : Texts::tr(
+                  "The following items are already in the list of %1 and they cannot be added again:\n");
     message = message.arg(applicationName());
     for (const std::string& path : paths)
         message += shownName(path) + QLatin1Char('\n');
@@ -39,10 +41,10 @@ void tellDuplicates(Alerts& alerts, const std::vector<std::string>& paths) {
 }
 
 void tellMissing(Alerts& alerts, const std::vector<Error>& errors) {
-    QString message = errors.size() == 1 ? text("The following item could not be found:\n")
-                                         : text("The following items could not be found:\n");
+    QString message = errors.size() == 1 ? Texts::tr("The following item could not be found:\n")
+                                         : Texts::tr("The following items could not be found:\n");
     for (const Error& error : errors)
-        message += text("%1: %2").arg(shownName(error.path), errorReason(error)) + QLatin1Char('\n');
+        message += Texts::tr("%1: %2").arg(shownName(error.path), errorReason(error)) + QLatin1Char('\n');
     alerts.beginInformationalAlertSheet(notAddedTitle(errors.size()), message);
 }
 
@@ -109,8 +111,9 @@ void FilesViewController::waitForAdding() {
 void FilesViewController::showProtectedAlertForFile(const std::string& path) {
     m_parts.alerts.ADRunInformationalAlertSheet(
         Alert::Window::None,
-        text("The \"%1\" item is a protected system file or folder.").arg(shownPath(path)),
-        text("Veilkeep is not allowed to hide it to avoid serious system malfunctions."), text("OK"));
+        Texts::tr("The \"%1\" item is a protected system file or folder.").arg(shownPath(path)),
+        Texts::tr("Veilkeep is not allowed to hide it to avoid serious system malfunctions."),
+        Texts::tr("OK"));
 }
 
 } // namespace veilkeep

@@ -8,19 +8,19 @@
 namespace veilkeep {
 namespace {
 
-QString text(const char* source) {
-    return QCoreApplication::translate("FilesViewController", source);
-}
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(FilesViewController)
+};
 
 } // namespace
 
 void FilesViewController::askAboutVisible(const ListedFile& file) {
     const int answer = m_parts.alerts.ADRunCriticalAlertSheet(
-        Alert::Window::Main, text("Previously visible file is broken."),
-        text("File %1 is in broken state. It might be moved to some new place. You can specify it's new "
-             "location or just delete it from the list.")
+        Alert::Window::Main, Texts::tr("Previously visible file is broken."),
+        Texts::tr("File %1 is in broken state. It might be moved to some new place. You can specify it's new "
+                  "location or just delete it from the list.")
             .arg(shownPath(file->originalPath())),
-        text("Locate File..."), text("Remove From List"), text("Cancel"));
+        Texts::tr("Locate File..."), Texts::tr("Remove From List"), Texts::tr("Cancel"));
     if (answer == Alerts::defaultAnswer)
         locateFile(file);
     else if (answer == Alerts::alternateAnswer)
@@ -29,11 +29,12 @@ void FilesViewController::askAboutVisible(const ListedFile& file) {
 
 void FilesViewController::askAboutHidden(const ListedFile& file) {
     const int answer = m_parts.alerts.ADRunCriticalAlertSheet(
-        Alert::Window::Main, text("Previously hidden file is broken."),
-        text("File %1 is in broken state. It might be moved to some new place. You can specify directory "
-             "where it can reside and run restoring or just delete it from the list.")
+        Alert::Window::Main, Texts::tr("Previously hidden file is broken."),
+        Texts::tr(
+            "File %1 is in broken state. It might be moved to some new place. You can specify directory "
+            "where it can reside and run restoring or just delete it from the list.")
             .arg(shownPath(file->originalPath())),
-        text("Restore Directory..."), text("Remove From List"), text("Cancel"));
+        Texts::tr("Restore Directory..."), Texts::tr("Remove From List"), Texts::tr("Cancel"));
     if (answer == Alerts::defaultAnswer)
         restoreDirectoryDialog(std::string(file->originalPath()));
     else if (answer == Alerts::alternateAnswer)
@@ -77,9 +78,9 @@ void FilesViewController::openRestorePanelDidEnd(const std::vector<std::string>&
 void FilesViewController::restoreStarted(const std::string& directory) {
     MainThread::runAndWait([&] {
         m_parts.progress.showProgressForWindow(Alert::Window::Main,
-                                               text("Restoring is in progress. Please wait..."),
+                                               Texts::tr("Restoring is in progress. Please wait..."),
                                                ProgressController::Cancelling::Offered);
-        m_parts.progress.updateWithSubStage(text("Directory: %1").arg(shownPath(directory)));
+        m_parts.progress.updateWithSubStage(Texts::tr("Directory: %1").arg(shownPath(directory)));
         m_restores.progressIsShown();
     });
 }

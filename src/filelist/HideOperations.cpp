@@ -14,9 +14,9 @@
 namespace veilkeep {
 namespace {
 
-QString text(const char* source) {
-    return QCoreApplication::translate("HideOperations", source);
-}
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(HideOperations)
+};
 
 bool is(std::int32_t code, WorkerError error) {
     return code == static_cast<std::int32_t>(error);
@@ -40,17 +40,17 @@ bool HideOperations::hideFile(const ListedFile& file, bool privilidged, bool col
         if (!privilidged && mayMovePrivilidgedUnasked())
             return hideFile(file, true, collectErrors);
         if (collectErrors)
-            addError(text("Not enough rights"), *file);
+            addError(Texts::tr("Not enough rights"), *file);
         else if (mayAuthenticate()) {
             if (askToAuthenticate(
-                    text("%1 could not hide some of selected files").arg(applicationName()),
-                    text("You don't have enough permissions to hide some files, would you like to "
-                         "authentificate to hide these files?")))
+                    Texts::tr("%1 could not hide some of selected files").arg(applicationName()),
+                    Texts::tr("You don't have enough permissions to hide some files, would you like to "
+                              "authentificate to hide these files?")))
                 return hideFile(file, true, collectErrors);
         } else
-            tell(text("%1 could not hide some items").arg(applicationName()),
-                 text("You don't have enough permissions to hide some items. You can enable privileged "
-                      "files hiding in Veilkeep options."));
+            tell(Texts::tr("%1 could not hide some items").arg(applicationName()),
+                 Texts::tr("You don't have enough permissions to hide some items. You can enable privileged "
+                           "files hiding in Veilkeep options."));
         return false;
     }
     m_files.change(file, [](File& record) { record.setState(File::Broken); });
@@ -70,16 +70,17 @@ bool HideOperations::unhideFile(const ListedFile& file, bool privilidged, bool c
         return true;
     if (is(code, WorkerError::NotEnoughRights)) {
         if (collectErrors)
-            addError(text("Not enough permitions."), *file);
+            addError(Texts::tr("Not enough permitions."), *file);
         else if (mayAuthenticate()) {
-            if (askToAuthenticate(text("Unable to unhide some of selected files"),
-                                  text("You don't have enough permissions to unhide some files, would you "
-                                       "like to authentificate to unhide these files?")))
+            if (askToAuthenticate(
+                    Texts::tr("Unable to unhide some of selected files"),
+                    Texts::tr("You don't have enough permissions to unhide some files, would you "
+                              "like to authentificate to unhide these files?")))
                 return unhideFile(file, true, collectErrors);
         } else
-            tell(text("Unable to unhide some files"),
-                 text("You don't have enough permissions to unhide some files. Please enable the 'Allow "
-                      "hiding files with privileges' option in Preferences."));
+            tell(Texts::tr("Unable to unhide some files"),
+                 Texts::tr("You don't have enough permissions to unhide some files. Please enable the 'Allow "
+                           "hiding files with privileges' option in Preferences."));
         return false;
     }
     if (!is(code, WorkerError::Cancelled))
@@ -89,19 +90,20 @@ bool HideOperations::unhideFile(const ListedFile& file, bool privilidged, bool c
 
 // The item is hidden only because a directory above it is.
 bool HideOperations::unhideParent(const ListedFile& file, bool collectErrors) {
-    const QString title = text("Parent directory is hidden.");
+    const QString title = Texts::tr("Parent directory is hidden.");
     const QString item = shownPath(file->originalPath());
     m_outcome.errorCode = static_cast<std::int32_t>(WorkerError::Unknown);
     m_outcome.reason = title;
     const auto hiddenDirectory = file->closestHiddenDir();
     if (!hiddenDirectory) {
         if (collectErrors)
-            addError(text("Parent directory is hidden"), *file);
+            addError(Texts::tr("Parent directory is hidden"), *file);
         else
-            tell(title, text("File '%1' is hidden because it's parent directory is hidden, but it isn't "
-                             "listed in Veilkeep. Try to run restore mode for the top-most visible directory "
-                             "of this file.")
-                            .arg(item));
+            tell(title,
+                 Texts::tr("File '%1' is hidden because it's parent directory is hidden, but it isn't "
+                           "listed in Veilkeep. Try to run restore mode for the top-most visible directory "
+                           "of this file.")
+                     .arg(item));
         return false;
     }
     const std::string visible = BaseCloakLogic::constructOriginalFullFileName(*hiddenDirectory);
@@ -109,21 +111,22 @@ bool HideOperations::unhideParent(const ListedFile& file, bool collectErrors) {
     const ListedFile parent = m_files.withPath(*hiddenDirectory);
     if (!parent) {
         if (collectErrors)
-            addError(text("Parent directory is hidden"), *file);
+            addError(Texts::tr("Parent directory is hidden"), *file);
         else
-            tell(title, text("File '%1' is hidden because it's parent directory '%2' is hidden, but it isn't "
-                             "listed in Veilkeep. Try to run restore mode for '%3'.")
-                            .arg(item, directory, shownPath(parentPath(visible))));
+            tell(title,
+                 Texts::tr("File '%1' is hidden because it's parent directory '%2' is hidden, but it isn't "
+                           "listed in Veilkeep. Try to run restore mode for '%3'.")
+                     .arg(item, directory, shownPath(parentPath(visible))));
         return false;
     }
     if (collectErrors) {
-        addError(text("Parent directory is hidden."), *file);
+        addError(Texts::tr("Parent directory is hidden."), *file);
         return false;
     }
     const int answer = m_parts.alerts.ADRunCriticalAlertSheet(
         Alert::Window::None, title,
-        text("File '%1' is hidden because it's parent directory '%2' is hidden.").arg(item, directory),
-        text("Unhide Top Level"), text("Cancel"));
+        Texts::tr("File '%1' is hidden because it's parent directory '%2' is hidden.").arg(item, directory),
+        Texts::tr("Unhide Top Level"), Texts::tr("Cancel"));
     if (answer != Alerts::defaultAnswer)
         return false;
     const MovedItem before = m_outcome;
@@ -147,7 +150,7 @@ MovedItem HideOperations::outcomeBefore(const ListedFile& file) const {
     if (file->state() != File::Broken)
         return {file, 0, {}, false};
     return {file, static_cast<std::int32_t>(WorkerError::NotFound),
-            m_missing.isOnAbsentVolume(file) ? text("The volume that the item lies on is not mounted.")
+            m_missing.isOnAbsentVolume(file) ? Texts::tr("The volume that the item lies on is not mounted.")
                                              : workerErrorText(WorkerError::NotFound),
             false};
 }
@@ -166,22 +169,22 @@ bool HideOperations::mayMovePrivilidgedUnasked() {
 }
 
 bool HideOperations::askToAuthenticate(const QString& title, const QString& message) {
-    const int answer = m_parts.alerts.ADRunCriticalAlertSheet(Alert::Window::None, title, message,
-                                                              text("Authentificate"), text("Cancel"));
+    const int answer = m_parts.alerts.ADRunCriticalAlertSheet(
+        Alert::Window::None, title, message, Texts::tr("Authentificate"), Texts::tr("Cancel"));
     if (answer == Alerts::defaultAnswer)
         m_parts.security->authorize();
     return answer == Alerts::defaultAnswer;
 }
 
 void HideOperations::tell(const QString& title, const QString& message) {
-    m_parts.alerts.ADRunCriticalAlertSheet(Alert::Window::None, title, message, text("OK"));
+    m_parts.alerts.ADRunCriticalAlertSheet(Alert::Window::None, title, message, Texts::tr("OK"));
 }
 
 void HideOperations::tellOrCollect(const ListedFile& file, std::int32_t code, bool collectErrors) {
     if (collectErrors)
         addError(workerErrorText(code), *file);
     else
-        tell(text("Error for file: %1").arg(shownPath(file->originalPath())), workerErrorText(code));
+        tell(Texts::tr("Error for file: %1").arg(shownPath(file->originalPath())), workerErrorText(code));
 }
 
 bool HideOperations::hideFiles(const Files& files, bool collectErrors) {
@@ -213,8 +216,8 @@ bool HideOperations::runBatch(WorkerOperation operation, const Files& files, boo
     try {
         m_missing.beginBatch(batch);
         m_parts.progress.showProgressForWindow(
-            Alert::Window::Main, hides ? text("Hiding of files started. Please wait...")
-                                       : text("Unhiding of files is in progress. Please wait..."));
+            Alert::Window::Main, hides ? Texts::tr("Hiding of files started. Please wait...")
+                                       : Texts::tr("Unhiding of files is in progress. Please wait..."));
         allWell = moveEach(operation, batch, collectErrors);
     } catch (const std::exception& exception) {
         logLine(std::string("Error: ") + exception.what());
@@ -241,7 +244,7 @@ bool HideOperations::moveEach(WorkerOperation operation, const Files& batch, boo
             continue;
         }
         m_parts.progress.updateWithSubStage(
-            text("File: %1").arg(shownPath(hides ? file->path() : file->originalPath())));
+            Texts::tr("File: %1").arg(shownPath(hides ? file->path() : file->originalPath())));
         m_parts.progress.updateWithDone(number, batch.size());
         if (number + 1 < batch.size())
             m_parts.cloakWorker.expect(operation, std::string(batch[number + 1]->path()));
@@ -255,14 +258,15 @@ bool HideOperations::moveEach(WorkerOperation operation, const Files& batch, boo
 
 // Where the list cannot be saved nothing may vanish from sight.
 bool HideOperations::refuseToHide(const Files& batch, bool collectErrors) {
-    const QString reason = text("The list of items could not be saved: %1").arg(m_saver.whyItCannotBeSaved());
+    const QString reason =
+        Texts::tr("The list of items could not be saved: %1").arg(m_saver.whyItCannotBeSaved());
     for (const ListedFile& file : batch) {
         m_lastBatch.push_back({file, static_cast<std::int32_t>(WorkerError::Unknown), reason, false});
         if (collectErrors)
             addError(reason, *file);
     }
     if (!collectErrors)
-        tell(text("Nothing was hidden."), reason);
+        tell(Texts::tr("Nothing was hidden."), reason);
     return false;
 }
 

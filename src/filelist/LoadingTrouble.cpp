@@ -14,9 +14,9 @@
 namespace veilkeep {
 namespace {
 
-QString text(const char* source) {
-    return QCoreApplication::translate("LoadingTrouble", source);
-}
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(LoadingTrouble)
+};
 
 // From the end of the copy's name, where it is in universal time.
 QString timeOfCopy(const std::string& copy) {
@@ -29,25 +29,27 @@ QString timeOfCopy(const std::string& copy) {
 
 QString whatFailed(StoredList list, bool isOfNewerVersion) {
     if (list == StoredList::Items)
-        return isOfNewerVersion ? text("The list of items can only be read.")
-                                : text("The list of items could not be read.");
-    return isOfNewerVersion ? text("The list of groups can only be read.")
-                            : text("The list of groups could not be read.");
+        return isOfNewerVersion ? Texts::tr("The list of items can only be read.")
+                                : Texts::tr("The list of items could not be read.");
+    return isOfNewerVersion ? Texts::tr("The list of groups can only be read.")
+                            : Texts::tr("The list of groups could not be read.");
 }
 
 QString whatWasLoaded(StoredList list, const RecordsFile& file, const std::string& earlierCopy) {
     const bool isOfItems = list == StoredList::Items;
     if (!earlierCopy.empty())
-        return (isOfItems ? text("The list as it was on %1 was loaded instead (%2). What was hidden or "
-                                 "brought back since then is found by restoring the folders that it lay in.")
-                          : text("The groups as they were on %1 were loaded instead (%2)."))
+        return (isOfItems
+                    ? Texts::tr("The list as it was on %1 was loaded instead (%2). What was hidden or "
+                                "brought back since then is found by restoring the folders that it lay in.")
+                    : Texts::tr("The groups as they were on %1 were loaded instead (%2)."))
             .arg(timeOfCopy(earlierCopy), shownPath(lastPathComponent(earlierCopy)));
     if (file.isOfNewerVersion())
-        return text("It can be looked at, but not changed.");
-    return isOfItems ? text("No earlier copy of it could be read. Hidden items are found again by restoring "
-                            "the folders that they lie in.")
-                     : text("No earlier copy of it could be read. The groups that Veilkeep begins with were "
-                            "made anew; no item is lost.");
+        return Texts::tr("It can be looked at, but not changed.");
+    return isOfItems
+               ? Texts::tr("No earlier copy of it could be read. Hidden items are found again by restoring "
+                           "the folders that they lie in.")
+               : Texts::tr("No earlier copy of it could be read. The groups that Veilkeep begins with were "
+                           "made anew; no item is lost.");
 }
 
 QString whatBecomesOfTheFile(StoredList list, const RecordsFile& file, const Error& trouble) {
@@ -56,11 +58,12 @@ QString whatBecomesOfTheFile(StoredList list, const RecordsFile& file, const Err
         return {};
     if (trouble.code == ErrorCode::NotAFile || (isSystems && trouble.systemError == ELOOP))
         return list == StoredList::Items
-                   ? text("The list cannot be saved, and nothing can be hidden, as long as it is there.")
-                   : text("The list cannot be saved as long as it is there.");
+                   ? Texts::tr("The list cannot be saved, and nothing can be hidden, as long as it is there.")
+                   : Texts::tr("The list cannot be saved as long as it is there.");
     if (file.isOfNewerVersion())
-        return text("The file stays as it is: nothing is saved to it.");
-    return text("When the list is saved next, the file is kept beside it under a name that begins with %1.")
+        return Texts::tr("The file stays as it is: nothing is saved to it.");
+    return Texts::tr(
+               "When the list is saved next, the file is kept beside it under a name that begins with %1.")
         .arg(shownPath(lastPathComponent(file.path())) + QStringLiteral(".damaged-"));
 }
 
@@ -68,12 +71,12 @@ QString whatBecomesOfTheFile(StoredList list, const RecordsFile& file, const Err
 
 void tellLoadingTrouble(Alerts& alerts, StoredList list, const RecordsFile& file, const Error& trouble,
                         const std::string& earlierCopy) {
-    const QString found = text("%1: %2").arg(shownPath(file.path()), errorReason(trouble));
+    const QString found = Texts::tr("%1: %2").arg(shownPath(file.path()), errorReason(trouble));
     QStringList message{found, whatWasLoaded(list, file, earlierCopy),
                         whatBecomesOfTheFile(list, file, trouble)};
     message.removeAll(QString());
     alerts.ADRunInformationalAlertSheet(Alert::Window::None, whatFailed(list, file.isOfNewerVersion()),
-                                        message.join(QStringLiteral("\n\n")), text("OK"));
+                                        message.join(QStringLiteral("\n\n")), Texts::tr("OK"));
 }
 
 } // namespace veilkeep

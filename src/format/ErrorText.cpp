@@ -7,51 +7,52 @@
 namespace veilkeep {
 namespace {
 
-QString text(const char* source) {
-    return QCoreApplication::translate("ErrorText", source);
-}
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(ErrorText)
+};
 
 } // namespace
 
 QString workerErrorText(int number) {
     if (number < static_cast<int>(WorkerError::Success) ||
         number > static_cast<int>(WorkerError::InputOutput))
-        return text("Unknown error (%1)").arg(number);
+        return Texts::tr("Unknown error (%1)").arg(number);
     return workerErrorText(static_cast<WorkerError>(number));
 }
 
 QString workerErrorText(WorkerError error) {
     switch (error) {
     case WorkerError::Success:
-        return text("Success");
+        return Texts::tr("Success");
     case WorkerError::Unknown:
-        return text("Unknown error");
+        return Texts::tr("Unknown error");
     case WorkerError::NotFound:
-        return text("Item not found.");
+        return Texts::tr("Item not found.");
     case WorkerError::NotEnoughRights:
-        return text("Not enough rights to perform operation.");
+        return Texts::tr("Not enough rights to perform operation.");
     case WorkerError::AlreadyHidden:
-        return text("Item you requested is already hidden.");
+        return Texts::tr("Item you requested is already hidden.");
     case WorkerError::NoHiddenDirectory:
-        return text("Can't create directory for storing hidden items.");
+        return Texts::tr("Can't create directory for storing hidden items.");
     case WorkerError::NameTaken:
-        return text("Item with the same name already exists.");
+        return Texts::tr("Item with the same name already exists.");
     case WorkerError::Cancelled:
-        return text("User cancelled operation.");
+        return Texts::tr("User cancelled operation.");
     case WorkerError::Protected:
-        return text("It is not allowed to hide these items to avoid serious system malfunctions.");
+        return Texts::tr("It is not allowed to hide these items to avoid serious system malfunctions.");
     case WorkerError::NameCannotBeHidden:
-        return text(
+        return Texts::tr(
             "An item with this name can't be hidden: its hidden name would be too long or could not be "
             "turned back.");
     case WorkerError::NoSpace:
-        return text("There is no space left on the disk.");
+        return Texts::tr("There is no space left on the disk.");
     case WorkerError::ReadOnlyFileSystem:
-        return text("The disk is read-only.");
+        return Texts::tr("The disk is read-only.");
     case WorkerError::CannotBeMoved:
-        return text("The item can't be moved: it is a mount point, or parts of it lie on another volume.");
+        return Texts::tr(
+            "The item can't be moved: it is a mount point, or parts of it lie on another volume.");
     case WorkerError::InputOutput:
-        return text("The disk reported an input/output error.");
+        return Texts::tr("The disk reported an input/output error.");
     }
     return {};
 }
@@ -61,17 +62,17 @@ QString errorReason(const Error& error) {
     case ErrorCode::System:
         return QString::fromLocal8Bit(std::strerror(error.systemError));
     case ErrorCode::Damaged:
-        return text("The file is damaged.");
+        return Texts::tr("The file is damaged.");
     case ErrorCode::TooLarge:
-        return text("The file is too large.");
+        return Texts::tr("The file is too large.");
     case ErrorCode::NewerVersion:
-        return text("The file was written by a newer version of Veilkeep.");
+        return Texts::tr("The file was written by a newer version of Veilkeep.");
     case ErrorCode::NotDurable:
-        return text("It was done, but may not survive a power cut.");
+        return Texts::tr("It was done, but may not survive a power cut.");
     case ErrorCode::NotAFile:
-        return text("There is something there that is not a file.");
+        return Texts::tr("There is something there that is not a file.");
     case ErrorCode::InvalidArgument:
-        return text("The request is not valid.");
+        return Texts::tr("The request is not valid.");
     }
     return {};
 }

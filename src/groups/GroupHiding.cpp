@@ -16,9 +16,9 @@ namespace {
 
 constexpr std::int8_t shown = 0, hidden = 1;
 
-QString text(const char* source) {
-    return QCoreApplication::translate("GroupViewController", source);
-}
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(GroupViewController)
+};
 
 using Reasons = std::map<ListedFile, std::string>; // why an item was not moved
 
@@ -224,8 +224,8 @@ void GroupViewController::autoUnhideThread() {
     }
     if (!errors)
         return;
-    operations.showErrorsMessage(text("Some errors have been occured while unhiding files"), {},
-                                 {text("OK")});
+    operations.showErrorsMessage(Texts::tr("Some errors have been occured while unhiding files"), {},
+                                 {Texts::tr("OK")});
     operations.clearErrorList();
 }
 

@@ -15,9 +15,9 @@ namespace {
 constexpr int headerHeight = 22, groupHeight = 50;
 constexpr const char* newGroupIcon = "folder-generic";
 
-QString text(const char* source) {
-    return QCoreApplication::translate("GroupViewController", source);
-}
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(GroupViewController)
+};
 
 } // namespace
 
@@ -181,16 +181,17 @@ bool GroupViewController::removeGroup(const ListedGroup& group) {
     const QString name = shownGroupName(*group);
     if (!group->canBeRemoved()) {
         m_parts.alerts.ADRunInformationalAlertSheet(
-            Alert::Window::Main, text("Unable to remove group \"%1\".").arg(name),
-            text("Sorry, but this group cannot be removed because it contains all of files."), text("OK"));
+            Alert::Window::Main, Texts::tr("Unable to remove group \"%1\".").arg(name),
+            Texts::tr("Sorry, but this group cannot be removed because it contains all of files."),
+            Texts::tr("OK"));
         return false;
     }
     FilesViewController::Files shown = m_parts.files.getAllFilesOfCurrentGroup();
     const ListedGroup current = m_current; // another may be soon
     const int answer = m_parts.alerts.ADRunCriticalAlertSheet(
-        Alert::Window::Main, text("Are you sure you want to remove \"%1\" group?").arg(name),
-        text("All files of this group will be moved to the \"All Files\" group."), text("Remove"),
-        text("Cancel"));
+        Alert::Window::Main, Texts::tr("Are you sure you want to remove \"%1\" group?").arg(name),
+        Texts::tr("All files of this group will be moved to the \"All Files\" group."), Texts::tr("Remove"),
+        Texts::tr("Cancel"));
     if (answer != Alerts::defaultAnswer || !isListed(group))
         return false;
     if (m_current == current)
@@ -321,8 +322,8 @@ GroupViewController::MenuItem GroupViewController::validateMenuItem(int tag,
     if (tag != HideUnhide)
         return {{}, true};
     const bool isSwitchOn = m_current && m_current->state() != 0;
-    return {text("%1 \"%2\" Group")
-                .arg(isSwitchOn ? text("Unhide") : text("Hide"), shownGroupName(*clickedGroup)),
+    return {Texts::tr("%1 \"%2\" Group")
+                .arg(isSwitchOn ? Texts::tr("Unhide") : Texts::tr("Hide"), shownGroupName(*clickedGroup)),
             true};
 }
 

@@ -10,9 +10,9 @@
 namespace veilkeep {
 namespace {
 
-QString text(const char* source) {
-    return QCoreApplication::translate("BatchReport", source);
-}
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(BatchReport)
+};
 
 } // namespace
 
@@ -31,8 +31,9 @@ void BatchReport::tellLastBatch() {
     for (const MovedItem& item : operations.lastBatch())
         tellOutcome(item);
     for (const Error& trouble : operations.lastBatchTroubles())
-        m_work.fail(trouble.path,
-                    text("what was done here may not survive a power cut: %1").arg(errorReason(trouble)));
+        m_work.fail(
+            trouble.path,
+            Texts::tr("what was done here may not survive a power cut: %1").arg(errorReason(trouble)));
 }
 
 void BatchReport::tellLastBatch(const FilesViewController::Files& wanted) {
@@ -62,13 +63,13 @@ void BatchReport::tellOutcome(const MovedItem& item) {
         m_work.caller.itemDone(nameOf(item.file), std::string(item.file->path()));
     else if (m_names.contains(item.file.get()))
         fail(item.file, m_move == Move::Hide ? workerErrorText(WorkerError::AlreadyHidden)
-                                             : text("Item is not hidden."));
+                                             : Texts::tr("Item is not hidden."));
 }
 
 void BatchReport::finish() {
     tellHeldMessages(m_work, m_reasonsTold);
     if (m_leftAlone > 0)
-        m_work.caller.message(text("interrupted; items left as they are: %1").arg(m_leftAlone));
+        m_work.caller.message(Texts::tr("interrupted; items left as they are: %1").arg(m_leftAlone));
 }
 
 void tellHeldMessages(RequestWork& work, const std::vector<QString>& told) {

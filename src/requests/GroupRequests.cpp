@@ -15,9 +15,9 @@
 namespace veilkeep {
 namespace {
 
-QString text(const char* source) {
-    return QCoreApplication::translate("GroupRequests", source);
-}
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(GroupRequests)
+};
 
 } // namespace
 
@@ -69,9 +69,9 @@ void GroupRequests::change() {
 bool GroupRequests::mayBeNamed(const std::string& name) {
     const bool isName = !name.empty() && name.find('\0') == std::string::npos;
     if (!isName)
-        m_work.fail(name, text("This is no name for a group."));
+        m_work.fail(name, Texts::tr("This is no name for a group."));
     else if (m_work.groups.ifExistsGroupWithName(name))
-        m_work.fail(name, text("A group with this name exists already."));
+        m_work.fail(name, Texts::tr("A group with this name exists already."));
     else
         return true;
     return false;
@@ -80,7 +80,7 @@ bool GroupRequests::mayBeNamed(const std::string& name) {
 bool GroupRequests::mayBeEdited(const ListedGroup& group) {
     if (!group->canBeRemoved())
         m_work.fail(std::string(group->name()),
-                    text("The name and the icon of this group stay as they are."));
+                    Texts::tr("The name and the icon of this group stay as they are."));
     return group->canBeRemoved();
 }
 
@@ -111,7 +111,7 @@ void GroupRequests::remove(const ListedGroup& group) {
     if (!groups.removeGroup(group)) {
         m_work.status = isRemovable ? RequestStatus::Refused : RequestStatus::SomeFailed;
         if (isRemovable)
-            m_work.caller.message(text("Nothing was removed."));
+            m_work.caller.message(Texts::tr("Nothing was removed."));
     }
     select(before);
 }
@@ -148,7 +148,7 @@ void GroupRequests::setAutoHide(const ListedGroup& group) {
 void GroupRequests::order(const ListedGroup& group) {
     const auto ownRow = m_work.groups.rowOf(group);
     if (!ownRow || *ownRow < GroupViewController::firstMovableRow)
-        return m_work.fail(std::string(group->name()), text("This group stays where it is."));
+        return m_work.fail(std::string(group->name()), Texts::tr("This group stays where it is."));
     if (const auto row = wantedRow(*ownRow))
         m_work.groups.moveGroup(group, *row);
 }
@@ -170,7 +170,7 @@ std::optional<std::size_t> GroupRequests::wantedRow(std::size_t ownRow) {
     const std::size_t row = *m_work.groups.rowOf(before);
     if (row >= first)
         return ownRow < row ? row - 1 : row;
-    m_work.fail(std::string(before->name()), text("No group can stand before this one."));
+    m_work.fail(std::string(before->name()), Texts::tr("No group can stand before this one."));
     return std::nullopt;
 }
 
@@ -185,7 +185,7 @@ void GroupRequests::moveItems() {
         if (ListedFile file = m_work.listedInAnyForm(path))
             moved.push_back(std::move(file));
         else
-            m_work.fail(path, text("The item is not in the list."));
+            m_work.fail(path, Texts::tr("The item is not in the list."));
     m_work.controller.moveFiles(moved, group->groupID().value_or(GroupViewController::allFilesGroup()));
     m_work.controller.saveDataToDisk();
     for (const ListedFile& file : moved)
@@ -202,7 +202,7 @@ ListedGroup GroupRequests::groupOrAll() {
     });
     if (all != groups.end())
         return *all;
-    m_work.caller.message(text("There is no group of all items."));
+    m_work.caller.message(Texts::tr("There is no group of all items."));
     m_work.status = RequestStatus::SomeFailed;
     return nullptr;
 }
@@ -251,17 +251,17 @@ void GroupRequests::autoHide() {
         if (!m_work.controller.findFileWithPath(path))
             continue; // hidden since
         const auto reason = reasons.find(path);
-        m_work.fail(path, reason == reasons.end() ? text("The item stayed visible.") : reason->second);
+        m_work.fail(path, reason == reasons.end() ? Texts::tr("The item stayed visible.") : reason->second);
     }
     if (!allWell && m_work.status == RequestStatus::AllWell) {
-        m_work.caller.message(text("Some errors have been occured while hiding files"));
+        m_work.caller.message(Texts::tr("Some errors have been occured while hiding files"));
         m_work.status = RequestStatus::SomeFailed;
     }
 }
 
 void GroupRequests::autoUnhide() {
     if (m_work.groups.autoUnhideHappened()) {
-        m_work.caller.message(text("The AutoHide groups are shown already."));
+        m_work.caller.message(Texts::tr("The AutoHide groups are shown already."));
         return;
     }
     BatchReport report(m_work, BatchReport::Move::Unhide);

@@ -18,9 +18,9 @@
 namespace veilkeep {
 namespace {
 
-QString text(const char* source) {
-    return QCoreApplication::translate("ItemRequests", source);
-}
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(ItemRequests)
+};
 
 QString notThereReason(int systemError) {
     return workerErrorText(workerErrorFromErrno(systemError));
@@ -79,7 +79,7 @@ void ItemRequests::add() {
     std::vector<std::string> toAdd;
     for (std::string& path : pathsOnce()) {
         if (m_work.listed(path)) {
-            m_work.fail(path, text("The item is in the list already."));
+            m_work.fail(path, Texts::tr("The item is in the list already."));
             continue;
         }
         if (const QString reason = refusal(path); reason.isEmpty()) {
@@ -95,7 +95,7 @@ void ItemRequests::add() {
         if (const ListedFile file = m_work.listedInAnyForm(path))
             choose(file, path);
         else
-            m_work.fail(path, text("The item could not be added."));
+            m_work.fail(path, Texts::tr("The item could not be added."));
     if (group)
         m_work.controller.moveFiles(m_chosen, group->groupID().value_or(CurrentGroup::allFiles));
     m_work.controller.saveDataToDisk();
@@ -108,7 +108,7 @@ void ItemRequests::remove() {
         if (const ListedFile file = m_work.listed(path))
             choose(file, path);
         else
-            m_work.fail(path, text("The item is not in the list."));
+            m_work.fail(path, Texts::tr("The item is not in the list."));
     if (m_chosen.empty())
         return;
     Files hidden;
@@ -120,7 +120,7 @@ void ItemRequests::remove() {
     const auto isVisible = [](const ListedFile& file) { return file->state() == File::Visible; };
     const bool someRemoved = !m_work.controller.files().contains(m_chosen.front());
     if (!someRemoved && std::ranges::none_of(hidden, isVisible)) {
-        m_work.caller.message(text("Nothing was removed."));
+        m_work.caller.message(Texts::tr("Nothing was removed."));
         m_work.status = RequestStatus::Refused;
         return;
     }
@@ -132,7 +132,7 @@ void ItemRequests::remove() {
             m_work.status = RequestStatus::SomeFailed;
     if (!someRemoved)
         m_work.caller.message(
-            text("The items that were hidden were brought back, and all stay in the list."));
+            Texts::tr("The items that were hidden were brought back, and all stay in the list."));
 }
 
 void ItemRequests::hide() {
@@ -153,7 +153,7 @@ void ItemRequests::hide() {
         if (const ListedFile file = m_work.listed(path))
             choose(file, path);
         else
-            m_work.fail(path, text("The item could not be added."));
+            m_work.fail(path, Texts::tr("The item could not be added."));
     moveChosen(BatchReport::Move::Hide);
 }
 
@@ -164,7 +164,7 @@ void ItemRequests::unhide() {
         if (const ListedFile file = m_work.listedInAnyForm(path))
             choose(file, path);
         else if (openItemAt(path))
-            m_work.fail(path, text("Item is not hidden."));
+            m_work.fail(path, Texts::tr("Item is not hidden."));
         else
             m_work.fail(path, notThereReason(errno));
     }

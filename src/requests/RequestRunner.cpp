@@ -14,9 +14,9 @@
 namespace veilkeep {
 namespace {
 
-QString text(const char* source) {
-    return QCoreApplication::translate("RequestRunner", source);
-}
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(RequestRunner)
+};
 
 bool hasRightPaths(const Request& request, const RequestRule& rule) {
     const bool namesGroup = request.options.contains(QLatin1String(requestOption::group));
@@ -72,7 +72,7 @@ bool RequestRunner::isUrgent(const QString& command) const {
 RequestStatus RequestRunner::run(const Request& request, RequestCaller& caller) {
     const RequestRule* rule = requestRule(request.command);
     if (!isWellFormed(request, rule)) {
-        caller.message(text("This request is not understood."));
+        caller.message(Texts::tr("This request is not understood."));
         return RequestStatus::WrongUsage;
     }
     if (!isAllowed(*rule, caller))
@@ -100,32 +100,34 @@ void RequestRunner::tellSaveTrouble(RequestWork& work) {
         work.status = std::max(work.status, RequestStatus::SomeFailed);
     };
     if (m_parts.controller.saveTrouble())
-        tell(text("the list could not be saved: %1").arg(m_parts.controller.whyItCannotBeSaved()));
+        tell(Texts::tr("the list could not be saved: %1").arg(m_parts.controller.whyItCannotBeSaved()));
     if (const auto& trouble = m_parts.groups.saveTrouble())
-        tell(text("the groups could not be saved: %1").arg(errorReason(*trouble)));
+        tell(Texts::tr("the groups could not be saved: %1").arg(errorReason(*trouble)));
 }
 
 bool RequestRunner::isAllowed(const RequestRule& rule, RequestCaller& caller) {
     if (rule.changesList && m_parts.dataFile.isOfNewerVersion()) {
-        caller.message(text("The list was written by a newer version of Veilkeep and cannot be changed."));
+        caller.message(
+            Texts::tr("The list was written by a newer version of Veilkeep and cannot be changed."));
         return false;
     }
     if (rule.command == RequestCommand::Group && m_parts.groupsFile.isOfNewerVersion()) {
-        caller.message(text("The groups were written by a newer version of Veilkeep and cannot be changed."));
+        caller.message(
+            Texts::tr("The groups were written by a newer version of Veilkeep and cannot be changed."));
         return false;
     }
     if (!rule.passesGate || !m_parts.gate || m_parts.gate->operationAllowedWithoutAsking())
         return true;
     if (askPassword(caller))
         return true;
-    caller.message(text("The password was not given."));
+    caller.message(Texts::tr("The password was not given."));
     return false;
 }
 
 bool RequestRunner::askPassword(RequestCaller& caller) {
     if (m_parts.askCaller)
         return isAllowedByCaller(*m_parts.gate, *m_parts.askCaller, caller);
-    caller.message(text("Veilkeep asks for its password in a window."));
+    caller.message(Texts::tr("Veilkeep asks for its password in a window."));
     return m_parts.gate->operationAllowed();
 }
 

@@ -18,9 +18,9 @@
 namespace veilkeep {
 namespace {
 
-QString text(const char* source) {
-    return QCoreApplication::translate("SearchRequests", source);
-}
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(SearchRequests)
+};
 
 } // namespace
 
@@ -31,7 +31,7 @@ void SearchRequests::check() {
     for (const ListedFile& file : controller.files().all())
         pathsBefore.emplace(file, file->path());
     m_work.progress.showProgressForWindow(Alert::Window::Main,
-                                          text("Searching for inconsistent files. Please wait..."),
+                                          Texts::tr("Searching for inconsistent files. Please wait..."),
                                           ProgressController::Cancelling::Offered);
     controller.performSanityCheck(controller.files().all());
     controller.brokenFiles().searchAndWait(controller.brokenFiles().brokenFiles());
@@ -53,7 +53,7 @@ void SearchRequests::tellFindings(const std::map<ListedFile, std::string>& paths
                 m_work.caller.itemDone(before->second, std::string(file->path()));
         } else if (m_work.controller.brokenFiles().isOnAbsentVolume(file)) {
             m_work.caller.message(
-                text("%1: The volume of this item is not there.").arg(shownPath(before->second)));
+                Texts::tr("%1: The volume of this item is not there.").arg(shownPath(before->second)));
         } else {
             m_work.fail(before->second, workerErrorText(WorkerError::NotFound));
         }
@@ -61,7 +61,7 @@ void SearchRequests::tellFindings(const std::map<ListedFile, std::string>& paths
 }
 
 void SearchRequests::tellInterruption() {
-    m_work.caller.message(text("interrupted; not everything was searched"));
+    m_work.caller.message(Texts::tr("interrupted; not everything was searched"));
     m_work.status = RequestStatus::SomeFailed;
 }
 
@@ -70,19 +70,20 @@ void SearchRequests::locate() {
     const std::string newPath(withoutTrailingSlashes(m_work.request.paths[1]));
     const ListedFile file = m_work.listed(withoutTrailingSlashes(path));
     if (!file)
-        return m_work.fail(path, text("The item is not in the list."));
+        return m_work.fail(path, Texts::tr("The item is not in the list."));
     if (!openItemAt(newPath))
         return m_work.fail(newPath, workerErrorText(workerErrorFromErrno(errno)));
     if (!isHiddenForm(newPath) && BaseCloakLogic::isProtectedFileAtPath(newPath))
         return m_work.fail(newPath, workerErrorText(WorkerError::Protected));
     m_work.controller.brokenFiles().performSanityCheckForFile(file);
     if (file->state() != File::Broken)
-        return m_work.fail(path, text("The item is not missing: it is at %1.").arg(shownPath(file->path())));
+        return m_work.fail(path,
+                           Texts::tr("The item is not missing: it is at %1.").arg(shownPath(file->path())));
     m_work.controller.openNewLocationPanelDidEnd(file, newPath);
     if (m_work.listed(newPath))
         m_work.caller.itemDone(path, newPath);
     else
-        m_work.fail(newPath, text("The item could not be added."));
+        m_work.fail(newPath, Texts::tr("The item could not be added."));
 }
 
 void SearchRequests::restore() {
@@ -103,7 +104,8 @@ void SearchRequests::restoreBelow(const std::string& directory) {
     if (summary.error != WorkerError::Success)
         m_work.fail(directory, workerErrorText(summary.error));
     if (summary.unreadable > 0)
-        m_work.fail(directory, text("directories that could not be looked into: %1").arg(summary.unreadable));
+        m_work.fail(directory,
+                    Texts::tr("directories that could not be looked into: %1").arg(summary.unreadable));
 }
 
 RestoreSummary SearchRequests::searchBelow(const std::string& directory) {
@@ -157,7 +159,7 @@ void SearchRequests::merge() {
     if (!merged)
         return m_work.fail(source, errorReason(merged.error()));
     controller.performSanityCheck(controller.files().all()); // the other list may be an old one
-    m_work.caller.message(text("items taken over: %1").arg(*merged));
+    m_work.caller.message(Texts::tr("items taken over: %1").arg(*merged));
 }
 
 } // namespace veilkeep

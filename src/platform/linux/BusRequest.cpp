@@ -11,9 +11,9 @@
 namespace veilkeep {
 namespace {
 
-QString sentence(const char* text) {
-    return QCoreApplication::translate("BusRequest", text);
-}
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(BusRequest)
+};
 
 bool isPlain(const QVariant& value) {
     switch (value.typeId()) {
@@ -66,16 +66,17 @@ QVariant fromBus(const QVariant& value) {
 
 QString faultOfPaths(const QByteArrayList& paths) {
     if (paths.size() > maximumPaths)
-        return sentence("Too many items in one request.");
+        return Texts::tr("Too many items in one request.");
     qsizetype bytes = 0;
     for (const QByteArray& path : paths) {
         if (!path.startsWith('/'))
-            return sentence("A path in the request does not begin with \"/\".");
+            return Texts::tr("A path in the request does not begin with \"/\".");
         if (path.contains('\0'))
-            return sentence("A path in the request has a NUL byte.");
+            return Texts::tr("A path in the request has a NUL byte.");
         bytes += path.size();
     }
-    return bytes > maximumPathBytes ? sentence("The paths in the request are too long together.") : QString();
+    return bytes > maximumPathBytes ? Texts::tr("The paths in the request are too long together.")
+                                    : QString();
 }
 
 } // namespace
@@ -117,12 +118,12 @@ QByteArrayList busPaths(const std::vector<std::string>& paths) {
 
 QString faultOfRequest(const QString& command, const QByteArrayList& paths, const QVariantMap& options) {
     if (command.isEmpty() || command.size() > maximumTextSize)
-        return sentence("The request names no command.");
+        return Texts::tr("The request names no command.");
     if (options.size() > maximumOptions)
-        return sentence("Too many options in one request.");
+        return Texts::tr("Too many options in one request.");
     for (auto option = options.begin(); option != options.end(); ++option)
         if (option.key().size() + sizeOf(*option) > maximumTextSize)
-            return sentence("An option of the request is too long.");
+            return Texts::tr("An option of the request is too long.");
     return faultOfPaths(paths);
 }
 

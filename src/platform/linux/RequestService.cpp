@@ -17,9 +17,9 @@ namespace {
 
 constexpr std::size_t mostWaiting = 32;
 
-QString sentence(const char* text) {
-    return QCoreApplication::translate("RequestService", text);
-}
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(RequestService)
+};
 
 } // namespace
 
@@ -71,11 +71,11 @@ std::optional<std::size_t> RequestService::find(const Requests& requests, const 
 
 bool RequestService::refuses(const QString& sender, const Requests& requests) {
     if (!m_bus->isOwnUsers(sender))
-        sendErrorReply(accessDenied, sentence("Only the same user's programs may ask for this."));
+        sendErrorReply(accessDenied, Texts::tr("Only the same user's programs may ask for this."));
     else if (find(m_requests, sender) || find(m_urgent, sender))
-        sendErrorReply(limitsExceeded, sentence("One request after the other, please."));
+        sendErrorReply(limitsExceeded, Texts::tr("One request after the other, please."));
     else if (requests.size() >= mostWaiting)
-        sendErrorReply(limitsExceeded, sentence("Too many requests are waiting."));
+        sendErrorReply(limitsExceeded, Texts::tr("Too many requests are waiting."));
     else
         return false;
     return true;
@@ -91,7 +91,7 @@ int RequestService::Run(const QString& command, const QByteArrayList& paths, con
     const ReadValues read = readValues(options);
     QString fault = faultOfRequest(command, paths, read.values);
     if (fault.isEmpty() && !read.isComplete)
-        fault = sentence("An option of the request is of an unknown kind.");
+        fault = Texts::tr("An option of the request is of an unknown kind.");
     if (!fault.isEmpty()) {
         sendErrorReply(invalidArguments, fault);
         return 0;
@@ -123,9 +123,9 @@ void RequestService::Cancel() {
 void RequestService::Yield() {
     const QDBusMessage call = message();
     if (!m_bus->isOwnUsers(call.service()))
-        return sendErrorReply(accessDenied, sentence("Only the same user's programs may ask for this."));
+        return sendErrorReply(accessDenied, Texts::tr("Only the same user's programs may ask for this."));
     if (!m_give)
-        return sendErrorReply(notSupported, sentence("The list stays with this program."));
+        return sendErrorReply(notSupported, Texts::tr("The list stays with this program."));
     setDelayedReply(true);
     m_give(call.service(), [bus = connection(), call] { bus.send(call.createReply()); });
 }
