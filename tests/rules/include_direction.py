@@ -7,8 +7,9 @@ _CORE = tuple(
     "core/" + folder
     for folder in "protocol storage records tracking names log environment filesystem process base".split()
 )
+_WIDGETS = tuple("widgets/" + folder for folder in "mainwindow grouplist filetable dialogs preview controls images".split())
 _ORDER = (
-    ("app", "widgets", "requests", "session", "prefs", "groups", "filelist", "alerts", "platform", "format") + _CORE
+    ("app",) + _WIDGETS + ("requests", "session", "prefs", "groups", "filelist", "alerts", "platform", "format") + _CORE
 )
 
 
@@ -18,7 +19,8 @@ def _at_and_below(layer):
 
 ALLOWED = {layer: _at_and_below(layer) for layer in _ORDER}
 ALLOWED["app"] |= {"platform/linux"}
-ALLOWED["widgets"] -= {"requests"}
+for _folder in _WIDGETS:
+    ALLOWED[_folder] -= {"requests"}
 ALLOWED["ctl"] = {"ctl", "platform/linux"} | _at_and_below("requests")
 ALLOWED["platform/linux"] = {"platform/linux"} | _at_and_below("platform")
 ALLOWED["worker"] = {"worker", *_CORE}
