@@ -2,11 +2,11 @@
 
 #include "core/storage/ListOwnership.h"
 #include "ctl/Interruption.h"
-#include "ctl/OwnList.h"
 #include "format/ErrorText.h"
 #include "prefs/PasswordManager.h"
 #include "requests/CallerPrompt.h"
 #include "requests/RequestRules.h"
+#include "wiring/OwnList.h"
 
 #include <QCoreApplication>
 
@@ -123,7 +123,8 @@ RequestStatus RequestRoute::runHere(const Request& request, bool mayChange) {
     const auto worker = usableWorker(m_output);
     if (!worker)
         return RequestStatus::SomeFailed;
-    return OwnList(*worker, m_places).run(request, m_caller, mayChange);
+    UserDefaults defaults;
+    return OwnList(defaults, *worker, m_places).run(request, m_caller, mayChange);
 }
 
 } // namespace veilkeep

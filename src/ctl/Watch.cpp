@@ -2,7 +2,6 @@
 
 #include "core/log/Log.h"
 #include "ctl/Interruption.h"
-#include "ctl/OwnList.h"
 #include "ctl/RequestRoute.h"
 #include "ctl/UnattendedPresenter.h"
 #include "format/ErrorText.h"
@@ -12,6 +11,7 @@
 #include "platform/linux/LinuxSessionEvents.h"
 #include "platform/linux/QuitSignals.h"
 #include "platform/linux/RequestService.h"
+#include "wiring/OwnList.h"
 
 #include <QCoreApplication>
 
@@ -39,7 +39,7 @@ void turnEventLoop() {
 struct Watch::Service {
     Service(ListOwnership taken, const std::string& workerPath, const OwnPlaces& places)
         : lock(std::move(taken)),
-          list(workerPath, places,
+          list(defaults, workerPath, places,
                {.tick = turnEventLoop,
                 .presenter = &presenter,
                 .notifications = &notifications,
@@ -54,6 +54,7 @@ struct Watch::Service {
     BusNotifications notifications;
     UnattendedPresenter presenter;
     LinuxSessionEvents events;
+    UserDefaults defaults;
     OwnList list;
     RequestService requests{list.requests()};
 };

@@ -37,8 +37,14 @@ public:
     explicit FilesViewController(const FilesViewControllerParts& parts);
     ~FilesViewController() override;
 
-    // Loads the list, takes in what workers left, and checks it, cheaply; the deep search goes on behind.
-    void start();
+    void load(); // the list, with what workers left
+
+    // Whether the items are where they should be, cheaply; what is missing is searched for behind.
+    void check();
+    void start() {
+        load();
+        check();
+    }
 
     FileList& files() { return m_files; }
     const FileList& files() const { return m_files; }

@@ -20,9 +20,12 @@ struct Texts {
 
 } // namespace
 
-void FilesViewController::start() {
+void FilesViewController::load() {
     loadDataFromDisk();
     m_parts.cloakWorker.checkTempFiles();
+}
+
+void FilesViewController::check() {
     performSanityCheck(m_files.all());
     m_brokenFiles.searchDeeply(m_brokenFiles.brokenFiles());
 }

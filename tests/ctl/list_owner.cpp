@@ -1,10 +1,10 @@
 // Owns the list and works on requests from the session bus, as the application does without its windows.
 
 #include "core/storage/ListOwnership.h"
-#include "ctl/OwnList.h"
 #include "platform/linux/BusRequest.h"
 #include "platform/linux/RequestService.h"
 #include "tests/support/RunProgram.h"
+#include "wiring/OwnList.h"
 
 #include <QCoreApplication>
 
@@ -20,7 +20,8 @@ public:
     }
 
 private:
-    OwnList m_list{bundledProgram("cloakWorker"), OwnPlaces::current()};
+    UserDefaults m_defaults;
+    OwnList m_list{m_defaults, bundledProgram("cloakWorker"), OwnPlaces::current()};
 };
 
 } // namespace

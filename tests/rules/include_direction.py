@@ -9,7 +9,7 @@ _CORE = tuple(
 )
 _WIDGETS = tuple("widgets/" + folder for folder in "mainwindow grouplist filetable dialogs preview controls images".split())
 _ORDER = (
-    ("app",) + _WIDGETS + ("requests", "session", "prefs", "groups", "filelist", "alerts", "platform", "format") + _CORE
+    ("app",) + _WIDGETS + ("wiring", "requests", "session", "prefs", "groups", "filelist", "alerts", "platform", "format") + _CORE
 )
 
 
@@ -20,8 +20,9 @@ def _at_and_below(layer):
 ALLOWED = {layer: _at_and_below(layer) for layer in _ORDER}
 ALLOWED["app"] |= {"platform/linux"}
 for _folder in _WIDGETS:
-    ALLOWED[_folder] -= {"requests"}
-ALLOWED["ctl"] = {"ctl", "platform/linux"} | _at_and_below("requests")
+    ALLOWED[_folder] -= {"wiring", "requests"}
+ALLOWED["ctl"] = {"ctl", "platform/linux"} | _at_and_below("wiring")
+ALLOWED["wiring"] |= {"platform/linux"}
 ALLOWED["platform/linux"] = {"platform/linux"} | _at_and_below("platform")
 ALLOWED["worker"] = {"worker", *_CORE}
 ALLOWED["worker/traces"] = {"worker/traces", *_CORE}

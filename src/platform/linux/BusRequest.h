@@ -13,7 +13,7 @@
 // How requests look on the session bus; docs/bus.md describes it for other programs.
 namespace veilkeep {
 
-inline constexpr QLatin1String requestService("com.ostrel.Veilkeep");
+inline constexpr QLatin1String requestService("com.ostrel.Veilkeep.Requests");
 inline constexpr QLatin1String requestObject("/com/ostrel/Veilkeep/Requests");
 inline constexpr QLatin1String requestInterface("com.ostrel.Veilkeep.Requests1");
 inline constexpr QLatin1String callerObject("/com/ostrel/Veilkeep/Caller");

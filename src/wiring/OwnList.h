@@ -14,19 +14,27 @@
 
 namespace veilkeep {
 
-// What a program that stays adds. Nothing of it is owned.
+// What a program that stays adds, and beyond that one with windows. Nothing of it is owned.
 struct OwnListOptions {
     std::function<void()> tick = {};                   // while a worker is waited for
     AlertPresenter* presenter = nullptr;               // for what no request asked for
     DistributedNotifications* notifications = nullptr; // none: what workers leave is seen at the next look
     SessionEvents* events = nullptr;                   // none: nothing is observed
+
+    ProgressView* progress = nullptr;
+    PathChooser* pathChooser = nullptr;
+    FileViewer* fileViewer = nullptr;
+    GroupImages* images = nullptr;
+    Sounds* sounds = nullptr;
+    PasswordPrompt* prompt = nullptr;
+    MainWindow* window = nullptr;
 };
 
-// The lists of items and groups and all that works on them, put together for a program without a window. Main
-// thread.
+// The lists of items and groups and all that works on them, put together for a program. Main thread.
 class OwnList {
 public:
-    OwnList(const std::string& workerPath, const OwnPlaces& places, const OwnListOptions& options = {});
+    OwnList(UserDefaults& defaults, const std::string& workerPath, const OwnPlaces& places,
+            const OwnListOptions& options = {});
 
     // Loads the lists and works on the one request. Without the right to change them only what reads may be
     // asked for; what workers left is then not taken in.
@@ -34,19 +42,30 @@ public:
 
     // For any number of requests: loads the lists, puts right what a former run left, and follows the user.
     void start();
+
+    // The same, but that items are looked for later: by check(), once there is something to be seen.
+    void load();
+    void follow();
+    void check();
+
     void save();
 
     RequestHandler& requests() { return m_runner; }
     MainWindowController& window() { return m_window; }
+    FilesViewController& files() { return m_controller; }
+    GroupViewController& groups() { return m_groups; }
+    PasswordManager& passwords() { return m_passwords; }
+    ProgressController& progress() { return m_progress; }
+    Alerts& alerts() { return m_alerts; }
     Turns& turns() { return m_turns; }
 
 private:
     bool wereAutoHideGroupsShown() const;
 
-    UserDefaults m_defaults;
+    UserDefaults& m_defaults;
     CallerPresenter m_presenter;
     Alerts m_alerts{m_presenter, m_defaults};
-    CallerProgressView m_progressView{nullptr};
+    CallerProgressView m_progressView;
     ProgressController m_progress{&m_progressView};
     PolkitAuthority m_authority;
     SecurityController m_security;

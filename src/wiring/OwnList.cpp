@@ -1,4 +1,4 @@
-#include "ctl/OwnList.h"
+#include "wiring/OwnList.h"
 
 #include "core/base/PathText.h"
 #include "filelist/MainThread.h"
@@ -8,8 +8,11 @@
 
 namespace veilkeep {
 
-OwnList::OwnList(const std::string& workerPath, const OwnPlaces& places, const OwnListOptions& options)
-    : m_presenter(options.presenter),
+OwnList::OwnList(UserDefaults& defaults, const std::string& workerPath, const OwnPlaces& places,
+                 const OwnListOptions& options)
+    : m_defaults(defaults),
+      m_presenter(options.presenter),
+      m_progressView(options.progress),
       m_authority(Tick(options.tick)),
       m_security(m_authority, m_defaults, places.inProgressDirectory, Tick(options.tick)),
       m_cloakWorker(workerPath, places.inProgressDirectory, Tick(options.tick), &m_security),
@@ -25,21 +28,27 @@ OwnList::OwnList(const std::string& workerPath, const OwnPlaces& places, const O
                     .groups = m_selection,
                     .security = &m_security,
                     .mounter = &m_mounter,
+                    .pathChooser = options.pathChooser,
+                    .fileViewer = options.fileViewer,
                     .notifications = options.notifications}),
       m_groups({.dataFile = m_groupsFile,
                 .files = m_controller,
                 .selection = m_selection,
                 .mark = m_mark,
                 .alerts = m_alerts,
-                .turns = m_turns}),
+                .turns = m_turns,
+                .images = options.images,
+                .sounds = options.sounds}),
       m_window({.groups = m_groups,
                 .files = m_controller,
                 .mark = m_mark,
                 .passwords = m_passwords,
                 .turns = m_turns,
-                .events = options.events}),
+                .events = options.events,
+                .window = options.window}),
       m_runner({m_controller, m_dataFile, m_cloakWorker, m_progress, m_turns, m_presenter, m_progressView,
                 places.inProgressDirectory, m_groups, m_groupsFile, &m_window, &m_window, &m_passwords}) {
+    m_passwords.setPrompt(options.prompt);
     m_turns.setInterrupt([this] {
         m_passwords.cancelClick();
         m_authority.cancel();
@@ -74,11 +83,24 @@ bool OwnList::wereAutoHideGroupsShown() const {
 }
 
 void OwnList::start() {
+    load();
+    check();
+    follow();
+}
+
+void OwnList::load() {
     m_turns.run([this] {
-        m_controller.start();
+        m_controller.load();
         m_groups.start();
     });
+}
+
+void OwnList::follow() {
     m_window.start();
+}
+
+void OwnList::check() {
+    m_turns.run([this] { m_controller.check(); });
 }
 
 void OwnList::save() {
