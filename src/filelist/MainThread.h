@@ -17,7 +17,8 @@ public:
     // Returns once it has run; on the main thread itself that is at once.
     static void runAndWait(const std::function<void()>& call);
 
-    // On the main thread: runs what comes until the condition holds. Input to windows waits.
+    // On the main thread: runs what comes until the condition holds, input to windows included. What that asks
+    // for on the list waits its turn.
     static void runUntil(const std::function<bool()>& condition);
 };
 

@@ -2,6 +2,7 @@
 
 #include "core/filesystem/ItemAtPath.h"
 #include "core/log/Log.h"
+#include "core/process/Parallel.h"
 #include "core/tracking/AliasResolver.h"
 #include "core/tracking/FileAlias.h"
 #include "core/tracking/ItemMatch.h"
@@ -76,9 +77,13 @@ bool MissingFiles::isAtItsPlace(const ListedFile& file) {
 }
 
 MissingFiles::Files MissingFiles::missingOf(const Files& files) {
+    std::vector<char> isFine(files.size());
+    forEachInParallel(files.size(),
+                      [&](std::size_t number) { isFine[number] = files[number]->isCertainlyAtItsPlace(); });
     Files absent;
-    for (const ListedFile& file : files) {
-        if (!itemExistsAt(std::string(file->path())) || !confirm(file))
+    for (std::size_t number = 0; number < files.size(); ++number) {
+        const ListedFile& file = files[number];
+        if (!isFine[number] && (!itemExistsAt(std::string(file->path())) || !confirm(file)))
             absent.push_back(file);
     }
     std::vector<std::string_view> aliases;

@@ -38,6 +38,7 @@ public:
     // Where the password is asked for. Without one every question is refused. Not owned; not changed for a
     // prompt that is open.
     void setPrompt(PasswordPrompt* prompt) { m_prompt = prompt; }
+    PasswordPrompt* prompt() const { return m_prompt; }
     bool isPromptVisible() const { return m_openPrompt != nullptr; }
 
     // 1 accepted, 0 refused; returns when the prompt has gone, which one that does not open or goes by itself

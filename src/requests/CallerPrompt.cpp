@@ -32,15 +32,15 @@ void CallerPrompt::close() {
 
 bool isAllowedByCaller(Gate& gate, PasswordManager& passwords, RequestCaller& caller) {
     CallerPrompt prompt(caller);
+    const auto ownPrompt = qScopeGuard([&, own = passwords.prompt()] { passwords.setPrompt(own); });
     passwords.setPrompt(&prompt);
-    const auto withoutPrompt = qScopeGuard([&] { passwords.setPrompt(nullptr); });
     return gate.operationAllowed();
 }
 
 bool isGivenByCaller(PasswordManager& passwords, RequestCaller& caller) {
     CallerPrompt prompt(caller);
+    const auto ownPrompt = qScopeGuard([&, own = passwords.prompt()] { passwords.setPrompt(own); });
     passwords.setPrompt(&prompt);
-    const auto withoutPrompt = qScopeGuard([&] { passwords.setPrompt(nullptr); });
     if (passwords.showModalWindow() != 0)
         return true;
     caller.message(QCoreApplication::translate("CallerPrompt", "The password was not given."));

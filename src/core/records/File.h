@@ -92,6 +92,10 @@ public:
     using IsAnothers = std::function<bool(const AliasRecord& item)>;
     IdentityCheck checkIdentity(const IsAnothers& isAnothers = {});
 
+    // Whether that would confirm it and change nothing. Changes nothing of the record itself: any thread, as
+    // long as no other changes it.
+    bool isCertainlyAtItsPlace() const;
+
     // After a move: the alias is renewed first, and the rest follows from it.
     void movedTo(std::string_view path);
 

@@ -113,6 +113,16 @@ File::IdentityCheck File::checkIdentity(const IsAnothers& isAnothers) {
     return outcome;
 }
 
+bool File::isCertainlyAtItsPlace() const {
+    const std::string present(path());
+    const auto found = describeItemAt(present);
+    const auto known = decodeAliasRecord(alias().value_or(std::string_view()));
+    if (!found || !known || !isProvenToBe(*known, *found) || isOutdated(*known, *found) ||
+        !isTheItem(*known, *found, Closeness::RecordedPath))
+        return false;
+    return healHalfDoneMove(present).has_value();
+}
+
 File::IdentityCheck File::compareWithAlias(const IsAnothers& isAnothers) {
     const std::string present(path());
     const auto found = describeItemAt(present);
