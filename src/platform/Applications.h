@@ -21,7 +21,9 @@ struct InstalledApplication {
     bool operator==(const InstalledApplication&) const = default;
 };
 
-// The desktop's applications. Main thread.
+// The desktop's applications. Errors name the item: ENOENT where it is missing, ENOTSUP where no application
+// takes it or none has the identifier. Without an error the application was started, or asked to open the
+// item. Main thread.
 class Applications {
 public:
     struct ForItem {
@@ -32,7 +34,7 @@ public:
     virtual ~Applications() = default;
 
     virtual ForItem applicationsFor(const std::string& path) = 0;
-    virtual std::vector<InstalledApplication> everyApplication() = 0; // for the user to choose among
+    virtual std::vector<InstalledApplication> everyApplication() = 0; // to choose among, by name
 
     [[nodiscard]] virtual Result<void> open(const std::string& path) = 0; // with its default application
     [[nodiscard]] virtual Result<void> openWith(const QString& identifier, const std::string& path) = 0;

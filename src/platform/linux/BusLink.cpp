@@ -103,8 +103,10 @@ void BusLink::connectTo(const std::string& address) {
 }
 
 void BusLink::lose() {
-    if (std::exchange(m_isUp, false))
-        lookAgainLater();
+    if (!std::exchange(m_isUp, false))
+        return;
+    lookAgainLater();
+    emit wentDown();
 }
 
 // The notifier may be the one that is just telling of the answer.

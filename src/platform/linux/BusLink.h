@@ -43,6 +43,7 @@ public:
 
 signals:
     void cameUp(); // nothing is hooked to the connection yet
+    void wentDown();
 
 private slots:
     void lose();

@@ -25,6 +25,8 @@ public:
     void start() override;
     void release() override;
 
+    BusLink& sessionBus() { return m_sessionBus; } // for whoever else listens there
+
 signals:
     void sessionBusCameUp(); // for the first time, or once more after it was lost
 

@@ -1,0 +1,51 @@
+#include "platform/linux/TrayHost.h"
+
+#include <QDBusVariant>
+
+#include <utility>
+
+namespace veilkeep {
+namespace {
+
+const QString watcherName = QStringLiteral("org.kde.StatusNotifierWatcher");
+const QString watcherPath = QStringLiteral("/StatusNotifierWatcher");
+
+} // namespace
+
+TrayHost::TrayHost(BusLink& sessionBus) : m_bus(sessionBus), m_watcher(sessionBus, {watcherName}) {
+    connect(&m_watcher, &BusOwners::changed, this,
+            [this](const QString&, const QString& owner) { talkTo(owner); });
+    connect(&m_bus, &BusLink::wentDown, this, [this] { talkTo({}); });
+}
+
+void TrayHost::talkTo(const QString& watcher) {
+    m_owner = watcher;
+    if (watcher.isEmpty())
+        return set(false);
+    for (const char* const signal : {"StatusNotifierHostRegistered", "StatusNotifierHostUnregistered"})
+        m_bus.hook(watcher, watcherPath, watcherName, signal, this, SLOT(hostsChanged(QDBusMessage)));
+    askForHosts();
+}
+
+void TrayHost::hostsChanged(const QDBusMessage& signal) {
+    if (signal.service() == m_owner)
+        askForHosts();
+}
+
+// The signals do not say whether another host is left.
+void TrayHost::askForHosts() {
+    QDBusMessage question = QDBusMessage::createMethodCall(
+        m_owner, watcherPath, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
+    question << watcherName << QStringLiteral("IsStatusNotifierHostRegistered");
+    m_bus.ask(question, *this, [this, asked = m_owner](const QDBusMessage& answer) {
+        if (asked == m_owner)
+            set(answer.arguments().value(0).value<QDBusVariant>().variant() == QVariant(true));
+    });
+}
+
+void TrayHost::set(bool isAvailable) {
+    if (std::exchange(m_isAvailable, isAvailable) != isAvailable)
+        emit availableChanged(isAvailable);
+}
+
+} // namespace veilkeep

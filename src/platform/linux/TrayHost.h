@@ -1,0 +1,37 @@
+#pragma once
+
+#include "platform/linux/BusLink.h"
+#include "platform/linux/BusOwners.h"
+
+#include <QDBusMessage>
+#include <QObject>
+
+namespace veilkeep {
+
+// Whether something shows tray icons (StatusNotifierItem). Listens only, and starts nobody. Main thread.
+class TrayHost : public QObject {
+    Q_OBJECT
+
+public:
+    explicit TrayHost(BusLink& sessionBus); // before the bus is started
+
+    bool isAvailable() const { return m_isAvailable; }
+
+signals:
+    void availableChanged(bool isAvailable);
+
+private slots:
+    void hostsChanged(const QDBusMessage& signal);
+
+private:
+    void talkTo(const QString& watcher);
+    void askForHosts();
+    void set(bool isAvailable);
+
+    BusLink& m_bus;
+    BusOwners m_watcher;
+    QString m_owner;
+    bool m_isAvailable = false;
+};
+
+} // namespace veilkeep
