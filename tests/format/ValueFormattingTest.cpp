@@ -1,0 +1,186 @@
+#include "format/ValueFormatting.h"
+
+#include "core/records/PropertyDictionary.h"
+#include "core/tracking/FileIdentity.h"
+#include "format/WindowCentering.h"
+#include "tests/support/ScratchTree.h"
+
+#include <gtest/gtest.h>
+
+#include <QLocale>
+#include <QTimeZone>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include <cstdlib>
+#include <limits>
+
+namespace veilkeep {
+namespace {
+
+using test::ScratchTree;
+
+constexpr double beforeSnowLeopard = 949;
+
+class ValueFormatting : public ::testing::Test {
+protected:
+    ValueFormatting() {
+        ::setenv("TZ", "UTC", 1);
+        ::tzset();
+        QLocale::setDefault(QLocale("en_US"));
+    }
+    ~ValueFormatting() override { QLocale::setDefault(QLocale::c()); }
+};
+
+TEST_F(ValueFormatting, SizesInBothSystemsOfUnits) {
+    struct Row {
+        std::int64_t size;
+        QString decimal, binary;
+    };
+    const Row rows[] = {
+        {-1, "N/A", "N/A"},
+        {0, "Zero KB", "Zero KB"},
+        {1, "4 KB", "4 KB"},
+        {3999, "4 KB", "4 KB"},
+        {4000, "8 KB", "4 KB"},
+        {4095, "8 KB", "4 KB"},
+        {4096, "8 KB", "8 KB"},
+        {8000, "12 KB", "8 KB"},
+        {8192, "12 KB", "12 KB"},
+        {999'999, "1000 KB", "980 KB"},
+        {1'000'000, "1 MB", "980 KB"},
+        {1'048'575, "1.04 MB", "1024 KB"},
+        {1'048'576, "1.04 MB", "1 MB"},
+        {1'500'000, "1.5 MB", "1.42 MB"},
+        {1'896'000, "1.89 MB", "1.8 MB"}, // 1.9 is a little less in single precision
+        {999'999'999, "1000 MB", "953.67 MB"},
+        {1'073'741'823, "1.07 GB", "1024 MB"},
+        {1'200'000'000'000, "1200 GB", "1117.58 GB"},
+    };
+    for (const auto& [size, decimal, binary] : rows) {
+        EXPECT_EQ(stringSizeFromLong(size), decimal) << size;
+        EXPECT_EQ(stringSizeFromLong(size, beforeSnowLeopard), binary) << size;
+    }
+}
+
+TEST_F(ValueFormatting, SizesAndDatesAreWrittenAsTheLocaleHasIt) {
+    struct Row {
+        const char* locale;
+        QString size, date;
+    };
+    const Row rows[] = {
+        {"en_US", "1.5 MB", "3/4/26 10:12 AM"},
+        {"de_DE", "1,5 MB", "04.03.26 10:12"},
+        {"ar_EG", QStringLiteral("١٫٥ MB"), QStringLiteral("٤‏/٣‏/٢٠٢٦ ١٠:١٢ ص")},
+    };
+    const FileTime instant{1'772'619'120, 999'999'999};
+    for (const auto& [locale, size, date] : rows) {
+        QLocale::setDefault(QLocale(locale));
+        EXPECT_EQ(stringSizeFromLong(1'500'000), size) << locale;
+        EXPECT_EQ(CreationDateValueTransformer::text(ClassicTimestamp::fromFileTime(instant)), date);
+        EXPECT_EQ(ModificationDateValueTransformer::text(QDateTime::fromSecsSinceEpoch(instant.seconds)),
+                  date);
+    }
+}
+
+TEST_F(ValueFormatting, SumsPassOverUnknownSizes) {
+    const std::uint64_t unknown = std::numeric_limits<std::uint64_t>::max();
+    const std::pair<Value, QString> rows[] = {
+        {unknown, "N/A"},
+        {std::int64_t{-1}, "N/A"},
+        {std::int64_t{1000}, "4 KB"},
+        {4000.5, "8 KB"},
+        {ValueList{std::int64_t{-1}, std::int64_t{1000}}, "4 KB"},
+        {ValueList{unknown, unknown}, "Zero KB"},
+        {ValueList{std::int64_t{500'000}, std::uint64_t{1'000'000}}, "1.5 MB"},
+        {ValueList{}, "Zero KB"},
+        {"4000", "Zero KB"},
+        {Null(), "Zero KB"},
+    };
+    for (const auto& [value, text] : rows)
+        EXPECT_EQ(SizeToStringValueTransformer::transformedValue(value), text) << text.toStdString();
+}
+
+TEST_F(ValueFormatting, FoldersTellHowMuchIsInThem) {
+    const ScratchTree scratch;
+    const std::string none = scratch.makeDirectory("none");
+    const std::string file = scratch.makeFile("one/.hidden");
+    scratch.makeFile("home/two/a/below");
+    scratch.makeFile("home/two/\xff");
+    const std::pair<std::string, QString> rows[] = {
+        {none, "N/A"},
+        {scratch.path("one"), "N/A"},
+        {scratch.path("home/two"), "N/A for 2 items"},
+        {"~/two", "N/A for 2 items"},
+        {file, "N/A"},
+        {scratch.path("missing"), "N/A"},
+        {"", "N/A"},
+    };
+    for (const auto& [path, text] : rows) {
+        const PropertyDictionary value{{"Size", std::int64_t{-1}}, {"Path", path}};
+        EXPECT_EQ(NumberOfFilesInDirectoryValueTransformer::transformedValue(value), text) << path;
+    }
+    EXPECT_EQ(NumberOfFilesInDirectoryValueTransformer::transformedValue(std::int64_t{1}), "N/A");
+}
+
+TEST_F(ValueFormatting, DatesOfWhatIsThere) {
+    const ScratchTree scratch;
+    const std::string file = scratch.makeFile("home/file");
+    const std::string dangling = scratch.path("link");
+    ASSERT_EQ(::symlink("nowhere", dangling.c_str()), 0);
+    const timespec times[] = {{0, UTIME_OMIT}, {951'782'400, 5}};
+    for (const std::string& path : {file, dangling})
+        ASSERT_EQ(::utimensat(AT_FDCWD, path.c_str(), times, AT_SYMLINK_NOFOLLOW), 0);
+
+    for (const std::string& path : {file, dangling, std::string("~/file")}) {
+        EXPECT_EQ(ModificationDateValueTransformer::transformedValue(path), "2/29/00 12:00 AM");
+        EXPECT_NE(CreationDateValueTransformer::transformedValue(path), "2/29/00 12:00 AM");
+    }
+    for (const std::string& path : {std::string(), scratch.path("missing"), file + "/below"}) {
+        EXPECT_EQ(ModificationDateValueTransformer::transformedValue(path), "Unknown") << path;
+        EXPECT_EQ(CreationDateValueTransformer::transformedValue(path), "Unknown") << path;
+    }
+}
+
+TEST_F(ValueFormatting, ClassicTimestampsCountFrom1904) {
+    EXPECT_EQ((ClassicTimestamp{0, 0, 0}.dateTime().toUTC().toString(Qt::ISODate)), "1904-01-01T00:00:00Z");
+    EXPECT_EQ((ClassicTimestamp{1, 0, 0}.secondsSince1904()), 4'294'967'296.0);
+    EXPECT_EQ((ClassicTimestamp{0, 7, 65535}.secondsSince1904()), 8.0); // the divisor is no power of two
+    for (const std::int64_t seconds : {std::int64_t{0}, std::int64_t{2'212'122'496}, std::int64_t{-1}}) {
+        const auto stamp = ClassicTimestamp::fromFileTime({seconds, 500'000'000});
+        ASSERT_TRUE(stamp);
+        EXPECT_EQ(stamp->dateTime().toMSecsSinceEpoch(), seconds * 1000 + 499); // of 65535, cut off
+    }
+    EXPECT_FALSE(ClassicTimestamp::fromFileTime({-2'082'844'801, 0}));
+    EXPECT_FALSE(ClassicTimestamp::fromFileTime({std::numeric_limits<std::int64_t>::max(), 0}));
+}
+
+TEST_F(ValueFormatting, PlacesBelowTheHomeFolder) {
+    const ScratchTree scratch;
+    const std::pair<std::string, QString> rows[] = {
+        {scratch.home(), "~"},
+        {scratch.home() + "/a/b", "~/a/b"},
+        {scratch.home() + "work/a", QString::fromStdString(scratch.home() + "work/a")},
+        {scratch.home() + "/\xff\n", "~/\\xff\\n"},
+        {"/media/stick", "/media/stick"},
+        {"", ""},
+    };
+    for (const auto& [path, shown] : rows)
+        EXPECT_EQ(placeWithTilde(path), shown);
+}
+
+TEST_F(ValueFormatting, BadgesAndTab) {
+    EXPECT_EQ(VisibleValueTransformer::transformedValue(0), "visible");
+    EXPECT_EQ(VisibleValueTransformer::transformedValue(1), "hidden");
+    EXPECT_EQ(VisibleValueTransformer::transformedValue(-1), "hidden");
+    EXPECT_EQ(SelectionTabValueTransformer::transformedValue(), "Info");
+}
+
+TEST(WindowCentering, IsExact) {
+    EXPECT_EQ(betterCenter({400, 300}, {100, 50, 1000, 800}), QRect(400, 300, 400, 300));
+    EXPECT_EQ(betterCenter({1200, 900}, {0, 30, 1000, 700}), QRect(-100, -70, 1200, 900));
+}
+
+} // namespace
+} // namespace veilkeep
