@@ -2,7 +2,7 @@
 
 #include <QMimeData>
 
-#include <memory>
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <vector>
@@ -11,6 +11,7 @@ namespace veilkeep {
 
 // Paths and rows in a drag, byte for byte: under "filesPBoardType" paths of rows of the files table, under
 // "groupMovePBoardType" rows of the group list, under text/uri-list the files that other programs may have.
+// Readers believe nothing: what is cut off, too large or empty counts as not carried.
 namespace dragMime {
 
 void setPaths(QMimeData& data, const std::vector<std::string>& rowPaths);

@@ -18,12 +18,15 @@ public:
 
     explicit FilterBar(QWidget* parent = nullptr);
 
+    Filter filter() const;
     void setFilter(Filter filter); // without filterChosen()
 
 signals:
-    void filterChosen(veilkeep::FilterBar::Filter filter);
+    void filterChosen(veilkeep::FilterBar::Filter filter); // also the one that was on
 
 private:
+    void moveBy(QAbstractButton* from, int steps);
+
     std::array<QAbstractButton*, 4> m_buttons{};
 };
 

@@ -4,6 +4,7 @@
 
 class QLabel;
 class QPushButton;
+class QToolButton;
 
 namespace veilkeep {
 
@@ -17,18 +18,24 @@ public:
 
     explicit MessageBar(Kind kind, QWidget* parent = nullptr);
 
+    QString text() const;
     void setText(const QString& text);         // plain; read out when it appears
     void setActionText(const QString& action); // empty: no such button
     void setDismissible(bool isDismissible);
 
 signals:
     void actionTriggered();
-    void dismissed();
+    void dismissed(); // and hidden
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
 
 private:
+    const Kind m_kind;
+    QLabel* m_icon; // its place
     QLabel* m_text;
     QPushButton* m_action;
-    QPushButton* m_dismiss;
+    QToolButton* m_dismiss;
 };
 
 } // namespace veilkeep

@@ -1,13 +1,13 @@
 #pragma once
 
-#include <QAbstractButton>
+#include <QCheckBox>
 #include <QVariantAnimation>
 
 namespace veilkeep {
 
 // A switch with three values: 0 off, 1 on, 2 mixed (of a selection that differs; the user cannot set it).
-// Drawn with the palette; slides when it changes. Main thread.
-class OnOffSwitch : public QAbstractButton {
+// Drawn with the palette; slides when it changes. A check box to screen readers. Main thread.
+class OnOffSwitch : public QCheckBox {
     Q_OBJECT
     Q_PROPERTY(int value READ value WRITE setValue NOTIFY valueChanged)
 
@@ -16,10 +16,11 @@ public:
 
     explicit OnOffSwitch(QWidget* parent = nullptr);
 
-    int value() const { return m_value; }
+    int value() const;
     void setValue(int value); // without switched()
 
     QSize sizeHint() const override;
+    QSize minimumSizeHint() const override { return sizeHint(); }
 
 signals:
     void valueChanged(int value);
@@ -29,10 +30,11 @@ protected:
     void paintEvent(QPaintEvent* event) override;
     bool hitButton(const QPoint& position) const override;
     void nextCheckState() override;
-    void changeEvent(QEvent* event) override;
 
 private:
-    int m_value = Off;
+    void slideTo(double position);
+
+    double m_position = 0;
     QVariantAnimation m_slide;
 };
 

@@ -4,10 +4,12 @@
 #include <QPainter>
 #include <QPalette>
 #include <QRectF>
+#include <QSize>
 
 namespace veilkeep {
 
-// How the controls in rows and the switch are drawn, with the palette at hand, sharp at any scale.
+// How the controls in rows and the switch are drawn, with the palette at hand, sharp at any scale. The ring
+// of a focused one lies outside its rectangle, by focusRingWidth.
 struct ControlLook {
     bool isEnabled = true;
     bool isHovered = false;
@@ -17,6 +19,7 @@ struct ControlLook {
 
 constexpr QSize switchSize{40, 22};
 constexpr QSize revealButtonSize{26, 26};
+constexpr int focusRingWidth = 3;
 
 // position: 0 off to 1 on, in between while it slides, 0.5 for a mixed one.
 void paintSwitch(QPainter& painter, const QRectF& rect, double position, const QPalette& palette,
@@ -29,9 +32,17 @@ void paintFixButton(QPainter& painter, const QRectF& rect, const QPalette& palet
 void paintRevealButton(QPainter& painter, const QRectF& rect, const QPalette& palette,
                        const ControlLook& look);
 
-// Colours that a palette does not have, worked out from it; each at least 4.5:1 against the base.
+// Colours that a palette does not have, worked out from its Base, Text and Highlight. Text in them and in the
+// palette's Text has at least 4.5:1 against the base, or against a selected row.
 QColor secondaryTextColor(const QPalette& palette, bool onSelection = false);
 QColor warningColor(const QPalette& palette, bool onSelection = false);
-QColor rowSelectionColor(const QPalette& palette, bool isActive);
+QColor rowSelectionColor(const QPalette& palette, bool isActive); // opaque; text stays as it is on it
+QColor separatorColor(const QPalette& palette);
+
+QColor blended(const QColor& from, const QColor& to, double part);
+double contrastRatio(const QColor& one, const QColor& other); // 1 to 21
+
+// The colour, moved towards black or white until it has the contrast against the ground.
+QColor withContrast(const QColor& color, const QColor& ground, double ratio);
 
 } // namespace veilkeep
