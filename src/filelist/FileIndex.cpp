@@ -58,6 +58,15 @@ void FileIndex::removeMarked(const std::vector<bool>& isLeaving) {
     chainAnew(std::bit_ceil(kept));
 }
 
+void FileIndex::arrange(std::span<const std::size_t> order) {
+    std::vector<Entry> arranged;
+    arranged.reserve(order.size());
+    for (const std::size_t position : order)
+        arranged.push_back(m_entries[position]);
+    m_entries = std::move(arranged);
+    chainAnew(std::bit_ceil(m_entries.size()));
+}
+
 FileIndex::Entry FileIndex::entryOf(const File& file) {
     return {{hashOf(file.path()), hashOf(file.originalPath())}, {none, none}, file.groupID()};
 }

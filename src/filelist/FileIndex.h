@@ -31,6 +31,7 @@ public:
     void append(const File& file);                         // at the end of the list
     void update(std::size_t position, const File& file);   // as it is now
     void removeMarked(const std::vector<bool>& isLeaving); // those after them move up
+    void arrange(std::span<const std::size_t> order);      // first comes what lay at order[0]
 
 private:
     static constexpr Position none = UINT32_MAX;

@@ -3,6 +3,8 @@
 #include "filelist/CurrentGroup.h"
 
 #include <algorithm>
+#include <cassert>
+#include <utility>
 
 namespace veilkeep {
 
@@ -64,6 +66,20 @@ void FileList::remove(std::span<const ListedFile> files) {
     m_index.removeMarked(isLeaving);
     ++m_revision;
     emit filesRemoved();
+}
+
+void FileList::sort(std::span<const std::size_t> order) {
+    assert(order.size() == size());
+    if (std::ranges::is_sorted(order))
+        return;
+    std::vector<ListedFile> sorted;
+    sorted.reserve(size());
+    for (const std::size_t position : order)
+        sorted.push_back(std::move(m_files[position]));
+    m_files = std::move(sorted);
+    m_index.arrange(order);
+    ++m_revision;
+    emit filesSorted();
 }
 
 void FileList::add(std::vector<File> files) {

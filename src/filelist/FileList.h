@@ -39,6 +39,9 @@ public:
     void append(std::vector<File> files);
     void remove(std::span<const ListedFile> files); // in one pass; what is not in the list is passed over
 
+    // First comes what lay at order[0]; each position stands in it once.
+    void sort(std::span<const std::size_t> order);
+
     // Calls the function with the record to be changed, and answers what it answers. Until it
     // returns the record may not be found by what is new of it. What leaves its properties equal is no
     // change. A record that has left the list meanwhile may still be changed.
@@ -55,6 +58,7 @@ signals:
     void wasAssigned();
     void filesAppended(std::size_t first, std::size_t count);
     void filesRemoved();
+    void filesSorted();
     void fileChanged(const veilkeep::ListedFile& file);
 
 private:

@@ -6,8 +6,7 @@
 #include <QObject>
 #include <QString>
 
-#include <cstdint>
-#include <optional>
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -20,15 +19,17 @@ class FileListActions : public QObject {
     Q_OBJECT
 
 public:
-    // Neither is owned. Without applications nothing can be opened.
+    // None is owned. Without applications nothing can be opened.
     FileListActions(FilesViewController& files, Alerts& alerts, Applications* applications);
 
     // One item of the Open With submenu.
     struct OpenWithItem {
         enum class Kind { Application, Separator, None, Other };
         Kind kind = Kind::Application;
-        QString title = {};
+        QString title = {}; // as it is: a menu takes "&" for a mnemonic
         InstalledApplication application = {};
+
+        bool operator==(const OpenWithItem&) const = default;
     };
     std::vector<OpenWithItem> openWithMenuItemForFile(const std::string& path) const;
 
@@ -37,6 +38,7 @@ public:
         QString title = {}; // null: stays as it is
         QString toolTip = {};
     };
+    enum Tag { Open = 103, OpenWith = 104, Reveal = 105, Remove = 106, RemoveTool = 489 };
     Item validateMenuItem(int tag, const QString& currentGroupName) const; // 103 to 106; others are enabled
     Item validateToolbarItem(int tag) const;                               // 489
 
@@ -46,21 +48,31 @@ public:
     // Selects the row where it was not selected, and answers the value of the selection's switch: 0 off, 1
     // on, 2 mixed, also for a row outside of the table.
     int menuState(std::ptrdiff_t row);
-    void menuSwitchOnOff();
-    int switchValue() const; // of the selected items
+    void menuSwitchOnOff(); // of the selection: off where all of it is on, else on
+    int switchValue() const;
+    std::ptrdiff_t contextMenuSelectedItem() const { return m_contextMenuSelectedItem; } // -1: none yet
 
-    enum class SortKey { Name, Place, Size, State };
-    void sort(SortKey key, bool ascending); // the list itself
+    using SortKey = veilkeep::SortKey;
+    void sort(SortKey key, bool ascending) { m_files.sortFiles(key, ascending); } // the list itself
 
 public slots:
     void openFileAction();
     void openFileInFinder() { openFileAction(); }
     void menuRevealFileInFinder();
     void openSelectedFileWithApplication(const QString& identifier);
-    void hideSelected();
-    void unhideSelected();
+    void hideSelected() { m_files.switchOnOff(1); }
+    void unhideSelected() { m_files.switchOnOff(0); }
 
 private:
+    struct Failure {
+        ListedFile file;
+        Error error;
+    };
+
+    FilesViewController::Files selectedToOpen() const;
+    Result<void> open(const std::string& path) const;
+    void tell(const std::vector<Failure>& failures);
+
     FilesViewController& m_files;
     Alerts& m_alerts;
     Applications* m_applications;

@@ -1,13 +1,14 @@
 #include "filelist/FilesController.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <iterator>
 #include <utility>
 
 namespace veilkeep {
 
 FilesController::FilesController(FileList& files) : m_files(files) {
-    for (const auto signal : {&FileList::wasAssigned, &FileList::filesRemoved})
+    for (const auto signal : {&FileList::wasAssigned, &FileList::filesRemoved, &FileList::filesSorted})
         connect(&files, signal, this, [this] {
             m_names.clear();
             arrangeAnew();
@@ -43,10 +44,29 @@ std::vector<ListedFile> FilesController::selectedObjects() const {
 
 void FilesController::setSelectedObjects(const std::vector<ListedFile>& files) {
     Selection selection;
+    selection.reserve(files.size());
     std::ranges::copy_if(files, std::inserter(selection, selection.end()),
                          [&](const ListedFile& file) { return isShown(file); });
-    if (std::exchange(m_selection, selection) != selection)
-        emit selectionChanged();
+    if (selection == m_selection)
+        return;
+    m_selection = std::move(selection);
+    emit selectionSet();
+    emit selectionChanged();
+}
+
+void FilesController::changeSelection(const std::vector<ListedFile>& added,
+                                      const std::vector<ListedFile>& removed) {
+    std::size_t changes = 0;
+    for (const ListedFile& file : removed)
+        changes += m_selection.erase(file);
+    m_selection.reserve(m_selection.size() + added.size());
+    for (const ListedFile& file : added)
+        if (isShown(file) && m_selection.insert(file).second)
+            ++changes;
+    if (changes == 0)
+        return;
+    emit selectionSet();
+    emit selectionChanged();
 }
 
 bool FilesController::isShown(const ListedFile& file) const {

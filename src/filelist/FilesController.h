@@ -7,6 +7,7 @@
 
 #include <QObject>
 
+#include <cstddef>
 #include <unordered_set>
 #include <vector>
 
@@ -27,11 +28,15 @@ public:
     // A selected record stays so for as long as it is shown.
     std::vector<ListedFile> selectedObjects() const;               // in the order of their rows
     void setSelectedObjects(const std::vector<ListedFile>& files); // those that are not shown are passed over
+    void changeSelection(const std::vector<ListedFile>& added, const std::vector<ListedFile>& removed);
     void clearSelection() { setSelectedObjects({}); }
+    bool isSelected(const ListedFile& file) const { return m_selection.contains(file); }
+    std::size_t selectedCount() const { return m_selection.size(); }
 
 signals:
     void arrangedObjectsChanged(); // perhaps not again before somebody asks for them
     void selectionChanged();
+    void selectionSet(); // before selectionChanged(): not by records that are shown no more
 
 private:
     using Selection = std::unordered_set<ListedFile>;

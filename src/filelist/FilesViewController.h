@@ -3,6 +3,7 @@
 #include "core/protocol/CloakWorkerDelegate.h"
 #include "filelist/BrokenFiles.h"
 #include "filelist/FileList.h"
+#include "filelist/FileOrder.h"
 #include "filelist/FilesController.h"
 #include "filelist/FilesViewControllerParts.h"
 #include "filelist/FilterController.h"
@@ -154,6 +155,7 @@ public slots:
     void switchOnOff(int value);
     void hideOrUnhideFileInTable(const std::string& path);
     void revealFileInFinder(const std::string& path);
+    void sortFiles(veilkeep::SortKey key, bool ascending); // the list itself; saved with its order
     void checkTempFiles();
     void shouldCleanRecents(const QString& answer);
     void restoreDirectory();        // one or more that the user chooses

@@ -97,6 +97,13 @@ void FilesViewController::revealFileInFinder(const std::string& path) {
         m_parts.fileViewer->selectFile(path);
 }
 
+void FilesViewController::sortFiles(SortKey key, bool ascending) {
+    m_parts.turns.run([this, key, ascending] {
+        m_files.sort(fileOrder(m_files.all(), key, ascending));
+        saveDataToDisk();
+    });
+}
+
 void FilesViewController::checkTempFiles() {
     m_parts.turns.run([this] { m_parts.cloakWorker.checkTempFiles(); });
 }
