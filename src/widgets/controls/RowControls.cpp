@@ -42,6 +42,12 @@ QColor reacting(const QColor& color, const QPalette& palette, const ControlLook&
     return look.isHovered && look.isEnabled ? blended(color, text, 0.08) : color;
 }
 
+// Over whatever ground the row has.
+QColor veil(QColor color, const ControlLook& look) {
+    color.setAlphaF(look.isPressed ? 0.22F : look.isHovered && look.isEnabled ? 0.1F : 0);
+    return color;
+}
+
 void paintFocusRing(QPainter& painter, const QRectF& rect, double radius, const QPalette& palette) {
     const double width = lineWidth(painter, 2), distance = focusRingWidth - width / 2;
     painter.setPen(
@@ -166,9 +172,9 @@ void paintFixButton(QPainter& painter, const QRectF& rect, const QPalette& palet
     const Painting painting(painter, look);
     const QRectF outline = onPixels(painter, rect);
     const double line = lineWidth(painter, 1.4), radius = outline.height() / 2;
-    const QColor base = palette.color(QPalette::Base), warning = warningColor(palette, true);
+    const QColor warning = warningColor(palette, true);
     painter.setPen(QPen(warning, line));
-    painter.setBrush(blended(base, warning, look.isPressed ? 0.25 : look.isHovered ? 0.12 : 0));
+    painter.setBrush(veil(warning, look));
     painter.drawRoundedRect(within(outline, line / 2), radius - line / 2, radius - line / 2);
 
     const QPointF middle = outline.center();
@@ -192,7 +198,7 @@ void paintRevealButton(QPainter& painter, const QRectF& rect, const QPalette& pa
     const double line = lineWidth(painter, 1), radius = outline.height() / 2;
     const QColor base = palette.color(QPalette::Base), text = palette.color(QPalette::Text);
     painter.setPen(QPen(blended(base, text, look.isHovered || look.isPressed ? 0.5 : 0.2), line));
-    painter.setBrush(blended(base, text, look.isPressed ? 0.2 : look.isHovered ? 0.08 : 0));
+    painter.setBrush(veil(text, look));
     painter.drawEllipse(within(outline, line / 2));
 
     const double unit = outline.height() / 26;
