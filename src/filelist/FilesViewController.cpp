@@ -275,7 +275,9 @@ FilesViewController::dragDataForRows(const std::vector<std::size_t>& rows) const
 }
 
 void FilesViewController::acceptDropOfRows(const std::vector<std::string>& rowPaths) {
-    moveFiles(rowPaths, m_parts.groups.currentGroupID());
+    m_parts.turns.run([this, rowPaths, groupID = m_parts.groups.currentGroupID()] {
+        moveFiles(rowPaths, groupID);
+    });
 }
 
 } // namespace veilkeep

@@ -101,7 +101,7 @@ public:
     };
     static constexpr const char* filesPasteboardType = "filesPBoardType";
     DragData dragDataForRows(const std::vector<std::size_t>& rows) const;
-    void acceptDropOfRows(const std::vector<std::string>& rowPaths);
+    void acceptDropOfRows(const std::vector<std::string>& rowPaths); // in their turn, to the group of now
 
     // --- Hiding and bringing back (HideOperations.h) ---
     HideOperations& hideOperations() { return m_hideOperations; }

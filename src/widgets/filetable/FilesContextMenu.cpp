@@ -1,0 +1,87 @@
+#include "widgets/filetable/FilesContextMenu.h"
+
+#include <QFileInfo>
+#include <QIcon>
+
+#include <string>
+#include <utility>
+
+namespace veilkeep {
+namespace {
+
+QString withoutMnemonic(QString title) {
+    return title.replace('&', QStringLiteral("&&"));
+}
+
+QIcon iconOf(const InstalledApplication& application) {
+    const QString& name = application.iconName;
+    return name.startsWith('/') ? QIcon(name) : QIcon::fromTheme(name);
+}
+
+} // namespace
+
+FilesContextMenu::FilesContextMenu(FilesViewController& files, FileListActions& actions, std::ptrdiff_t row,
+                                   const QString& currentGroupName, QWidget* parent)
+    : QMenu(parent), m_files(files), m_actions(actions), m_currentGroupName(currentGroupName) {
+    setAttribute(Qt::WA_DeleteOnClose);
+    const int switchValue = m_actions.menuState(row);
+    const auto isEnabled = [this](int tag) {
+        return m_actions.validateMenuItem(tag, m_currentGroupName).isEnabled;
+    };
+    add(tr("Open"), [this] { m_actions.openFileAction(); })->setEnabled(isEnabled(FileListActions::Open));
+    addOpenWith();
+    add(tr("Reveal in Finder"), [this] {
+        m_actions.menuRevealFileInFinder();
+    })->setEnabled(isEnabled(FileListActions::Reveal));
+    add(tr("Quick Look"), [this] { emit quickLookRequested(); });
+    addSwitch(switchValue);
+    addSeparator();
+    add(m_actions.validateMenuItem(FileListActions::Remove, m_currentGroupName).title,
+        [this] { m_files.removeFromListAction(); });
+}
+
+QAction* FilesContextMenu::add(const QString& title, std::function<void()> act) {
+    QAction* const action = addAction(withoutMnemonic(title));
+    connect(action, &QAction::triggered, this, std::move(act));
+    return action;
+}
+
+// An item that is not where it should be alone can be asked about.
+void FilesContextMenu::addSwitch(int value) {
+    const ListedFile first = m_files.firstSelectedFile();
+    if (first && first->state() == File::Broken && m_files.filesController().selectedCount() == 1) {
+        add(tr("Fix…"), [this, path = std::string(first->path())] { m_files.hideOrUnhideFileInTable(path); });
+        return;
+    }
+    add(value == 1 ? tr("Unhide") : tr("Hide"), [this] { m_actions.menuSwitchOnOff(); });
+}
+
+void FilesContextMenu::addOpenWith() {
+    QMenu* const menu = addMenu(tr("Open With"));
+    menu->setEnabled(m_actions.validateMenuItem(FileListActions::OpenWith, m_currentGroupName).isEnabled);
+    connect(menu, &QMenu::aboutToShow, this, [this, menu] { fillOpenWith(*menu); });
+}
+
+void FilesContextMenu::fillOpenWith(QMenu& menu) {
+    menu.clear();
+    const ListedFile file = m_files.firstSelectedFile();
+    if (!file)
+        return;
+    using Kind = FileListActions::OpenWithItem::Kind;
+    for (const auto& item : m_actions.openWithMenuItemForFile(std::string(file->path()))) {
+        if (item.kind == Kind::Separator) {
+            menu.addSeparator();
+            continue;
+        }
+        QAction* const action = menu.addAction(iconOf(item.application), withoutMnemonic(item.title));
+        action->setEnabled(item.kind != Kind::None);
+        connect(action, &QAction::triggered, this, [this, item] {
+            if (item.kind == Kind::Other)
+                emit chooseApplicationRequested();
+            else
+                m_actions.openSelectedFileWithApplication(item.application.identifier);
+        });
+    }
+}
+
+} // namespace veilkeep

@@ -1,0 +1,130 @@
+#include "widgets/filetable/FilesTableDelegate.h"
+
+#include "widgets/controls/RowControls.h"
+#include "widgets/filetable/SizeText.h"
+
+#include <QPainter>
+#include <QStyle>
+#include <QWidget>
+
+namespace veilkeep {
+namespace {
+
+constexpr qreal hiddenOpacity = 0.5;
+constexpr float lineOpacity = 0.15F;
+
+} // namespace
+
+struct FilesTableDelegate::Row {
+    QPainter& painter;
+    const QStyleOptionViewItem& option;
+    const RowLayout& layout;
+    const ListedFile& file;
+    int number;
+
+    bool isSelected() const { return option.state & QStyle::State_Selected; }
+    bool isActive() const { return option.state & QStyle::State_Active; }
+    bool isHidden() const { return file->state() == File::Hidden; }
+    QColor textColor() const { return option.palette.color(QPalette::Text); }
+    QColor secondaryColor() const { return secondaryTextColor(option.palette, isSelected()); }
+    Qt::Alignment alignment(Qt::Alignment side) const {
+        return QStyle::visualAlignment(option.direction, side) | Qt::AlignVCenter;
+    }
+};
+
+FilesTableDelegate::FilesTableDelegate(const FilesTableModel& model, QObject* parent)
+    : QStyledItemDelegate(parent), m_model(model) {}
+
+RowLayout FilesTableDelegate::layoutOf(const QStyleOptionViewItem& option, int row) const {
+    const int sizeWidth = option.fontMetrics.horizontalAdvance(sizeText(m_model.fileAt(row)->size()));
+    return {option.rect, option.font, sizeWidth, option.direction};
+}
+
+QSize FilesTableDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex&) const {
+    return {option.rect.width(), RowLayout::heightFor(option.font)};
+}
+
+void FilesTableDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
+                               const QModelIndex& index) const {
+    const RowLayout layout = layoutOf(option, index.row());
+    const Row row{*painter, option, layout, m_model.fileAt(index.row()), index.row()};
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setLayoutDirection(option.direction);
+    paintGround(row);
+    paintImage(row);
+    paintTexts(row);
+    paintButtons(row);
+    painter->restore();
+}
+
+void FilesTableDelegate::paintGround(const Row& row) const {
+    const QRect& rect = row.layout.row;
+    if (row.isSelected())
+        row.painter.fillRect(rect, rowSelectionColor(row.option.palette, row.isActive()));
+    QColor line = row.textColor();
+    line.setAlphaF(lineOpacity);
+    row.painter.fillRect(QRect(rect.left(), rect.bottom(), rect.width(), 1), line);
+    if (!(row.option.state & QStyle::State_HasFocus) || !row.isActive())
+        return;
+    row.painter.setPen(QPen(row.option.palette.color(QPalette::Highlight), 2));
+    row.painter.setBrush(Qt::NoBrush);
+    row.painter.drawRoundedRect(QRectF(rect).adjusted(2, 2, -2, -3), 4, 4);
+}
+
+void FilesTableDelegate::paintImage(const Row& row) const {
+    row.painter.setOpacity(row.isHidden() ? hiddenOpacity : 1);
+    if (const QImage preview = m_model.previews().preview(row.file); !preview.isNull()) {
+        const QSizeF fitting = QSizeF(preview.size()).scaled(row.layout.image.size(), Qt::KeepAspectRatio);
+        QRectF place(QPointF(), fitting);
+        place.moveCenter(QRectF(row.layout.image).center());
+        row.painter.setRenderHint(QPainter::SmoothPixmapTransform);
+        row.painter.drawImage(place, preview);
+    } else {
+        m_model.previews().typeIcon(row.file).paint(&row.painter, row.layout.image);
+    }
+    row.painter.setOpacity(1);
+}
+
+void FilesTableDelegate::paintTexts(const Row& row) const {
+    const RowLayout& layout = row.layout;
+    const auto draw = [&](const QRect& rect, Qt::Alignment side, const QFont& font, const QColor& color,
+                          const QString& text, Qt::TextElideMode elide) {
+        row.painter.setFont(font);
+        row.painter.setPen(color);
+        const QString fitting = QFontMetrics(font).elidedText(text, elide, rect.width());
+        row.painter.drawText(rect, static_cast<int>(row.alignment(side)) | Qt::TextSingleLine, fitting);
+    };
+    const QFont small = RowLayout::placeFont(row.option.font);
+    draw(layout.name, Qt::AlignLeading, row.option.font,
+         row.isHidden() ? row.secondaryColor() : row.textColor(), m_model.name(*row.file), Qt::ElideMiddle);
+    const QString trouble = m_model.trouble(row.file);
+    const QString place = m_model.place(*row.file);
+    draw(layout.place, Qt::AlignLeading, small,
+         trouble.isEmpty() ? row.secondaryColor() : warningColor(row.option.palette, row.isSelected()),
+         trouble.isEmpty() ? place : tr("%1 · %2").arg(trouble, place), Qt::ElideMiddle);
+    draw(layout.size, Qt::AlignTrailing, row.option.font, row.secondaryColor(), sizeText(row.file->size()),
+         Qt::ElideNone);
+}
+
+void FilesTableDelegate::paintButtons(const Row& row) const {
+    const auto lookOf = [&](RowLayout::Part part, bool isEnabled) {
+        const PartOfRow own{row.number, part};
+        return ControlLook{.isEnabled = isEnabled,
+                           .isHovered = isEnabled && m_hovered == own,
+                           .isPressed = isEnabled && m_pressed == own && m_hovered == own};
+    };
+    paintRevealButton(row.painter, row.layout.reveal, row.option.palette,
+                      lookOf(RowLayout::Part::Reveal, mayBeRevealed(*row.file)));
+    const ControlLook look = lookOf(RowLayout::Part::Switch, true);
+    const double position = m_slides.position(row.file);
+    if (row.file->state() == File::Broken)
+        return paintFixButton(row.painter, row.layout.onOff, row.option.palette, look);
+    if (row.option.direction == Qt::RightToLeft) {
+        row.painter.translate(2 * QRectF(row.layout.onOff).center().x(), 0);
+        row.painter.scale(-1, 1);
+    }
+    paintSwitch(row.painter, row.layout.onOff, position, row.option.palette, look);
+}
+
+} // namespace veilkeep

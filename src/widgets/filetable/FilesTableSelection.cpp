@@ -1,0 +1,88 @@
+#include "widgets/filetable/FilesTableSelection.h"
+
+#include <utility>
+
+namespace veilkeep {
+namespace {
+
+constexpr auto wholeRows = QItemSelectionModel::Select | QItemSelectionModel::Rows;
+
+} // namespace
+
+FilesTableSelection::FilesTableSelection(FilesController& files, FilesTableModel& model,
+                                         QItemSelectionModel& selection, QObject* parent)
+    : QObject(parent), m_files(files), m_model(model), m_selection(selection) {
+    connect(&selection, &QItemSelectionModel::selectionChanged, this, &FilesTableSelection::handOver);
+    connect(&files, &FilesController::selectionSet, this, [this] {
+        if (!m_isHandingOver)
+            m_isToBeFollowed = true;
+    });
+    connect(&model, &FilesTableModel::modelAboutToBeReset, this, [this] {
+        const QModelIndex current = m_selection.currentIndex();
+        m_current = current.isValid() ? m_model.fileAt(current.row()) : nullptr;
+    });
+    connect(&model, &FilesTableModel::updated, this, &FilesTableSelection::follow);
+    follow();
+}
+
+std::vector<ListedFile> FilesTableSelection::filesIn(const QItemSelection& selection) const {
+    std::vector<ListedFile> files;
+    for (const QItemSelectionRange& range : selection)
+        for (int row = range.top(); row <= range.bottom(); ++row)
+            files.push_back(m_model.fileAt(row));
+    return files;
+}
+
+void FilesTableSelection::handOver(const QItemSelection& selected, const QItemSelection& deselected) {
+    if (m_isFollowing)
+        return;
+    m_isHandingOver = true;
+    if (m_selection.hasSelection())
+        m_files.changeSelection(filesIn(selected), filesIn(deselected));
+    else
+        m_files.clearSelection();
+    m_isHandingOver = false;
+}
+
+std::size_t FilesTableSelection::selectedRows() const {
+    std::size_t count = 0;
+    for (const QItemSelectionRange& range : m_selection.selection())
+        count += static_cast<std::size_t>(range.height());
+    return count;
+}
+
+// Rows that have left took their selection along, and so did their records.
+void FilesTableSelection::follow() {
+    if (std::exchange(m_isToBeFollowed, false) || selectedRows() != m_files.selectedCount())
+        select();
+    const ListedFile current = std::exchange(m_current, nullptr);
+    if (!current || m_selection.currentIndex().isValid())
+        return;
+    if (const int row = m_model.rowOf(current); row >= 0)
+        m_selection.setCurrentIndex(m_model.index(row, 0), QItemSelectionModel::NoUpdate);
+}
+
+// Not in one step: the table would compare each run of rows with each one before.
+void FilesTableSelection::select() {
+    QItemSelection selection;
+    int begin = -1;
+    for (int row = 0; m_files.selectedCount() > 0 && row <= m_model.rowCount(); ++row) {
+        const bool isSelected = row < m_model.rowCount() && m_files.isSelected(m_model.fileAt(row));
+        if (isSelected && begin < 0)
+            begin = row;
+        if (!isSelected && begin >= 0) {
+            selection.append(QItemSelectionRange(m_model.index(begin, 0), m_model.index(row - 1, 0)));
+            begin = -1;
+        }
+    }
+    m_isFollowing = true;
+    m_selection.clearSelection();
+    if (!selection.isEmpty())
+        m_selection.select(selection, wholeRows);
+    const QModelIndex current = m_selection.currentIndex();
+    if (!selection.isEmpty() && !m_current && !m_selection.isSelected(current))
+        m_selection.setCurrentIndex(selection.first().topLeft(), QItemSelectionModel::NoUpdate);
+    m_isFollowing = false;
+}
+
+} // namespace veilkeep
