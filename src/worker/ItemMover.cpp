@@ -14,7 +14,7 @@ namespace veilkeep {
 namespace {
 
 MoveAnswer failed(WorkerError error) {
-    return {error, {}};
+    return {error, {}, {}};
 }
 MoveAnswer failedWithErrno(int systemError) {
     return failed(workerErrorFromErrno(systemError));
@@ -107,10 +107,11 @@ MoveAnswer hideItem(const std::string& path, const User* askedBy) {
     if (attempt.error != 0)
         return attempt.atHiddenDirectory ? failedAtHiddenDirectory(attempt.error)
                                          : failedWithErrno(attempt.error);
-    return {WorkerError::Success, joinPath(joinPath(parentPath(path), hiddenDirectoryName), scrambled)};
+    return {WorkerError::Success, joinPath(joinPath(parentPath(path), hiddenDirectoryName), scrambled), {}};
 }
 
-MoveAnswer unhideItem(const std::string& hiddenPath, const User* askedBy) {
+MoveAnswer unhideItem(const std::string& hiddenPath, const User* askedBy,
+                      const std::optional<std::string>& underName) {
     const std::string_view hiddenDirectory = parentPath(hiddenPath);
     const std::string name(lastPathComponent(hiddenPath));
     if (!namesAnItem(hiddenPath) || lastPathComponent(hiddenDirectory) != hiddenDirectoryName ||
@@ -125,16 +126,16 @@ MoveAnswer unhideItem(const std::string& hiddenPath, const User* askedBy) {
         return failedAtHiddenDirectory(hidden.error);
 
     const Place hiddenPlace{hidden.fd.get(), name};
-    Place visible{parent.get(), visibleName(name)};
+    Place visible{parent.get(), underName.value_or(visibleName(name))};
     int error = renameExclusively(hiddenPlace, visible, hidden.fd.get());
     if ((error == ENAMETOOLONG || error == EILSEQ) && visible.name != name) {
         visible.name = name; // the item comes back, if not under its own name
         error = renameExclusively(hiddenPlace, visible, hidden.fd.get());
     }
     if (error != 0)
-        return failedWithErrno(error);
+        return {workerErrorFromErrno(error), {}, error == EEXIST ? visible.name : std::string()};
     removeHiddenDirectoryIfEmpty(parent.get());
-    return {WorkerError::Success, joinPath(parentText, visible.name)};
+    return {WorkerError::Success, joinPath(parentText, visible.name), {}};
 }
 
 } // namespace veilkeep

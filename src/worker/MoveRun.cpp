@@ -5,8 +5,10 @@
 #include "core/names/BaseCloakLogic.h"
 #include "core/protocol/InProgressFolder.h"
 #include "worker/AnswerLine.h"
+#include "worker/AskedMove.h"
 #include "worker/ItemMover.h"
 #include "worker/ProcessGuard.h"
+#include "worker/Question.h"
 #include "worker/RequestInput.h"
 #include "worker/RereadNotice.h"
 #include "worker/TraceCleaning.h"
@@ -18,6 +20,8 @@
 namespace veilkeep {
 namespace {
 
+constexpr int failed = 0; // as exit status
+
 // The item lies elsewhere than the application believes, and only this tells it.
 void leaveRecord(const std::string& currentPath, int action, const std::string& inProgressFolder) {
     const InProgressRecord record{BaseCloakLogic::constructOriginalFullFileName(currentPath), currentPath, 0,
@@ -28,37 +32,57 @@ void leaveRecord(const std::string& currentPath, int action, const std::string& 
         logLine("Could not write an in-progress record for " + currentPath + ".");
 }
 
-// Without a folder the record goes into the one of this process' user.
-bool move(const WorkerRequest& request, const std::string& path, const std::string& inProgressFolder,
-          const Caller& caller) {
-    const bool hides = request.operation == WorkerRequest::Operation::Hide;
+MoveAnswer moved(const WorkerRequest& request, const std::string& path, const Caller& caller) {
     const User* const askedBy = caller.askedBy ? &*caller.askedBy : nullptr;
-    const MoveAnswer answer = hides ? hideItem(path, askedBy) : unhideItem(path, askedBy);
+    const bool hides = request.operation == WorkerRequest::Operation::Hide;
+    if (mayAsk(request, caller) && (!hides || request.removeRecents))
+        return hides ? hideItemAsking(path) : unhideItemAsking(path);
+    return hides ? hideItem(path, askedBy) : unhideItem(path, askedBy);
+}
+
+// The item is hidden and told by now, so whoever is asked here keeps nothing waiting but this process.
+RecentsAnswer cleanTraces(const WorkerRequest& request, const std::string& path,
+                          const std::string& hiddenPath, const Caller& caller) {
+    const bool isWanted =
+        request.operation == WorkerRequest::Operation::Hide && request.removeRecents && !caller.askedBy;
+    return isWanted ? haveTracesCleaned(path, hiddenPath, mayAsk(request, caller)) : RecentsAnswer::NotAsked;
+}
+
+// Without a folder the record goes into the one of this process' user.
+int move(const WorkerRequest& request, const std::string& path, const std::string& inProgressFolder,
+         const Caller& caller) {
+    const MoveAnswer answer = moved(request, path, caller);
     if (answer.error != WorkerError::Success) {
         if (request.printAnswer)
             answerError(answer.error, caller);
-        return false;
+        return failed;
     }
     const bool told = !request.printAnswer || deliver(STDOUT_FILENO, newFilenameLine(answer.newPath));
-    const bool needsRecord = !told || endingSignalArrived();
-    if (needsRecord && caller.mayWrite()) // without it a search for hidden items finds the item
-        leaveRecord(answer.newPath, hides ? 1 : 0,
-                    inProgressFolder.empty() ? OwnPlaces::current().inProgressDirectory : inProgressFolder);
-    if (hides && request.removeRecents && !askedBy)
-        haveTracesCleaned(path, answer.newPath);
-    return true;
+    const auto leaveRecordIf = [&](bool isNeeded) {
+        if (isNeeded && caller.mayWrite()) // without it a search for hidden items finds the item
+            leaveRecord(answer.newPath, request.operation == WorkerRequest::Operation::Hide ? 1 : 0,
+                        inProgressFolder.empty() ? OwnPlaces::current().inProgressDirectory
+                                                 : inProgressFolder);
+        return isNeeded;
+    };
+    const bool hasRecord = leaveRecordIf(!told || endingSignalArrived());
+    const RecentsAnswer asked = cleanTraces(request, path, answer.newPath, caller);
+    // While a person was asked the reader may have gone without having read the answer.
+    if (asked != RecentsAnswer::NotAsked && !hasRecord)
+        leaveRecordIf(request.printAnswer && (endingSignalArrived() || readerIsGone()));
+    return static_cast<int>(asked);
 }
 
 } // namespace
 
-bool moveAndAnswer(const WorkerRequest& request, const Caller& caller) {
+int moveAndAnswer(const WorkerRequest& request, const Caller& caller) {
     if (!request.pathIsOnInput)
         return move(request, request.path, {}, caller);
     if (const auto input = RequestInput::read(STDIN_FILENO))
         return move(request, input->path, input->inProgressFolder, caller);
     if (request.printAnswer)
         answerError(WorkerError::Unknown, caller);
-    return false;
+    return failed;
 }
 
 void answerError(WorkerError error, const Caller& caller) {

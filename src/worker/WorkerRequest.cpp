@@ -18,7 +18,7 @@ std::optional<WorkerRequest> WorkerRequest::parse(std::span<char* const> argumen
         else if (argument == "-w")
             request.isHeld = true;
         else if (argument == "-i")
-            continue;
+            request.mayAsk = true;
         else if (argument == "-hide" && isFirst())
             operation = Operation::Hide;
         else if (argument == "-unhide" && isFirst())

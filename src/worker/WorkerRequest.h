@@ -8,8 +8,8 @@ namespace veilkeep {
 
 // One command line: [-p] [-i] [-w] -hide [-removeRecents] PATH, [-p] [-i] [-w] -unhide PATH or [-p] -restore
 // DIRECTORY. "-" in PATH's place says that the path comes on standard input (RequestInput). -w waits for a
-// byte from there before anything is done. -i (questions may be asked) is taken and changes nothing: there is
-// nobody to ask yet.
+// byte from there before anything is done. -i: questions may be asked, where the person at the screen can be
+// reached (Question.h).
 struct WorkerRequest {
     enum class Operation { Hide, Unhide, Restore };
 
@@ -17,6 +17,7 @@ struct WorkerRequest {
     bool printAnswer = false;   // -p: the protocol line goes to standard output
     bool removeRecents = false; // other programs' traces of a hidden item are to be cleaned
     bool isHeld = false;        // -w
+    bool mayAsk = false;        // -i
     bool pathIsOnInput = false; // never together with that
     std::string path;           // empty then
 

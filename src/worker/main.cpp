@@ -1,7 +1,8 @@
 // cloakWorker: moves one item and says where it is now, or finds all hidden items below a directory. Started
 // by pkexec it moves with administrator rights and does nothing else with them.
 //
-// Exit status 1 is success and 0 failure, as the application reads them.
+// Exit status 1 is success and 0 failure, as the application reads them; after a question about recent items
+// a hide that went well has one of its own (RecentsAnswer).
 
 #include "core/base/SystemCall.h"
 #include "core/environment/XdgDirectories.h"
@@ -55,6 +56,7 @@ int main(int argc, char** argv) {
     }
     if (request->isHeld && !isReleased())
         return failed;
-    const bool isRestore = request->operation == WorkerRequest::Operation::Restore;
-    return (isRestore ? restore(*request) : moveAndAnswer(*request, caller)) ? succeeded : failed;
+    if (request->operation == WorkerRequest::Operation::Restore)
+        return restore(*request) ? succeeded : failed;
+    return moveAndAnswer(*request, caller);
 }

@@ -37,12 +37,16 @@ CloakWorkerComunicator::CloakWorkerComunicator(std::string workerPath, std::stri
 
 void CloakWorkerComunicator::setTraceWishes(const TraceWishes& wishes) {
     expectNothing(); // what waits was told other wishes
-    m_variables.clear();
+    m_wishes = wishes;
+    m_isUnanswered = false;
     if (wishes.cleanRecentItems)
-        m_variables.push_back(std::string("VEILKEEP_CLEAN_RECENT_ITEMS=") +
-                              (*wishes.cleanRecentItems ? "1" : "0"));
-    if (wishes.nobodyThere)
-        m_variables.emplace_back("VEILKEEP_NOBODY_THERE=1");
+        m_answered.reset();
+}
+
+void CloakWorkerComunicator::setMayAsk(bool mayAsk, std::function<bool()> shouldEnd) {
+    expectNothing();
+    m_mayAsk = mayAsk;
+    m_shouldEndQuestions = std::move(shouldEnd);
 }
 
 CloakWorkerResult CloakWorkerComunicator::hideFileWithPath(const std::string& path) {
@@ -83,32 +87,65 @@ CloakWorkerResult CloakWorkerComunicator::run(WorkerOperation operation, const A
     startExpected();
     const ChildProcessResult result = worker->untilGone();
     logTrouble("Error while moving an item", result);
+    takeIn(recentsAnswer(operation, result));
     return workerAnswer(operation, result);
 }
 
-ChildProcessOptions CloakWorkerComunicator::optionsForMove() {
+// One question is enough: the answer comes as a notification as well, but perhaps after this batch.
+void CloakWorkerComunicator::takeIn(RecentsAnswer answer) {
+    if (answer == RecentsAnswer::NotAsked)
+        return;
+    m_waiting = {}; // it would ask again
+    if (answer == RecentsAnswer::Unanswered)
+        m_isUnanswered = true;
+    else
+        m_answered = answer == RecentsAnswer::Yes;
+}
+
+bool CloakWorkerComunicator::mayAskNow() const {
+    return m_mayAsk && !m_wishes.nobodyThere && !(m_shouldEndQuestions && m_shouldEndQuestions());
+}
+
+std::vector<std::string> CloakWorkerComunicator::variablesForMove(bool mayAsk) const {
+    std::optional<bool> cleans = m_wishes.cleanRecentItems ? m_wishes.cleanRecentItems : m_answered;
+    if (!cleans && m_isUnanswered)
+        cleans = true; // as if it could not have been asked
+    std::vector<std::string> variables = {std::string("VEILKEEP_MAY_ASK=") + (mayAsk ? "1" : "0")};
+    if (cleans)
+        variables.push_back(std::string("VEILKEEP_CLEAN_RECENT_ITEMS=") + (*cleans ? "1" : "0"));
+    if (m_wishes.nobodyThere)
+        variables.emplace_back("VEILKEEP_NOBODY_THERE=1");
+    return variables;
+}
+
+ChildProcessOptions CloakWorkerComunicator::optionsForMove(bool mayAsk) {
     ChildProcessOptions options;
     options.tick = &m_tick;
-    options.variables = m_variables;
+    options.variables = variablesForMove(mayAsk);
     options.deferEndingSignals = true; // Ctrl-C reaches the worker too, perhaps before it could see to that
+    if (mayAsk)
+        options.shouldEnd = m_shouldEndQuestions;
     return options;
 }
 
 // The one that waits for this, or else a new one.
 std::unique_ptr<ChildProcess> CloakWorkerComunicator::workerFor(const Arguments& arguments) {
     WaitingWorker waiting = std::exchange(m_waiting, {});
-    if (waiting.process && waiting.arguments == arguments && waiting.process->release())
+    const bool mayAsk = mayAskNow();
+    if (waiting.process && waiting.arguments == arguments && waiting.mayAsk == mayAsk &&
+        waiting.process->release())
         return std::move(waiting.process);
-    return std::make_unique<ChildProcess>(m_workerPath, arguments, optionsForMove());
+    return std::make_unique<ChildProcess>(m_workerPath, arguments, optionsForMove(mayAsk));
 }
 
 void CloakWorkerComunicator::startExpected() {
     if (m_expected.empty())
         return;
     m_waiting.arguments = std::exchange(m_expected, {});
+    m_waiting.mayAsk = mayAskNow();
     Arguments arguments = {"-w"};
     arguments.insert(arguments.end(), m_waiting.arguments.begin(), m_waiting.arguments.end());
-    ChildProcessOptions options = optionsForMove();
+    ChildProcessOptions options = optionsForMove(m_waiting.mayAsk);
     options.isHeld = true;
     m_waiting.process = std::make_unique<ChildProcess>(m_workerPath, arguments, options);
 }

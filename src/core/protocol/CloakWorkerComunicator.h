@@ -35,6 +35,11 @@ public:
     void setDelegate(CloakWorkerDelegate* delegate) { m_delegate = delegate; } // not owned, may be null
     void setTraceWishes(const TraceWishes& wishes);
 
+    // Whether workers may ask the person at the screen in windows of their own; at first they may not. What
+    // they ask ends unanswered while shouldEnd answers true, and nothing more is asked then. An answer about
+    // recent items holds for all further hides until wishes bring one.
+    void setMayAsk(bool mayAsk, std::function<bool()> shouldEnd = {});
+
     // The path is handed on unchanged.
     CloakWorkerResult hideFileWithPath(const std::string& path);
     CloakWorkerResult unhideFileWithPath(const std::string& path);
@@ -66,11 +71,15 @@ private:
 
     struct WaitingWorker {
         Arguments arguments; // that it would have been started with at its turn
+        bool mayAsk = false;
         std::unique_ptr<ChildProcess> process;
     };
 
     CloakWorkerResult run(WorkerOperation operation, const Arguments& arguments);
-    ChildProcessOptions optionsForMove();
+    void takeIn(RecentsAnswer answer);
+    bool mayAskNow() const;
+    std::vector<std::string> variablesForMove(bool mayAsk) const;
+    ChildProcessOptions optionsForMove(bool mayAsk);
     std::unique_ptr<ChildProcess> workerFor(const Arguments& arguments);
     void startExpected();
     CloakWorkerResult runPrivilidged(const Arguments& arguments);
@@ -79,7 +88,11 @@ private:
     InProgressFolder m_inProgressFolder;
     Tick m_tick;
     SecurityController* m_rights;
-    std::vector<std::string> m_variables; // for moves, beside those of this process
+    TraceWishes m_wishes;
+    std::optional<bool> m_answered; // by the person at the screen, as long as the wishes hold no answer
+    bool m_isUnanswered = false;    // the question was put and nobody answered, since the last wishes
+    bool m_mayAsk = false;
+    std::function<bool()> m_shouldEndQuestions;
     CloakWorkerDelegate* m_delegate = nullptr;
     Arguments m_expected;    // empty for nothing
     WaitingWorker m_waiting; // without a process for none

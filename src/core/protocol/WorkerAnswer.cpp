@@ -76,4 +76,12 @@ CloakWorkerResult workerAnswer(WorkerOperation operation, const ChildProcessResu
     return workerAnswer(operation, run.status, run.output);
 }
 
+RecentsAnswer recentsAnswer(WorkerOperation operation, const ChildProcessResult& run) {
+    const bool isHide = operation == WorkerOperation::Hide && run.end == ChildProcessResult::End::Exited;
+    for (const RecentsAnswer answer : {RecentsAnswer::Yes, RecentsAnswer::No, RecentsAnswer::Unanswered})
+        if (isHide && run.status == static_cast<int>(answer))
+            return answer;
+    return RecentsAnswer::NotAsked;
+}
+
 } // namespace veilkeep

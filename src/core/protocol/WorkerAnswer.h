@@ -19,6 +19,12 @@ CloakWorkerResult workerAnswer(WorkerOperation operation, int exitStatus, std::s
 // The same for a run as a whole: error 1 unless it ended by itself and its output was kept whole.
 CloakWorkerResult workerAnswer(WorkerOperation operation, const ChildProcessResult& run);
 
+// What became of the question about recent items while an item was hidden. The exit status of a successful
+// hide says it.
+enum class RecentsAnswer { NotAsked = 1, Yes = 2, No = 3, Unanswered = 4 };
+
+RecentsAnswer recentsAnswer(WorkerOperation operation, const ChildProcessResult& run);
+
 // The answer of a worker whose exit status says nothing, by its output alone: a "NewFilename: " wins, without
 // it an "Error: " counts. Nothing where it has neither.
 std::optional<CloakWorkerResult> workerAnswer(std::string_view output);
