@@ -1,0 +1,194 @@
+#include "app/ADApp.h"
+#include "app/ADAppParts.h"
+#include "app/OwnUrls.h"
+#include "app/UncaughtExceptions.h"
+
+#include "core/log/Log.h"
+#include "filelist/Texts.h"
+#include "format/ErrorText.h"
+#include "platform/linux/BusRequest.h"
+
+#include <QDBusPendingCallWatcher>
+#include <QMessageBox>
+#include <QTimer>
+
+#include <algorithm>
+#include <cerrno>
+#include <utility>
+
+namespace veilkeep {
+namespace {
+
+// Until the window is on the screen; then all items are looked for.
+constexpr std::chrono::milliseconds checkDelay{250};
+
+// A single command of veilkeepctl may have the list.
+constexpr std::chrono::seconds listWait{10};
+
+QString argumentsText() {
+    return QCoreApplication::arguments().mid(1).join(u' ');
+}
+
+} // namespace
+
+ADApp::ADApp(int& argc, char** argv, StartOptions options)
+    : QApplication(argc, argv), m_options(std::move(options)), m_onBus(std::make_unique<ApplicationOnBus>()) {
+    setApplicationName(veilkeep::applicationName());
+    setApplicationDisplayName(veilkeep::applicationName());
+    setApplicationVersion(QStringLiteral(VEILKEEP_VERSION));
+    setDesktopFileName(QStringLiteral("com.ostrel.Veilkeep"));
+    setQuitOnLastWindowClosed(false);
+}
+
+ADApp::~ADApp() = default;
+
+int ADApp::run() {
+    if (start())
+        m_exitStatus = exec();
+    m_parts.reset();
+    return m_exitStatus;
+}
+
+bool ADApp::start() {
+    init();
+    if (becomeTheOnlyOne() == Start::Ends || takeList() == Start::Ends)
+        return false;
+    awakeFromNib();
+    finishLaunching();
+    applicationDidFinishLaunching();
+    return true;
+}
+
+void ADApp::init() {
+    dropInheritedActivationToken();
+    logLine(QStringLiteral("%1 v. %2 started with arguments %3.")
+                .arg(veilkeep::applicationName(), QStringLiteral(VEILKEEP_VERSION "/" VEILKEEP_REVISION),
+                     argumentsText())
+                .toStdString());
+    connect(m_onBus.get(), &ApplicationOnBus::activated, this, [this](const QString& token) {
+        if (m_parts)
+            m_parts->window.setActivationToken(token);
+        applicationOpenUntitledFile();
+    });
+    connect(m_onBus.get(), &ApplicationOnBus::opened, this,
+            [this](const OpenRequest& request, const QString& token) {
+                if (m_parts)
+                    m_parts->window.setActivationToken(token);
+                open(request);
+            });
+}
+
+// A second start hands over what it was started for.
+ADApp::Start ADApp::becomeTheOnlyOne() {
+    m_bus = m_onBus->start();
+    if (m_bus != ApplicationOnBus::Outcome::AnotherRuns)
+        return Start::Goes;
+    if (m_options.byLogin || m_options.asService)
+        return Start::Ends;
+    if (!ApplicationOnBus::forwardToRunning(m_options.toOpen, m_options.activationToken))
+        refuse(tr("%1 is running, but does not answer.").arg(veilkeep::applicationName()),
+               tr("Please wait a moment, or end it and start it again."));
+    return Start::Ends;
+}
+
+// "veilkeepctl watch" gives the list up, a single command will soon be through.
+ADApp::Start ADApp::takeList() {
+    m_listBus = std::make_unique<SessionBusConnection>();
+    if (m_listBus->isConnected()) {
+        const QDBusMessage yield = QDBusMessage::createMethodCall(requestService, requestObject,
+                                                                  requestInterface, QStringLiteral("Yield"));
+        m_listBus->connection().call(yield, QDBus::BlockWithGui, withoutLimit); // an error: nobody has it
+    }
+    const OwnPlaces places = OwnPlaces::current();
+    auto lock = ListOwnership::take(places.dataDirectory, listWait);
+    if (lock) {
+        m_parts = std::make_unique<Parts>(*this, std::move(*lock), places);
+        return Start::Goes;
+    }
+    const Error& error = lock.error();
+    if (error.systemError == EWOULDBLOCK)
+        refuse(tr("Another program is using the list of %1.").arg(veilkeep::applicationName()),
+               tr("Only one program at a time can work on it. Please end the other one first."));
+    else
+        refuse(tr("The list of %1 cannot be used.").arg(veilkeep::applicationName()),
+               QStringLiteral("%1: %2").arg(shownPath(error.path), errorReason(error)));
+    return Start::Ends;
+}
+
+void ADApp::refuse(const QString& title, const QString& message) {
+    m_exitStatus = 1;
+    logLine(title.toStdString());
+    AlertWindows window([] { return nullptr; });
+    window.run({.style = Alert::Style::Critical,
+                .title = title,
+                .message = message,
+                .buttons = {{tr("OK"), Alerts::defaultAnswer}}});
+}
+
+void ADApp::awakeFromNib() {
+    OwnList& list = m_parts->list;
+    connect(&list.window(), &MainWindowController::ended, this, &QCoreApplication::quit);
+    connect(&m_parts->window, &ShownWindow::made, this, [this](VeilkeepWindow& window) {
+        window.setWindowTitle(veilkeep::applicationName());
+        connect(&window, &VeilkeepWindow::closeAsked, this, &ADApp::closeAsked);
+    });
+    connect(&m_parts->events, &LinuxSessionEvents::sessionBusCameUp, this,
+            [this] { m_bus = m_onBus->start(); });
+    list.load();
+    list.follow(); // hides first what a former run left visible
+    m_parts->serve();
+}
+
+void ADApp::finishLaunching() {
+    QTimer::singleShot(checkDelay, this, [this] { m_parts->list.check(); });
+    m_parts->window.setActivationToken(m_options.activationToken);
+    if (m_options.opensWindow())
+        showVeilkeep();
+    QTimer::singleShot(0, this, [this] { open(m_options.toOpen); });
+}
+
+void ADApp::applicationDidFinishLaunching() {
+    if (m_parts->prefs.needToCreateAutoHideExample())
+        m_parts->list.groups().makeAutoHideExampleGroup();
+    m_isStillLaunching = false;
+    setStatusBarItem();
+}
+
+void ADApp::open(const OpenRequest& request) {
+    for (const QString& link : request.links)
+        getUrl(link);
+    openFiles(request.paths);
+}
+
+void ADApp::showVeilkeepActivateApp(bool ignoringOthers) {
+    if (m_parts)
+        m_parts->list.window().showVeilkeepActivateApp(ignoringOthers);
+}
+
+bool ADApp::applicationOpenUntitledFile() {
+    if (m_isStillLaunching || m_isTerminating)
+        return false;
+    showVeilkeep();
+    return true;
+}
+
+// Adding from outside is protected like every other change.
+void ADApp::openFiles(const std::vector<std::string>& paths) {
+    if (paths.empty() || m_isTerminating)
+        return;
+    whenAllowed([&] {
+        showVeilkeep();
+        m_parts->list.turns().run([this, paths] { m_parts->list.files().addFiles(paths); });
+    });
+}
+
+bool ADApp::notify(QObject* receiver, QEvent* event) {
+    try {
+        return QApplication::notify(receiver, event);
+    } catch (...) {
+        reportException(UncaughtException::from(std::current_exception()));
+        return false;
+    }
+}
+
+} // namespace veilkeep

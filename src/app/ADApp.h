@@ -1,0 +1,121 @@
+#pragma once
+
+#include "app/StartOptions.h"
+#include "groups/GroupsInfoFile.h"
+#include "platform/linux/ApplicationOnBus.h"
+#include "widgets/mainwindow/Commands.h"
+
+#include <QApplication>
+#include <QUrlQuery>
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace veilkeep {
+
+class SessionBusConnection;
+struct UncaughtException;
+
+// The application object: starts and ends the desktop application in their order, and leads what menus ask
+// for to the lists and the window. Made by main(); main thread but for handleGenericException().
+class ADApp : public QApplication, public CommandTarget {
+    Q_OBJECT
+
+public:
+    struct Parts;
+
+    ADApp(int& argc, char** argv, StartOptions options);
+    ~ADApp() override;
+
+    int run();    // until the program is to end; the exit status
+    bool start(); // all of it but the event loop; false: the program is to end, as exitStatus() says
+    int exitStatus() const { return m_exitStatus; }
+    Parts& parts() { return *m_parts; } // while it runs
+
+    bool isStillLaunching() const { return m_isStillLaunching; }
+    void setTestCrashesMode(bool crashes) { m_testCrashesMode = crashes; }
+    void applicationWillBeRelaunched() { m_willBeRelaunched = true; } // the next quit hides nothing
+
+    // --- Showing the application; each asks for the password where it has to ---
+    void showVeilkeepActivateApp(bool ignoringOthers);
+    void showVeilkeep() { showVeilkeepActivateApp(true); }
+    bool applicationOpenUntitledFile(); // the launcher was used; false while the program starts
+    void openFiles(const std::vector<std::string>& paths); // with the application
+
+    void applicationShouldTerminate(); // hides, asks where that failed, saves and ends
+
+    // --- CommandTarget (ADAppCommands.cpp) ---
+    void perform(Command command) override;
+    CommandState validate(Command command) const override;
+    bool exists(Command command) const override;
+
+    // --- The status menu (ADAppStatusMenu.cpp) ---
+    void setStatusBarItem();
+    void removeStatusBarItem();
+    bool hasStatusBarItem() const;
+
+    // --- Exceptions that nobody caught, and problem reports (ADAppHelp.cpp) ---
+    void reportException(const UncaughtException& exception);
+    static void handleGenericException(const UncaughtException& exception);
+    // Any thread: the report is made on the main one; another one may be ended after.
+    void handleGenericException(const UncaughtException& exception, bool manualThreadExit);
+    void sendFeedback(); // a report that nothing uncaught was the reason for
+
+    bool notify(QObject* receiver, QEvent* event) override;
+
+private:
+    enum class Start { Goes, Ends };
+
+    // Starting (ADApp.cpp).
+    void init();
+    Start becomeTheOnlyOne();
+    Start takeList();
+    void awakeFromNib();
+    void finishLaunching();
+    void applicationDidFinishLaunching();
+    void open(const OpenRequest& request);
+    void refuse(const QString& title, const QString& message);
+
+    // Ending (ADAppEnding.cpp).
+    void closeAsked();
+    void askAfterPass(bool allWell);
+    void endAfterSaving();
+
+    // ADAppCommands.cpp
+    bool performOnList(Command command);
+    void performOnApplication(Command command);
+    void validateForList(Command command, CommandState& state) const;
+    QString title(Command command) const;
+    void whenAllowed(const std::function<void()>& operation);
+    void openFilesPanel();
+    void openWithApplicationOtherSelected();
+    void makeManualAutoHide();
+    void makeManualAutoUnhide();
+    void hideOrShowGroup(const ListedGroup& group, bool hides);
+    void sort(Command command);
+
+    // ADAppHelp.cpp
+    void openGuide(const QString& section, const QUrlQuery& query = {});
+    void visitForum();
+    void visitSupportCenter();
+    void showAboutWindow();
+    void startReport(const UncaughtException& exception);
+    void sendFeedbackInThreadForException(const UncaughtException& exception);
+
+    const StartOptions m_options;
+    std::unique_ptr<ApplicationOnBus> m_onBus;
+    std::unique_ptr<SessionBusConnection> m_listBus; // as long as the list is ours: its end gives it back
+    std::unique_ptr<Parts> m_parts;                  // while the list is owned
+    ApplicationOnBus::Outcome m_bus = ApplicationOnBus::Outcome::NoBus;
+    int m_exitStatus = 0;
+    bool m_isStillLaunching = true;
+    bool m_testCrashesMode = false;
+    bool m_willBeRelaunched = false;
+    bool m_isTerminating = false;
+    Command m_sortedBy = Command::SortByName;
+    bool m_isSortedAscending = false;
+};
+
+} // namespace veilkeep

@@ -1,0 +1,73 @@
+#include "app/ADApp.h"
+#include "app/ADAppParts.h"
+
+#include "core/log/Log.h"
+#include "filelist/Texts.h"
+
+namespace veilkeep {
+namespace {
+
+constexpr const char* toldOfNoIconKey = "ToldOfMissingMenuIcon";
+
+} // namespace
+
+void ADApp::applicationShouldTerminate() {
+    if (!m_parts || m_isTerminating)
+        return;
+    m_isTerminating = true;
+    auto allWell = std::make_shared<bool>(true);
+    if (!m_willBeRelaunched)
+        m_parts->list.window().leave([this, allWell] {
+            *allWell = m_parts->list.groups().makeAutoHide(QStringLiteral("the user quits"));
+            m_parts->list.window().hideWindow();
+        });
+    m_parts->list.turns().run([this, allWell] { askAfterPass(*allWell); });
+}
+
+void ADApp::askAfterPass(bool allWell) {
+    if (!allWell) {
+        HideOperations& operations = m_parts->list.files().hideOperations();
+        const int answer =
+            operations.showErrorsMessage(tr("Some errors have been occured while hiding files"), QString(),
+                                         {tr("Return to Veilkeep"), tr("Force Quit")});
+        if (answer == Alerts::firstButton) {
+            m_isTerminating = false;
+            showVeilkeep();
+            operations.clearErrorList();
+            return;
+        }
+    }
+    endAfterSaving();
+}
+
+void ADApp::endAfterSaving() {
+    m_parts->list.save();
+    m_parts->list.turns().close();
+    logLine(QStringLiteral("%1 v. %2 terminated...")
+                .arg(veilkeep::applicationName(), QStringLiteral(VEILKEEP_VERSION))
+                .toStdString());
+    quit();
+}
+
+// The program goes on where there is a way back to the window.
+void ADApp::closeAsked() {
+    const bool isOnBus = m_bus == ApplicationOnBus::Outcome::Primary;
+    if (!hasStatusBarItem() && !isOnBus)
+        return applicationShouldTerminate();
+    m_parts->list.window().hideWindow();
+    if (hasStatusBarItem() || m_parts->defaults.boolean(toldOfNoIconKey).value_or(false))
+        return;
+    m_parts->defaults.set(toldOfNoIconKey, true);
+    if (const auto stored = m_parts->defaults.synchronize(); !stored)
+        logError("That the user was told of the missing icon is not stored", stored.error());
+    m_parts->list.turns().run([this] {
+        m_parts->list.alerts().beginInformationalAlertSheet(
+            tr("%1 goes on without a window.").arg(veilkeep::applicationName()),
+            tr("This desktop has no place for the program's icon. Start %1 once more to see its window "
+               "again; "
+               "choose Quit in its menu to end it.")
+                .arg(veilkeep::applicationName()));
+    });
+}
+
+} // namespace veilkeep

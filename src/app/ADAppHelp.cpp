@@ -1,0 +1,108 @@
+#include "app/ADApp.h"
+#include "app/ADAppParts.h"
+#include "app/UncaughtExceptions.h"
+
+#include "core/environment/Bundle.h"
+#include "core/log/Log.h"
+#include "filelist/Texts.h"
+#include "format/ErrorText.h"
+#include "session/ProblemReport.h"
+
+#include <QDesktopServices>
+#include <QFileInfo>
+#include <QLocale>
+#include <QThread>
+#include <QUrl>
+#include <QUrlQuery>
+
+#include <pthread.h>
+#include <pwd.h>
+#include <unistd.h>
+
+#include <csignal>
+
+namespace veilkeep {
+namespace {
+
+// The guide in the user's language, else in English.
+QString guidePath() {
+    const QString folder =
+        QString::fromStdString(applicationBundlePath()) + QStringLiteral("/Contents/Resources/guide/");
+    for (const QString& language : QLocale().uiLanguages()) {
+        const QString path = folder + QStringLiteral("index.%1.html").arg(language.section(u'-', 0, 0));
+        if (QFileInfo::exists(path))
+            return path;
+        if (language.startsWith(QLatin1String("en")))
+            break;
+    }
+    return folder + QStringLiteral("index.html");
+}
+
+} // namespace
+
+void ADApp::openGuide(const QString& section, const QUrlQuery& query) {
+    QUrl url = QUrl::fromLocalFile(guidePath());
+    url.setQuery(query);
+    url.setFragment(section);
+    if (QDesktopServices::openUrl(url))
+        return;
+    m_parts->list.alerts().beginInformationalAlertSheet(
+        tr("The guide could not be opened."),
+        tr("No program was found that shows it. It lies at %1.").arg(url.toLocalFile()));
+}
+
+void ADApp::visitForum() {
+    if (m_testCrashesMode)
+        (void)std::raise(SIGSEGV);
+    openGuide(QStringLiteral("questions"));
+}
+
+void ADApp::visitSupportCenter() {
+    QUrlQuery query;
+    query.addQueryItem(QStringLiteral("product"), veilkeep::applicationName());
+    query.addQueryItem(QStringLiteral("version"), QStringLiteral(VEILKEEP_VERSION));
+    const passwd* const user = ::getpwuid(::getuid());
+    query.addQueryItem(QStringLiteral("user"), QString::fromLatin1(QUrl::toPercentEncoding(
+                                                   QString::fromLocal8Bit(user ? user->pw_name : ""))));
+    openGuide(QStringLiteral("support"), query);
+}
+
+void ADApp::showAboutWindow() {
+    if (!m_parts->about)
+        m_parts->about = std::make_unique<AboutWindow>([this] { openGuide({}); });
+    m_parts->about->showAndRaise();
+}
+
+// --- Problem reports ---
+
+void ADApp::reportException(const UncaughtException& exception) {
+    if (!exception.isToBeIgnored())
+        handleGenericException(exception);
+}
+
+void ADApp::handleGenericException(const UncaughtException& exception) {
+    if (auto* const application = qobject_cast<ADApp*>(instance()))
+        application->handleGenericException(exception, false);
+}
+
+void ADApp::handleGenericException(const UncaughtException& exception, bool manualThreadExit) {
+    const bool isMainThread = QThread::currentThread() == thread();
+    logLine("Handle Exception " + exception.name + ": " + exception.reason +
+            " in main thread = " + (isMainThread ? "1" : "0"));
+    if (isMainThread)
+        return startReport(exception);
+    sendFeedbackInThreadForException(exception);
+    if (manualThreadExit)
+        ::pthread_exit(nullptr);
+}
+
+void ADApp::sendFeedbackInThreadForException(const UncaughtException& exception) {
+    QMetaObject::invokeMethod(
+        this, [this, exception] { startReport(exception); }, Qt::QueuedConnection);
+}
+
+void ADApp::sendFeedback() {
+    startReport({});
+}
+
+} // namespace veilkeep

@@ -1,0 +1,75 @@
+#include "app/ADAppParts.h"
+
+#include "core/environment/Bundle.h"
+#include "core/log/Log.h"
+#include "filelist/Texts.h"
+#include "format/ErrorText.h"
+#include "platform/EventLoop.h"
+
+#include <utility>
+
+namespace veilkeep {
+namespace {
+
+// While a worker is waited for: windows are drawn, and what is asked for waits its turn. The progress sheet
+// keeps input from the main window.
+void turnEventLoop() {
+    wakeEventLoop();
+    QCoreApplication::processEvents();
+}
+
+std::string soundsFolder() {
+    return applicationBundlePath() + "/Contents/Resources";
+}
+
+} // namespace
+
+ADApp::Parts::Parts(ADApp& application, ListOwnership taken, const OwnPlaces& places)
+    : lock(std::move(taken)),
+      logout(application, events),
+      sounds(soundsFolder(), defaults, player),
+      applications(
+          [this](const Error& error) { tellTrouble(tr("The application could not be started."), error); }),
+      viewer(events.sessionBus(), applications,
+             [this](const Error& error) { tellTrouble(tr("The item could not be shown."), error); }),
+      alerts([this] { return window.visibleWindow(); }),
+      progress([this] { return window.visibleWindow(); }),
+      panels([this] { return window.visibleWindow(); }),
+      list(defaults, MainWindowController::cloakWorkerPath(), places,
+           {.tick = turnEventLoop,
+            .presenter = &alerts,
+            .notifications = &notifications,
+            .events = &events,
+            .progress = &progress,
+            .pathChooser = &panels,
+            .fileViewer = &viewer,
+            .images = &images,
+            .sounds = &sounds,
+            .prompt = &prompt,
+            .window = &window}) {
+    window.setMake([this, &application] {
+        return std::make_unique<VeilkeepWindow>(VeilkeepWindowParts{
+            list.files(), list.groups(), actions, previews, list.passwords(), defaults, application});
+    });
+}
+
+// The window shows what goes before it.
+ADApp::Parts::~Parts() {
+    window.destroy();
+}
+
+void ADApp::Parts::serve() {
+    const auto start = [this] {
+        if (const auto served = requests.start(); !served)
+            logError("Requests of other programs are not heard", served.error());
+    };
+    start();
+    QObject::connect(&events, &LinuxSessionEvents::sessionBusCameUp, &requests, start);
+}
+
+void ADApp::Parts::tellTrouble(const QString& what, const Error& error) {
+    list.alerts().beginInformationalAlertSheet(
+        what, QStringLiteral("%1: %2").arg(shownPath(error.path), errorReason(error)));
+}
+
+} // namespace veilkeep

@@ -1,0 +1,71 @@
+#pragma once
+
+#include "app/ADApp.h"
+#include "app/ShownWindow.h"
+#include "app/StatusMenu.h"
+#include "core/storage/ListOwnership.h"
+#include "filelist/FileListActions.h"
+#include "platform/linux/ActivationToken.h"
+#include "platform/linux/ApplicationOnBus.h"
+#include "platform/linux/BusNotifications.h"
+#include "platform/linux/FileManagerViewer.h"
+#include "platform/linux/GioApplications.h"
+#include "platform/linux/LinuxSessionEvents.h"
+#include "platform/linux/ProcessSoundPlayer.h"
+#include "platform/linux/RequestService.h"
+#include "platform/linux/TrayHost.h"
+#include "platform/linux/gui/LogoutEvents.h"
+#include "platform/linux/gui/TrayIcon.h"
+#include "prefs/PrefsController.h"
+#include "session/SoundController.h"
+#include "widgets/dialogs/AboutWindow.h"
+#include "widgets/dialogs/AlertWindows.h"
+#include "widgets/dialogs/OpenPanels.h"
+#include "widgets/dialogs/PasswordWindow.h"
+#include "widgets/dialogs/ProgressSheet.h"
+#include "widgets/images/ProgramImages.h"
+#include "widgets/preview/Previews.h"
+#include "wiring/OwnList.h"
+
+#include <memory>
+
+namespace veilkeep {
+
+// What the application works with while it owns the list, in the order in which it is needed.
+struct ADApp::Parts {
+    Parts(ADApp& application, ListOwnership taken, const OwnPlaces& places);
+    ~Parts();
+
+    void serve(); // requests of other programs, and on a session bus that came later
+    void tellTrouble(const QString& what, const Error& error);
+
+    ListOwnership lock; // is given back last
+    UserDefaults defaults;
+    PrefsController prefs{defaults};
+    BusNotifications notifications;
+    LinuxSessionEvents events;
+    LogoutEvents logout;
+    ProcessSoundPlayer player;
+    SoundController sounds;
+    ProgramGroupImages images;
+    GioApplications applications;
+    FileManagerViewer viewer;
+
+    ShownWindow window;
+    AlertWindows alerts;
+    ProgressSheet progress;
+    OpenPanels panels;
+    PasswordWindow prompt;
+
+    OwnList list;
+    Previews previews{list.files().files()};
+    FileListActions actions{list.files(), list.alerts(), &applications};
+    RequestService requests{list.requests()};
+
+    TrayHost trayHost{events.sessionBus()};
+    std::unique_ptr<StatusMenu> statusMenu;
+    std::unique_ptr<TrayIcon> statusItem;
+    std::unique_ptr<AboutWindow> about;
+};
+
+} // namespace veilkeep

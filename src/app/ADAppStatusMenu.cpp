@@ -1,0 +1,34 @@
+#include "app/ADApp.h"
+#include "app/ADAppParts.h"
+
+#include "widgets/images/ProgramImages.h"
+
+namespace veilkeep {
+
+// The icon is there as long as the desktop has a place for it; without its setting, only where nothing else
+// leads to the window.
+void ADApp::setStatusBarItem() {
+    removeStatusBarItem();
+    if (!m_parts->prefs.showsMenuIcon())
+        return;
+    m_parts->statusMenu = std::make_unique<StatusMenu>(m_parts->list.groups(), *this);
+    connect(m_parts->statusMenu.get(), &StatusMenu::hideMenuClicked, this,
+            [this](const ListedGroup& group) { hideOrShowGroup(group, true); });
+    connect(m_parts->statusMenu.get(), &StatusMenu::unhideMenuClicked, this,
+            [this](const ListedGroup& group) { hideOrShowGroup(group, false); });
+    m_parts->statusItem = std::make_unique<TrayIcon>(m_parts->trayHost, m_parts->statusMenu->statusMenu(),
+                                                     programImage::symbol("VeilkeepMenu"),
+                                                     programImage::symbol("VeilkeepMenuPressed"));
+    connect(m_parts->statusItem.get(), &TrayIcon::activated, this, &ADApp::showVeilkeep);
+}
+
+void ADApp::removeStatusBarItem() {
+    m_parts->statusItem.reset();
+    m_parts->statusMenu.reset();
+}
+
+bool ADApp::hasStatusBarItem() const {
+    return m_parts->statusItem && m_parts->statusItem->isShown();
+}
+
+} // namespace veilkeep

@@ -1,0 +1,82 @@
+#include "app/StartOptions.h"
+
+#include "core/base/FileUri.h"
+#include "core/base/PathText.h"
+#include "format/PrintableName.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <string_view>
+#include <utility>
+
+namespace veilkeep {
+namespace {
+
+// "scheme:" as RFC 3986 writes it, of two letters or more.
+bool hasScheme(std::string_view argument) {
+    const std::size_t colon = argument.find(':');
+    if (colon == std::string_view::npos || colon < 2)
+        return false;
+    return std::ranges::all_of(argument.substr(0, colon), [](char each) {
+        return (each >= 'a' && each <= 'z') || (each >= 'A' && each <= 'Z') || each == '+' || each == '-';
+    });
+}
+
+std::string currentDirectory() {
+    std::error_code gone;
+    return std::filesystem::current_path(gone).string();
+}
+
+void take(std::string_view argument, StartOptions& options) {
+    if (argument.starts_with('/'))
+        options.toOpen.paths.emplace_back(argument);
+    else if (const auto path = pathOfFileUri(argument))
+        options.toOpen.paths.push_back(*path);
+    else if (hasScheme(argument))
+        options.toOpen.links.push_back(
+            QString::fromUtf8(argument.data(), static_cast<qsizetype>(argument.size())));
+    else
+        options.toOpen.paths.push_back(joinPath(currentDirectory(), std::string(argument)));
+}
+
+} // namespace
+
+std::variant<StartOptions, std::string> StartOptions::parse(std::span<char* const> arguments) {
+    StartOptions options;
+    bool areOptionsOver = false;
+    for (const std::string_view argument : arguments) {
+        if (areOptionsOver || !argument.starts_with('-') || argument == "-")
+            take(argument, options);
+        else if (argument == "--")
+            areOptionsOver = true;
+        else if (argument == "--login")
+            options.byLogin = true;
+        else if (argument == "--service")
+            options.asService = true;
+        else if (argument == "--self-test")
+            options.mode = Mode::SelfTest;
+        else if (argument == "--version")
+            options.mode = Mode::Version;
+        else if (argument == "--help" || argument == "-h")
+            options.mode = Mode::Help;
+        else
+            return "unknown option " + quotedName(argument);
+    }
+    return options;
+}
+
+const char* StartOptions::helpText() {
+    return "usage: veilkeep [--login] [FILE|URL]...\n"
+           "       veilkeep --self-test | --version | --help\n"
+           "\n"
+           "Hides files and folders from ordinary view and brings them back.\n"
+           "\n"
+           "  --login      stays in the background, as at the start of a session\n"
+           "  --self-test  looks whether everything that Veilkeep needs is there, and says so\n"
+           "  --version    prints the version\n"
+           "\n"
+           "A second start shows the window of the first one. veilkeepctl does the same work without "
+           "windows.\n";
+}
+
+} // namespace veilkeep

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <exception>
+#include <string>
+
+namespace veilkeep {
+
+// What an exception that nobody caught says of itself.
+struct UncaughtException {
+    std::string name;   // of its type
+    std::string reason; // empty where it has none
+    std::string stack = {};
+
+    static UncaughtException from(const std::exception_ptr& exception);
+
+    // Of the accessibility toolkit, and of code that other programs load into this one: a line in the log,
+    // and nothing else.
+    bool isToBeIgnored() const;
+};
+
+} // namespace veilkeep
