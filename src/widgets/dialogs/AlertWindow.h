@@ -1,0 +1,42 @@
+#pragma once
+
+#include "alerts/Alert.h"
+
+#include <QDialog>
+
+class QCheckBox;
+class QDialogButtonBox;
+class QVBoxLayout;
+
+namespace veilkeep {
+
+class ErrorTable;
+
+// One alert. Return presses its first button while the keyboard is on no other, Escape and closing it the
+// last. Made by AlertWindows; main thread.
+class AlertWindow : public QDialog {
+    Q_OBJECT
+
+public:
+    AlertWindow(const Alert& alert, QWidget* parent);
+
+    AlertAnswer answer() const; // that of the last button until it is answered
+    void reject() override;
+
+protected:
+    void showEvent(QShowEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    void addTexts(QVBoxLayout& column);
+    void addAccessoryViews(QVBoxLayout& column);
+    void addButtons(QDialogButtonBox& box);
+    QIcon styleIcon() const;
+
+    Alert m_alert;
+    std::size_t m_answer;
+    QCheckBox* m_suppress = nullptr;
+    ErrorTable* m_errors = nullptr;
+};
+
+} // namespace veilkeep

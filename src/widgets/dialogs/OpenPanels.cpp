@@ -1,0 +1,77 @@
+#include "widgets/dialogs/OpenPanels.h"
+
+#include "core/base/PathText.h"
+#include "widgets/dialogs/ApplicationPanel.h"
+#include "widgets/dialogs/ModalRun.h"
+#include "widgets/dialogs/windowPlacement.h"
+
+#include <QCoreApplication>
+
+#include <utility>
+
+namespace veilkeep {
+namespace {
+
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(OpenPanels)
+};
+
+} // namespace
+
+OpenPanels::OpenPanels(MainWindowAnswer mainWindow) : m_mainWindow(std::move(mainWindow)) {}
+
+OpenPanels::~OpenPanels() = default;
+
+std::optional<std::string> OpenPanels::chooseItem(const std::string& startingAt) {
+    const auto items = chooseItems({Texts::tr("Locate Item"), Texts::tr("Choose")}, startingAt);
+    return items.empty() ? std::nullopt : std::optional(items.front());
+}
+
+std::vector<std::string> OpenPanels::chooseDirectoriesToRestore(const std::string& startingAt) {
+    return chooseItems({Texts::tr("Restore Folders"), Texts::tr("Restore"), true, true}, startingAt);
+}
+
+std::vector<std::string> OpenPanels::chooseItemsToAdd() {
+    auto items = chooseItems({Texts::tr("Add Items"), Texts::tr("Add"), false, true}, m_lastFolder);
+    if (!items.empty())
+        m_lastFolder = std::string(parentPath(items.front()));
+    return items;
+}
+
+std::vector<std::string> OpenPanels::chooseItems(const ItemPanel::Wishes& wishes,
+                                                 const std::string& startingAt) {
+    const QPointer<ItemPanel> panel(new ItemPanel(wishes, visibleWindow(m_mainWindow)));
+    panel->startAt(startingAt);
+    std::vector<std::string> items;
+    if (isAccepted(*panel))
+        items = panel->chosen();
+    delete panel;
+    return items;
+}
+
+std::optional<QString> OpenPanels::chooseApplication(const std::vector<InstalledApplication>& applications) {
+    const QPointer<ApplicationPanel> panel(new ApplicationPanel(applications, visibleWindow(m_mainWindow)));
+    std::optional<QString> identifier;
+    if (isAccepted(*panel))
+        identifier = panel->chosen();
+    delete panel;
+    return identifier;
+}
+
+// False as well where the panel is gone, with the main window for example.
+bool OpenPanels::isAccepted(QDialog& panel) {
+    panel.setWindowModality(panel.parentWidget() ? Qt::WindowModal : Qt::ApplicationModal);
+    std::erase_if(m_open, [](const auto& each) { return each.isNull(); });
+    m_open.emplace_back(&panel);
+    return runModal(panel) && panel.result() == QDialog::Accepted;
+}
+
+void OpenPanels::cancelOpen() {
+    closePopups();
+    const auto open = m_open;
+    for (const auto& panel : open)
+        if (panel)
+            panel->reject();
+}
+
+} // namespace veilkeep
