@@ -20,7 +20,6 @@ struct VeilkeepWindowParts {
     GroupViewController& groups;
     FileListActions& actions;
     Previews& previews;
-    PasswordManager& passwords;
     UserDefaults& defaults;
     CommandTarget& commands;
 };
@@ -31,6 +30,11 @@ class VeilkeepWindow : public QMainWindow {
     Q_OBJECT
 
 public:
+    // Where the window lay, which panes it had and how wide: "X Y WIDTH HEIGHT", "LEFT RIGHT", a boolean.
+    static constexpr const char* geometryKey = "MainWindow.geometry";
+    static constexpr const char* splitterKey = "MainWindow.splitter";
+    static constexpr const char* infoHiddenKey = "MainWindow.infoHidden";
+
     explicit VeilkeepWindow(const VeilkeepWindowParts& parts);
     ~VeilkeepWindow() override;
 
@@ -47,9 +51,12 @@ public:
 signals:
     void closeAsked(); // by the user; the window stays until somebody hides it
     void infoViewStateChangedTo(bool isShown);
+    void chooseApplicationRequested(); // "Other…" of Open With
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 private:
     class Private;

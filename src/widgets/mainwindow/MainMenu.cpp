@@ -1,0 +1,92 @@
+#include "widgets/mainwindow/MainMenu.h"
+
+#include "widgets/mainwindow/Mnemonics.h"
+#include "widgets/mainwindow/OpenWithItems.h"
+
+#include <QActionGroup>
+#include <QMenu>
+#include <QMenuBar>
+
+namespace veilkeep {
+
+MainMenu::MainMenu(QMenuBar& bar, CommandActions& actions, FilesViewController& files,
+                   FileListActions& fileActions)
+    : m_bar(bar), m_actions(actions), m_files(files), m_fileActions(fileActions) {
+    using enum Command;
+    QMenu* const file = addMenu(tr("File"));
+    fill(*file, {AddFiles, RestoreFiles, PerformSanityCheck, {}, OpenFile});
+    addOpenWith(*file);
+    fill(*file, {RevealFile, QuickLook, {}, CloseWindow, Quit});
+
+    fill(*addMenu(tr("Edit")),
+         {HideFiles, UnhideFiles, {}, SelectAll, RemoveItem, {}, Search, {}, Password, Preferences});
+
+    QMenu* const view = addMenu(tr("View"));
+    addSubmenu(*view, tr("Items to Show"), {ShowAll, ShowHidden, ShowVisible, ShowBroken});
+    addSubmenu(*view, tr("Sort By"), {SortByName, SortByPlace, SortBySize, SortByState});
+    fill(*view, {{}, ToggleInfo});
+
+    fill(*addMenu(tr("Groups")), {AddGroup,
+                                  EditGroup,
+                                  DeleteGroup,
+                                  {},
+                                  HideCurrentGroup,
+                                  UnhideCurrentGroup,
+                                  {},
+                                  ManualAutoHide,
+                                  ManualAutoUnhide});
+    fill(*addMenu(tr("Help")), {Help, Forum, SupportCenter, Feedback, {}, CheckForUpdates, {}, About});
+
+    connect(&m_actions, &CommandActions::validated, this, &MainMenu::assignAllMnemonics);
+    assignAllMnemonics();
+}
+
+QMenu* MainMenu::addMenu(const QString& title) {
+    QMenu* const menu = m_bar.addMenu(title);
+    setTitle(*menu->menuAction(), title);
+    connect(menu, &QMenu::aboutToShow, &m_actions, qOverload<>(&CommandActions::validate));
+    return menu;
+}
+
+void MainMenu::fill(QMenu& menu, std::initializer_list<std::optional<Command>> commands) {
+    for (const std::optional<Command>& command : commands) {
+        if (!command)
+            menu.addSeparator();
+        else if (QAction* const action = m_actions.action(*command))
+            menu.addAction(action);
+    }
+}
+
+void MainMenu::addSubmenu(QMenu& menu, const QString& title, std::initializer_list<Command> commands) {
+    QMenu* const submenu = menu.addMenu(title);
+    setTitle(*submenu->menuAction(), title);
+    auto* const group = new QActionGroup(submenu);
+    group->setExclusionPolicy(QActionGroup::ExclusionPolicy::ExclusiveOptional);
+    for (const Command command : commands) {
+        if (QAction* const action = m_actions.action(command)) {
+            submenu->addAction(action);
+            group->addAction(action);
+        }
+    }
+    submenu->menuAction()->setVisible(!submenu->isEmpty());
+}
+
+void MainMenu::addOpenWith(QMenu& menu) {
+    QAction* const action = m_actions.action(Command::OpenWith);
+    if (!action)
+        return;
+    auto* const submenu = new QMenu(&menu);
+    connect(submenu, &QMenu::aboutToShow, this, [this, submenu] {
+        fillOpenWithMenu(*submenu, m_files, m_fileActions, [this] { emit chooseApplicationRequested(); });
+    });
+    action->setMenu(submenu);
+    menu.addAction(action);
+}
+
+void MainMenu::assignAllMnemonics() {
+    assignMnemonics(m_bar);
+    for (const QMenu* const menu : m_bar.findChildren<QMenu*>())
+        assignMnemonics(*menu);
+}
+
+} // namespace veilkeep

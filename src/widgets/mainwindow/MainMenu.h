@@ -1,0 +1,38 @@
+#pragma once
+
+#include "filelist/FileListActions.h"
+#include "widgets/mainwindow/CommandActions.h"
+
+#include <QObject>
+
+class QMenu;
+class QMenuBar;
+
+namespace veilkeep {
+
+// The menu bar of the main window. Owned by it; main thread.
+class MainMenu : public QObject {
+    Q_OBJECT
+
+public:
+    // None is owned.
+    MainMenu(QMenuBar& bar, CommandActions& actions, FilesViewController& files,
+             FileListActions& fileActions);
+
+signals:
+    void chooseApplicationRequested(); // "Other…" of Open With
+
+private:
+    QMenu* addMenu(const QString& title);
+    void addSubmenu(QMenu& menu, const QString& title, std::initializer_list<Command> commands);
+    void addOpenWith(QMenu& menu);
+    void fill(QMenu& menu, std::initializer_list<std::optional<Command>> commands); // nothing: a separator
+    void assignAllMnemonics();
+
+    QMenuBar& m_bar;
+    CommandActions& m_actions;
+    FilesViewController& m_files;
+    FileListActions& m_fileActions;
+};
+
+} // namespace veilkeep

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "widgets/mainwindow/CommandActions.h"
+
+#include <QToolBar>
+
+class QLineEdit;
+class QToolButton;
+
+namespace veilkeep {
+
+// The toolbar of the main window with the search field. Main thread.
+class MainToolBar : public QToolBar {
+    Q_OBJECT
+
+public:
+    explicit MainToolBar(CommandActions& actions, QWidget* parent = nullptr); // not owned
+
+    QLineEdit& searchField() const { return *m_searchField; }
+
+signals:
+    void leaveSearch(); // the focus is to go to the files table
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void addButton(Command command, const QString& image);
+    void addSearchField();
+    void addGap();
+    void nameButtons();
+
+    CommandActions& m_actions;
+    QLineEdit* m_searchField = nullptr;
+};
+
+} // namespace veilkeep

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QMenu>
+#include <QString>
+
+namespace veilkeep {
+
+// The title with "&" before the letter that chooses it: the first of a word, or else any, that is not among
+// those taken; there it is added. What follows a tab is left alone, and "&" in the title is shown as it is.
+QString withMnemonic(const QString& title, QString& taken);
+
+// Every item of the menu or menu bar gets a letter of its own. Titles come without any.
+void setTitle(QAction& action, const QString& title);
+void assignMnemonics(const QWidget& menu);
+
+} // namespace veilkeep
