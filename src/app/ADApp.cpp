@@ -131,6 +131,8 @@ void ADApp::awakeFromNib() {
     connect(&m_parts->window, &ShownWindow::made, this, [this](VeilkeepWindow& window) {
         window.setWindowTitle(veilkeep::applicationName());
         connect(&window, &VeilkeepWindow::closeAsked, this, &ADApp::closeAsked);
+        connect(&window, &VeilkeepWindow::chooseApplicationRequested, this,
+                &ADApp::openWithApplicationOtherSelected);
     });
     connect(&m_parts->events, &LinuxSessionEvents::sessionBusCameUp, this,
             [this] { m_bus = m_onBus->start(); });

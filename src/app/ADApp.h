@@ -3,6 +3,7 @@
 #include "app/StartOptions.h"
 #include "groups/GroupsInfoFile.h"
 #include "platform/linux/ApplicationOnBus.h"
+#include "widgets/dialogs/ReportWindow.h"
 #include "widgets/mainwindow/Commands.h"
 
 #include <QApplication>
@@ -101,8 +102,11 @@ private:
     void visitForum();
     void visitSupportCenter();
     void showAboutWindow();
+
+    // ADAppReports.cpp
     void startReport(const UncaughtException& exception);
     void sendFeedbackInThreadForException(const UncaughtException& exception);
+    void actOnReport(ReportWindow::Action action, const std::string& path, const QString& text);
 
     const StartOptions m_options;
     std::unique_ptr<ApplicationOnBus> m_onBus;

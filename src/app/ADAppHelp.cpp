@@ -1,21 +1,15 @@
 #include "app/ADApp.h"
 #include "app/ADAppParts.h"
-#include "app/UncaughtExceptions.h"
 
 #include "core/environment/Bundle.h"
-#include "core/log/Log.h"
 #include "filelist/Texts.h"
-#include "format/ErrorText.h"
-#include "session/ProblemReport.h"
 
 #include <QDesktopServices>
 #include <QFileInfo>
 #include <QLocale>
-#include <QThread>
 #include <QUrl>
 #include <QUrlQuery>
 
-#include <pthread.h>
 #include <pwd.h>
 #include <unistd.h>
 
@@ -68,41 +62,7 @@ void ADApp::visitSupportCenter() {
 }
 
 void ADApp::showAboutWindow() {
-    if (!m_parts->about)
-        m_parts->about = std::make_unique<AboutWindow>([this] { openGuide({}); });
-    m_parts->about->showAndRaise();
-}
-
-// --- Problem reports ---
-
-void ADApp::reportException(const UncaughtException& exception) {
-    if (!exception.isToBeIgnored())
-        handleGenericException(exception);
-}
-
-void ADApp::handleGenericException(const UncaughtException& exception) {
-    if (auto* const application = qobject_cast<ADApp*>(instance()))
-        application->handleGenericException(exception, false);
-}
-
-void ADApp::handleGenericException(const UncaughtException& exception, bool manualThreadExit) {
-    const bool isMainThread = QThread::currentThread() == thread();
-    logLine("Handle Exception " + exception.name + ": " + exception.reason +
-            " in main thread = " + (isMainThread ? "1" : "0"));
-    if (isMainThread)
-        return startReport(exception);
-    sendFeedbackInThreadForException(exception);
-    if (manualThreadExit)
-        ::pthread_exit(nullptr);
-}
-
-void ADApp::sendFeedbackInThreadForException(const UncaughtException& exception) {
-    QMetaObject::invokeMethod(
-        this, [this, exception] { startReport(exception); }, Qt::QueuedConnection);
-}
-
-void ADApp::sendFeedback() {
-    startReport({});
+    m_parts->about.show();
 }
 
 } // namespace veilkeep

@@ -4,19 +4,11 @@
 #include "core/log/Log.h"
 #include "filelist/Texts.h"
 #include "format/ErrorText.h"
-#include "platform/EventLoop.h"
 
 #include <utility>
 
 namespace veilkeep {
 namespace {
-
-// While a worker is waited for: windows are drawn, and what is asked for waits its turn. The progress sheet
-// keeps input from the main window.
-void turnEventLoop() {
-    wakeEventLoop();
-    QCoreApplication::processEvents();
-}
 
 std::string soundsFolder() {
     return applicationBundlePath() + "/Contents/Resources";
@@ -36,7 +28,7 @@ ADApp::Parts::Parts(ADApp& application, ListOwnership taken, const OwnPlaces& pl
       progress([this] { return window.visibleWindow(); }),
       panels([this] { return window.visibleWindow(); }),
       list(defaults, MainWindowController::cloakWorkerPath(), places,
-           {.tick = turnEventLoop,
+           {.tick = [this] { progress.turnEventLoop(); },
             .presenter = &alerts,
             .notifications = &notifications,
             .events = &events,
@@ -46,10 +38,11 @@ ADApp::Parts::Parts(ADApp& application, ListOwnership taken, const OwnPlaces& pl
             .images = &images,
             .sounds = &sounds,
             .prompt = &prompt,
-            .window = &window}) {
+            .window = &window}),
+      about(QStringLiteral(VEILKEEP_VERSION), [&application] { application.perform(Command::Help); }) {
     window.setMake([this, &application] {
-        return std::make_unique<VeilkeepWindow>(VeilkeepWindowParts{
-            list.files(), list.groups(), actions, previews, list.passwords(), defaults, application});
+        return std::make_unique<VeilkeepWindow>(
+            VeilkeepWindowParts{list.files(), list.groups(), actions, previews, defaults, application});
     });
 }
 

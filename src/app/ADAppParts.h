@@ -23,6 +23,7 @@
 #include "widgets/dialogs/OpenPanels.h"
 #include "widgets/dialogs/PasswordWindow.h"
 #include "widgets/dialogs/ProgressSheet.h"
+#include "widgets/dialogs/ReportWindow.h"
 #include "widgets/images/ProgramImages.h"
 #include "widgets/preview/Previews.h"
 #include "wiring/OwnList.h"
@@ -65,7 +66,8 @@ struct ADApp::Parts {
     TrayHost trayHost{events.sessionBus()};
     std::unique_ptr<StatusMenu> statusMenu;
     std::unique_ptr<TrayIcon> statusItem;
-    std::unique_ptr<AboutWindow> about;
+    AboutWindow about;
+    ReportWindow report;
 };
 
 } // namespace veilkeep

@@ -2,14 +2,15 @@
 
 #include <exception>
 #include <string>
+#include <vector>
 
 namespace veilkeep {
 
 // What an exception that nobody caught says of itself.
 struct UncaughtException {
-    std::string name;   // of its type
-    std::string reason; // empty where it has none
-    std::string stack = {};
+    std::string name;              // of its type
+    std::string reason;            // empty where it has none
+    std::vector<void*> stack = {}; // as backtrace() gives it
 
     static UncaughtException from(const std::exception_ptr& exception);
 

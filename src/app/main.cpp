@@ -3,8 +3,9 @@
 #include "app/ADApp.h"
 #include "app/SelfTest.h"
 #include "app/StartOptions.h"
-#include "app/ask/Ask.h"
+#include "app/ask/RunAsk.h"
 #include "platform/linux/ActivationToken.h"
+#include "widgets/dialogs/AlertWindows.h"
 
 #include <QGuiApplication>
 
@@ -12,8 +13,8 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <memory>
 #include <span>
-#include <string_view>
 
 namespace {
 
@@ -51,8 +52,10 @@ bool isRunByPkexec() {
 
 int main(int argc, char** argv) {
     const auto arguments = std::span<char* const>(argv, static_cast<std::size_t>(argc)).subspan(argc > 0);
-    if (!arguments.empty() && arguments.front() == std::string_view("--ask"))
-        return runAsk(argc, argv);
+    if (isAsking(argc, argv))
+        return runAsk(argc, argv, {.makePresenter = [] {
+                          return std::make_unique<AlertWindows>([] { return nullptr; });
+                      }});
     const auto parsed = StartOptions::parse(arguments);
     if (const auto* mistake = std::get_if<std::string>(&parsed)) {
         std::fprintf(stderr, "veilkeep: %s\nTry 'veilkeep --help'.\n", mistake->c_str());

@@ -28,7 +28,7 @@ void MainThread::runAndWait(const std::function<void()>& call) {
 void MainThread::runUntil(const std::function<bool()>& condition) {
     wakeEventLoop();
     while (!condition())
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::WaitForMoreEvents);
 }
 
 } // namespace veilkeep

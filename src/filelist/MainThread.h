@@ -17,8 +17,7 @@ public:
     // Returns once it has run; on the main thread itself that is at once.
     static void runAndWait(const std::function<void()>& call);
 
-    // On the main thread: runs what comes until the condition holds, input to windows included. What that asks
-    // for on the list waits its turn.
+    // On the main thread: runs what comes until the condition holds. Input to windows waits.
     static void runUntil(const std::function<bool()>& condition);
 };
 

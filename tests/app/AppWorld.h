@@ -36,7 +36,10 @@ public:
 
     // The child of the window with that object or accessible name; null where there is none to be seen.
     QWidget* find(const QString& name);
-    template <class Widget> Widget* findA(const QString& name) { return qobject_cast<Widget*>(find(name)); }
+    template <class Widget>
+    Widget* findA(const QString& name) {
+        return qobject_cast<Widget*>(find(name));
+    }
 
     // What is open beside the main window: dialogs, menus, panels. Waits for it to come.
     QWidget* dialog();

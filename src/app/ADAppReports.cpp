@@ -1,0 +1,86 @@
+#include "app/ADApp.h"
+#include "app/ADAppParts.h"
+#include "app/UncaughtExceptions.h"
+
+#include "core/log/Log.h"
+#include "session/ProblemReport.h"
+
+#include <QClipboard>
+#include <QThread>
+
+#include <pthread.h>
+#include <unistd.h>
+
+#include <cerrno>
+
+namespace veilkeep {
+
+void ADApp::reportException(const UncaughtException& exception) {
+    if (!exception.isToBeIgnored())
+        handleGenericException(exception);
+}
+
+void ADApp::handleGenericException(const UncaughtException& exception) {
+    if (auto* const application = qobject_cast<ADApp*>(instance()))
+        application->handleGenericException(exception, false);
+}
+
+void ADApp::handleGenericException(const UncaughtException& exception, bool manualThreadExit) {
+    const bool isMainThread = QThread::currentThread() == thread();
+    logLine("Handle Exception " + exception.name + ": " + exception.reason +
+            " in main thread = " + (isMainThread ? "1" : "0"));
+    if (isMainThread)
+        return startReport(exception);
+    sendFeedbackInThreadForException(exception);
+    if (manualThreadExit)
+        ::pthread_exit(nullptr);
+}
+
+void ADApp::sendFeedbackInThreadForException(const UncaughtException& exception) {
+    QMetaObject::invokeMethod(
+        this, [this, exception] { startReport(exception); }, Qt::QueuedConnection);
+}
+
+void ADApp::sendFeedback() {
+    startReport({.name = tr("Feedback").toStdString(), .reason = {}, .stack = {}});
+}
+
+// Offered to the user, who decides what becomes of it.
+void ADApp::startReport(const UncaughtException& exception) {
+    ProblemReport report;
+    report.reason = QString::fromStdString(
+        exception.reason.empty() ? exception.name : exception.name + ": " + exception.reason);
+    report.displayPlatform = platformName();
+    report.stack = exception.stack;
+    for (const ListedFile& file : m_parts->list.files().files().all())
+        report.itemNames.emplace_back(file->name());
+    for (const ListedGroup& group : m_parts->list.groups().groups())
+        report.itemNames.emplace_back(group->name());
+    const auto written = report.write();
+    if (!written)
+        return m_parts->tellTrouble(tr("The problem report could not be written."), written.error());
+    const QString text = QString::fromStdString(report.text());
+    m_parts->report.show(text, *written, [this, path = *written, text](ReportWindow::Action action) {
+        actOnReport(action, path, text);
+    });
+}
+
+void ADApp::actOnReport(ReportWindow::Action action, const std::string& path, const QString& text) {
+    switch (action) {
+    case ReportWindow::Action::Open:
+        if (const auto opened = m_parts->applications.open(path); !opened)
+            m_parts->tellTrouble(tr("The problem report could not be opened."), opened.error());
+        return;
+    case ReportWindow::Action::Copy:
+        return clipboard()->setText(text);
+    case ReportWindow::Action::Delete:
+        if (::unlink(path.c_str()) != 0)
+            m_parts->tellTrouble(tr("The problem report could not be deleted."),
+                                 Error::system("unlink", path, errno));
+        return;
+    case ReportWindow::Action::Close:
+        return;
+    }
+}
+
+} // namespace veilkeep
