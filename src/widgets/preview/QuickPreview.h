@@ -4,6 +4,7 @@
 #include "widgets/preview/Previews.h"
 
 #include <QObject>
+#include <QSize>
 
 #include <memory>
 
@@ -11,6 +12,8 @@ class QKeyEvent;
 class QWidget;
 
 namespace veilkeep {
+
+class QuickPanel;
 
 // The quick preview panel: shows the selected items one after the other. Made for the main window, which
 // lives longer; main thread.
@@ -23,18 +26,25 @@ public:
 
     bool isVisible() const;
     void toggle(); // closed, or brought to the front for the selected items, from the first on
-    void close();  // at once: the user leaves, or the window closes
+    void close();  // at once: the user leaves, or the window closes; nothing of an item is kept
+
+    QWidget* panel() const; // null while it is closed
 
 signals:
     // Keys that the panel leaves to the files table: up, down, what hides and shows.
     void keyPressed(QKeyEvent* event);
 
+    // The item on view is to be opened with its application. It is not hidden.
+    void openRequested(const veilkeep::ListedFile& file);
+
 private:
-    class Panel;
+    void reload();
+
     FilesViewController& m_files;
     Previews& m_previews;
     QWidget& m_mainWindow;
-    std::unique_ptr<Panel> m_panel; // made for its first use
+    std::unique_ptr<QuickPanel> m_panel; // while it is open
+    QSize m_size;                        // that the user gave it
 };
 
 } // namespace veilkeep
