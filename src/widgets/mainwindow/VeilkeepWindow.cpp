@@ -135,6 +135,9 @@ void VeilkeepWindow::Private::connectPanes() {
     connect(m_groupPanel, &GroupPanel::rightKeyPressed, &m_window, &VeilkeepWindow::focusFiles);
     connect(m_table, &FilesTableView::leftKeyPressed, m_groupPanel, &GroupPanel::focusGroups);
     connect(m_table, &FilesTableView::quickLookRequested, &m_window, &VeilkeepWindow::toggleQuickLook);
+    connect(m_table, &FilesTableView::addRequested, this, [this] { m_actions.run(Command::AddFiles); });
+    m_table->setGroupName([this] { return QString::fromStdString(m_parts.groups.currentGroupName()); });
+    m_groupPanel->setEditingOffered(m_parts.commands.exists(Command::EditGroup));
     connect(m_table, &FilesTableView::chooseApplicationRequested, &m_window,
             &VeilkeepWindow::chooseApplicationRequested);
     new PaneFocus(m_window, {
