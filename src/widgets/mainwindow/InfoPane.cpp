@@ -77,7 +77,7 @@ void InfoPane::update() {
     const InfoFacts facts = infoFacts(m_selected, m_groups);
     m_contents->setFacts(facts);
     if (isAnother)
-        m_contents->setFactsOnDisk({.size = facts.size}); // until they are read
+        m_contents->setFactsOnDisk({facts.size, {}, {}}); // until they are read
     m_contents->setDatesShown(m_selected.size() == 1);
     updatePreview();
     if (m_selected.size() == 1)
