@@ -1,10 +1,10 @@
 #include "filelist/FileListActions.h"
 
 #include "alerts/ADAlertManager.h"
-#include "core/environment/XdgDirectories.h"
 #include "core/log/Log.h"
 #include "filelist/Texts.h"
 #include "format/ErrorText.h"
+#include "format/ValueFormatting.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -108,7 +108,7 @@ QString FileListActions::toolTipFor(const File& file, RowPart part) const {
             return Texts::tr("Fix broken file");
         }
     }
-    return shownPathFromHome(file.originalPath(), homeDirectory());
+    return placeWithTilde(file.originalPath());
 }
 
 int FileListActions::menuState(std::ptrdiff_t row) {

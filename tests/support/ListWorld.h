@@ -21,6 +21,7 @@ struct ListWorldOptions {
     RightsAuthority* authority = nullptr; // with one there is a SecurityController
     std::string pkexec = {};
     PathChooser* pathChooser = nullptr;
+    FileViewer* fileViewer = nullptr;
     const CurrentGroup* groups = nullptr; // none: all files
     DistributedNotifications* notifications = nullptr;
     SafeFileOptions file = {}; // of the list
@@ -49,6 +50,7 @@ public:
             .security = m_security.get(),
             .mounter = options.mounter,
             .pathChooser = options.pathChooser,
+            .fileViewer = options.fileViewer,
             .notifications = options.notifications,
         });
     }

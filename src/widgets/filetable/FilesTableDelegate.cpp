@@ -1,7 +1,6 @@
 #include "widgets/filetable/FilesTableDelegate.h"
 
 #include "widgets/controls/RowControls.h"
-#include "widgets/filetable/SizeText.h"
 
 #include <QPainter>
 #include <QStyle>
@@ -36,7 +35,7 @@ FilesTableDelegate::FilesTableDelegate(const FilesTableModel& model, QObject* pa
     : QStyledItemDelegate(parent), m_model(model) {}
 
 RowLayout FilesTableDelegate::layoutOf(const QStyleOptionViewItem& option, int row) const {
-    const int sizeWidth = option.fontMetrics.horizontalAdvance(sizeText(m_model.fileAt(row)->size()));
+    const int sizeWidth = option.fontMetrics.horizontalAdvance(m_model.sizeText(*m_model.fileAt(row)));
     return {option.rect, option.font, sizeWidth, option.direction};
 }
 
@@ -103,7 +102,7 @@ void FilesTableDelegate::paintTexts(const Row& row) const {
     draw(layout.place, Qt::AlignLeading, small,
          trouble.isEmpty() ? row.secondaryColor() : warningColor(row.option.palette, row.isSelected()),
          trouble.isEmpty() ? place : tr("%1 · %2").arg(trouble, place), Qt::ElideMiddle);
-    draw(layout.size, Qt::AlignTrailing, row.option.font, row.secondaryColor(), sizeText(row.file->size()),
+    draw(layout.size, Qt::AlignTrailing, row.option.font, row.secondaryColor(), m_model.sizeText(*row.file),
          Qt::ElideNone);
 }
 

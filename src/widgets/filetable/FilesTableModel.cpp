@@ -1,8 +1,7 @@
 #include "widgets/filetable/FilesTableModel.h"
 
-#include "core/environment/XdgDirectories.h"
 #include "filelist/Texts.h"
-#include "widgets/filetable/SizeText.h"
+#include "format/ValueFormatting.h"
 
 #include <algorithm>
 #include <utility>
@@ -19,7 +18,7 @@ std::ptrdiff_t signedIndex(std::size_t index) {
 } // namespace
 
 FilesTableModel::FilesTableModel(FilesViewController& files, Previews& previews, QObject* parent)
-    : QAbstractTableModel(parent), m_files(files), m_previews(previews), m_home(homeDirectory()) {
+    : QAbstractTableModel(parent), m_files(files), m_previews(previews) {
     m_updating.setSingleShot(true);
     connect(&m_updating, &QTimer::timeout, this, &FilesTableModel::update);
     connect(&files.filesController(), &FilesController::arrangedObjectsChanged, this, [this] {
@@ -107,7 +106,11 @@ QString FilesTableModel::name(const File& file) const {
 }
 
 QString FilesTableModel::place(const File& file) const {
-    return shownPathFromHome(file.originalPath(), m_home);
+    return placeWithTilde(file.originalPath());
+}
+
+QString FilesTableModel::sizeText(const File& file) const {
+    return stringSizeFromLong(static_cast<std::int64_t>(file.size()));
 }
 
 QString FilesTableModel::trouble(const ListedFile& file) const {
@@ -123,7 +126,7 @@ QString FilesTableModel::accessibleText(const ListedFile& file) const {
                           : file->state() == File::Visible ? tr("visible")
                                                            : trouble(file);
     return tr("%1, %2, %3, %4", "name, place, size, state")
-        .arg(name(*file), place(*file), sizeText(file->size()), state);
+        .arg(name(*file), place(*file), sizeText(*file), state);
 }
 
 int FilesTableModel::rowCount(const QModelIndex& parent) const {
@@ -144,7 +147,7 @@ QVariant FilesTableModel::data(const QModelIndex& index, int role) const {
     case PlaceRole:
         return place(*file);
     case SizeRole:
-        return sizeText(file->size());
+        return sizeText(*file);
     case StateRole:
         return file->state();
     case TroubleRole:

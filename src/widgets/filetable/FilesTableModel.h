@@ -8,7 +8,6 @@
 #include <QTimer>
 
 #include <cstddef>
-#include <string>
 #include <unordered_set>
 #include <vector>
 
@@ -33,6 +32,7 @@ public:
     // What is shown of a row, ready to be painted.
     QString name(const File& file) const;
     QString place(const File& file) const;
+    QString sizeText(const File& file) const;
     QString trouble(const ListedFile& file) const; // of a broken item: why it is not there; else empty
     QString accessibleText(const ListedFile& file) const;
     Previews& previews() const { return m_previews; }
@@ -58,7 +58,6 @@ private:
 
     FilesViewController& m_files;
     Previews& m_previews;
-    const std::string m_home;
     std::vector<ListedFile> m_rows;
     std::unordered_set<ListedFile> m_changed; // of which rows may be shown
     bool m_areAllChanged = false;

@@ -1,0 +1,287 @@
+#include "filelist/FileListActions.h"
+#include "core/records/FileSystemHelpers.h"
+#include "tests/filelist/StoreWorld.h"
+
+#include <gtest/gtest.h>
+
+#include <QLocale>
+
+#include <QLocale>
+
+#include <algorithm>
+#include <cerrno>
+#include <map>
+
+namespace veilkeep {
+namespace {
+
+using namespace veilkeep::test;
+using OpenWithItem = FileListActions::OpenWithItem;
+
+class FakeApplications : public Applications {
+public:
+    ForItem applicationsFor(const std::string&) override { return forItem; }
+    std::vector<InstalledApplication> everyApplication() override { return {}; }
+    Result<void> open(const std::string& path) override {
+        const auto fault = faults.find(path);
+        if (fault != faults.end())
+            return Error::system("open", path, fault->second);
+        opened.push_back(path);
+        return {};
+    }
+    Result<void> openWith(const QString& identifier, const std::string& path) override {
+        const auto done = open(path);
+        if (done)
+            opened.back() = identifier.toStdString() + " " + path;
+        return done;
+    }
+
+    ForItem forItem;
+    std::map<std::string, int> faults; // errno by path
+    std::vector<std::string> opened;
+};
+
+struct RevealedPaths : FileViewer {
+    void selectFile(const std::string& path) override { revealed.push_back(path); }
+    std::vector<std::string> revealed;
+};
+
+InstalledApplication application(const char* name, const char* version = "") {
+    return {QString(name) + ".desktop", name, version, {}};
+}
+
+// Nothing of it lies on the disk.
+File record(const std::string& name, std::int32_t state = File::Visible, std::uint64_t size = unknownFileSize,
+            bool isFile = true) {
+    return File({{"Name", Bytes{name}},
+                 {"Path", Bytes{"/h/" + name}},
+                 {"OriginalPath", Bytes{"/h/" + name}},
+                 {"State", std::int64_t{state}},
+                 {"Size", size},
+                 {"IsFile", isFile},
+                 {"GroupID", std::int64_t{0}},
+                 {"Alias", Bytes{}}});
+}
+
+class FileListActionsTest : public ::testing::Test {
+protected:
+    FileListActionsTest() {
+        ListWorldOptions options;
+        options.fileViewer = &viewer;
+        world.emplace(options);
+        actions.emplace(*world->list, world->alerts, &applications);
+    }
+
+    void list(std::vector<File> files) {
+        const std::size_t first = world->list->files().size();
+        world->list->files().append(std::move(files));
+        const auto& all = world->list->files().all();
+        world->list->filesController().setSelectedObjects(
+            {all.begin() + static_cast<std::ptrdiff_t>(first), all.end()});
+    }
+    ListedFile at(std::size_t row) const { return world->list->files().all()[row]; }
+    std::string order() const {
+        std::string names;
+        for (const ListedFile& file : world->list->files().all())
+            names += (names.empty() ? "" : " ") + std::string(file->name());
+        return names;
+    }
+    QStringList titles() const {
+        QStringList all;
+        for (const OpenWithItem& item : actions->openWithMenuItemForFile("/h/a"))
+            all << (item.kind == OpenWithItem::Kind::Separator ? "-" : item.title);
+        return all;
+    }
+
+    const ScratchTree tree;
+    FakeApplications applications;
+    RevealedPaths viewer;
+    std::optional<ListWorld> world;
+    std::optional<FileListActions> actions;
+};
+
+TEST_F(FileListActionsTest, HiddenItemsAreNeitherOpenedNorShown) {
+    list({record("a"), record("b", File::Hidden), record("c", File::Broken)});
+    actions->openFileAction();
+    actions->menuRevealFileInFinder();
+    EXPECT_EQ(applications.opened, (std::vector<std::string>{"/h/a", "/h/c"}));
+    EXPECT_EQ(viewer.revealed, applications.opened);
+
+    world->list->filesController().setSelectedObjects({at(1)});
+    actions->openFileAction();
+    actions->menuRevealFileInFinder();
+    actions->openSelectedFileWithApplication("X");
+    EXPECT_EQ(applications.opened.size(), 2u);
+    EXPECT_EQ(viewer.revealed.size(), 2u);
+
+    world->list->filesController().setSelectedObjects({at(0)});
+    actions->openSelectedFileWithApplication("X");
+    EXPECT_EQ(applications.opened.back(), "X /h/a");
+}
+
+TEST_F(FileListActionsTest, WhatCannotBeOpenedIsToldOnce) {
+    applications.faults = {{"/h/a", ENOENT}, {"/h/c", EACCES}};
+    list({record("a"), record("b"), record("c")});
+    world->presenter.expect({.title = "Some items could not be opened.", .answer = "OK"});
+    actions->openFileAction();
+    EXPECT_EQ(applications.opened, std::vector<std::string>{"/h/b"});
+    EXPECT_EQ(world->presenter.shown().back().errors,
+              (std::vector<ErrorEntry>{{"a", "No such file or directory"}, {"c", "Permission denied"}}));
+
+    world->list->filesController().setSelectedObjects({at(2)});
+    for (int way = 0; way < 2; ++way) {
+        world->presenter.expect(
+            {.title = "“c” could not be opened.", .answer = "OK", .message = "Permission denied"});
+        way == 0 ? actions->openFileAction() : actions->openSelectedFileWithApplication("X");
+    }
+}
+
+TEST_F(FileListActionsTest, OpenWithListsTenApplicationsBehindTheDefaultOne) {
+    EXPECT_EQ(titles(), (QStringList{"<None>", "-", "Other…"}));
+    applications.forItem.all = {application("Left out without a default one")};
+    EXPECT_EQ(titles(), (QStringList{"<None>", "-", "Other…"}));
+
+    applications.forItem = {application("Viewer", "2.1"),
+                            {application("Viewer", "2.1"), application("Viewer", "7"), application("%1")}};
+    EXPECT_EQ(titles(),
+              (QStringList{"Viewer (default)", "-", "Viewer", "Viewer (2.1)", "%1", "-", "Other…"}));
+
+    for (const char* name : {"3", "4", "5", "6", "7", "8", "9", "10", "11"})
+        applications.forItem.all.push_back(application(name));
+    const QStringList many = titles();
+    EXPECT_EQ(many.size(), 2 + 10 + 2);
+    EXPECT_EQ(many[11], "9");
+}
+
+TEST_F(FileListActionsTest, MenuItemsFollowTheSelection) {
+    struct Row {
+        const char* what;
+        std::vector<File> selected;
+        bool opens, opensWith;
+        int switchValue;
+    };
+    const Row rows[] = {
+        {"nothing", {}, false, false, 0},
+        {"visible", {record("a")}, true, true, 0},
+        {"hidden", {record("a", File::Hidden)}, false, false, 1},
+        {"broken", {record("a", File::Broken)}, true, true, 2},
+        {"folder", {record("a", File::Visible, 0, false)}, true, false, 0},
+        {"application", {record("a.app")}, true, false, 0},
+        {"two visible", {record("a"), record("b")}, true, false, 0},
+        {"two hidden", {record("a", File::Hidden), record("b", File::Hidden)}, false, false, 1},
+        {"both", {record("a", File::Hidden), record("b")}, true, false, 2},
+    };
+    for (const Row& row : rows) {
+        world->list->files().assign({});
+        list(row.selected);
+        EXPECT_EQ(actions->validateMenuItem(103, "All Files").isEnabled, row.opens) << row.what;
+        EXPECT_EQ(actions->validateMenuItem(105, "All Files").isEnabled, row.opens) << row.what;
+        EXPECT_EQ(actions->validateMenuItem(104, "All Files").isEnabled, row.opensWith) << row.what;
+        EXPECT_EQ(actions->switchValue(), row.switchValue) << row.what;
+        const auto tool = actions->validateToolbarItem(489);
+        EXPECT_EQ(tool.isEnabled, !row.selected.empty()) << row.what;
+        EXPECT_EQ(tool.title, row.selected.size() < 2 ? "Remove Item" : "Remove Items") << row.what;
+        EXPECT_EQ(tool.toolTip, row.selected.size() < 2 ? "Remove selected item from the list"
+                                                        : "Remove selected items from the list");
+        EXPECT_TRUE(actions->validateMenuItem(106, {}).isEnabled);
+    }
+    EXPECT_EQ(actions->validateMenuItem(106, "All Files").title, "Remove From List");
+    EXPECT_EQ(actions->validateMenuItem(106, "Secret").title, "Remove From Group");
+    EXPECT_TRUE(actions->validateMenuItem(107, {}).isEnabled);
+    EXPECT_TRUE(actions->validateToolbarItem(1).isEnabled);
+}
+
+TEST_F(FileListActionsTest, ToolTipsSayWhatAButtonDoes) {
+    using Part = FileListActions::RowPart;
+    const auto tip = [&](std::int32_t state, Part part) {
+        File file = record("a", state);
+        file.setOriginalPath(tree.home() + "/x");
+        return actions->toolTipFor(file, part);
+    };
+    EXPECT_EQ(tip(File::Visible, Part::Switch), "Hide file");
+    EXPECT_EQ(tip(File::Hidden, Part::Switch), "Unhide file");
+    EXPECT_EQ(tip(File::Broken, Part::Switch), "Fix broken file");
+    EXPECT_EQ(tip(-2, Part::Switch), "~/x");
+    EXPECT_EQ(tip(File::Visible, Part::Reveal), "Reveal in Finder");
+    EXPECT_EQ(tip(File::Visible, Part::Elsewhere), "~/x");
+}
+
+TEST_F(FileListActionsTest, TheContextMenuSelectsItsRowAlone) {
+    list({record("a"), record("b", File::Hidden), record("c", File::Hidden)});
+    auto& controller = world->list->filesController();
+    EXPECT_EQ(actions->menuState(1), 2);
+    EXPECT_EQ(controller.selectedCount(), 3u); // it was among them
+    controller.setSelectedObjects({at(0), at(2)});
+    EXPECT_EQ(actions->menuState(1), 1);
+    EXPECT_EQ(controller.selectedObjects(), std::vector<ListedFile>{at(1)});
+    EXPECT_EQ(actions->contextMenuSelectedItem(), 1);
+    for (const std::ptrdiff_t outside : {-1, 3})
+        EXPECT_EQ(actions->menuState(outside), 2);
+    EXPECT_EQ(controller.selectedObjects(), std::vector<ListedFile>{at(1)});
+}
+
+TEST_F(FileListActionsTest, TheSwitchOfTheMenuHidesUnlessAllIsHidden) {
+    const std::string first = tree.makeFile("d/first"), second = tree.makeFile("d/second");
+    const ListedFile files[] = {world->add(first), world->add(second)};
+    world->list->filesController().setSelectedObjects({files[0]});
+    actions->menuSwitchOnOff();
+    EXPECT_FALSE(exists(first));
+    world->list->filesController().setSelectedObjects({files[0], files[1]});
+    actions->menuSwitchOnOff(); // of both
+    EXPECT_FALSE(exists(first) || exists(second));
+    actions->menuSwitchOnOff();
+    EXPECT_TRUE(exists(first) && exists(second));
+}
+
+TEST_F(FileListActionsTest, SortsTheListItselfAndKeepsTheSelection) {
+    using Key = FileListActions::SortKey;
+    const QLocale before;
+    QLocale::setDefault(QLocale(QLocale::French, QLocale::France));
+    list({record("beta", File::Visible, 30), record("Alpha", File::Hidden, 30), record("émile", File::Broken),
+          record("alpha", File::Visible, 5), record("Zoe", File::Visible, 0), record("zebra\xFF")});
+    auto& controller = world->list->filesController();
+    controller.setSelectedObjects({at(0), at(3)});
+    struct Row {
+        Key key;
+        bool ascending;
+        const char* order;
+    };
+    const Row rows[] = {
+        {Key::Name, true, "Alpha alpha beta émile zebra\xFF Zoe"},
+        {Key::Size, true, "émile zebra\xFF Zoe alpha Alpha beta"},
+        {Key::Size, false, "Alpha beta alpha Zoe émile zebra\xFF"}, // equal ones stay as they lie
+        {Key::State, true, "émile beta alpha Zoe zebra\xFF Alpha"},
+        {Key::Name, false, "Zoe zebra\xFF émile beta alpha Alpha"},
+        {Key::Place, true, "Alpha alpha beta émile zebra\xFF Zoe"},
+    };
+    int sorted = 0;
+    QObject::connect(&world->list->files(), &FileList::filesSorted, [&] { ++sorted; });
+    for (const Row& row : rows) {
+        actions->sort(row.key, row.ascending);
+        EXPECT_EQ(order(), row.order);
+        for (const ListedFile& file : world->list->files().all())
+            EXPECT_EQ(world->list->findFileWithPath(file->path()), file);
+    }
+    actions->sort(Key::Place, true); // as it lies
+    EXPECT_EQ(sorted, 6);
+    EXPECT_EQ(controller.arrangedObjects(), world->list->files().all());
+    EXPECT_EQ(controller.selectedObjects(), (std::vector<ListedFile>{at(1), at(2)}));
+    QLocale::setDefault(before);
+    const auto saved =
+        world->list->readFilesInfoFileAtPath(OwnPlaces::current().dataDirectory + "/FilesInfo.Veilkeep");
+    ASSERT_TRUE(saved);
+    EXPECT_TRUE(std::ranges::equal(*saved, world->list->files().all(), {}, &File::name,
+                                   [](const ListedFile& file) { return file->name(); }));
+}
+
+TEST_F(FileListActionsTest, SortingWaitsForTheBatch) {
+    list({record("b"), record("a")});
+    world->turns.run([&] {
+        actions->sort(FileListActions::SortKey::Name, true);
+        EXPECT_EQ(order(), "b a");
+    });
+    EXPECT_EQ(order(), "a b");
+}
+
+} // namespace
+} // namespace veilkeep
