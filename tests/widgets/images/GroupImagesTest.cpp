@@ -1,0 +1,224 @@
+#include "widgets/images/DrawnImage.h"
+#include "widgets/images/ProgramImages.h"
+
+#include "tests/support/ScratchTree.h"
+
+#include <gtest/gtest.h>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <QBuffer>
+#include <QImageReader>
+#include <QImageWriter>
+
+#include <random>
+
+namespace veilkeep {
+namespace {
+
+using namespace test;
+
+QImage plain(QSize size, const QColor& colour) {
+    QImage image(size, QImage::Format_RGB32);
+    image.fill(colour);
+    return image;
+}
+
+std::string encoded(const QImage& image, const char* format) {
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    EXPECT_TRUE(image.save(&buffer, format)) << format;
+    return bytes.toStdString();
+}
+
+QImage imageOf(const std::optional<Bytes>& bytes) {
+    return bytes ? QImage::fromData(QByteArray::fromStdString(std::string(bytes->data.view())), "png")
+                 : QImage();
+}
+
+// A red GIF of one pixel.
+const std::string redGif("GIF89a\1\0\1\0\x80\0\0\xFF\0\0\0\0\0,\0\0\0\0\1\0\1\0\0\2\2D\1\0;", 35);
+
+// A PNG whose header tells of a size that its content does not have.
+std::string pngOfSize(std::uint32_t width, std::uint32_t height) {
+    std::string bytes = encoded(plain({8, 8}, Qt::red), "png");
+    for (const auto& [at, value] : {std::pair(16U, width), std::pair(20U, height)})
+        for (unsigned int byte = 0; byte < 4; ++byte)
+            bytes[at + byte] = static_cast<char>(value >> (24 - 8 * byte));
+    std::uint32_t sum = 0xFFFFFFFF; // of PNG's kind, over the header's name and content
+    for (std::size_t at = 12; at < 29; ++at) {
+        sum ^= static_cast<unsigned char>(bytes[at]);
+        for (int bit = 0; bit < 8; ++bit)
+            sum = (sum >> 1) ^ ((sum & 1) != 0 ? 0xEDB88320U : 0U);
+    }
+    for (unsigned int byte = 0; byte < 4; ++byte)
+        bytes[29 + byte] = static_cast<char>(~sum >> (24 - 8 * byte));
+    return bytes;
+}
+
+class GroupImages : public ::testing::Test {
+protected:
+    std::optional<Bytes> imageIn(const std::string& name, const std::string& content) {
+        return m_images.imageAtPath(m_tree.makeFile(name, content));
+    }
+
+    ScratchTree m_tree;
+    ProgramGroupImages m_images;
+};
+
+TEST_F(GroupImages, OwnImagesComeByTheirNames) {
+    const QImage image = imageOf(m_images.imageNamed("folder-pictures"));
+    EXPECT_EQ(image.size(), QSize(42, 42));
+    EXPECT_EQ(image.convertToFormat(QImage::Format_ARGB32_Premultiplied),
+              drawnImage::drawn("folder-pictures", {42, 42}));
+    for (const char* other : {"", "no such image", "/etc/passwd", "folder-pictures.svg"})
+        EXPECT_FALSE(m_images.imageNamed(other)) << other;
+}
+
+TEST_F(GroupImages, FilesOfTheKnownKindsAreTaken) {
+    const QImage red = plain({90, 60}, Qt::red);
+    std::vector<std::pair<std::string, std::string>> rows{
+        {"a.png", encoded(red, "png")},
+        {"a.bmp", encoded(red, "bmp")},
+        {"a.jpg", encoded(red, "jpg")},
+        {"PHOTO.JPEG", encoded(red, "jpg")},
+        {"a.gif", redGif},
+        {"really a jpeg.png", encoded(red, "jpg")},
+        {"grand.png", encoded(plain({3000, 2000}, Qt::red), "png")},
+        {"grand.jpg", encoded(plain({3000, 2000}, Qt::red), "jpg")},
+        {"not UTF-8 \xFF.png", encoded(red, "png")},
+    };
+    if (QImageWriter::supportedImageFormats().contains("tif"))
+        rows.emplace_back("a.tif", encoded(red, "tif"));
+    for (const auto& [name, content] : rows) {
+        const QImage image = imageOf(imageIn(name, content));
+        ASSERT_EQ(image.size(), QSize(42, 42)) << name;
+        const QColor centre = image.pixelColor(21, 21);
+        EXPECT_TRUE(centre.red() > 250 && centre.green() < 5 && centre.alpha() == 255) << name;
+    }
+}
+
+TEST_F(GroupImages, WhatIsNoImageOfThatKindGivesNothing) {
+    const std::string png = encoded(plain({8, 8}, Qt::red), "png");
+    const std::pair<std::string, std::string> rows[] = {
+        {"png.txt", png},
+        {"png", png},
+        {"folder.png/png", png},
+        {"empty.png", ""},
+        {"text.png", "no image at all"},
+        {"drawing.png", "<svg xmlns='http://www.w3.org/2000/svg' width='9' height='9'><rect width='9' "
+                        "height='9'/></svg>"},
+        {"icon.bmp", std::string("\0\0\1\0\1\0\x10\x10\0\0\1\0\x20\0", 14)},
+        {"only its head.png", png.substr(0, 33)},
+        {"only its name.gif", "GIF89a"},
+        {"only its name.jpg", "\xFF\xD8\xFF\xE0"},
+        {"only its name.tif", std::string("II*\0", 4)},
+        {"only its name.jp2", std::string("\0\0\0\x0CjP  \r\n\x87\n", 12)},
+        {"nothing wide.png", pngOfSize(0, 8)},
+        {"too many pixels.png", pngOfSize(60'000, 60'000)},
+        {"endless row.png", pngOfSize(0x7FFFFFFF, 1)},
+        {"endless bmp.bmp", std::string("BM\x36\0\0\0\0\0\0\0\x36\0\0\0\x28\0\0\0\xFF\xFF\xFF\x7F\xFF\xFF\xFF"
+                                        "\x7F\1\0\x20\0\0\0\0\0\0\0\0\0",
+                                        38) +
+                                std::string(16, '\0')},
+    };
+    for (const auto& [name, content] : rows)
+        EXPECT_FALSE(imageIn(name, content)) << name;
+}
+
+TEST_F(GroupImages, WhatIsNoFileIsNotWaitedFor) {
+    const std::string pipe = m_tree.path("pipe.png");
+    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    const std::string link = m_tree.path("link.png");
+    ASSERT_EQ(::symlink("nowhere", link.c_str()), 0);
+    const std::string vast = m_tree.makeFile("vast.png", encoded(plain({8, 8}, Qt::red), "png"));
+    ASSERT_EQ(::truncate(vast.c_str(), (off_t{64} << 20) + 1), 0);
+    for (const std::string& path : {pipe, link, vast, m_tree.makeDirectory("folder.png"),
+                                    m_tree.path("none.png"), std::string(), std::string("/dev/zero")})
+        EXPECT_FALSE(m_images.imageAtPath(path)) << path;
+    ASSERT_EQ(::truncate(vast.c_str(), off_t{64} << 20), 0);
+    EXPECT_TRUE(m_images.imageAtPath(vast));
+}
+
+TEST_F(GroupImages, DamagedFilesDoNoHarm) {
+    QImage colourful(17, 13, QImage::Format_ARGB32);
+    for (int y = 0; y < colourful.height(); ++y)
+        for (int x = 0; x < colourful.width(); ++x)
+            colourful.setPixelColor(x, y, QColor(x * 15, y * 19, (x * y) % 256, 255 - x));
+    std::mt19937 chance(20);
+    std::vector<std::pair<std::string, std::string>> files{{"gif", redGif}};
+    for (const char* kind : {"png", "bmp", "jpg", "tif"})
+        if (QImageWriter::supportedImageFormats().contains(kind))
+            files.emplace_back(kind, encoded(colourful, kind));
+    for (const auto& [kind, whole] : files) {
+        for (std::size_t length = 0; length < whole.size(); length += 1 + whole.size() / 150)
+            imageIn("cut." + kind, whole.substr(0, length));
+        for (int round = 0; round < 150; ++round) {
+            std::string bent = whole;
+            for (int flips = 0; flips < 3; ++flips)
+                bent[chance() % bent.size()] ^= static_cast<char>(1U << chance() % 8);
+            const QImage image = imageOf(imageIn("bent." + kind, bent));
+            EXPECT_TRUE(image.isNull() || image.size() == QSize(42, 42));
+        }
+    }
+}
+
+TEST_F(GroupImages, AGroupShowsItsIconOrTheDefault) {
+    const auto group = [](const std::string& icon, const std::string& iconPath) {
+        Group made = Group::initWithName("Letters", 3);
+        made.setIconData(Bytes{icon});
+        made.setIconPath(iconPath);
+        return made;
+    };
+    const std::string games(m_images.imageNamed("folder_games")->data.view());
+    const std::string red = encoded(plain({42, 42}, Qt::red), "png");
+    const struct {
+        const char* what;
+        Group group;
+        QString drawnAs; // empty: the red image
+    } rows[] = {
+        {"no icon", group("", "folder_games"), "folder-documents_alt"},
+        {"rubbish", group("rubbish", "folder_games"), "folder-documents_alt"},
+        {"cut off", group(red.substr(0, 30), "folder_games"), "folder-documents_alt"},
+        {"own", group(games, "folder_games"), "folder_games"},
+        {"user's", group(red, "/home/ann/red.png"), ""},
+        {"old one, its new path being none", group(red, "folder_none"), ""},
+    };
+    for (const auto& row : rows)
+        for (const qreal scale : {1.0, 1.5, 2.0}) {
+            const QPixmap icon = groupIcon(row.group, {42, 42}, scale);
+            EXPECT_EQ(icon.deviceIndependentSize(), QSizeF(42, 42)) << row.what;
+            const QSize pixels = QSize(42, 42) * scale;
+            const QImage wanted =
+                row.drawnAs.isEmpty() ? plain(pixels, Qt::red) : drawnImage::drawn(row.drawnAs, pixels);
+            QImage seen = icon.toImage().convertToFormat(wanted.format());
+            seen.setDevicePixelRatio(1);
+            EXPECT_EQ(seen, wanted) << row.what << " at " << scale;
+        }
+}
+
+TEST(ImageByScalingToSize, KeepsProportionsInTheMiddle) {
+    const struct {
+        QSize image;
+        QRect covered;
+    } rows[] = {
+        {{84, 42}, {0, 10, 42, 21}}, {{42, 84}, {10, 0, 21, 42}}, {{7, 7}, {0, 0, 42, 42}},
+        {{4200, 1}, {0, 20, 42, 1}}, {{1, 4200}, {20, 0, 1, 42}},
+    };
+    for (const auto& row : rows) {
+        const QImage scaled = imageByScalingToSize(plain(row.image, Qt::red), {42, 42});
+        ASSERT_EQ(scaled.size(), QSize(42, 42));
+        QRect covered;
+        for (int y = 0; y < 42; ++y)
+            for (int x = 0; x < 42; ++x)
+                if (qAlpha(scaled.pixel(x, y)) != 0)
+                    covered |= QRect(x, y, 1, 1);
+        EXPECT_EQ(covered, row.covered) << row.image.width() << " x " << row.image.height();
+    }
+    EXPECT_TRUE(imageByScalingToSize(QImage(), {42, 42}).isNull());
+    EXPECT_TRUE(imageByScalingToSize(plain({4, 4}, Qt::red), {0, 42}).isNull());
+}
+
+} // namespace
+} // namespace veilkeep
