@@ -1,0 +1,19 @@
+# What makes the desktop know the program: its entry in menus, its activation by the session bus, its icons; and the
+# guide, which lies in the bundle.
+set(VEILKEEP_DESKTOP_ENTRY "${PROJECT_BINARY_DIR}/com.ostrel.Veilkeep.desktop")
+set(VEILKEEP_BUS_SERVICE "${PROJECT_BINARY_DIR}/com.ostrel.Veilkeep.service")
+configure_file("${PROJECT_SOURCE_DIR}/resources/desktop/com.ostrel.Veilkeep.desktop.in" "${VEILKEEP_DESKTOP_ENTRY}" @ONLY)
+configure_file("${PROJECT_SOURCE_DIR}/resources/desktop/com.ostrel.Veilkeep.service.in" "${VEILKEEP_BUS_SERVICE}" @ONLY)
+install(FILES "${VEILKEEP_DESKTOP_ENTRY}" DESTINATION /usr/share/applications)
+install(FILES "${VEILKEEP_BUS_SERVICE}" DESTINATION /usr/share/dbus-1/services)
+
+set(images "${PROJECT_SOURCE_DIR}/resources/images")
+install(FILES "${images}/com.ostrel.Veilkeep.svg" DESTINATION /usr/share/icons/hicolor/scalable/apps)
+install(FILES "${images}/com.ostrel.Veilkeep-symbolic.svg" DESTINATION /usr/share/icons/hicolor/symbolic/apps)
+
+foreach(page index.html index.de.html index.es.html)
+    configure_file("${PROJECT_SOURCE_DIR}/resources/guide/${page}"
+                   "${VEILKEEP_BUNDLE}/Contents/Resources/guide/${page}" COPYONLY)
+endforeach()
+install(DIRECTORY "${PROJECT_SOURCE_DIR}/resources/guide/"
+        DESTINATION "${VEILKEEP_INSTALLED_BUNDLE}/Contents/Resources/guide")
