@@ -43,6 +43,12 @@ const char* formatOf(std::string_view bytes) {
     return found == signatures.end() ? nullptr : found->format;
 }
 
+// Qt's readers lose the colours of these when they scale.
+bool hasColourTable(QImage::Format format) {
+    return format == QImage::Format_Mono || format == QImage::Format_MonoLSB ||
+           format == QImage::Format_Indexed8;
+}
+
 bool isNamedAsImage(const std::string& path) {
     constexpr std::array extensions{"tif"sv, "tiff"sv, "bmp"sv, "gif"sv, "jpg"sv, "jpeg"sv, "png"sv, "jp2"sv};
     std::string extension = path.substr(std::min(path.rfind('.'), path.size() - 1) + 1);
@@ -66,7 +72,7 @@ QImage boundedImage::decoded(std::string_view bytes, QSize neededSize) {
     if (whole.isEmpty() || qint64{whole.width()} * whole.height() > maximumPixels)
         return {};
     const QSize enough = whole.scaled(neededSize * oversampling, Qt::KeepAspectRatio).expandedTo({1, 1});
-    if (enough.width() < whole.width() || enough.height() < whole.height())
+    if (enough.width() < whole.width() && !hasColourTable(reader.imageFormat()))
         reader.setScaledSize(enough);
     return reader.read();
 }

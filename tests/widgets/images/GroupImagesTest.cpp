@@ -37,6 +37,19 @@ QImage imageOf(const std::optional<Bytes>& bytes) {
                  : QImage();
 }
 
+QImage indexedRed(QSize size, QImage::Format format) {
+    QImage image(size, format);
+    image.setColorTable({qRgb(255, 0, 0), qRgb(0, 0, 0)});
+    image.fill(0);
+    return image;
+}
+
+QImage grey(QSize size) {
+    QImage image(size, QImage::Format_Grayscale8);
+    image.fill(128);
+    return image;
+}
+
 // A red GIF of one pixel.
 const std::string redGif("GIF89a\1\0\1\0\x80\0\0\xFF\0\0\0\0\0,\0\0\0\0\1\0\1\0\0\2\2D\1\0;", 35);
 
@@ -86,6 +99,8 @@ TEST_F(GroupImages, FilesOfTheKnownKindsAreTaken) {
         {"a.gif", redGif},
         {"really a jpeg.png", encoded(red, "jpg")},
         {"grand.png", encoded(plain({3000, 2000}, Qt::red), "png")},
+        {"two colours.png", encoded(indexedRed({900, 700}, QImage::Format_Mono), "png")},
+        {"few colours.png", encoded(indexedRed({900, 700}, QImage::Format_Indexed8), "png")},
         {"grand.jpg", encoded(plain({3000, 2000}, Qt::red), "jpg")},
         {"not UTF-8 \xFF.png", encoded(red, "png")},
     };
@@ -116,7 +131,8 @@ TEST_F(GroupImages, WhatIsNoImageOfThatKindGivesNothing) {
         {"only its name.tif", std::string("II*\0", 4)},
         {"only its name.jp2", std::string("\0\0\0\x0CjP  \r\n\x87\n", 12)},
         {"nothing wide.png", pngOfSize(0, 8)},
-        {"too many pixels.png", pngOfSize(60'000, 60'000)},
+        {"too many pixels.jpg", encoded(grey({9000, 7200}), "jpg")},
+        {"far too many pixels.png", pngOfSize(60'000, 60'000)},
         {"endless row.png", pngOfSize(0x7FFFFFFF, 1)},
         {"endless bmp.bmp", std::string("BM\x36\0\0\0\0\0\0\0\x36\0\0\0\x28\0\0\0\xFF\xFF\xFF\x7F\xFF\xFF\xFF"
                                         "\x7F\1\0\x20\0\0\0\0\0\0\0\0\0",
