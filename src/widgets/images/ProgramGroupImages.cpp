@@ -1,9 +1,9 @@
 #include "core/log/Log.h"
 #include "widgets/images/BoundedImage.h"
 #include "widgets/images/DrawnImage.h"
+#include "widgets/images/PlainPng.h"
 #include "widgets/images/ProgramImages.h"
 
-#include <QBuffer>
 #include <QByteArray>
 #include <QCryptographicHash>
 #include <QPainter>
@@ -18,11 +18,9 @@ QString text(std::string_view bytes) {
 }
 
 std::optional<Bytes> pngOf(const QImage& image) {
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    if (image.isNull() || !image.save(&buffer, "png"))
+    if (image.isNull())
         return std::nullopt;
-    return Bytes{bytes.toStdString()};
+    return Bytes{plainPng(image)};
 }
 
 QString digestOf(std::string_view bytes) {

@@ -89,6 +89,23 @@ TEST_F(GroupImages, OwnImagesComeByTheirNames) {
         EXPECT_FALSE(m_images.imageNamed(other)) << other;
 }
 
+// They are asked for at every start, and plugins for other kinds of images are megabytes.
+TEST_F(GroupImages, OwnImagesNeedNoPlugins) {
+    const auto plugins = [] {
+        const std::string libraries = readFile("/proc/self/maps");
+        std::size_t count = 0;
+        for (std::size_t at = 0; (at = libraries.find("/imageformats/", at)) != std::string::npos; ++at)
+            ++count;
+        return count;
+    };
+    const std::size_t before = plugins();
+    Group group = Group::initWithName("Letters", 3);
+    group.setIconPath("folder_games");
+    group.setIconData(m_images.imageNamed("folder_games").value());
+    EXPECT_FALSE(groupIcon(group, {42, 42}, 1).isNull());
+    EXPECT_EQ(plugins(), before);
+}
+
 TEST_F(GroupImages, FilesOfTheKnownKindsAreTaken) {
     const QImage red = plain({90, 60}, Qt::red);
     std::vector<std::pair<std::string, std::string>> rows{
