@@ -81,16 +81,16 @@ void busHasAnswered(GObject* application, GAsyncResult* answer, gpointer data) {
 
 Result<void> launchApplication(GDesktopAppInfo& application, const std::string& path,
                                const std::string& token, const GioApplications::LateTrouble& lateTrouble) {
-    const GObjectPointer<GAppLaunchContext> context = contextWith(token);
     const GObjectPointer<GDBusConnection> bus = harmlessBus();
     std::string uri = fileUri(path, UriSpelling::GLib);
     GList uris{uri.data(), nullptr, nullptr};
     if (bus && g_desktop_app_info_get_boolean(&application, "DBusActivatable")) {
         auto asked = std::make_unique<AskedOverBus>(AskedOverBus{path, lateTrouble});
-        g_app_info_launch_uris_async(G_APP_INFO(&application), &uris, context.get(), nullptr, busHasAnswered,
+        g_app_info_launch_uris_async(G_APP_INFO(&application), &uris, nullptr, nullptr, busHasAnswered,
                                      asked.release());
         return {};
     }
+    const GObjectPointer<GAppLaunchContext> context = contextWith(token);
     // What others write about the item belongs to nobody's journal.
     const auto flags = static_cast<GSpawnFlags>(G_SPAWN_SEARCH_PATH | G_SPAWN_STDOUT_TO_DEV_NULL |
                                                 G_SPAWN_STDERR_TO_DEV_NULL);
