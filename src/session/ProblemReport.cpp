@@ -21,13 +21,13 @@
 #include <algorithm>
 #include <cerrno>
 #include <chrono>
+#include <cstdlib>
 
 namespace veilkeep {
 namespace {
 
 constexpr off_t logTail = 32 << 10;
 constexpr qsizetype longestReason = 4096;
-constexpr int mostNamesakes = 100; // of one second
 const std::string namePrefix = "Problem Report ";
 const std::string nameSuffix = ".txt";
 
@@ -84,6 +84,18 @@ bool isReport(const std::string& name) {
     return name.starts_with(namePrefix) && name.ends_with(nameSuffix);
 }
 
+// Numbers those of one second on, so that names sort as their times do.
+std::string nextName(const std::string& directory, const std::string& name) {
+    int last = 0;
+    for (const std::string& other : entryNamesIn(directory))
+        if (other.starts_with(name) && isReport(other))
+            last = std::max({last, 1, std::atoi(other.c_str() + std::min(name.size() + 1, other.size()))});
+    if (last == 0)
+        return name + nameSuffix;
+    const std::string number = std::to_string(last + 1);
+    return name + (number.size() < 2 ? "_0" : "_") + number + nameSuffix;
+}
+
 void removeOldest(const std::string& directory) {
     std::vector<std::string> reports = entryNamesIn(directory);
     std::erase_if(reports, [](const std::string& name) { return !isReport(name); });
@@ -121,14 +133,8 @@ Result<std::string> ProblemReport::write() const {
         return made.error();
     const std::string content = text();
     const std::string name = namePrefix + timeTextForName(std::chrono::system_clock::now());
-    std::string path = joinPath(directory, name + nameSuffix);
-    auto written = writeNew(path, content);
-    for (int number = 2; !written && written.error().systemError == EEXIST && number < mostNamesakes;
-         ++number) {
-        path = joinPath(directory, name + '_' + std::to_string(number) + nameSuffix);
-        written = writeNew(path, content);
-    }
-    if (!written)
+    const std::string path = joinPath(directory, nextName(directory, name));
+    if (const auto written = writeNew(path, content); !written)
         return written.error();
     removeOldest(directory);
     return path;
