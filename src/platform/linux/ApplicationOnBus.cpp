@@ -14,7 +14,6 @@ constexpr QLatin1String applicationObject("/com/ostrel/Veilkeep");
 constexpr QLatin1String applicationInterface("org.freedesktop.Application");
 constexpr QLatin1String waylandToken("activation-token");
 constexpr QLatin1String x11Token("desktop-startup-id");
-constexpr int answerLimit = 10'000; // milliseconds
 constexpr qsizetype longestActionName = 255;
 
 struct Texts {
@@ -78,7 +77,8 @@ bool ApplicationOnBus::takeName() {
     return reply.isValid() && reply.value() == QDBusConnectionInterface::ServiceRegistered;
 }
 
-bool ApplicationOnBus::forwardToRunning(const OpenRequest& request, const QString& token) {
+bool ApplicationOnBus::forwardToRunning(const OpenRequest& request, const QString& token,
+                                        std::chrono::milliseconds limit) {
     SessionBusConnection bus;
     if (!bus.isConnected())
         return false;
@@ -92,7 +92,8 @@ bool ApplicationOnBus::forwardToRunning(const OpenRequest& request, const QStrin
     if (!request.isEmpty())
         call << request.uris();
     call << platformDataWith(token);
-    return bus.connection().call(call, QDBus::Block, answerLimit).type() == QDBusMessage::ReplyMessage;
+    return bus.connection().call(call, QDBus::Block, static_cast<int>(limit.count())).type() ==
+           QDBusMessage::ReplyMessage;
 }
 
 // Some launchers leave the bus before it can say whose they were. Showing the window does no harm.

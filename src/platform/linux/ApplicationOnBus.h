@@ -9,6 +9,7 @@
 #include <QVariantList>
 #include <QVariantMap>
 
+#include <chrono>
 #include <memory>
 
 namespace veilkeep {
@@ -29,9 +30,10 @@ public:
     // Does nothing while it has the name; on a bus that was started anew it takes it again.
     Outcome start();
 
-    // Asks the process that has the name; false where it has not answered within ten seconds. Needs no object
+    // Asks the process that has the name; false where it has not answered within the limit. Needs no object
     // and starts nobody. Where there is nothing to open the window is asked for.
-    static bool forwardToRunning(const OpenRequest& request, const QString& token);
+    static bool forwardToRunning(const OpenRequest& request, const QString& token,
+                                 std::chrono::milliseconds limit = std::chrono::seconds(10));
 
 signals:
     void activated(const QString& token);

@@ -40,7 +40,8 @@ GObjectPointer<GAppLaunchContext> contextWith(const std::string& token) {
             g_app_launch_context_unsetenv(context.get(), std::string(text.substr(0, text.find('='))).c_str());
     }
     g_strfreev(variables);
-    for (const char* const own : {"DESKTOP_AUTOSTART_ID", "DESKTOP_STARTUP_ID", "XDG_ACTIVATION_TOKEN"})
+    for (const char* const own : {"DESKTOP_AUTOSTART_ID", "DESKTOP_STARTUP_ID", "XDG_ACTIVATION_TOKEN",
+                                  "DBUS_STARTER_ADDRESS", "DBUS_STARTER_BUS_TYPE"})
         g_app_launch_context_unsetenv(context.get(), own);
     if (!token.empty())
         g_app_launch_context_setenv(context.get(), "XDG_ACTIVATION_TOKEN", token.c_str());

@@ -20,8 +20,9 @@ TrayHost::TrayHost(BusLink& sessionBus) : m_bus(sessionBus), m_watcher(sessionBu
 
 void TrayHost::talkTo(const QString& watcher) {
     m_owner = watcher;
+    set(false); // whoever takes another's place knows none of its items
     if (watcher.isEmpty())
-        return set(false);
+        return;
     for (const char* const signal : {"StatusNotifierHostRegistered", "StatusNotifierHostUnregistered"})
         m_bus.hook(watcher, watcherPath, watcherName, signal, this, SLOT(hostsChanged(QDBusMessage)));
     askForHosts();

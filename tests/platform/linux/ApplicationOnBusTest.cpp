@@ -139,6 +139,13 @@ TEST_F(ApplicationOnBusTest, HandsASecondStartOnToTheFirst) {
     EXPECT_EQ(application.start(), Outcome::Primary) << "the first has crashed";
 }
 
+TEST_F(ApplicationOnBusTest, GivesUpOnOneThatHangs) {
+    test::BackgroundProgram first({peer, "hang"});
+    ASSERT_EQ(first.readLine(), "primary");
+    EXPECT_EQ(application.start(), Outcome::AnotherRuns);
+    EXPECT_FALSE(ApplicationOnBus::forwardToRunning({}, {}, std::chrono::milliseconds(50)));
+}
+
 TEST_F(ApplicationOnBusTest, HasItsNameAgainOnANewBusAndGivesItUpAtTheEnd) {
     ASSERT_EQ(application.start(), Outcome::Primary);
     stopBus();

@@ -1,5 +1,6 @@
 #include "platform/linux/GioApplications.h"
 
+#include "tests/platform/linux/BusService.h"
 #include "tests/platform/linux/PrivateBus.h"
 #include "tests/support/ScratchTree.h"
 #include "tests/support/WaitUntil.h"
@@ -167,18 +168,29 @@ TEST_F(GioApplicationsTest, TellsWhatCannotBeOpened) {
             << identifier;
 }
 
-TEST_F(GioApplicationsTest, TellsLaterOfAnApplicationThatTheBusCannotStart) {
-    const test::PrivateBus bus(desktop->tree, test::PrivateBus::Place::Session);
-    if (!bus.whyMissing().empty())
-        GTEST_SKIP() << bus.whyMissing();
+TEST_F(GioApplicationsTest, TellsLaterOfAnApplicationThatTheBusCannotStartAndOutlivesTheBus) {
+    std::optional<test::PrivateBus> bus(std::in_place, desktop->tree, test::PrivateBus::Place::Session);
+    if (!bus->whyMissing().empty())
+        GTEST_SKIP() << bus->whyMissing();
     const std::string image = desktop->tree.makeFile("image.gif", "GIF89a");
+    const auto waitForTrouble = [this](std::size_t count) {
+        return test::waitUntil([this, count] {
+            QCoreApplication::processEvents();
+            return lateTroubles.size() == count;
+        });
+    };
+    ASSERT_TRUE(applications.openWith("org.example.Bus.desktop", image));
+    EXPECT_TRUE(waitForTrouble(1)) << "nobody there";
 
-    const auto asked = applications.openWith("org.example.Bus.desktop", image);
-    ASSERT_TRUE(asked) << asked.error().operation;
-    EXPECT_TRUE(test::waitUntil([this] {
+    const test::BusService silent(
+        "org.example.Bus", [](const QDBusMessage&) { return QDBusMessage(); }, QDBusConnection::SessionBus);
+    ASSERT_TRUE(applications.openWith("org.example.Bus.desktop", image));
+    EXPECT_TRUE(test::waitUntil([&] {
         QCoreApplication::processEvents();
-        return !lateTroubles.empty();
+        return silent.calls("Open").size() == 1;
     }));
+    bus.reset();
+    EXPECT_TRUE(waitForTrouble(2)) << "the bus has ended";
 }
 
 } // namespace
