@@ -60,7 +60,8 @@ public:
 private:
     static std::string script() {
         return "#!/bin/sh\n"
-               "{ printf '%s\\0' \"$@\" SESSION=$(ps -o sid= -p $$) BLOCKED=$(grep SigBlk /proc/$$/status)\n"
+               "{ printf '%s\\0' \"$@\" SESSION=$(ps -o sid= -p $$) BLOCKED=$(sed -n 's/SigBlk:\\t//p' "
+               "/proc/$$/status)\n"
                "env -0; } > \"$RECORDED/part\"\nmv \"$RECORDED/part\" \"$RECORDED/all\"\n";
     }
     void add(const std::string& identifier, const std::string& name, const std::string& arguments,
@@ -140,6 +141,7 @@ TEST_F(GioApplicationsTest, HandsOverTheExactNameAndNothingOfItsOwn) {
         EXPECT_EQ(recorded.value(0).toStdString(), item) << name;
         EXPECT_TRUE(recorded.contains("XDG_ACTIVATION_TOKEN=token-9"));
         EXPECT_TRUE(recorded.contains("OF_THE_USER=1"));
+        EXPECT_TRUE(recorded.contains("BLOCKED=0000000000000000")) << recorded.value(2).data();
         for (const QByteArray& entry : recorded) {
             EXPECT_FALSE(entry.startsWith("DESKTOP_") || entry.startsWith("VEILKEEP_")) << entry.data();
             EXPECT_NE(entry, "SESSION=" + QByteArray::number(::getsid(0)));

@@ -91,9 +91,9 @@ TEST_F(TrayIconTest, ComesWithALateTrayAndComesBackWithIt) {
     tray->setHost(true);
     ASSERT_TRUE(isShownOnce());
 
-    tray.reset();
     stopBus();
     EXPECT_TRUE(eventually([this] { return !icon.isShown(); }));
+    tray.reset();
     startBus();
     tray.emplace();
     ASSERT_TRUE(isShownOnce());
