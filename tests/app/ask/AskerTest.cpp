@@ -15,6 +15,20 @@ namespace {
 
 using Kind = AskRequest::Kind;
 
+QString titleOf(const AskRequest& request) {
+    switch (request.kind) {
+    case Kind::Overwrite:
+        return "Some items cannot be unhidden.";
+    case Kind::Recents:
+        return "Recent files list removal.";
+    case Kind::RecentsApplications:
+        return "The item you want to hide is in the ‘Open Recent’ list.";
+    case Kind::GenericError:
+        return QString::fromStdString(request.fields[0]);
+    }
+    return {};
+}
+
 class FakeTrash : public Trash {
 public:
     Result<void> moveToTrash(const std::string& path) override {
@@ -56,18 +70,18 @@ TEST_F(AskerTest, AnswersInTheWordsThatTheWorkerKnows) {
         {{Kind::Recents, {}}, "Don't Remove Recents", {}, "No"},
         {{Kind::RecentsApplications, {"/d/<b>a\n", "VLC", "LibreOffice"}},
          "Continue",
-         "“<b>a\\x0a”",
+         "“<b>a\\n”",
          "Continue"},
         {{Kind::RecentsApplications, {"/d/a", "VLC"}}, "Cancel", "“a”", "Cancel"},
         {{Kind::GenericError, {"title", "text"}}, "OK", "text", "OK"},
         {overwriteRequest(), "Rename",
-         "“a\\x0a\\xff.txt” you want to unhide already exists. Do you want to replace or rename it to “a "
+         "“a\\n\\xff.txt” you want to unhide already exists. Do you want to replace or rename it to “a "
          "2.txt”?",
          "Rename"},
         {overwriteRequest(), "Cancel", {}, "Cancel"},
     };
     for (const Row& row : rows) {
-        m_presenter.expect({.answer = row.button});
+        m_presenter.expect({.title = titleOf(row.request), .answer = row.button});
         EXPECT_EQ(answerTo(row.request), row.word);
         EXPECT_TRUE(m_presenter.shown().back().message.contains(row.message))
             << m_presenter.shown().back().message.toStdString();
@@ -120,7 +134,7 @@ TEST_F(AskerTest, DecidesNothingWhereNobodyIsThere) {
          {AskRequest{Kind::Recents, {}}, AskRequest{Kind::RecentsApplications, {"/a", "b"}},
           overwriteRequest(), AskRequest{Kind::GenericError, {"a", "b"}}}) {
         m_alerts.setNobodyThere(false);
-        m_presenter.expect({.whileOpen = [&] { m_alerts.setNobodyThere(true); }});
+        m_presenter.expect({.title = titleOf(request), .whileOpen = [&] { m_alerts.setNobodyThere(true); }});
         EXPECT_EQ(answerTo(request), "-");
     }
     EXPECT_TRUE(m_trash.trashed.empty());

@@ -13,23 +13,26 @@
 namespace veilkeep::test {
 namespace {
 
+// In processes of their own, since GLib looks for the home directory once.
 TEST(DesktopTrash, KeepsWhatFileManagersRestoreFrom) {
     const ScratchTree tree;
-    DesktopTrash trash;
-    const std::string info = tree.path("home/.local/share/Trash/info/");
-    for (const std::string& number : {"", ".2"}) { // the same name once more
-        const std::string path = tree.makeFile("d/a b\xff", "content" + number);
-        ASSERT_TRUE(trash.moveToTrash(path));
-        EXPECT_FALSE(exists(path));
-        EXPECT_EQ(readFile(tree.path("home/.local/share/Trash/files/a b\xff" + number)), "content" + number);
-        EXPECT_NE(readFile(info + "a b\xff" + number + ".trashinfo").find("Path=" + tree.path("d/a%20b%FF")),
-                  std::string::npos);
-    }
-    tree.makeFile("d/folder/inside");
-    EXPECT_TRUE(trash.moveToTrash(tree.path("d/folder")));
-    EXPECT_TRUE(exists(tree.path("home/.local/share/Trash/files/folder/inside")));
-    const Result<void> missing = trash.moveToTrash(tree.path("d/missing"));
-    EXPECT_EQ(missing ? 0 : missing.error().systemError, ENOENT);
+    const std::string trashed = tree.path("home/.local/share/Trash/");
+    EXPECT_TRUE(runInChild([&] {
+        DesktopTrash trash;
+        for (const std::string number : {"", ".2"}) { // the same name once more
+            const std::string path = tree.makeFile("d/a b\xff", "content" + number);
+            EXPECT_TRUE(trash.moveToTrash(path));
+            EXPECT_FALSE(exists(path));
+            EXPECT_EQ(readFile(trashed + "files/a b\xff" + number), "content" + number);
+            const std::string info = readFile(trashed + "info/a b\xff" + number + ".trashinfo");
+            EXPECT_NE(info.find("Path=" + tree.path("d/a%20b%FF")), std::string::npos) << info;
+        }
+        tree.makeFile("d/folder/inside");
+        EXPECT_TRUE(trash.moveToTrash(tree.path("d/folder")));
+        EXPECT_TRUE(exists(trashed + "files/folder/inside"));
+        const Result<void> missing = trash.moveToTrash(tree.path("d/missing"));
+        EXPECT_EQ(missing ? 0 : missing.error().systemError, ENOENT);
+    }));
 }
 
 TEST(DesktopTrash, LeavesAnItemWhereItsVolumeHasNone) {
