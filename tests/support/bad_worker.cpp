@@ -96,6 +96,8 @@ void act(std::string_view word, const std::string& value, char** arguments) {
     else if (word == "arguments")
         for (char** argument = arguments + 1; *argument; ++argument)
             print(std::string(*argument) + "\n");
+    else if (word == "variable")
+        print(value + "=" + (std::getenv(value.c_str()) ? std::getenv(value.c_str()) : "none") + "\n");
     else if (word == "descriptors")
         printDescriptors();
     else if (word == "signals")

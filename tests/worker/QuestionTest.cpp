@@ -1,5 +1,7 @@
 #include "core/log/Log.h"
+#include "core/protocol/CloakWorkerComunicator.h"
 #include "tests/support/BackgroundProgram.h"
+#include "tests/support/RunInChild.h"
 #include "tests/support/WaitUntil.h"
 #include "tests/worker/WorkerFixture.h"
 
@@ -45,6 +47,12 @@ protected:
                     ::setenv("DISPLAY", ":none", 1);
                     more();
                 }};
+    }
+
+    static void becomePerson() {
+        if (isRoot())
+            becomeOrdinaryUser();
+        ::setenv("DISPLAY", ":none", 1);
     }
 
     void giveTreeAway() {
@@ -312,6 +320,43 @@ TEST_F(QuestionTest, AboutRecentItems) {
              {m_tree.path("d"), m_tree.path("home/.local"), m_tree.path("command"), m_tree.path("hidden")})
             std::filesystem::remove_all(left);
     }
+}
+
+// As the application has it done, which waits for the worker meanwhile.
+TEST_F(QuestionTest, IsAskedOnceInABatch) {
+    std::vector<std::string> paths;
+    std::string uris;
+    for (const char* const name : {"marker1", "marker2", "marker3", "marker4"}) {
+        paths.push_back(m_tree.makeFile("d/" + std::string(name)));
+        uris += "\"file://" + paths.back() + "\"";
+    }
+    m_tree.makeFile("home/.local/share/recently-used.xbel", uris);
+    const std::string worker = workerBeside("echo asked >>asked; echo No");
+    giveTreeAway();
+    EXPECT_TRUE(runInChild([&] {
+        becomePerson();
+        CloakWorkerComunicator comunicator(worker, m_tree.path("InProgress"));
+        comunicator.setMayAsk(true);
+        for (std::size_t index = 0; index < paths.size(); ++index) {
+            if (index + 1 < paths.size())
+                comunicator.expect(WorkerOperation::Hide, paths[index + 1]);
+            EXPECT_EQ(comunicator.hideFileWithPath(paths[index]).newFileName(), hiddenPathOf(paths[index]));
+        }
+    }));
+    EXPECT_EQ(readFile(m_tree.path("asked")), "asked\n");
+}
+
+TEST_F(OpenQuestionTest, EndsWhenTheUserLeaves) {
+    const std::string path = makeConflict();
+    giveTreeAway();
+    EXPECT_TRUE(runInChild([&] {
+        becomePerson();
+        CloakWorkerComunicator comunicator(m_worker, m_tree.path("InProgress"));
+        comunicator.setMayAsk(true, [&] { return exists(m_tree.path("asking")); });
+        EXPECT_EQ(comunicator.unhideFileWithPath(hiddenPathOf(path)).errorCode(), 6);
+    }));
+    EXPECT_TRUE(exists(m_tree.path("asking")));
+    EXPECT_TRUE(waitUntil([&] { return exists(m_tree.path("ended")); }));
 }
 
 TEST_F(QuestionTest, AboutProgramsThatWriteTheirListsBack) {

@@ -19,7 +19,7 @@ public:
     bool post(const QString& answer);
 
     // Runs the event loop until then; quit() ends it early.
-    void stay(std::chrono::milliseconds grace = std::chrono::seconds(5));
+    void stay(std::chrono::milliseconds grace = std::chrono::seconds(2));
 
 signals:
     void quit();

@@ -76,6 +76,84 @@ TEST(CloakWorkerComunicator, StartsTheExpectedWorkerAhead) {
     EXPECT_EQ(::waitpid(-1, nullptr, WNOHANG), -1) << "a worker was left behind";
 }
 
+// What a worker was told: whether it may ask, and what is known of the user's wish.
+class WorkersEnvironment : public ::testing::Test {
+protected:
+    std::string told() {
+        const std::string output =
+            m_comunicator
+                .hideFileWithPath(
+                    "out=NewFilename: |variable=VEILKEEP_MAY_ASK|"
+                    "variable=VEILKEEP_CLEAN_RECENT_ITEMS|variable=VEILKEEP_NOBODY_THERE|exit=1")
+                .newFileName();
+        std::string values;
+        for (std::size_t place = output.find('='); place != std::string::npos;
+             place = output.find('=', place + 1))
+            values += output.substr(place + 1, output.find('\n', place) - place - 1) + " ";
+        return values;
+    }
+
+    void hideWithStatus(int status) {
+        EXPECT_EQ(m_comunicator.hideFileWithPath("out=NewFilename: /a|exit=" + std::to_string(status))
+                      .newFileName(),
+                  "/a");
+    }
+
+    const test::ScratchTree m_tree;
+    CloakWorkerComunicator m_comunicator = badWorker(m_tree);
+};
+
+TEST_F(WorkersEnvironment, SaysWhetherQuestionsMayBeAsked) {
+    bool isLeaving = false;
+    ::setenv("VEILKEEP_MAY_ASK", "1", 1);
+    EXPECT_EQ(told(), "0 none none ") << "what this process inherited says nothing";
+    ::unsetenv("VEILKEEP_MAY_ASK");
+    m_comunicator.setMayAsk(true, [&] { return isLeaving; });
+    EXPECT_EQ(told(), "1 none none ");
+    m_comunicator.setTraceWishes({true, true});
+    EXPECT_EQ(told(), "0 1 1 ");
+    m_comunicator.setTraceWishes({false, false});
+    EXPECT_EQ(told(), "1 0 none ");
+    isLeaving = true;
+    EXPECT_EQ(told(), "0 0 none ");
+    isLeaving = false;
+    m_comunicator.setMayAsk(false);
+    EXPECT_EQ(told(), "0 0 none ");
+}
+
+TEST_F(WorkersEnvironment, HoldsTheAnswerAboutRecentItems) {
+    m_comunicator.setMayAsk(true);
+    const std::pair<int, const char*> answers[] = {{2, "1 1 none "}, {3, "1 0 none "}, {1, "1 0 none "}};
+    for (const auto& [status, expected] : answers) {
+        hideWithStatus(status);
+        EXPECT_EQ(told(), expected) << status;
+    }
+    m_comunicator.setTraceWishes({std::nullopt, false}); // the notification has not arrived yet
+    EXPECT_EQ(told(), "1 0 none ");
+    m_comunicator.setTraceWishes({true, false});
+    EXPECT_EQ(told(), "1 1 none ");
+    m_comunicator.setTraceWishes({std::nullopt, false});
+    EXPECT_EQ(told(), "1 none none ");
+    hideWithStatus(4); // nobody answered: not asked again in this batch
+    EXPECT_EQ(told(), "1 1 none ");
+    m_comunicator.setTraceWishes({std::nullopt, false});
+    EXPECT_EQ(told(), "1 none none ");
+    EXPECT_EQ(m_comunicator.unhideFileWithPath("out=Error: 6|exit=3").errorCode(), 6);
+    EXPECT_EQ(told(), "1 none none ") << "an unhide answers nothing";
+}
+
+TEST_F(WorkersEnvironment, IsNeverOfBeforeAnAnswer) {
+    m_comunicator.setMayAsk(true);
+    const std::string next = "byte|touch=" + m_tree.path("moved") +
+                             "|out=NewFilename: |variable=VEILKEEP_CLEAN_RECENT_ITEMS|exit=1";
+    m_comunicator.expect(WorkerOperation::Hide, next);
+    hideWithStatus(3);
+    m_comunicator.expectNothing();
+    EXPECT_FALSE(test::exists(m_tree.path("moved")));
+    EXPECT_EQ(m_comunicator.hideFileWithPath(next.substr(next.find('|') + 1)).newFileName(),
+              "VEILKEEP_CLEAN_RECENT_ITEMS=0\n");
+}
+
 TEST(CloakWorkerComunicator, PassesOnRecordsAndEmptiesTheFolder) {
     const test::ScratchTree tree;
     const std::string folder = tree.path("data/InProgress");
