@@ -7,6 +7,7 @@
 #include "filelist/Texts.h"
 #include "format/ErrorText.h"
 #include "platform/linux/BusRequest.h"
+#include "widgets/images/ProgramImages.h"
 
 #include <QDBusPendingCallWatcher>
 #include <QMessageBox>
@@ -38,6 +39,7 @@ ADApp::ADApp(int& argc, char** argv, StartOptions options)
     setApplicationVersion(QStringLiteral(VEILKEEP_VERSION));
     setDesktopFileName(QStringLiteral("com.ostrel.Veilkeep"));
     setQuitOnLastWindowClosed(false);
+    setWindowIcon(programImage::named(QStringLiteral("com.ostrel.Veilkeep")));
 }
 
 ADApp::~ADApp() = default;
@@ -118,11 +120,12 @@ ADApp::Start ADApp::takeList() {
 void ADApp::refuse(const QString& title, const QString& message) {
     m_exitStatus = 1;
     logLine(title.toStdString());
-    AlertWindows window([] { return nullptr; });
-    window.run({.style = Alert::Style::Critical,
-                .title = title,
-                .message = message,
-                .buttons = {{tr("OK"), Alerts::defaultAnswer}}});
+    Alert alert;
+    alert.style = Alert::Style::Critical;
+    alert.title = title;
+    alert.message = message;
+    alert.buttons = {{tr("OK"), Alerts::defaultAnswer}};
+    AlertWindows([] { return nullptr; }).run(alert);
 }
 
 void ADApp::awakeFromNib() {

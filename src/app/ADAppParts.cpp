@@ -38,7 +38,8 @@ ADApp::Parts::Parts(ADApp& application, ListOwnership taken, const OwnPlaces& pl
             .images = &images,
             .sounds = &sounds,
             .prompt = &prompt,
-            .window = &window}),
+            .window = &window,
+            .mayAsk = true}),
       about(QStringLiteral(VEILKEEP_VERSION), [&application] { application.perform(Command::Help); }) {
     window.setMake([this, &application] {
         return std::make_unique<VeilkeepWindow>(

@@ -17,8 +17,8 @@ void ADApp::setStatusBarItem() {
     connect(m_parts->statusMenu.get(), &StatusMenu::unhideMenuClicked, this,
             [this](const ListedGroup& group) { hideOrShowGroup(group, false); });
     m_parts->statusItem = std::make_unique<TrayIcon>(m_parts->trayHost, m_parts->statusMenu->statusMenu(),
-                                                     programImage::symbol("VeilkeepMenu"),
-                                                     programImage::symbol("VeilkeepMenuPressed"));
+                                                     programImage::named("VeilkeepMenu"),
+                                                     programImage::named("VeilkeepMenuPressed"));
     connect(m_parts->statusItem.get(), &TrayIcon::activated, this, &ADApp::showVeilkeep);
 }
 

@@ -54,6 +54,7 @@ OwnList::OwnList(UserDefaults& defaults, const std::string& workerPath, const Ow
         m_authority.cancel();
     });
     m_security.setShouldEnd([this] { return m_turns.isLeaving(); });
+    m_cloakWorker.setMayAsk(options.mayAsk, [this] { return m_turns.isLeaving(); });
     m_cloakWorker.setTraceWishes({m_defaults.boolean("CleanRecentItems"), false});
 }
 

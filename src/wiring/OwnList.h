@@ -28,6 +28,7 @@ struct OwnListOptions {
     Sounds* sounds = nullptr;
     PasswordPrompt* prompt = nullptr;
     MainWindow* window = nullptr;
+    bool mayAsk = false; // workers may put questions into windows of their own
 };
 
 // The lists of items and groups and all that works on them, put together for a program. Main thread.
