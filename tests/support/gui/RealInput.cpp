@@ -1,5 +1,6 @@
 #include "tests/support/gui/RealInput.h"
 
+#include <QAbstractNativeEventFilter>
 #include <QCoreApplication>
 #include <QEventLoop>
 #include <QGuiApplication>
@@ -17,6 +18,7 @@
 #include <X11/Xlib.h>
 #include <X11/extensions/XTest.h>
 #include <X11/keysym.h>
+#include <xcb/xcb.h>
 
 namespace veilkeep::test {
 namespace {
@@ -28,8 +30,44 @@ Display* display() {
     return x11->display();
 }
 
+// Comes back through the display behind all that was sent before it.
+class Marker : public QAbstractNativeEventFilter {
+public:
+    Marker()
+        : m_window(::XCreateSimpleWindow(display(), DefaultRootWindow(display()), 0, 0, 1, 1, 0, 0, 0)),
+          m_type(::XInternAtom(display(), "VEILKEEP_TEST_MARKER", 0)) {
+        qApp->installNativeEventFilter(this);
+    }
+    ~Marker() override { ::XDestroyWindow(display(), m_window); }
+
+    bool passes() {
+        XEvent message{};
+        message.xclient.type = ClientMessage;
+        message.xclient.window = m_window;
+        message.xclient.message_type = m_type;
+        message.xclient.format = 32;
+        ::XSendEvent(display(), m_window, 0, NoEventMask, &message);
+        ::XFlush(display());
+        return eventually([this] { return m_isBack; });
+    }
+
+    bool nativeEventFilter(const QByteArray&, void* event, qintptr*) override {
+        const auto* const message = static_cast<const xcb_client_message_event_t*>(event);
+        const bool isMarker = (message->response_type & 0x7f) == XCB_CLIENT_MESSAGE &&
+                              message->window == m_window && message->type == m_type;
+        m_isBack = m_isBack || isMarker;
+        return isMarker;
+    }
+
+private:
+    const Window m_window;
+    const Atom m_type;
+    bool m_isBack = false;
+};
+
 void flush() {
-    ::XSync(display(), 0);
+    if (!Marker().passes())
+        throw std::runtime_error("the display has swallowed what it was sent");
     settle();
 }
 
