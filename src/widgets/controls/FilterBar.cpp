@@ -136,16 +136,16 @@ FilterBar::FilterBar(QWidget* parent) : QWidget(parent) {
             [this, number](int steps) { moveBy(m_buttons[number], steps); }, this);
         m_buttons[number] = button;
         button->setAccessibleName(names[number]);
-        connect(button, &QAbstractButton::clicked, this,
-                [this, number] { emit filterChosen(static_cast<Filter>(number)); });
-        connect(button, &QAbstractButton::toggled, this,
-                [button](bool isOn) { // Tab stops at the one that is on
-                    button->setFocusPolicy(isOn ? Qt::StrongFocus : Qt::ClickFocus);
-                });
+        // Toggled, not clicked: screen readers do no click. Tab stops at the one that is on.
+        connect(button, &QAbstractButton::toggled, this, [this, button, number](bool isOn) {
+            button->setFocusPolicy(isOn ? Qt::StrongFocus : Qt::ClickFocus);
+            if (isOn && !m_isSet)
+                emit filterChosen(static_cast<Filter>(number));
+        });
         button->setFocusPolicy(Qt::ClickFocus);
         layout->addWidget(button);
     }
-    m_buttons[All]->setChecked(true);
+    setFilter(All);
 }
 
 FilterBar::Filter FilterBar::filter() const {
@@ -154,7 +154,9 @@ FilterBar::Filter FilterBar::filter() const {
 }
 
 void FilterBar::setFilter(Filter filter) {
+    m_isSet = true;
     m_buttons[filter]->setChecked(true);
+    m_isSet = false;
 }
 
 void FilterBar::moveBy(QAbstractButton* from, int steps) {

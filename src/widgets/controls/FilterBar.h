@@ -22,12 +22,13 @@ public:
     void setFilter(Filter filter); // without filterChosen()
 
 signals:
-    void filterChosen(veilkeep::FilterBar::Filter filter); // also the one that was on
+    void filterChosen(veilkeep::FilterBar::Filter filter); // by the user
 
 private:
     void moveBy(QAbstractButton* from, int steps);
 
     std::array<QAbstractButton*, 4> m_buttons{};
+    bool m_isSet = false; // at the moment, by the program
 };
 
 } // namespace veilkeep

@@ -2,6 +2,8 @@
 
 #include "widgets/controls/RowControls.h"
 
+#include <QAccessible>
+#include <QAccessibleWidget>
 #include <QPainter>
 #include <QStyle>
 
@@ -20,9 +22,51 @@ double positionOf(int value) {
     return value == OnOffSwitch::Mixed ? 0.5 : value;
 }
 
+// A check box whose toggling by a screen reader is the user's own.
+class AccessibleSwitch : public QAccessibleWidget {
+public:
+    explicit AccessibleSwitch(OnOffSwitch& control)
+        : QAccessibleWidget(&control, QAccessible::CheckBox), m_switch(control) {}
+
+    QAccessible::State state() const override {
+        QAccessible::State state = QAccessibleWidget::state();
+        state.checkable = true;
+        state.checked = m_switch.value() == OnOffSwitch::On;
+        state.checkStateMixed = m_switch.value() == OnOffSwitch::Mixed;
+        return state;
+    }
+    QStringList actionNames() const override {
+        return QStringList(toggleAction()) + QAccessibleWidget::actionNames();
+    }
+    void doAction(const QString& name) override {
+        if (name == toggleAction())
+            m_switch.click();
+        else
+            QAccessibleWidget::doAction(name);
+    }
+
+private:
+    OnOffSwitch& m_switch;
+};
+
+QAccessibleInterface* makeAccessible(const QString&, QObject* object) {
+    auto* const control = qobject_cast<OnOffSwitch*>(object);
+    return control ? new AccessibleSwitch(*control) : nullptr;
+}
+
+void tellScreenReaders(OnOffSwitch& control) {
+    QAccessible::State changed;
+    changed.checked = true;
+    changed.checkStateMixed = true;
+    QAccessibleStateChangeEvent event(&control, changed);
+    QAccessible::updateAccessibility(&event);
+}
+
 } // namespace
 
 OnOffSwitch::OnOffSwitch(QWidget* parent) : QCheckBox(parent) {
+    static const bool isInstalled = (QAccessible::installFactory(makeAccessible), true);
+    Q_UNUSED(isInstalled);
     setAttribute(Qt::WA_Hover);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     m_slide.setDuration(slideMilliseconds);
@@ -33,6 +77,7 @@ OnOffSwitch::OnOffSwitch(QWidget* parent) : QCheckBox(parent) {
     });
     connect(this, &QCheckBox::stateChanged, this, [this] {
         slideTo(positionOf(value()));
+        tellScreenReaders(*this);
         emit valueChanged(value());
     });
 }
