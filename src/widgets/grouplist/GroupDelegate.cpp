@@ -4,7 +4,6 @@
 #include "widgets/images/ProgramImages.h"
 
 #include <QPainter>
-#include <QPainterPath>
 
 #include <algorithm>
 
@@ -13,7 +12,7 @@ namespace {
 
 constexpr int margin = 8;
 constexpr QSize iconSize{42, 42};
-constexpr double badgeRadius = 7.5;
+constexpr QSize badgeSize{16, 16};
 constexpr std::size_t mostIcons = 256; // kept drawn
 
 // The list lies on the window's ground.
@@ -27,6 +26,10 @@ QPalette groundPalette(const QStyleOptionViewItem& option) {
 
 bool isSelected(const QStyleOptionViewItem& option) {
     return option.state & QStyle::State_Selected;
+}
+
+QColor selectionColor(const QStyleOptionViewItem& option) {
+    return rowSelectionColor(groundPalette(option), option.state & QStyle::State_Active);
 }
 
 QFont scaledFont(QFont font, double factor) {
@@ -60,65 +63,41 @@ void paintElided(QPainter& painter, const QRect& rect, const QString& text, Qt::
     painter.drawText(rect, static_cast<int>(side) | Qt::TextSingleLine, shown);
 }
 
-// An eye that is struck through.
-QPainterPath hiddenSign() {
-    QPainterPath path;
-    path.moveTo(-4.5, 0);
-    path.quadTo(0, -4.8, 4.5, 0);
-    path.quadTo(0, 4.8, -4.5, 0);
-    path.addEllipse(QPointF(), 0.9, 0.9);
-    path.moveTo(-3.6, 3.6);
-    path.lineTo(3.6, -3.6);
-    return path;
+void paintBadge(QPainter& painter, const QRect& place, const QString& image, const QColor& ground) {
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(ground);
+    painter.drawEllipse(QRectF(place).adjusted(-1, -1, 1, 1));
+    programImage::named(image).paint(&painter, place);
 }
 
-// A moon.
-QPainterPath autoHideSign() {
-    QPainterPath whole, shadow;
-    whole.addEllipse(QPointF(), 4, 4);
-    shadow.addEllipse(QPointF(2.2, -1.6), 3.4, 3.4);
-    return whole.subtracted(shadow);
-}
-
-void paintBadge(QPainter& painter, const QPointF& middle, const QColor& color, const QColor& ground,
-                const QPainterPath& sign, bool isFilled) {
-    const QColor ink = withContrast(ground, color, 4.5);
-    painter.save();
-    painter.translate(middle);
-    painter.setPen(QPen(ground, 1.5));
-    painter.setBrush(color);
-    painter.drawEllipse(QPointF(), badgeRadius, badgeRadius);
-    painter.setPen(isFilled ? QPen(Qt::NoPen) : QPen(ink, 1.1, Qt::SolidLine, Qt::RoundCap));
-    painter.setBrush(isFilled ? QBrush(ink) : QBrush(Qt::NoBrush));
-    painter.drawPath(sign);
-    painter.restore();
-}
-
+// At the icon's trailing side.
 void paintBadges(QPainter& painter, const QStyleOptionViewItem& option, const Group& group) {
     const QPalette palette = groundPalette(option);
-    const QColor base = palette.color(QPalette::Base);
-    const QColor ground = isSelected(option) ? rowSelectionColor(palette, true) : base;
-    const QRectF icon = iconRect(option);
-    const bool isRightToLeft = option.direction == Qt::RightToLeft;
-    const double x = isRightToLeft ? icon.left() + badgeRadius - 1 : icon.right() - badgeRadius + 1;
+    const QColor ground = isSelected(option) ? selectionColor(option) : palette.color(QPalette::Base);
+    const QRect icon = iconRect(option);
+    QRect place(QPoint(), badgeSize);
+    place.moveRight(icon.right() + 2);
+    place = QStyle::visualRect(option.direction, icon, place);
+    place.moveBottom(icon.bottom());
     if (group.state() != 0)
-        paintBadge(painter, {x, icon.bottom() - badgeRadius + 1}, secondaryTextColor(palette, true), ground,
-                   hiddenSign(), false);
+        paintBadge(painter, place, QStringLiteral("hidden"), ground);
+    place.moveTop(icon.top());
     if (group.autoHide().value_or(false))
-        paintBadge(painter, {x, icon.top() + badgeRadius - 1},
-                   withContrast(palette.color(QPalette::Highlight), base, 3), ground, autoHideSign(), true);
+        paintBadge(painter, place, QStringLiteral("autohide"), ground);
 }
 
 void paintEditButton(QPainter& painter, const QStyleOptionViewItem& option) {
     const QRect button = GroupDelegate::editButtonRect(option.rect, option.direction);
     painter.setPen(Qt::NoPen);
-    QColor ground = groundPalette(option).color(QPalette::Text);
+    const QColor text = groundPalette(option).color(QPalette::Text);
+    QColor ground = text;
     ground.setAlphaF(0.1F);
     painter.setBrush(ground);
     painter.drawEllipse(button);
     constexpr int inset = 5;
     const QRect place = button.adjusted(inset, inset, -inset, -inset);
-    programImage::symbol(QStringLiteral("edit")).paint(&painter, place);
+    const qreal scale = painter.device()->devicePixelRatioF();
+    painter.drawPixmap(place, programImage::symbolPixmap(QStringLiteral("edit"), place.size(), scale, text));
 }
 
 } // namespace
@@ -175,7 +154,7 @@ void GroupDelegate::paintGround(QPainter& painter, const QStyleOptionViewItem& o
     const QPalette palette = groundPalette(option);
     const QColor base = palette.color(QPalette::Base);
     if (isSelected(option))
-        painter.fillRect(option.rect, rowSelectionColor(palette, option.state & QStyle::State_Active));
+        painter.fillRect(option.rect, selectionColor(option));
     else if (option.state & QStyle::State_MouseOver)
         painter.fillRect(option.rect, blended(base, palette.color(QPalette::Text), 0.05));
     if (!(option.state & QStyle::State_HasFocus) && m_marked != index)

@@ -10,6 +10,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPainter>
+#include <QSignalBlocker>
 #include <QToolButton>
 #include <QVBoxLayout>
 
@@ -68,7 +69,7 @@ QWidget* GroupPanel::makeControls() {
     layout->addStretch();
     layout->addWidget(m_autoHide);
     connect(m_switch, &OnOffSwitch::switched, &m_groups, &GroupViewController::switchOnOff);
-    connect(m_autoHide, &QCheckBox::clicked, &m_groups, &GroupViewController::autoHideChanged);
+    connect(m_autoHide, &QCheckBox::toggled, &m_groups, &GroupViewController::autoHideChanged);
     return controls;
 }
 
@@ -106,6 +107,7 @@ void GroupPanel::showCurrentGroup() {
     m_remove->setEnabled(group != nullptr);
     m_edit->setEnabled(group && group->canBeRemoved());
     m_autoHide->setHidden(AutoHideVisibleValue::transformedValue(m_groups.currentGroupName()));
+    const QSignalBlocker isNotTheUser(m_autoHide);
     m_autoHide->setChecked(group && group->autoHide().value_or(false));
     showSwitch();
 }

@@ -113,7 +113,9 @@ QVariant GroupsModel::data(const QModelIndex& index, int role) const {
 
 Qt::ItemFlags GroupsModel::flags(const QModelIndex& index) const {
     const ListedGroup shown = group(index);
-    if (!shown || shown->isHeaderRow())
+    if (!shown)
+        return Qt::NoItemFlags;
+    if (shown->isHeaderRow())
         return Qt::ItemNeverHasChildren;
     const bool isMovable = m_groups.writeRows({static_cast<std::size_t>(index.row())});
     return Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsDropEnabled | Qt::ItemNeverHasChildren |

@@ -1,0 +1,131 @@
+#include "tests/widgets/grouplist/PanelWorld.h"
+#include "widgets/controls/OnOffSwitch.h"
+
+#include <QAccessible>
+#include <QCheckBox>
+#include <QLabel>
+#include <QSignalSpy>
+#include <QToolButton>
+
+namespace veilkeep::test {
+namespace {
+
+struct Panel : PanelWorld {
+    OnOffSwitch& theSwitch() { return *panel->findChild<OnOffSwitch*>(); }
+    QString label() { return panel->findChild<QLabel*>()->text(); }
+    QCheckBox& autoHideBox() {
+        for (QCheckBox* const box : panel->findChildren<QCheckBox*>())
+            if (box != &theSwitch())
+                return *box;
+        throw std::logic_error("no AutoHide box");
+    }
+    QToolButton& button(const QString& name) {
+        for (QToolButton* const each : panel->findChildren<QToolButton*>())
+            if (each->accessibleName() == name)
+                return *each;
+        throw std::logic_error("no such button");
+    }
+};
+
+TEST(GroupPanelTest, TheSwitchHidesAGroupsItems) {
+    const ScratchTree tree;
+    Panel world;
+    const std::string mine = tree.makeFile("folder/mine"), other = tree.makeFile("folder/other");
+    world.add(mine, world.row(2));
+    world.add(other, world.row(3));
+    world.clickRow(2);
+    EXPECT_EQ(world.label(), "Shown");
+    realInput::click(world.theSwitch());
+    EXPECT_FALSE(exists(mine));
+    EXPECT_TRUE(exists(other));
+    EXPECT_EQ(world.label(), "Hidden");
+    EXPECT_EQ(world.row(2)->state(), 1);
+    world.clickRow(3);
+    EXPECT_EQ(world.theSwitch().value(), OnOffSwitch::Off);
+    world.clickRow(0);
+    realInput::click(world.theSwitch()); // all files
+    EXPECT_FALSE(exists(other));
+    EXPECT_EQ(world.row(0)->state(), 1);
+    EXPECT_EQ(world.row(3)->state(), 0);
+    realInput::click(world.theSwitch());
+    EXPECT_TRUE(exists(mine));
+    EXPECT_TRUE(exists(other));
+}
+
+TEST(GroupPanelTest, TheSwitchStandsApartWhileABatchRuns) {
+    const ScratchTree tree;
+    Panel world;
+    world.add(tree.makeFile("folder/item"), world.row(2));
+    world.clickRow(2);
+    int valueMeanwhile = -1;
+    QObject::connect(&world.list.list->hideOperations(), &HideOperations::batchRunningChanged,
+                     [&](bool isRunning) {
+                         if (!isRunning)
+                             return;
+                         world.groups.selectRow(3);
+                         valueMeanwhile = world.theSwitch().value();
+                     });
+    world.groups.hideGroup(world.row(2), true);
+    EXPECT_EQ(valueMeanwhile, OnOffSwitch::On);
+    EXPECT_EQ(world.theSwitch().value(), OnOffSwitch::Off);
+}
+
+TEST(GroupPanelTest, TheAutoHideBoxIsOfTheSelectedGroup) {
+    const ScratchTree tree;
+    Panel world;
+    EXPECT_FALSE(world.autoHideBox().isVisible());
+    world.clickRow(2);
+    EXPECT_TRUE(world.autoHideBox().isVisible());
+    realInput::click(world.autoHideBox(), QPoint(8, world.autoHideBox().height() / 2));
+    EXPECT_EQ(world.row(2)->autoHide(), true);
+    world.clickRow(3);
+    EXPECT_FALSE(world.autoHideBox().isChecked());
+    EXPECT_NE(world.row(3)->autoHide(), true);
+    realInput::click(world.autoHideBox(), QPoint(8, world.autoHideBox().height() / 2));
+    realInput::key("Space");
+    EXPECT_NE(world.row(3)->autoHide(), true);
+    world.clickRow(0);
+    EXPECT_FALSE(world.autoHideBox().isVisible());
+    EXPECT_EQ(world.row(2)->autoHide(), true);
+}
+
+TEST(GroupPanelTest, TheButtonsAddRemoveAndEdit) {
+    const ScratchTree tree;
+    Panel world;
+    QSignalSpy edits(&world.groups, &GroupViewController::editGroupRequested);
+    realInput::click(world.button("Add a group"));
+    EXPECT_EQ(world.names().back(), "New Group");
+    EXPECT_EQ(world.selectedRow(), 0);
+    EXPECT_FALSE(world.button("Edit the group").isVisible());
+    world.panel->setEditingOffered(true);
+    settle();
+    EXPECT_FALSE(world.button("Edit the group").isEnabled());
+    world.clickRow(4);
+    realInput::click(world.button("Edit the group"));
+    EXPECT_EQ(edits.size(), 1);
+    world.expectRemoval(world.row(4));
+    realInput::click(world.button("Remove the group"));
+    EXPECT_EQ(world.names().back(), "Private Files");
+    world.list.presenter.expect({.title = "Unable to remove group \"All Files\".", .answer = "OK"});
+    realInput::click(world.button("Remove the group"));
+}
+
+TEST(GroupPanelTest, EverythingHasANameAndTakesTheFocus) {
+    const ScratchTree tree;
+    Panel world;
+    world.panel->setEditingOffered(true);
+    world.clickRow(2);
+    std::vector<std::string> order;
+    for (int step = 0; step < 6; ++step) {
+        const QAccessibleInterface* const focused =
+            QAccessible::queryAccessibleInterface(QApplication::focusWidget());
+        order.push_back(focused ? focused->text(QAccessible::Name).toStdString() : "nothing");
+        realInput::key("Tab");
+    }
+    EXPECT_EQ(order, (std::vector<std::string>{"Groups", "Hide the group", "AutoHide", "Add a group",
+                                               "Remove the group", "Edit the group"}));
+    EXPECT_TRUE(world.view->hasFocus());
+}
+
+} // namespace
+} // namespace veilkeep::test

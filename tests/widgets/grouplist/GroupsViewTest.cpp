@@ -1,0 +1,273 @@
+#include "tests/widgets/grouplist/PanelWorld.h"
+#include "widgets/controls/DragMime.h"
+#include "widgets/grouplist/GroupDelegate.h"
+
+#include <QAccessible>
+#include <QDrag>
+#include <QMouseEvent>
+#include <QSignalSpy>
+
+#include <functional>
+
+namespace veilkeep::test {
+namespace {
+
+std::string onlyPath(const ListWorld& list) {
+    const auto& all = list.list->files().all();
+    return all.size() == 1 ? std::string(all.front()->path()) : std::string();
+}
+
+// --- Selecting ---
+
+TEST(GroupsViewTest, SelectsGroupsAndNothingElse) {
+    const ScratchTree tree;
+    PanelWorld world;
+    EXPECT_EQ(world.selectedRow(), 0);
+    const std::pair<const char*, int> keys[] = {{"Down", 2}, {"Down", 3}, {"Down", 3},
+                                                {"Home", 0}, {"End", 3},  {"Up", 2},
+                                                {"Up", 0},   {"Up", 0},   {"p", 3}};
+    for (const auto& [key, row] : keys) {
+        realInput::key(key);
+        EXPECT_EQ(world.selectedRow(), row) << key;
+        EXPECT_EQ(world.groups.currentGroup(), world.row(static_cast<std::size_t>(row))) << key;
+    }
+    world.clickRow(3);
+    EXPECT_EQ(world.groups.currentGroup(), world.row(3));
+    world.clickRow(1);
+    realInput::click(*world.view->viewport(), QPoint(50, 400));
+    world.clickRow(2, Qt::RightButton);
+    realInput::key("Escape");
+    EXPECT_EQ(world.selectedRow(), 3);
+    world.groups.selectRow(2);
+    EXPECT_EQ(world.selectedRow(), 2);
+    const ListedGroup added = world.groups.addGroup();
+    world.groups.moveGroup(added, 2);
+    EXPECT_EQ(world.selectedRow(), 3);
+    EXPECT_EQ(world.groups.currentGroupName(), "Secret Pictures");
+}
+
+TEST(GroupsViewTest, IsReadRowByRow) {
+    const ScratchTree tree;
+    PanelWorld world;
+    QAccessibleInterface* const list = QAccessible::queryAccessibleInterface(world.view);
+    ASSERT_EQ(list->childCount(), 4);
+    EXPECT_EQ(list->text(QAccessible::Name), "Groups");
+    EXPECT_EQ(list->child(2)->text(QAccessible::Name), "Secret Pictures, shown, 0 items");
+}
+
+TEST(GroupsViewTest, TakingTheFocusUnselectsTheItems) {
+    const ScratchTree tree;
+    PanelWorld world;
+    FilesController& files = world.list.list->filesController();
+    files.setSelectedObjects({world.list.add(tree.makeFile("item"))});
+    QSignalSpy toFiles(world.panel.get(), &GroupPanel::rightKeyPressed);
+    realInput::key("Right");
+    EXPECT_EQ(toFiles.size(), 1);
+    EXPECT_EQ(files.selectedObjects().size(), 1U);
+    realInput::key("Tab");
+    ASSERT_FALSE(world.view->hasFocus());
+    EXPECT_EQ(files.selectedObjects().size(), 1U);
+    world.clickRow(0);
+    EXPECT_TRUE(files.selectedObjects().empty());
+}
+
+// --- Keys and menu ---
+
+TEST(GroupsViewTest, TheDeleteKeyAsks) {
+    const ScratchTree tree;
+    PanelWorld world;
+    const ListedGroup first = world.row(2);
+    world.clickRow(2);
+    for (const char* answer : {"Cancel", "Remove"}) {
+        world.expectRemoval(first, answer);
+        realInput::key("Delete");
+    }
+    EXPECT_EQ(world.names(), (std::vector<std::string>{"All Files", "Custom Groups", "Private Files"}));
+    EXPECT_EQ(world.selectedRow(), 0);
+}
+
+TEST(GroupsViewTest, ControlAndArrowHideAndShow) {
+    const ScratchTree tree;
+    PanelWorld world;
+    const std::string path = tree.makeFile("folder/item");
+    world.add(path, world.row(2));
+    world.clickRow(2);
+    realInput::key("Ctrl+Left");
+    EXPECT_TRUE(exists(path));
+    realInput::key("Ctrl+Right");
+    EXPECT_FALSE(exists(path));
+    EXPECT_EQ(world.row(2)->state(), 1);
+    realInput::key("Ctrl+Left");
+    EXPECT_TRUE(exists(path));
+}
+
+TEST(GroupsViewTest, TheMenuActsOnTheRowThatWasClicked) {
+    const ScratchTree tree;
+    PanelWorld world;
+    const std::string path = tree.makeFile("folder/item");
+    world.groups.setNewName("Tom & Jerry", "", world.row(3));
+    world.add(path, world.row(3));
+    world.clickRow(3, Qt::RightButton);
+    ASSERT_TRUE(world.menu());
+    EXPECT_EQ(world.selectedRow(), 0);
+    EXPECT_FALSE(world.menuItem(GroupViewController::Edit));
+    EXPECT_TRUE(world.menuItem(GroupViewController::Remove)->isEnabled());
+    EXPECT_EQ(world.menuItem(GroupViewController::HideUnhide)->text(), "Hide \"Tom && Jerry\" Group");
+    world.clickMenuItem(world.menuItem(GroupViewController::HideUnhide));
+    EXPECT_TRUE(eventually([&] { return !exists(path); }));
+    EXPECT_EQ(world.row(3)->state(), 1);
+    EXPECT_EQ(world.row(0)->state(), 0);
+    for (const int none : {1, 7}) {
+        world.clickRow(none == 7 ? 3 : 1, Qt::MiddleButton);
+        none == 7 ? realInput::click(*world.view->viewport(), QPoint(50, 400), Qt::RightButton)
+                  : world.clickRow(1, Qt::RightButton);
+        EXPECT_FALSE(world.menu()) << none;
+    }
+}
+
+TEST(GroupsViewTest, TheMenuKeyOpensTheMenuOfTheCurrentRow) {
+    const ScratchTree tree;
+    PanelWorld world;
+    QSignalSpy edits(&world.groups, &GroupViewController::editGroupRequested);
+    world.panel->setEditingOffered(true);
+    realInput::key("Menu");
+    ASSERT_TRUE(world.menu());
+    EXPECT_FALSE(world.menuItem(GroupViewController::Remove)->isEnabled());
+    EXPECT_FALSE(world.menuItem(GroupViewController::Edit)->isEnabled());
+    realInput::key("Escape");
+    world.clickRow(3);
+    realInput::key("Menu");
+    ASSERT_TRUE(world.menu());
+    world.clickMenuItem(world.menuItem(GroupViewController::Edit));
+    ASSERT_EQ(edits.size(), 1);
+    EXPECT_EQ(edits.front().front().value<ListedGroup>(), world.row(3));
+}
+
+TEST(GroupsViewTest, TheEditButtonIsThereWhileEditingIsOffered) {
+    const ScratchTree tree;
+    PanelWorld world;
+    QSignalSpy edits(&world.groups, &GroupViewController::editGroupRequested);
+    const auto clickButton = [&](int row) {
+        const QRect rect = world.view->visualRect(world.view->model()->index(row, 0));
+        realInput::click(*world.view->viewport(),
+                         GroupDelegate::editButtonRect(rect, Qt::LeftToRight).center());
+    };
+    clickButton(3);
+    EXPECT_EQ(edits.size(), 0);
+    EXPECT_EQ(world.selectedRow(), 3);
+    world.panel->setEditingOffered(true);
+    clickButton(2);
+    clickButton(0);
+    ASSERT_EQ(edits.size(), 1);
+    EXPECT_EQ(edits.front().front().value<ListedGroup>(), world.row(2));
+    EXPECT_EQ(world.selectedRow(), 0);
+    world.clickRow(3);
+    realInput::key("F2");
+    EXPECT_EQ(edits.size(), 2);
+}
+
+// --- Dragging ---
+
+TEST(GroupsViewTest, RowsAreDraggedToAnotherPlace) {
+    const ScratchTree tree;
+    PanelWorld world;
+    for (const char* name : {"d", "e"})
+        world.groups.setNewName(name, "", world.groups.addGroup());
+    world.groups.setNewName("b", "", "Secret Pictures");
+    world.groups.setNewName("c", "", "Private Files");
+    struct Case {
+        int from, to, below;
+        const char* order;
+    };
+    const Case cases[] = {
+        {2, 4, -12, "ACcbde"}, // above d
+        {2, 5, 12, "ACbdec"},  // below e, the last one
+        {5, 3, 12, "ACbcde"},  // below d: one place higher
+        {4, 2, -12, "ACbcde"}, // above the first: refused
+        {0, 4, 12, "ACbcde"},  // all files stay
+        {1, 4, 12, "ACbcde"},
+    };
+    for (const Case& each : cases) {
+        realInput::drag(world.onScreen(each.from), world.onScreen(each.to, each.below));
+        settle();
+        std::string order;
+        for (const std::string& name : world.names())
+            order += name.front();
+        EXPECT_EQ(order, each.order) << each.from << " to " << each.to;
+        EXPECT_EQ(GroupWorld::savedNames(), world.names());
+    }
+}
+
+// Another window of the program from which is dragged what it was given.
+class DragSource : public QWidget {
+public:
+    explicit DragSource(std::function<void(QMimeData&)> fill,
+                        Qt::DropActions actions = Qt::CopyAction | Qt::MoveAction)
+        : m_fill(std::move(fill)), m_actions(actions) {
+        setGeometry(600, 100, 100, 100);
+    }
+    Qt::DropAction taken = Qt::IgnoreAction;
+
+protected:
+    void mousePressEvent(QMouseEvent*) override {}
+    void mouseMoveEvent(QMouseEvent*) override {
+        auto* const drag = new QDrag(this);
+        auto* const mime = new QMimeData;
+        m_fill(*mime);
+        drag->setMimeData(mime);
+        taken = drag->exec(m_actions);
+    }
+
+private:
+    std::function<void(QMimeData&)> m_fill;
+    Qt::DropActions m_actions;
+};
+
+Qt::DropAction dragTo(const QPoint& onScreen, DragSource&& source) {
+    EXPECT_TRUE(showAndActivate(source));
+    realInput::drag(source.mapToGlobal(QPoint(50, 50)), onScreen);
+    settle();
+    return source.taken;
+}
+
+TEST(GroupsViewTest, ItemsAreDroppedOnAGroup) {
+    const ScratchTree tree;
+    PanelWorld world;
+    const std::string path = tree.makeFile("item");
+    const ListedFile item = world.list.add(path);
+    const auto fill = [&](QMimeData& data) {
+        dragMime::setPaths(data, {path});
+        dragMime::setFileNames(data, {path});
+    };
+    EXPECT_EQ(dragTo(world.onScreen(1), DragSource(fill)), Qt::IgnoreAction);
+    EXPECT_EQ(dragTo(world.onScreen(3, 150), DragSource(fill)), Qt::IgnoreAction);
+    EXPECT_EQ(item->groupID(), 0);
+    EXPECT_EQ(dragTo(world.onScreen(3), DragSource(fill)), Qt::MoveAction);
+    EXPECT_TRUE(eventually([&] { return item->groupID() == world.row(3)->groupID(); }));
+    EXPECT_EQ(world.selectedRow(), 3);
+    EXPECT_EQ(world.list.list->files().size(), 1U);
+}
+
+TEST(GroupsViewTest, FilesAreAddedToTheGroupTheyAreDroppedOn) {
+    const ScratchTree tree;
+    const std::string path = tree.makeFile("a \xff name");
+    const auto fill = [&](QMimeData& data) { dragMime::setFileNames(data, {path}); };
+    PanelWorld world;
+    EXPECT_EQ(dragTo(world.onScreen(2), DragSource(fill, Qt::MoveAction)), Qt::IgnoreAction);
+    EXPECT_EQ(dragTo(world.onScreen(2), DragSource(fill)), Qt::CopyAction);
+    EXPECT_TRUE(eventually([&] { return onlyPath(world.list) == path; }));
+    world.list.list->waitForAdding();
+    EXPECT_EQ(world.list.list->files().all().front()->groupID(), world.row(2)->groupID());
+}
+
+TEST(GroupsViewTest, RowsOfAnotherListAreRefused) {
+    const ScratchTree tree;
+    PanelWorld world;
+    const auto before = world.names();
+    const auto fill = [](QMimeData& data) { dragMime::setRows(data, {2}); };
+    EXPECT_EQ(dragTo(world.onScreen(3, 12), DragSource(fill)), Qt::IgnoreAction);
+    EXPECT_EQ(world.names(), before);
+}
+
+} // namespace
+} // namespace veilkeep::test
