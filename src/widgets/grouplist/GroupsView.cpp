@@ -81,6 +81,10 @@ GroupsView::Key GroupsView::keyOf(const QKeyEvent& event) const {
         return Key::Hide;
     if (isControl && event.key() == Qt::Key_Left)
         return Key::Show;
+    if (modifiers == Qt::AltModifier && event.key() == Qt::Key_Up)
+        return Key::MoveUp;
+    if (modifiers == Qt::AltModifier && event.key() == Qt::Key_Down)
+        return Key::MoveDown;
     if (modifiers != Qt::NoModifier)
         return Key::None;
     if (event.key() == toFiles)
@@ -111,9 +115,20 @@ void GroupsView::keyPressEvent(QKeyEvent* event) {
         return m_groups.editGroup(m_groups.currentGroup());
     case Key::ToFiles:
         return emit rightKeyPressed();
+    case Key::MoveUp:
+        return moveCurrentGroup(-1);
+    case Key::MoveDown:
+        return moveCurrentGroup(1);
     case Key::None:
         return QListView::keyPressEvent(event);
     }
+}
+
+// The controller keeps those in their places that do not move.
+void GroupsView::moveCurrentGroup(std::ptrdiff_t rows) {
+    const ListedGroup group = m_groups.currentGroup();
+    if (const auto row = m_groups.rowOf(group))
+        m_groups.moveGroup(group, *row + static_cast<std::size_t>(rows));
 }
 
 // Not where the window or a menu only gives the focus back.

@@ -12,8 +12,9 @@ namespace veilkeep {
 class GroupDelegate;
 class GroupsModel;
 
-// The list of groups. Its selected row is the current group; rows are dragged to another place, and items and
-// files dropped onto them. What belongs to editing a group is there only while that is offered. Main thread.
+// The list of groups. Its selected row is the current group; rows are dragged to another place, or moved with
+// Alt and an arrow, and items and files dropped onto them. What belongs to editing a group is there only
+// while that is offered. Main thread.
 class GroupsView : public QListView {
     Q_OBJECT
     Q_PROPERTY(bool editingOffered READ isEditingOffered WRITE setEditingOffered)
@@ -47,9 +48,10 @@ protected:
     void paintEvent(QPaintEvent* event) override; // with the place of the drop
 
 private:
-    enum class Key { None, Remove, Hide, Show, Edit, ToFiles };
+    enum class Key { None, Remove, Hide, Show, Edit, ToFiles, MoveUp, MoveDown };
 
     Key keyOf(const QKeyEvent& event) const;
+    void moveCurrentGroup(std::ptrdiff_t rows);
     void followCurrentGroup();
     void currentRowChanged(const QModelIndex& current);
     QModelIndex editButtonAt(const QPoint& place) const;

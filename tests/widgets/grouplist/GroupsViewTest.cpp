@@ -198,6 +198,24 @@ TEST(GroupsViewTest, RowsAreDraggedToAnotherPlace) {
     }
 }
 
+TEST(GroupsViewTest, RowsAreMovedByKeys) {
+    const ScratchTree tree;
+    PanelWorld world;
+    const auto before = world.names();
+    const auto swapped =
+        std::vector<std::string>{"All Files", "Custom Groups", "Private Files", "Secret Pictures"};
+    realInput::key("Alt+Down"); // all files stay
+    EXPECT_EQ(world.names(), before);
+    world.clickRow(2);
+    const std::pair<const char*, std::vector<std::string>> steps[] = {
+        {"Alt+Up", before}, {"Alt+Down", swapped}, {"Alt+Down", swapped}, {"Alt+Up", before}};
+    for (const auto& [key, names] : steps) {
+        realInput::key(key);
+        EXPECT_EQ(world.names(), names) << key;
+        EXPECT_EQ(world.groups.currentGroupName(), "Secret Pictures") << key;
+    }
+}
+
 // Another window of the program from which is dragged what it was given.
 class DragSource : public QWidget {
 public:
