@@ -18,7 +18,10 @@ void BusOwners::askAgain() {
                                    QStringLiteral("NameOwnerChanged"), {name}, QStringLiteral("sss"), this,
                                    SLOT(noticed(QString, QString, QString)));
         m_bus.ask(SessionBusConnection::busCall(QStringLiteral("GetNameOwner"), name), *this,
-                  [this, name](const QDBusMessage& answer) {
+                  [this, name, link = m_bus.connection().name()](const QDBusMessage& answer) {
+                      // A change may be told before the answer that is older than it.
+                      if (m_told.contains(name) || link != m_bus.connection().name())
+                          return;
                       const bool isOwned = answer.type() == QDBusMessage::ReplyMessage;
                       set(name, isOwned ? answer.arguments().value(0).toString() : QString());
                   });

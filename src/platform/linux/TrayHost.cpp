@@ -20,6 +20,7 @@ TrayHost::TrayHost(BusLink& sessionBus) : m_bus(sessionBus), m_watcher(sessionBu
 
 void TrayHost::talkTo(const QString& watcher) {
     m_owner = watcher;
+    ++m_questions;
     set(false); // whoever takes another's place knows none of its items
     if (watcher.isEmpty())
         return;
@@ -38,8 +39,8 @@ void TrayHost::askForHosts() {
     QDBusMessage question = QDBusMessage::createMethodCall(
         m_owner, watcherPath, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
     question << watcherName << QStringLiteral("IsStatusNotifierHostRegistered");
-    m_bus.ask(question, *this, [this, asked = m_owner](const QDBusMessage& answer) {
-        if (asked == m_owner)
+    m_bus.ask(question, *this, [this, number = ++m_questions](const QDBusMessage& answer) {
+        if (number == m_questions) // answers may overtake each other
             set(answer.arguments().value(0).value<QDBusVariant>().variant() == QVariant(true));
     });
 }

@@ -31,6 +31,7 @@ private:
     BusLink& m_bus;
     BusOwners m_watcher;
     QString m_owner;
+    unsigned int m_questions = 0; // so far; the last one's answer counts
     bool m_isAvailable = false;
 };
 
