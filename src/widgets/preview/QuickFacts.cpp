@@ -29,6 +29,8 @@ QuickFacts::QuickFacts(QWidget* parent)
     : QWidget(parent), m_icon(new QLabel(this)), m_message(plainLabel(this)), m_facts(new QFormLayout) {
     m_facts->setLabelAlignment(Qt::AlignRight | Qt::AlignTop);
     m_facts->setHorizontalSpacing(12);
+    m_facts->setVerticalSpacing(6);
+    m_facts->setContentsMargins(0, 8, 0, 0);
     m_message->setWordWrap(true);
     QFont large = font();
     large.setPointSizeF(large.pointSizeF() * 1.2);
@@ -54,7 +56,8 @@ void QuickFacts::setFacts(const File& file, const QIcon& icon, const QuickConten
     m_message->setVisible(isMissing);
     addFact(tr("Kind"), content.type.comment);
     addFact(tr("Size"), sizeText(file, content));
-    addFact(tr("State"), stateText(file));
+    if (!isMissing)
+        addFact(tr("State"), stateText(file));
     addFact(tr("Where"), placeWithTilde(parentPath(file.originalPath())));
     addFact(tr("Created"), content.created);
     addFact(tr("Modified"), content.modified);
@@ -96,6 +99,7 @@ void QuickFacts::addFact(const QString& title, const QString& value) {
     auto* const text = plainLabel(this);
     text->setText(value);
     text->setWordWrap(true);
+    text->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed); // labels that wrap ask for more
     text->setTextInteractionFlags(Qt::TextSelectableByMouse);
     text->setAccessibleName(title);
     auto* const label = plainLabel(this);

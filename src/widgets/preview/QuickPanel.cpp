@@ -27,6 +27,7 @@ namespace {
 
 constexpr QSize mostPixels{2560, 1600};
 constexpr QSize usualSize{640, 520};
+constexpr int sideMargin = 12;
 
 QLabel* plainLabel(QWidget* parent) {
     auto* const label = new QLabel(parent);
@@ -88,6 +89,7 @@ void QuickPanel::layOut() {
     m_details->setForegroundRole(QPalette::PlaceholderText);
     m_text->setReadOnly(true);
     m_text->setFrameShape(QFrame::NoFrame);
+    m_text->document()->setDocumentMargin(sideMargin);
     m_text->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     m_text->setAccessibleName(tr("Text of the item"));
     m_text->installEventFilter(this);
@@ -98,12 +100,12 @@ void QuickPanel::layOut() {
         m_pages->addWidget(each);
 
     auto* const head = new QVBoxLayout;
-    head->setContentsMargins(12, 10, 12, 8);
+    head->setContentsMargins(sideMargin, 10, sideMargin, 8);
     head->setSpacing(2);
     head->addWidget(m_name);
     head->addWidget(m_details);
     auto* const bar = new QHBoxLayout;
-    bar->setContentsMargins(12, 8, 12, 10);
+    bar->setContentsMargins(sideMargin, 8, sideMargin, 10);
     for (QWidget* const each : {static_cast<QWidget*>(m_previous), static_cast<QWidget*>(m_next),
                                 static_cast<QWidget*>(m_position)})
         bar->addWidget(each);
@@ -235,7 +237,9 @@ void QuickPanel::updateTexts() {
     m_name->setAccessibleName(name);
     elideName();
     QStringList details;
-    if (file && m_isLoaded)
+    const bool showsFacts =
+        m_content.kind == QuickContent::Kind::Facts || m_content.kind == QuickContent::Kind::Missing;
+    if (file && m_isLoaded && !showsFacts)
         details = {m_content.type.comment, QuickFacts::sizeText(*file, m_content),
                    QuickFacts::stateText(*file)};
     if (m_content.isCut)
@@ -296,6 +300,12 @@ void QuickPanel::keyPressEvent(QKeyEvent* event) {
                                                        ? QAbstractSlider::SliderPageStepAdd
                                                        : QAbstractSlider::SliderPageStepSub);
         break;
+    case Qt::Key_Control:
+    case Qt::Key_Shift:
+    case Qt::Key_Alt:
+    case Qt::Key_AltGr:
+    case Qt::Key_Meta:
+        break; // the key that they go with follows
     default:
         emit keyPressed(event);
     }

@@ -50,6 +50,7 @@ void QuickPreview::toggle() {
     m_panel->show();
     m_panel->raise();
     m_panel->activateWindow();
+    m_panel->setFocus(); // not the first button
 }
 
 // It may be in the middle of an event.

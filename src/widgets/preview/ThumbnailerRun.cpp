@@ -11,6 +11,7 @@
 #include <poll.h>
 #include <signal.h>
 #include <stdlib.h>
+#include <sys/file.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -18,15 +19,37 @@
 #include <algorithm>
 #include <array>
 #include <filesystem>
+#include <mutex>
 #include <optional>
 #include <string_view>
 #include <system_error>
+#include <utility>
 #include <vector>
 
 namespace veilkeep {
 namespace {
 
 using Clock = std::chrono::steady_clock;
+
+constexpr std::string_view directoryPrefix = "veilkeep-preview-";
+
+void removeWhole(const std::string& path) {
+    std::error_code ignored; // there is nobody to be told
+    std::filesystem::remove_all(path, ignored);
+}
+
+// Held as long as the directory is in use; none where somebody holds it already.
+UniqueFd lockOn(const std::string& directory) {
+    UniqueFd lock(::open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+    return lock && ::flock(lock.get(), LOCK_EX | LOCK_NB) == 0 ? std::move(lock) : UniqueFd();
+}
+
+// Of a program that was killed.
+void removeLeftovers(const std::string& base) {
+    for (const std::string& name : entryNamesIn(base))
+        if (const std::string path = joinPath(base, name); name.starts_with(directoryPrefix) && lockOn(path))
+            removeWhole(path);
+}
 
 // Of mode 0700; removed with all that is in it.
 class PrivateDirectory {
@@ -39,14 +62,18 @@ public:
             if (!makeDirectories(base, 0700))
                 return;
         }
-        std::string path = joinPath(base, "veilkeep-preview-XXXXXX");
-        if (::mkdtemp(path.data()))
-            m_path = path;
+        static std::mutex oneAtATime; // what is made but not locked yet is no leftover
+        const std::lock_guard guard(oneAtATime);
+        removeLeftovers(base);
+        std::string path = joinPath(base, std::string(directoryPrefix) + "XXXXXX");
+        if (!::mkdtemp(path.data()))
+            return;
+        m_path = path;
+        m_lock = lockOn(path);
     }
     ~PrivateDirectory() {
-        std::error_code ignored; // there is nobody to be told
         if (!m_path.empty())
-            std::filesystem::remove_all(m_path, ignored);
+            removeWhole(m_path);
     }
     PrivateDirectory(const PrivateDirectory&) = delete;
     PrivateDirectory& operator=(const PrivateDirectory&) = delete;
@@ -55,6 +82,7 @@ public:
 
 private:
     std::string m_path;
+    UniqueFd m_lock;
 };
 
 // Whatever the program would remember it remembers in the directory; no other program is asked for help.

@@ -81,7 +81,7 @@ TEST_F(PreviewsOfRecords, NothingStartsBeforeTheFirstQuestion) {
     EXPECT_TRUE(comes(file));
     EXPECT_GT(numberOfThreads(), before);
     m_previews.reset();
-    EXPECT_EQ(numberOfThreads(), before);
+    EXPECT_TRUE(eventually([&] { return numberOfThreads() == before; }));
 }
 
 TEST_F(PreviewsOfRecords, WhereNoImageComesTheRecordIsNotAskedAgain) {
@@ -174,9 +174,10 @@ TEST_F(PreviewsOfRecords, RemovedRecordsAreForgotten) {
 
 TEST_F(PreviewsOfRecords, TheEndWaitsForNothing) {
     make();
+    const std::string content = previewFiles::image("png", {1500, 1500});
     std::vector<ListedFile> files;
     for (int count = 0; count < 100; ++count) {
-        files.push_back(add("a" + std::to_string(count) + ".png", previewFiles::image("png", {1500, 1500})));
+        files.push_back(add("a" + std::to_string(count) + ".png", content));
         m_previews->preview(files.back());
     }
     QElapsedTimer timer;

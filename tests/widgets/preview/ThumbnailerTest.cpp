@@ -9,7 +9,8 @@
 #include <gtest/gtest.h>
 
 #include <signal.h>
-#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <chrono>
 #include <string>
@@ -126,6 +127,25 @@ TEST_F(Thumbnailing, AStopKillsItAtOnce) {
     EXPECT_TRUE(imageOf(film, 1min).isNull());
     stopper.join();
     EXPECT_NE(::kill(std::stoi(said("child")), 0), 0);
+}
+
+TEST_F(Thumbnailing, ItDoesNotOutliveAProgramThatIsKilledAndNothingOfItStays) {
+    install("cd '" + m_tree.root() + "'; echo $$ >child.new; mv child.new child; exec tail -f /dev/null");
+    const std::string film = m_tree.makeFile("a.mp4", "film");
+    const pid_t program = ::fork();
+    if (program == 0) {
+        imageOf(film, 1min);
+        ::_exit(0);
+    }
+    EXPECT_TRUE(waitUntil([&] { return exists(m_tree.path("child")); }));
+    ::kill(program, SIGKILL);
+    ::waitpid(program, nullptr, 0);
+    const pid_t child = std::stoi(said("child"));
+    EXPECT_TRUE(waitUntil([&] { return ::kill(child, 0) != 0; }));
+    EXPECT_EQ(namesIn(m_tree.path("run")).size(), 1U);
+    install("exit 1");
+    EXPECT_TRUE(imageOf(film).isNull());
+    EXPECT_EQ(namesIn(m_tree.path("run")).size(), 0U) << "the next run takes away what was left";
 }
 
 TEST(ThumbnailerFiles, AreReadAsTheyAreMeant) {
