@@ -4,6 +4,7 @@
 #include "core/records/FileSystemHelpers.h"
 #include "filelist/Texts.h"
 #include "format/ValueFormatting.h"
+#include "widgets/preview/ElidedLabel.h"
 
 #include <QFormLayout>
 #include <QHBoxLayout>
@@ -96,12 +97,9 @@ void QuickFacts::setIcon(const QIcon& icon, const QImage& image) {
 void QuickFacts::addFact(const QString& title, const QString& value) {
     if (value.isEmpty())
         return;
-    auto* const text = plainLabel(this);
-    text->setText(value);
-    text->setWordWrap(true);
-    text->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed); // labels that wrap ask for more
-    text->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    text->setAccessibleName(title);
+    auto* const text = new ElidedLabel(this);
+    text->setFullText(value);
+    text->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
     auto* const label = plainLabel(this);
     label->setText(title);
     label->setForegroundRole(QPalette::PlaceholderText);

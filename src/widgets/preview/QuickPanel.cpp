@@ -2,6 +2,7 @@
 
 #include "core/base/PathText.h"
 #include "filelist/Texts.h"
+#include "widgets/preview/ElidedLabel.h"
 #include "widgets/preview/Mailbox.h"
 #include "widgets/preview/PictureView.h"
 #include "widgets/preview/QuickFacts.h"
@@ -45,7 +46,7 @@ QuickPanel::QuickPanel(FileList& files, Previews& previews, QWidget& mainWindow)
     : QWidget(&mainWindow, Qt::Tool),
       m_files(files),
       m_previews(previews),
-      m_name(plainLabel(this)),
+      m_name(new ElidedLabel(this)),
       m_details(plainLabel(this)),
       m_pages(new QStackedWidget(this)),
       m_picture(new PictureView),
@@ -85,7 +86,6 @@ void QuickPanel::layOut() {
     QFont bold = font();
     bold.setBold(true);
     m_name->setFont(bold);
-    m_name->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     m_details->setForegroundRole(QPalette::PlaceholderText);
     m_text->setReadOnly(true);
     m_text->setFrameShape(QFrame::NoFrame);
@@ -234,8 +234,7 @@ void QuickPanel::updateTexts() {
     const ListedFile file = current();
     const QString name = file ? shownPath(file->name()) : QString();
     setWindowTitle(file ? name : tr("Quick Preview"));
-    m_name->setAccessibleName(name);
-    elideName();
+    m_name->setFullText(name);
     QStringList details;
     const bool showsFacts =
         m_content.kind == QuickContent::Kind::Facts || m_content.kind == QuickContent::Kind::Missing;
@@ -259,12 +258,6 @@ void QuickPanel::updateTexts() {
     m_previousPage->setEnabled(m_content.page > 0);
     m_nextPage->setEnabled(m_content.page + 1 < m_content.pages);
     m_open->setEnabled(file && file->state() == File::Visible);
-}
-
-void QuickPanel::elideName() {
-    const ListedFile file = current();
-    const QString name = file ? shownPath(file->name()) : QString();
-    m_name->setText(m_name->fontMetrics().elidedText(name, Qt::ElideMiddle, m_name->width()));
 }
 
 void QuickPanel::forget() {
@@ -323,11 +316,6 @@ bool QuickPanel::eventFilter(QObject* watched, QEvent* event) {
         return QWidget::eventFilter(watched, event);
     keyPressEvent(keyEvent);
     return true;
-}
-
-void QuickPanel::resizeEvent(QResizeEvent* event) {
-    QWidget::resizeEvent(event);
-    elideName();
 }
 
 // The owner decides.

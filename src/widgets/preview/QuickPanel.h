@@ -18,6 +18,7 @@ class QStackedWidget;
 
 namespace veilkeep {
 
+class ElidedLabel;
 class Mailbox;
 class PictureView;
 class QuickFacts;
@@ -43,7 +44,6 @@ signals:
 protected:
     void keyPressEvent(QKeyEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
-    void resizeEvent(QResizeEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void changeEvent(QEvent* event) override;
 
@@ -59,7 +59,6 @@ private:
     void showContent();
     void showText(const QuickContent& content);
     void updateTexts();
-    void elideName();
     ImageWish wishFor(int page) const;
 
     FileList& m_files;
@@ -69,7 +68,7 @@ private:
     QuickContent m_content;
     bool m_isLoaded = false;
 
-    QLabel* m_name;
+    ElidedLabel* m_name;
     QLabel* m_details;
     QStackedWidget* m_pages;
     PictureView* m_picture;
