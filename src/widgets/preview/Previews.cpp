@@ -1,5 +1,6 @@
 #include "widgets/preview/Previews.h"
 
+#include "core/base/PathText.h"
 #include "widgets/preview/Mailbox.h"
 #include "widgets/preview/PreviewMaker.h"
 #include "widgets/preview/TypeIcons.h"
@@ -204,9 +205,11 @@ void Previews::Private::imageForPath(const std::string& path, PathRequest reques
     const Id id = ++m_lastId;
     m_pathRequests.emplace(id, std::move(request));
     const qreal ratio = devicePixelRatio();
-    const auto run = [this, id, ratio, path, making = maker(), mailbox = m_mailbox](const WorkStop& stop) {
-        const OpenedItem item(path);
-        const PreviewSubject subject{.path = path, .name = path};
+    const ListedFile listed = m_files.withPath(path);
+    const PreviewSubject subject{.path = path,
+                                 .name = std::string(listed ? listed->name() : lastPathComponent(path))};
+    const auto run = [this, id, ratio, subject, making = maker(), mailbox = m_mailbox](const WorkStop& stop) {
+        const OpenedItem item(subject.path);
         const ItemType type = typeOf(subject, item, stop);
         QImage image = making->imageOf(subject, item, type, {.bound = pathImageSize * ratio}, stop).image;
         image.setDevicePixelRatio(ratio);

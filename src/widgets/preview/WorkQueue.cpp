@@ -14,7 +14,7 @@ namespace veilkeep {
 namespace {
 
 constexpr std::chrono::milliseconds idleThreadLife = std::chrono::seconds(5);
-constexpr std::chrono::milliseconds patienceAtTheEnd = std::chrono::seconds(1);
+constexpr std::chrono::milliseconds patienceAtTheEnd{300};
 constexpr int niceness = 10;
 
 } // namespace
