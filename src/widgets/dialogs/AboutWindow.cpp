@@ -61,8 +61,11 @@ QDialog* makeWindow(const QString& version, const std::function<void()>& openGui
     QPushButton* const guide = box->addButton(AboutTexts::tr("Open the Guide"), QDialogButtonBox::HelpRole);
     QObject::connect(guide, &QPushButton::clicked, window, openGuide);
     QObject::connect(box, &QDialogButtonBox::rejected, window, &QDialog::close);
-    box->button(QDialogButtonBox::Close)->setDefault(true);
     rows->addWidget(box);
+    QPushButton* const close = box->button(QDialogButtonBox::Close);
+    close->setText(AboutTexts::tr("Close"));
+    close->setDefault(true);
+    close->setFocus();
     return window;
 }
 

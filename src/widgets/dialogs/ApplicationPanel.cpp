@@ -1,6 +1,9 @@
 #include "widgets/dialogs/ApplicationPanel.h"
 
+#include <algorithm>
+
 #include <QAbstractListModel>
+#include <QCollator>
 #include <QCoreApplication>
 #include <QDialogButtonBox>
 #include <QIcon>
@@ -20,7 +23,13 @@ constexpr int identifierRole = Qt::UserRole, iconExtent = 24;
 class ApplicationModel : public QAbstractListModel {
 public:
     ApplicationModel(const std::vector<InstalledApplication>& applications, QObject* parent)
-        : QAbstractListModel(parent), m_applications(applications) {}
+        : QAbstractListModel(parent), m_applications(applications) {
+        QCollator collator;
+        collator.setCaseSensitivity(Qt::CaseInsensitive);
+        std::ranges::stable_sort(m_applications, [&](const auto& one, const auto& other) {
+            return collator.compare(one.name, other.name) < 0;
+        });
+    }
 
     int rowCount(const QModelIndex& parent) const override {
         return parent.isValid() ? 0 : static_cast<int>(m_applications.size());
@@ -63,21 +72,18 @@ ApplicationPanel::ApplicationPanel(const std::vector<InstalledApplication>& appl
     m_search->installEventFilter(this);
     m_matches->setSourceModel(new ApplicationModel(applications, this));
     m_matches->setFilterCaseSensitivity(Qt::CaseInsensitive);
-    m_matches->setSortCaseSensitivity(Qt::CaseInsensitive);
-    m_matches->setSortLocaleAware(true);
-    m_matches->sort(0);
     m_list->setModel(m_matches);
     m_list->setAccessibleName(tr("Applications"));
     m_list->setUniformItemSizes(true);
     m_list->setIconSize({iconExtent, iconExtent});
     auto* const box = new QDialogButtonBox;
     m_choose = box->addButton(tr("Open"), QDialogButtonBox::AcceptRole);
-    m_choose->setDefault(true);
     box->addButton(tr("Cancel"), QDialogButtonBox::RejectRole);
     auto* const rows = new QVBoxLayout(this);
     rows->addWidget(m_search);
     rows->addWidget(m_list, 1);
     rows->addWidget(box);
+    m_choose->setDefault(true);
     connect(box, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(box, &QDialogButtonBox::rejected, this, &QDialog::reject);
     connect(m_list, &QListView::doubleClicked, this, &QDialog::accept);

@@ -6,6 +6,8 @@ namespace veilkeep {
 
 // One line of plain text that gives up its middle where there is no room.
 class ElidedLabel : public QLabel {
+    Q_OBJECT
+
 public:
     explicit ElidedLabel(QWidget* parent = nullptr);
 

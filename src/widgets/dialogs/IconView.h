@@ -7,6 +7,8 @@ namespace veilkeep {
 
 // An icon, drawn for the screen that it is on; decoration only.
 class IconView : public QWidget {
+    Q_OBJECT
+
 public:
     IconView(const QIcon& icon, int extent, QWidget* parent = nullptr);
 

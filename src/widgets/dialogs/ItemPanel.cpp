@@ -55,6 +55,7 @@ ItemPanel::ItemPanel(const Wishes& wishes, QWidget* parent)
     connect(m_list->selectionModel(), &QItemSelectionModel::selectionChanged, this, &ItemPanel::validate);
     connect(m_model, &QAbstractItemModel::modelReset, this, &ItemPanel::validate);
     resize(760, 500);
+    m_choose->setDefault(true);
     m_list->setFocus();
 }
 
@@ -117,7 +118,6 @@ QWidget* ItemPanel::makeButtons() {
     connect(m_hidden, &QCheckBox::toggled, m_model, &FolderModel::setHiddenShown);
     auto* const box = new QDialogButtonBox;
     m_choose = box->addButton(m_wishes.button, QDialogButtonBox::AcceptRole);
-    m_choose->setDefault(true);
     box->addButton(tr("Cancel"), QDialogButtonBox::RejectRole);
     connect(box, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(box, &QDialogButtonBox::rejected, this, &QDialog::reject);

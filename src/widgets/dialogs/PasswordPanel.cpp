@@ -43,6 +43,7 @@ PasswordPanel::PasswordPanel(const QString& title, const QString& line)
     auto* const lableField = plainLabel(line);
     lableField->setBuddy(m_passwordField);
     layOut(lableField);
+    m_ok->setDefault(true);
     m_warning->hide();
     fit();
 }
@@ -81,9 +82,8 @@ QWidget* PasswordPanel::makeButtons() {
     m_capsLock->setSizePolicy(kept);
     m_capsLock->hide();
     auto* const box = new QDialogButtonBox;
-    QPushButton* const ok = box->addButton(tr("OK"), QDialogButtonBox::AcceptRole);
-    ok->setDefault(true);
-    connect(ok, &QPushButton::clicked, this, [this] { emit entered(m_passwordField->text()); });
+    m_ok = box->addButton(tr("OK"), QDialogButtonBox::AcceptRole);
+    connect(m_ok, &QPushButton::clicked, this, [this] { emit entered(m_passwordField->text()); });
     connect(box->addButton(tr("Cancel"), QDialogButtonBox::RejectRole), &QPushButton::clicked, this,
             &PasswordPanel::reject);
     row->addWidget(m_capsLock);

@@ -4,6 +4,7 @@
 
 class QLabel;
 class QLineEdit;
+class QPushButton;
 
 namespace veilkeep {
 
@@ -44,6 +45,7 @@ private:
     QLabel* m_tryNumberAppendixField = nullptr;
     QWidget* m_warning;
     QLabel* m_capsLock = nullptr;
+    QPushButton* m_ok = nullptr;
     QWidget* m_buttons;
     WindowShake* m_shake;
 };

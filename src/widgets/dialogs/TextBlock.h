@@ -7,6 +7,8 @@ namespace veilkeep {
 // Text to be read and selected, plain whatever it contains. It is as high as the text at its width, and
 // scrolls beyond the most lines that it may have.
 class TextBlock : public QTextEdit {
+    Q_OBJECT
+
 public:
     TextBlock(const QString& text, int mostLines, QWidget* parent = nullptr);
 

@@ -1,0 +1,164 @@
+#include "widgets/dialogs/PasswordWindow.h"
+
+#include "prefs/PasswordManager.h"
+#include "tests/support/ScratchTree.h"
+#include "tests/widgets/dialogs/OpenWindows.h"
+#include "widgets/dialogs/PasswordPanel.h"
+#include "widgets/dialogs/WindowShake.h"
+#include "widgets/dialogs/windowPlacement.h"
+
+#include <QAccessible>
+#include <QLabel>
+#include <QLineEdit>
+#include <QScopeGuard>
+#include <QScreen>
+#include <QStyle>
+
+namespace veilkeep::test {
+namespace {
+
+constexpr int growth = PasswordPrompt::heightWithWarning - PasswordPrompt::compactHeight;
+
+QLineEdit& fieldOf(const QWidget& panel) {
+    return *panel.findChild<QLineEdit*>();
+}
+
+bool isLabelShown(const QWidget& panel, const QString& text) {
+    for (const QLabel* const label : panel.findChildren<QLabel*>())
+        if (label->isVisible() && label->text().contains(text))
+            return true;
+    return false;
+}
+
+class PasswordWindowTest : public ::testing::Test {
+protected:
+    PasswordWindowTest() {
+        m_defaults.set(PasswordManager::enabledKey, true);
+        EXPECT_TRUE(m_passwords.setPassword("abc"));
+        m_passwords.setPrompt(&m_window);
+    }
+
+    int ask(const std::function<void(PasswordPanel&)>& steps) {
+        whenOpen<PasswordPanel>(steps);
+        return m_passwords.showModalWindow();
+    }
+
+    ScratchTree m_tree;
+    UserDefaults m_defaults;
+    PasswordManager m_passwords{m_defaults};
+    PasswordWindow m_window;
+};
+
+TEST_F(PasswordWindowTest, HowItEnds) {
+    const struct {
+        const char* what;
+        std::function<void(PasswordPanel&)> steps;
+        int answer;
+    } rows[] = {
+        {"right", [](auto&) { realInput::type("abc"), realInput::key("Return"); }, 1},
+        {"right by the button",
+         [](auto& panel) { realInput::type("abc"), realInput::click(*buttonOf(panel, "OK")); }, 1},
+        {"Escape", [](auto&) { realInput::type("abc"), realInput::key("Escape"); }, 0},
+        {"Cancel", [](auto& panel) { realInput::click(*buttonOf(panel, "Cancel")); }, 0},
+        {"closed", [](auto& panel) { static_cast<QWidget&>(panel).close(); }, 0},
+        {"hidden", [](auto& panel) { panel.hide(); }, 0},
+        {"left while it shakes",
+         [this](auto&) { realInput::type("x"), realInput::key("Return"), m_passwords.cancelClick(); }, 0},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(ask(row.steps), row.answer) << row.what;
+        EXPECT_EQ(openWindow<PasswordPanel>(), nullptr) << row.what;
+    }
+}
+
+TEST_F(PasswordWindowTest, FourWrongEntries) {
+    const int answer = ask([](PasswordPanel& panel) {
+        EXPECT_EQ(panel.windowTitle(), "Veilkeep");
+        EXPECT_TRUE(isLabelShown(panel, "Enter your Veilkeep password:"));
+        EXPECT_FALSE(isLabelShown(panel, "Wrong password"));
+        const QRect opened = panel.frameGeometry();
+        EXPECT_EQ(opened.height(), PasswordPrompt::compactHeight);
+        EXPECT_EQ(opened.topLeft(), betterCenter(opened.size(), panel.screen()->availableGeometry()));
+        realInput::type("wrong");
+        for (const char* const count : {"1", "2", "3"}) {
+            realInput::key("Return");
+            EXPECT_TRUE(isLabelShown(panel, "Wrong password"));
+            EXPECT_TRUE(isLabelShown(panel, count));
+            EXPECT_EQ(panel.height(), PasswordPrompt::heightWithWarning);
+            const auto& shake = *panel.findChild<WindowShake*>();
+            EXPECT_EQ(shake.state(), QAbstractAnimation::Running);
+            EXPECT_TRUE(eventually([&] { return panel.x() < opened.x(); }));
+            EXPECT_TRUE(eventually([&] { return panel.x() > opened.x(); }));
+            EXPECT_TRUE(eventually([&] { return shake.state() == QAbstractAnimation::Stopped; }));
+            EXPECT_EQ(panel.pos(), opened.topLeft());
+            EXPECT_EQ(fieldOf(panel).text(), "wrong");
+            EXPECT_EQ(fieldOf(panel).selectedText().size(), 5);
+            EXPECT_TRUE(fieldOf(panel).hasFocus());
+        }
+        realInput::key("Return");
+    });
+    EXPECT_EQ(answer, 0);
+    EXPECT_EQ(openWindow<PasswordPanel>(), nullptr);
+    ask([](PasswordPanel& panel) {
+        EXPECT_TRUE(fieldOf(panel).text().isEmpty());
+        EXPECT_EQ(panel.height(), PasswordPrompt::compactHeight);
+        realInput::key("Escape");
+    });
+}
+
+TEST_F(PasswordWindowTest, ALargerFontGetsTheRoomThatItNeeds) {
+    const QFont usual = QApplication::font();
+    const auto restore = qScopeGuard([&] { QApplication::setFont(usual); });
+    QFont large = usual;
+    large.setPointSizeF(usual.pointSizeF() * 1.8);
+    QApplication::setFont(large);
+    ask([](PasswordPanel& panel) {
+        const QRect opened = panel.geometry();
+        EXPECT_GT(opened.height(), PasswordPrompt::compactHeight);
+        realInput::type("x");
+        realInput::key("Return");
+        EXPECT_EQ(panel.height(), opened.height() + growth);
+        for (const QLabel* const label : panel.findChildren<QLabel*>())
+            EXPECT_GE(label->height(), label->sizeHint().height()) << label->text().toStdString();
+        EXPECT_TRUE(eventually([&] { return panel.geometry().topLeft() == opened.topLeft(); }));
+        realInput::key("Escape");
+    });
+}
+
+TEST_F(PasswordWindowTest, SaysThatCapsLockIsOn) {
+    const QString hint = "Caps Lock";
+    ask([&](PasswordPanel& panel) {
+        realInput::type("a");
+        EXPECT_FALSE(isLabelShown(panel, hint));
+        realInput::key("CapsLock");
+        EXPECT_TRUE(isLabelShown(panel, hint)) << "by the key itself";
+        for (const char* const key : {"b", "Shift+b", "1", "Left"}) {
+            realInput::key(key);
+            EXPECT_TRUE(isLabelShown(panel, hint)) << key;
+        }
+        EXPECT_EQ(fieldOf(panel).text(), "aBb1");
+        realInput::key("CapsLock");
+        EXPECT_FALSE(isLabelShown(panel, hint));
+        realInput::key("Shift+b");
+        EXPECT_FALSE(isLabelShown(panel, hint));
+        realInput::key("Escape");
+    });
+}
+
+TEST_F(PasswordWindowTest, TheFieldGivesNothingAway) {
+    ask([](PasswordPanel& panel) {
+        realInput::type("secret");
+        realInput::key("Ctrl+a");
+        realInput::key("Ctrl+c");
+        EXPECT_EQ(fieldOf(panel).echoMode(), QLineEdit::Password);
+        EXPECT_TRUE(fieldOf(panel).inputMethodHints() & Qt::ImhHiddenText);
+        EXPECT_TRUE(fieldOf(panel).inputMethodHints() & Qt::ImhSensitiveData);
+        QAccessibleInterface* const field = QAccessible::queryAccessibleInterface(&fieldOf(panel));
+        EXPECT_EQ(field->text(QAccessible::Name), "Enter your Veilkeep password:");
+        EXPECT_FALSE(field->text(QAccessible::Value).contains("secret"));
+        realInput::key("Escape");
+    });
+}
+
+} // namespace
+} // namespace veilkeep::test

@@ -1,0 +1,166 @@
+#include "widgets/dialogs/ProgressSheet.h"
+
+#include "filelist/MainThread.h"
+#include "tests/support/WaitUntil.h"
+#include "tests/widgets/dialogs/OpenWindows.h"
+#include "widgets/dialogs/ElidedLabel.h"
+#include "widgets/dialogs/ProgressPanel.h"
+
+#include <QLineEdit>
+#include <QProgressBar>
+#include <QSignalSpy>
+#include <QWindow>
+
+#include <X11/extensions/XTest.h>
+
+namespace veilkeep::test {
+namespace {
+
+// Input that arrives without the event loop turning, as while the program works.
+class Hand {
+public:
+    static void click(const QWidget& widget) {
+        const QPoint place = widget.mapToGlobal(widget.rect().center());
+        ::XTestFakeMotionEvent(display(), -1, place.x(), place.y(), 0);
+        ::XTestFakeButtonEvent(display(), 1, 1, 0);
+        ::XTestFakeButtonEvent(display(), 1, 0, 0);
+        ::XSync(display(), 0);
+    }
+
+private:
+    static Display* display() {
+        return qGuiApp->nativeInterface<QNativeInterface::QX11Application>()->display();
+    }
+};
+
+class ProgressSheetTest : public ::testing::Test {
+protected:
+    ProgressSheetTest() : m_button("Delete", &m_mainWindow) {
+        m_mainWindow.resize(600, 400);
+        EXPECT_TRUE(showAndActivate(m_mainWindow));
+    }
+
+    static QString subStage() { return openWindow<ProgressPanel>()->findChild<ElidedLabel*>()->text(); }
+    void workUntil(const std::function<bool()>& condition) { // as a batch whose worker is waited for
+        EXPECT_TRUE(waitUntil([&] { return m_sheet.turnEventLoop(), condition(); }));
+    }
+
+    QWidget m_mainWindow;
+    QPushButton m_button;
+    ProgressSheet m_sheet{[this] { return &m_mainWindow; }};
+};
+
+TEST_F(ProgressSheetTest, PaintsWhileABatchBlocksTheThread) {
+    m_sheet.begin("Hiding", false);
+    workUntil([] { return openWindow<ProgressPanel>() != nullptr; });
+    ProgressPanel& panel = *openWindow<ProgressPanel>();
+    EXPECT_EQ(panel.windowModality(), Qt::WindowModal);
+    EXPECT_EQ(panel.parentWidget(), &m_mainWindow);
+    workUntil([&] { return panel.windowHandle()->isExposed(); });
+    m_sheet.setSubStage("File: <b>one</b>");
+    m_sheet.setDone(3, 10);
+    workUntil([] { return subStage() == "File: <b>one</b>"; });
+    const auto& bar = *panel.findChild<QProgressBar*>();
+    EXPECT_EQ(bar.value(), 3);
+    EXPECT_EQ(bar.maximum(), 10);
+    m_sheet.setDone(3, 0);
+    workUntil([&] { return bar.maximum() == 0; });
+    m_sheet.end();
+    EXPECT_TRUE(eventually([&] { return !panel.isVisible(); }));
+}
+
+TEST_F(ProgressSheetTest, AStormOfUpdatesIsShownAtItsEnd) {
+    m_sheet.begin("Hiding", false);
+    workUntil([] { return openWindow<ProgressPanel>() != nullptr; });
+    int paints = 0;
+    class Count : public QObject {
+    public:
+        explicit Count(int& count) : m_count(count) {}
+        bool eventFilter(QObject*, QEvent* event) override {
+            m_count += event->type() == QEvent::Paint ? 1 : 0;
+            return false;
+        }
+
+    private:
+        int& m_count;
+    } count(paints);
+    openWindow<ProgressPanel>()->findChild<ElidedLabel*>()->installEventFilter(&count);
+    const auto begun = std::chrono::steady_clock::now();
+    for (int number = 0; number < 5000; ++number) {
+        m_sheet.setSubStage(QString::number(number));
+        m_sheet.setDone(static_cast<std::size_t>(number), 5000);
+        m_sheet.turnEventLoop();
+    }
+    const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - begun;
+    workUntil([] { return subStage() == "4999"; });
+    EXPECT_LE(paints, seconds.count() * 31 + 5);
+    m_sheet.end();
+}
+
+TEST_F(ProgressSheetTest, TheListTakesNoInputMeanwhileNorAfterwards) {
+    const QSignalSpy clicks(&m_button, &QPushButton::clicked);
+    m_sheet.begin("Hiding", false);
+    workUntil([] {
+        return openWindow<ProgressPanel>() && openWindow<ProgressPanel>()->windowHandle()->isExposed();
+    });
+    Hand::click(m_button);
+    m_sheet.turnEventLoop();
+    m_sheet.end();
+    EXPECT_TRUE(eventually([] { return openWindow<ProgressPanel>() == nullptr; }));
+    EXPECT_EQ(clicks.count(), 0);
+    Hand::click(m_button);
+    EXPECT_TRUE(eventually([&] { return clicks.count() == 1; }));
+}
+
+TEST_F(ProgressSheetTest, CancelWorksWhereInputIsHeldBack) {
+    const QSignalSpy clicks(&m_button, &QPushButton::clicked);
+    for (const bool byTick : {false, true}) {
+        m_sheet.begin("Searching", true);
+        EXPECT_FALSE(m_sheet.isCancelled());
+        workUntil([] {
+            return openWindow<ProgressPanel>() && openWindow<ProgressPanel>()->windowHandle()->isExposed();
+        });
+        Hand::click(m_button);
+        Hand::click(*buttonOf(*openWindow<ProgressPanel>(), "Cancel"));
+        if (byTick)
+            workUntil([&] { return m_sheet.isCancelled(); });
+        QTimer look;
+        look.start(10);
+        MainThread::runUntil([&] { return m_sheet.isCancelled(); });
+        m_sheet.end();
+        EXPECT_TRUE(m_sheet.isCancelled()) << "until it begins anew";
+        EXPECT_TRUE(eventually([] { return openWindow<ProgressPanel>() == nullptr; }));
+    }
+    EXPECT_EQ(clicks.count(), 0);
+}
+
+TEST_F(ProgressSheetTest, EscapeEndsOnlyWhatCanBeCancelled) {
+    for (const bool canBeCancelled : {false, true}) {
+        m_sheet.begin("Restoring", canBeCancelled);
+        ASSERT_TRUE(eventually([] { return openWindow<ProgressPanel>() != nullptr; }));
+        EXPECT_TRUE(showAndActivate(*openWindow<ProgressPanel>()));
+        realInput::key("Escape");
+        EXPECT_EQ(m_sheet.isCancelled(), canBeCancelled);
+        EXPECT_NE(openWindow<ProgressPanel>(), nullptr) << "until the work has ended";
+        m_sheet.end();
+        EXPECT_TRUE(eventually([] { return openWindow<ProgressPanel>() == nullptr; }));
+    }
+}
+
+TEST_F(ProgressSheetTest, NothingIsShownForNoTimeOrWithoutTheMainWindow) {
+    m_sheet.begin("Hiding", false);
+    m_sheet.setDone(1, 2);
+    m_sheet.end();
+    settle();
+    EXPECT_EQ(openWindow<ProgressPanel>(), nullptr);
+    m_mainWindow.hide();
+    m_sheet.begin("Hiding", true);
+    m_sheet.setSubStage("File");
+    settle();
+    EXPECT_EQ(openWindow<ProgressPanel>(), nullptr);
+    EXPECT_FALSE(m_sheet.isCancelled());
+    m_sheet.end();
+}
+
+} // namespace
+} // namespace veilkeep::test

@@ -1,0 +1,93 @@
+#include "tests/widgets/dialogs/OpenWindows.h"
+#include "widgets/dialogs/AboutWindow.h"
+#include "widgets/dialogs/ReportWindow.h"
+#include "widgets/dialogs/windowPlacement.h"
+
+#include <QDialog>
+#include <QPlainTextEdit>
+#include <QScreen>
+
+#include <vector>
+
+namespace veilkeep::test {
+namespace {
+
+TEST(WindowPlacementTest, ExactlyInTheMiddleOfTheVisibleArea) {
+    const struct {
+        QSize window;
+        QRect visible;
+        QPoint place;
+    } rows[] = {
+        {{400, 100}, {0, 0, 1000, 500}, {300, 200}},
+        {{400, 100}, {-1920, 30, 1920, 1050}, {-1160, 505}},
+        {{401, 101}, {10, 20, 1000, 500}, {309, 219}},
+        {{1200, 100}, {0, 0, 1000, 500}, {-100, 200}},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(betterCenter(row.window, row.visible), row.place);
+}
+
+TEST(WindowPlacementTest, SheetsOverTheirWindowOthersOnTheScreen) {
+    QWidget mainWindow;
+    mainWindow.setGeometry(100, 100, 600, 400);
+    mainWindow.show();
+    QDialog sheet(&mainWindow);
+    sheet.resize(200, 100);
+    sheet.setWindowModality(Qt::WindowModal);
+    placeWindow(sheet);
+    EXPECT_EQ(sheet.pos(), mainWindow.frameGeometry().topLeft() + QPoint(200, 150));
+    mainWindow.hide();
+    placeWindow(sheet);
+    EXPECT_EQ(sheet.pos(), betterCenter(sheet.size(), sheet.screen()->availableGeometry()));
+}
+
+TEST(AboutWindowTest, OneThatLeadsToTheGuide) {
+    int guides = 0;
+    AboutWindow about("1.2.3", [&] { ++guides; });
+    about.show();
+    auto* const window = openWindow<QDialog>();
+    about.show();
+    EXPECT_EQ(openWindow<QDialog>(), window);
+    ASSERT_TRUE(showAndActivate(*window));
+    realInput::click(*buttonOf(*window, "Open the Guide"));
+    EXPECT_EQ(guides, 1);
+    realInput::key("Escape");
+    EXPECT_TRUE(eventually([] { return openWindow<QDialog>() == nullptr; }));
+    about.show();
+    EXPECT_NE(openWindow<QDialog>(), nullptr);
+}
+
+TEST(ReportWindowTest, TellsWhatWasChosen) {
+    using Action = ReportWindow::Action;
+    const struct {
+        const char* what;
+        std::function<void(const QDialog&)> steps;
+        std::vector<Action> chosen;
+    } rows[] = {
+        {"read and deleted",
+         [](const QDialog& window) {
+             for (const char* const button : {"Open", "Copy", "Delete"})
+                 realInput::click(*buttonOf(window, button));
+         },
+         {Action::Open, Action::Copy, Action::Delete}},
+        {"closed",
+         [](const QDialog& window) { realInput::click(*buttonOf(window, "Close")); },
+         {Action::Close}},
+        {"Return", [](const QDialog&) { realInput::key("Return"); }, {Action::Close}},
+        {"Escape", [](const QDialog&) { realInput::key("Escape"); }, {Action::Close}},
+    };
+    for (const auto& row : rows) {
+        std::vector<Action> chosen;
+        ReportWindow report;
+        report.show("<b>text</b>", "/state/report \xff", [&](Action action) { chosen.push_back(action); });
+        auto* const window = openWindow<QDialog>();
+        ASSERT_TRUE(window && showAndActivate(*window));
+        EXPECT_EQ(window->findChild<QPlainTextEdit*>()->toPlainText(), "<b>text</b>");
+        row.steps(*window);
+        EXPECT_TRUE(eventually([] { return openWindow<QDialog>() == nullptr; })) << row.what;
+        EXPECT_EQ(chosen, row.chosen) << row.what;
+    }
+}
+
+} // namespace
+} // namespace veilkeep::test
