@@ -57,13 +57,12 @@ QDialog* makeWindow(const QString& version, const std::function<void()>& openGui
         AboutTexts::tr("Free software under the GNU General Public License, version 3. It comes with no "
                        "warranty.")));
     rows->addSpacing(6);
-    auto* const box = new QDialogButtonBox(QDialogButtonBox::Close);
+    auto* const box = new QDialogButtonBox;
     QPushButton* const guide = box->addButton(AboutTexts::tr("Open the Guide"), QDialogButtonBox::HelpRole);
     QObject::connect(guide, &QPushButton::clicked, window, openGuide);
     QObject::connect(box, &QDialogButtonBox::rejected, window, &QDialog::close);
     rows->addWidget(box);
-    QPushButton* const close = box->button(QDialogButtonBox::Close);
-    close->setText(AboutTexts::tr("Close"));
+    QPushButton* const close = box->addButton(AboutTexts::tr("Close"), QDialogButtonBox::RejectRole);
     close->setDefault(true);
     close->setFocus();
     return window;

@@ -75,6 +75,7 @@ ApplicationPanel::ApplicationPanel(const std::vector<InstalledApplication>& appl
     m_list->setModel(m_matches);
     m_list->setAccessibleName(tr("Applications"));
     m_list->setUniformItemSizes(true);
+    m_list->setSpacing(2);
     m_list->setIconSize({iconExtent, iconExtent});
     auto* const box = new QDialogButtonBox;
     m_choose = box->addButton(tr("Open"), QDialogButtonBox::AcceptRole);

@@ -36,6 +36,7 @@ std::string pathOf(const QListWidgetItem& item) {
 
 PlaceList::PlaceList(QWidget* parent) : QListWidget(parent) {
     setAccessibleName(tr("Places"));
+    setSpacing(2);
     const std::string home = homeDirectory();
     const QIcon folder = style()->standardIcon(QStyle::SP_DirIcon);
     if (!home.empty())

@@ -21,10 +21,7 @@ ProgressSheet::ProgressSheet(MainWindowAnswer mainWindow) : m_mainWindow(std::mo
         timer->setSingleShot(true);
     QObject::connect(&m_showing, &QTimer::timeout, &m_showing, [this] { show(); });
     QObject::connect(&m_updating, &QTimer::timeout, &m_updating, [this] { update(); });
-    QObject::connect(&m_hiding, &QTimer::timeout, &m_hiding, [this] {
-        if (m_panel)
-            m_panel->hide();
-    });
+    QObject::connect(&m_hiding, &QTimer::timeout, &m_hiding, [this] { hide(); });
 }
 
 ProgressSheet::~ProgressSheet() {
@@ -56,6 +53,14 @@ void ProgressSheet::show() {
     m_panel->show();
 }
 
+// What was meant for the list while the sheet was in front must not reach it afterwards.
+void ProgressSheet::hide() {
+    if (m_panel)
+        m_panel->takeInput();
+    if (m_panel && !m_isOpen)
+        m_panel->hide();
+}
+
 void ProgressSheet::setSubStage(const QString& subStage) {
     m_subStage = subStage;
     update();
@@ -85,7 +90,7 @@ void ProgressSheet::end() {
     m_isOpen = false;
     m_showing.stop();
     m_updating.stop();
-    m_hiding.start(0); // after the input that is there
+    m_hiding.start(0);
 }
 
 bool ProgressSheet::isCancelled() const {

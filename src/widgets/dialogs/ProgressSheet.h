@@ -38,6 +38,7 @@ private:
     using Clock = std::chrono::steady_clock;
 
     void show();
+    void hide();
     void update();
     void takeInput() const;
 

@@ -43,7 +43,6 @@ QDialogButtonBox* reportButtons(QDialog* window, const ReportWindow::WhenChosen&
     QPushButton* const remove =
         add(ReportTexts::tr("Delete"), QDialogButtonBox::DestructiveRole, Action::Delete);
     QObject::connect(remove, &QPushButton::clicked, window, &QDialog::accept);
-    box->addButton(QDialogButtonBox::Close)->setText(ReportTexts::tr("Close"));
     QObject::connect(box, &QDialogButtonBox::rejected, window, &QDialog::reject);
     QObject::connect(window, &QDialog::rejected, window, [whenChosen] { whenChosen(Action::Close); });
     return box;
@@ -70,7 +69,7 @@ void ReportWindow::show(const QString& text, const std::string& path, WhenChosen
     rows->addWidget(reportView(text), 1);
     auto* const box = reportButtons(m_window, std::move(whenChosen));
     rows->addWidget(box);
-    QPushButton* const close = box->button(QDialogButtonBox::Close);
+    QPushButton* const close = box->addButton(ReportTexts::tr("Close"), QDialogButtonBox::RejectRole);
     close->setDefault(true);
     close->setFocus();
     m_window->resize(600, 440);

@@ -11,6 +11,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
+#include <QLocale>
 
 #include <algorithm>
 #include <cstdio>
@@ -40,6 +41,7 @@ void clickName(const ItemPanel& panel, const std::string& name) {
 class OpenPanelsTest : public ::testing::Test {
 protected:
     OpenPanelsTest() {
+        QLocale::setDefault(QLocale(QLocale::English)); // the C locale sorts by code points alone
         for (const char* const name :
              {"items/file 2.txt", "items/file 10.txt", "items/.secret", "items/folder/inside",
               "items/folder/.hidden/deep", "items/\xff\xfe bytes", "items/<b>bold & x"})
@@ -49,6 +51,8 @@ protected:
         m_mainWindow.resize(900, 700);
         m_mainWindow.show();
     }
+
+    ~OpenPanelsTest() override { QLocale::setDefault(QLocale::c()); }
 
     std::string item(const std::string& name) const { return m_tree.path("items/" + name); }
 

@@ -107,6 +107,7 @@ TEST_F(ProgressSheetTest, TheListTakesNoInputMeanwhileNorAfterwards) {
     m_sheet.turnEventLoop();
     m_sheet.end();
     EXPECT_TRUE(eventually([] { return openWindow<ProgressPanel>() == nullptr; }));
+    settle();
     EXPECT_EQ(clicks.count(), 0);
     Hand::click(m_button);
     EXPECT_TRUE(eventually([&] { return clicks.count() == 1; }));
