@@ -55,7 +55,7 @@ ReportWindow::~ReportWindow() {
 }
 
 void ReportWindow::show(const QString& text, const std::string& path, WhenChosen whenChosen) {
-    delete m_window;
+    close();
     m_window = new QDialog;
     m_window->setAttribute(Qt::WA_DeleteOnClose);
     m_window->setWindowTitle(applicationName());
@@ -77,8 +77,13 @@ void ReportWindow::show(const QString& text, const std::string& path, WhenChosen
     m_window->show();
 }
 
+// May well be called by whoever is just told of a choice.
 void ReportWindow::close() {
-    delete m_window;
+    if (!m_window)
+        return;
+    m_window->hide();
+    m_window->deleteLater();
+    m_window.clear();
 }
 
 } // namespace veilkeep

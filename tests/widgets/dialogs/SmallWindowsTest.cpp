@@ -79,7 +79,11 @@ TEST(ReportWindowTest, TellsWhatWasChosen) {
     for (const auto& row : rows) {
         std::vector<Action> chosen;
         ReportWindow report;
-        report.show("<b>text</b>", "/state/report \xff", [&](Action action) { chosen.push_back(action); });
+        report.show("<b>text</b>", "/state/report \xff", [&](Action action) {
+            chosen.push_back(action);
+            if (action == Action::Delete)
+                report.close();
+        });
         auto* const window = openWindow<QDialog>();
         ASSERT_TRUE(window && showAndActivate(*window));
         EXPECT_EQ(window->findChild<QPlainTextEdit*>()->toPlainText(), "<b>text</b>");
