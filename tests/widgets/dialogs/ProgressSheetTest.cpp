@@ -6,7 +6,7 @@
 #include "widgets/dialogs/ElidedLabel.h"
 #include "widgets/dialogs/ProgressPanel.h"
 
-#include <QLineEdit>
+#include <QDeadlineTimer>
 #include <QProgressBar>
 #include <QSignalSpy>
 #include <QWindow>
@@ -20,7 +20,7 @@ namespace {
 class Hand {
 public:
     static void click(const QWidget& widget) {
-        const QPoint place = widget.mapToGlobal(widget.rect().center());
+        const QPoint place = widget.mapToGlobal(widget.rect().center()) * widget.devicePixelRatio();
         ::XTestFakeMotionEvent(display(), -1, place.x(), place.y(), 0);
         ::XTestFakeButtonEvent(display(), 1, 1, 0);
         ::XTestFakeButtonEvent(display(), 1, 0, 0);
@@ -127,7 +127,8 @@ TEST_F(ProgressSheetTest, CancelWorksWhereInputIsHeldBack) {
             workUntil([&] { return m_sheet.isCancelled(); });
         QTimer look;
         look.start(10);
-        MainThread::runUntil([&] { return m_sheet.isCancelled(); });
+        const QDeadlineTimer deadline(10'000);
+        MainThread::runUntil([&] { return m_sheet.isCancelled() || deadline.hasExpired(); });
         m_sheet.end();
         EXPECT_TRUE(m_sheet.isCancelled()) << "until it begins anew";
         EXPECT_TRUE(eventually([] { return openWindow<ProgressPanel>() == nullptr; }));
