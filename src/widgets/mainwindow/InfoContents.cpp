@@ -84,6 +84,7 @@ InfoContents::InfoContents(QWidget* parent)
 void InfoContents::addRow(QGridLayout& grid, Row row, const QString& title) {
     m_rows[row] = {new QLabel(title, this), new WrappedText(this)};
     m_rows[row].title->setTextFormat(Qt::PlainText);
+    m_rows[row].title->setAlignment(Qt::AlignLeading | Qt::AlignTop);
     m_rows[row].value->setAccessibleName(title);
     grid.addWidget(m_rows[row].title, row, 0, Qt::AlignTop);
     grid.addWidget(m_rows[row].value, row, 1, Qt::AlignTop);

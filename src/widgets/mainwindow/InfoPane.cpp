@@ -44,9 +44,11 @@ InfoPane::~InfoPane() {
     m_mailbox->close();
 }
 
-void InfoPane::takeFocus() {
-    if (m_contents && !m_selected.empty())
-        m_contents->takeFocus();
+bool InfoPane::takeFocus() {
+    if (!m_contents || m_selected.empty())
+        return false;
+    m_contents->takeFocus();
+    return true;
 }
 
 void InfoPane::updateSoon() {

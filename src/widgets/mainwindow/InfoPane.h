@@ -26,7 +26,7 @@ public:
              QWidget* parent = nullptr);
     ~InfoPane() override;
 
-    void takeFocus();
+    bool takeFocus(); // false: nothing is selected
 
 protected:
     void showEvent(QShowEvent* event) override;

@@ -1,16 +1,55 @@
 #include "widgets/mainwindow/MainToolBar.h"
 
+#include "widgets/controls/RowControls.h"
 #include "widgets/images/ProgramImages.h"
 
+#include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QPainter>
+#include <QStyleOption>
+#include <QStylePainter>
 #include <QToolButton>
 
 namespace veilkeep {
 namespace {
 
-constexpr int buttonHeight = 32;
+constexpr int controlHeight = 32;
 constexpr int searchWidth = 230;
+constexpr int padding = 12; // beside a button's text
+constexpr int gap = 6;
+
+// A tool button that looks like a push button.
+class FramedButton : public QToolButton {
+public:
+    using QToolButton::QToolButton;
+
+    QSize sizeHint() const override {
+        const int icon = toolButtonStyle() == Qt::ToolButtonTextOnly ? 0 : iconSize().width() + 4;
+        return {fontMetrics().horizontalAdvance(text()) + icon + 2 * padding, controlHeight};
+    }
+    QSize minimumSizeHint() const override { return sizeHint(); }
+
+protected:
+    void paintEvent(QPaintEvent*) override {
+        QStylePainter painter(this);
+        QStyleOptionButton button;
+        button.initFrom(this);
+        button.state |= isDown() ? QStyle::State_Sunken : QStyle::State_Raised;
+        button.text = text();
+        if (toolButtonStyle() != Qt::ToolButtonTextOnly)
+            button.icon = icon();
+        button.iconSize = iconSize();
+        painter.drawControl(QStyle::CE_PushButtonBevel, button);
+        painter.drawControl(QStyle::CE_PushButtonLabel, button);
+        if (!hasFocus())
+            return;
+        QStyleOptionFocusRect focus;
+        focus.initFrom(this);
+        focus.rect.adjust(3, 3, -3, -3);
+        painter.drawPrimitive(QStyle::PE_FrameFocusRect, focus);
+    }
+};
 
 } // namespace
 
@@ -18,59 +57,63 @@ MainToolBar::MainToolBar(CommandActions& actions, QWidget* parent) : QToolBar(pa
     setMovable(false);
     setFloatable(false);
     setContextMenuPolicy(Qt::PreventContextMenu);
-    setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     setIconSize({16, 16});
-    setContentsMargins(8, 6, 8, 6);
     setWindowTitle(tr("Toolbar"));
-    addButton(Command::AddFiles, QStringLiteral("add"));
-    addButton(Command::RemoveFiles, QStringLiteral("remove"));
-    addButton(Command::Password, QStringLiteral("key"));
-    addGap();
-    addSearchField();
-    addButton(Command::ToggleInfo, {});
+    auto* const controls = new QWidget(this);
+    auto* const row = new QHBoxLayout(controls);
+    row->setContentsMargins(gap, gap, gap, gap);
+    row->setSpacing(gap);
+    addButton(*row, Command::AddFiles, QStringLiteral("add"));
+    addButton(*row, Command::RemoveFiles, QStringLiteral("remove"));
+    addButton(*row, Command::Password, QStringLiteral("key"));
+    row->addStretch(1);
+    m_searchField = makeSearchField();
+    row->addWidget(m_searchField);
+    addButton(*row, Command::ToggleInfo, {});
+    controls->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    addWidget(controls);
     connect(&m_actions, &CommandActions::validated, this, &MainToolBar::nameButtons);
     nameButtons();
 }
 
-void MainToolBar::addButton(Command command, const QString& image) {
+void MainToolBar::addButton(QBoxLayout& row, Command command, const QString& image) {
     QAction* const action = m_actions.action(command);
     if (!action)
         return;
-    auto* const button = new QToolButton(this);
-    if (image.isEmpty())
-        button->setToolButtonStyle(Qt::ToolButtonTextOnly);
-    else
+    auto* const button = new FramedButton(this);
+    button->setIconSize(iconSize());
+    button->setToolButtonStyle(image.isEmpty() ? Qt::ToolButtonTextOnly : Qt::ToolButtonTextBesideIcon);
+    if (!image.isEmpty())
         action->setIcon(programImage::symbol(image));
     button->setDefaultAction(action);
-    button->setMinimumHeight(buttonHeight);
     button->setFocusPolicy(Qt::TabFocus);
-    addWidget(button);
+    row.addWidget(button);
 }
 
-void MainToolBar::addGap() {
-    auto* const gap = new QWidget(this);
-    gap->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
-    addWidget(gap);
-}
-
-void MainToolBar::addSearchField() {
-    m_searchField = new QLineEdit(this);
-    m_searchField->setPlaceholderText(tr("Search"));
-    m_searchField->setAccessibleName(tr("Search"));
-    m_searchField->setClearButtonEnabled(true);
-    m_searchField->addAction(programImage::symbol(QStringLiteral("search")), QLineEdit::LeadingPosition);
-    m_searchField->setFixedWidth(searchWidth);
-    m_searchField->setMinimumHeight(buttonHeight);
-    m_searchField->installEventFilter(this);
-    addWidget(m_searchField);
+QLineEdit* MainToolBar::makeSearchField() {
+    auto* const field = new QLineEdit(this);
+    field->setPlaceholderText(tr("Search"));
+    field->setAccessibleName(tr("Search"));
+    field->setClearButtonEnabled(true);
+    field->addAction(programImage::symbol(QStringLiteral("search")), QLineEdit::LeadingPosition);
+    field->setFixedWidth(searchWidth);
+    field->setMinimumHeight(controlHeight);
+    field->installEventFilter(this);
+    return field;
 }
 
 // Labels may begin with a blank, which nobody wants to hear.
 void MainToolBar::nameButtons() {
-    for (QToolButton* const button : findChildren<QToolButton*>(QString(), Qt::FindDirectChildrenOnly)) {
+    for (QToolButton* const button : findChildren<QToolButton*>()) {
         if (const QAction* const action = button->defaultAction())
             button->setAccessibleName(action->iconText().trimmed());
     }
+}
+
+void MainToolBar::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.fillRect(rect(), palette().window());
+    painter.fillRect(0, height() - 1, width(), 1, separatorColor(palette()));
 }
 
 bool MainToolBar::eventFilter(QObject* watched, QEvent* event) {

@@ -4,8 +4,8 @@
 
 #include <QToolBar>
 
+class QBoxLayout;
 class QLineEdit;
-class QToolButton;
 
 namespace veilkeep {
 
@@ -22,12 +22,12 @@ signals:
     void leaveSearch(); // the focus is to go to the files table
 
 protected:
+    void paintEvent(QPaintEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    void addButton(Command command, const QString& image);
-    void addSearchField();
-    void addGap();
+    void addButton(QBoxLayout& row, Command command, const QString& image);
+    QLineEdit* makeSearchField();
     void nameButtons();
 
     CommandActions& m_actions;

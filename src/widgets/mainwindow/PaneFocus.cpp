@@ -31,8 +31,8 @@ void PaneFocus::move(int step) {
     for (auto tries = count; tries > 0; --tries) {
         index = (index + step + count) % count;
         const Pane& pane = m_panes[static_cast<std::size_t>(index)];
-        if (pane.widget->isVisible())
-            return pane.focus();
+        if (pane.widget->isVisible() && pane.focus())
+            return;
     }
 }
 

@@ -15,15 +15,15 @@ class PaneFocus : public QObject {
 
 public:
     struct Pane {
-        QWidget* widget; // lives as long as the window
-        std::function<void()> focus;
+        QWidget* widget;             // lives as long as the window
+        std::function<bool()> focus; // false: nothing in it takes it
     };
 
     PaneFocus(QWidget& window, std::vector<Pane> panes);
 
 private:
     void addKey(QWidget& window, const char* key, int step);
-    void move(int step); // to the next one that is shown
+    void move(int step); // to the next one that takes it
 
     std::vector<Pane> m_panes;
 };

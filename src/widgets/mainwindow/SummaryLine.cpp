@@ -21,7 +21,7 @@ SummaryLine::SummaryLine(FilesViewController& files, FileListActions& actions, Q
       m_label(new QLabel(tr("Selection"), this)),
       m_switch(new OnOffSwitch(this)) {
     auto* const layout = new QHBoxLayout(this);
-    layout->setContentsMargins(14, 0, 14, 0);
+    layout->setContentsMargins(14, 0, 14 - focusRingWidth, 0); // the switch lies below those of the rows
     layout->setSpacing(12);
     layout->addWidget(m_text, 1);
     layout->addWidget(m_label);

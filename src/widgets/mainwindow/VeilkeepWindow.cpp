@@ -140,12 +140,19 @@ void VeilkeepWindow::Private::connectPanes() {
     m_groupPanel->setEditingOffered(m_parts.commands.exists(Command::EditGroup));
     connect(m_table, &FilesTableView::chooseApplicationRequested, &m_window,
             &VeilkeepWindow::chooseApplicationRequested);
+    const auto always = [](auto focus) {
+        return [focus] {
+            focus();
+            return true;
+        };
+    };
     new PaneFocus(m_window, {
-                                {m_toolBar, [this] { m_window.focusSearch(); }},
-                                {m_groupPanel, [this] { m_groupPanel->focusGroups(); }},
-                                {m_table, [this] { m_window.focusFiles(); }},
-                                {m_info, [this] { m_info->takeFocus(); }},
+                                {m_toolBar, always([this] { m_window.focusSearch(); })},
+                                {m_groupPanel, always([this] { m_groupPanel->focusGroups(); })},
+                                {m_table, always([this] { m_window.focusFiles(); })},
+                                {m_info, [this] { return m_info->takeFocus(); }},
                             });
+    m_table->setFocus();
 }
 
 void VeilkeepWindow::Private::connectValidation() {

@@ -2,7 +2,6 @@
 
 #include "filelist/FileListActions.h"
 #include "groups/GroupViewController.h"
-#include "prefs/PasswordManager.h"
 #include "widgets/mainwindow/Commands.h"
 #include "widgets/preview/Previews.h"
 

@@ -42,7 +42,7 @@ bool canBeReached(const QRect& frame, const QRect& visibleArea) {
 std::optional<WindowPlace> WindowPlace::fromText(std::string_view text) {
     QStringList words = wordsOf(text);
     WindowPlace place;
-    place.isMaximized = words.removeAll(maximizedWord) == 1;
+    place.isMaximized = words.removeOne(maximizedWord);
     const auto numbers = numbersOf(words);
     if (!numbers || numbers->size() != 4)
         return std::nullopt;

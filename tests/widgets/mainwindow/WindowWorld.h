@@ -5,6 +5,8 @@
 #include "widgets/filetable/FilesTableView.h"
 #include "widgets/mainwindow/VeilkeepWindow.h"
 
+#include <gtest/gtest.h>
+
 #include <QLineEdit>
 
 #include <map>
