@@ -67,7 +67,9 @@ TEST(VeilkeepWindowTest, KeysAndButtonsRunWhatIsAllowed) {
     WindowWorld world;
     VeilkeepWindow& window = world.show();
     realInput::key("Ctrl+O");
+    EXPECT_TRUE(eventually([&] { return world.commands.performed.size() == 1; }));
     realInput::click(*buttonNamed(window, "Add Items…"));
+    EXPECT_TRUE(eventually([&] { return world.commands.performed.size() == 2; }));
     world.commands.states[Command::AddGroup].isEnabled = false; // nobody has told the window
     realInput::key("Ctrl+Shift+N");
     const std::vector<Command> expected = {Command::AddFiles, Command::AddFiles};
