@@ -84,22 +84,23 @@ RowLayout FilesTableView::rowLayout(int row) const {
     return m_delegate->layoutOf(option, row);
 }
 
-// Where rows come and go what is at the top stays there, if it is still shown.
+// Where all rows begin anew, the current one stays where it was seen, or else what was at the top.
 void FilesTableView::keepPlace() {
-    const int top = rowAt(0);
-    m_topFile = top >= 0 ? m_model->fileAt(top) : nullptr;
-    m_topOffset = top >= 0 ? rowViewportPosition(top) : 0;
+    const bool isCurrentSeen = viewport()->rect().intersects(visualRect(currentIndex()));
+    const int row = isCurrentSeen ? currentIndex().row() : rowAt(0);
+    m_keptFile = row >= 0 ? m_model->fileAt(row) : nullptr;
+    m_keptOffset = row >= 0 ? rowViewportPosition(row) : 0;
     m_delegate->setHovered({});
     m_delegate->setPressed({});
 }
 
 void FilesTableView::restorePlace() {
-    const ListedFile top = std::exchange(m_topFile, nullptr);
-    const int row = top ? m_model->rowOf(top) : -1;
+    const ListedFile kept = std::exchange(m_keptFile, nullptr);
+    const int row = kept ? m_model->rowOf(kept) : -1;
     if (row < 0)
         return;
     executeDelayedItemsLayout();
-    verticalScrollBar()->setValue(row * verticalHeader()->defaultSectionSize() - m_topOffset);
+    verticalScrollBar()->setValue(row * verticalHeader()->defaultSectionSize() - m_keptOffset);
 }
 
 void FilesTableView::followModel() {

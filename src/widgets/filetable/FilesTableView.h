@@ -88,8 +88,8 @@ private:
     FilesTableDelegate* m_delegate = nullptr;
     EmptyTableNotice* m_notice = nullptr; // made for its first use
     std::function<QString()> m_groupName;
-    ListedFile m_topFile; // while the rows begin anew
-    int m_topOffset = 0;
+    ListedFile m_keptFile; // while the rows begin anew
+    int m_keptOffset = 0;
     bool m_isDropTarget = false;
 };
 

@@ -1,0 +1,320 @@
+#include "tests/widgets/filetable/TableWorld.h"
+#include "widgets/controls/DragMime.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QDragEnterEvent>
+#include <QHelpEvent>
+#include <QMenu>
+#include <QMimeData>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QSignalSpy>
+#include <QToolTip>
+
+namespace veilkeep {
+namespace {
+
+using namespace veilkeep::test;
+using Part = RowLayout::Part;
+
+class FilesTableViewTest : public ::testing::Test {
+protected:
+    void show() {
+        view.resize(640, 420);
+        view.move(20, 20);
+        ASSERT_TRUE(showAndActivate(view));
+        view.setFocus();
+        settle();
+    }
+    QPoint placeOf(int row, Part part) const {
+        const RowLayout layout = view.rowLayout(row);
+        return part == Part::Elsewhere ? layout.name.center() : layout.rectOf(part).center();
+    }
+    void click(int row, Part part, Qt::MouseButton button = Qt::LeftButton) {
+        realInput::click(*view.viewport(), placeOf(row, part), button);
+    }
+    QMenu* menu() { return qobject_cast<QMenu*>(QApplication::activePopupWidget()); }
+    QStringList titles() {
+        QStringList all;
+        for (const QAction* action : menu()->actions())
+            all << (action->isSeparator() ? "-" : action->text());
+        return all;
+    }
+    QAction* entry(const QString& title) {
+        for (QAction* action : menu()->actions())
+            if (action->text() == title)
+                return action;
+        return nullptr;
+    }
+
+    TableWorld world;
+    FilesTableView view{world.list, world.actions, world.previews};
+};
+
+TEST_F(FilesTableViewTest, TheSwitchOfARowMovesItsItemAlone) {
+    const ListedFile first = world.add("first"), second = world.add("second");
+    const std::string place(second->path());
+    show();
+    world.shown.setSelectedObjects({first});
+    click(1, Part::Switch);
+    EXPECT_EQ(second->state(), File::Hidden);
+    EXPECT_FALSE(exists(place));
+    EXPECT_EQ(first->state(), File::Visible);
+    EXPECT_EQ(world.shown.selectedObjects(), std::vector<ListedFile>{first});
+    click(1, Part::Switch);
+    EXPECT_TRUE(exists(place));
+}
+
+TEST_F(FilesTableViewTest, AButtonLeftBeforeItsReleaseDoesNothing) {
+    const ListedFile file = world.add("first");
+    show();
+    realInput::moveTo(view.viewport()->mapToGlobal(placeOf(0, Part::Switch)));
+    realInput::press();
+    realInput::moveTo(view.viewport()->mapToGlobal(placeOf(0, Part::Elsewhere)));
+    realInput::release();
+    EXPECT_EQ(file->state(), File::Visible);
+    EXPECT_EQ(world.shown.selectedCount(), 0u);
+}
+
+TEST_F(FilesTableViewTest, OnlyVisibleItemsAreRevealed) {
+    for (const std::int32_t state : {File::Visible, File::Hidden, File::Broken})
+        world.list.files().append(listedOnly("s" + std::to_string(state), state));
+    show();
+    for (int row = 0; row < 3; ++row)
+        click(row, Part::Reveal);
+    EXPECT_EQ(world.viewer.revealed, std::vector<std::string>{"/h/s0"});
+}
+
+TEST_F(FilesTableViewTest, TheSwitchOfABrokenItemAsksWhatToDo) {
+    world.list.files().append(listedOnly("gone", File::Broken));
+    show();
+    world.world.presenter.expect({.title = "Previously visible file is broken.", .answer = "Cancel"});
+    click(0, Part::Switch);
+}
+
+TEST_F(FilesTableViewTest, KeysHideShowAndRemoveTheSelected) {
+    const ListedFile first = world.add("first"), second = world.add("second");
+    world.add("third");
+    show();
+    click(0, Part::Elsewhere);
+    realInput::key("Shift+Down");
+    EXPECT_EQ(world.shown.selectedObjects(), (std::vector<ListedFile>{first, second}));
+    realInput::key("Ctrl+Right");
+    EXPECT_EQ(first->state() + second->state(), 2 * File::Hidden);
+    EXPECT_EQ(world.shown.selectedCount(), 2u);
+    realInput::key("Ctrl+Left");
+    EXPECT_EQ(first->state() + second->state(), 2 * File::Visible);
+    world.world.presenter.expect(
+        {.title = "Are you sure you want to remove selected items from list?", .answer = "Remove"});
+    realInput::key("Delete");
+    EXPECT_EQ(world.list.files().size(), 1u);
+    settle();
+    EXPECT_EQ(view.filesModel().rowCount(), 1);
+    realInput::key("Ctrl+A");
+    EXPECT_EQ(world.shown.selectedCount(), 1u);
+}
+
+TEST_F(FilesTableViewTest, OtherKeysGoWhereTheyBelong) {
+    for (const char* name : {"apple", "banana", "blue berry", "cherry"})
+        world.list.files().append(listedOnly(name));
+    show();
+    QSignalSpy left(&view, &FilesTableView::leftKeyPressed);
+    QSignalSpy quickLook(&view, &FilesTableView::quickLookRequested);
+    realInput::type("bl");
+    EXPECT_EQ(world.shown.selectedObjects(), std::vector<ListedFile>{world.at(2)});
+    realInput::key("Space");
+    EXPECT_EQ(quickLook.size(), 1);
+    world.world.presenter.expect({.title = "“blue berry” could not be opened.", .answer = "OK"});
+    realInput::key("Return");
+    realInput::key("Left");
+    EXPECT_EQ(left.size(), 1);
+    EXPECT_EQ(world.shown.selectedCount(), 0u);
+}
+
+TEST_F(FilesTableViewTest, SelectionAndCurrentRowSurviveAFilter) {
+    for (int number = 0; number < 1000; ++number)
+        world.list.files().append(listedOnly(std::to_string(number)));
+    show();
+    world.shown.setSelectedObjects({world.at(3), world.at(700)});
+    settle();
+    view.setCurrentIndex(view.filesModel().index(700, 0));
+    world.shown.setSelectedObjects({world.at(3), world.at(700)});
+    settle();
+    const ListedFile top = view.filesModel().fileAt(view.rowAt(0));
+    world.list.filterController().setSearchText("7"); // hundreds of runs: the rows begin anew
+    settle();
+    EXPECT_EQ(world.shown.selectedObjects(), std::vector<ListedFile>{world.at(700)});
+    EXPECT_EQ(view.filesModel().fileAt(view.currentIndex().row()), world.at(700));
+    EXPECT_TRUE(view.selectionModel()->isSelected(view.currentIndex()));
+    world.list.filterController().setSearchText("");
+    settle();
+    EXPECT_EQ(view.currentIndex().row(), 700);
+    EXPECT_TRUE(view.viewport()->rect().intersects(view.visualRect(view.currentIndex())));
+}
+
+TEST_F(FilesTableViewTest, TheContextMenuActsOnTheRowUnderIt) {
+    const ListedFile first = world.add("first"), second = world.add("second");
+    show();
+    world.shown.setSelectedObjects({first});
+    settle();
+    click(1, Part::Elsewhere, Qt::RightButton);
+    ASSERT_TRUE(eventually([&] { return menu() != nullptr; }));
+    EXPECT_EQ(world.shown.selectedObjects(), std::vector<ListedFile>{second});
+    EXPECT_EQ(titles(), (QStringList{"Open", "Open With", "Reveal in Finder", "Quick Look", "Hide", "-",
+                                     "Remove From List"}));
+    QMenu* const openWith = entry("Open With")->menu();
+    emit openWith->aboutToShow();
+    EXPECT_EQ(openWith->actions().front()->text(), "<None>");
+    EXPECT_FALSE(openWith->actions().front()->isEnabled());
+    QSignalSpy other(&view, &FilesTableView::chooseApplicationRequested);
+    openWith->actions().back()->trigger();
+    EXPECT_EQ(other.size(), 1);
+    entry("Hide")->trigger();
+    EXPECT_EQ(second->state(), File::Hidden);
+    menu()->close();
+    settle();
+
+    realInput::key("Menu"); // at the current row
+    ASSERT_TRUE(eventually([&] { return menu() != nullptr; }));
+    EXPECT_NE(entry("Unhide"), nullptr);
+    EXPECT_FALSE(entry("Open")->isEnabled() || entry("Open With")->isEnabled() ||
+                 entry("Reveal in Finder")->isEnabled());
+    menu()->close();
+}
+
+TEST_F(FilesTableViewTest, TheMenuOfAGroupTakesOutOfIt) {
+    world.list.files().append(listedOnly("gone", File::Broken));
+    world.group.chosen = 3;
+    world.list.moveFiles(std::vector{world.at(0)}, 3);
+    view.setGroupName([] { return QStringLiteral("Secret"); });
+    show();
+    click(0, Part::Elsewhere, Qt::RightButton);
+    ASSERT_TRUE(eventually([&] { return menu() != nullptr; }));
+    world.world.presenter.expect({.title = "Previously visible file is broken.", .answer = "Cancel"});
+    entry("Fix…")->trigger();
+    entry("Remove From Group")->trigger();
+    EXPECT_EQ(world.at(0)->groupID(), 0);
+    menu()->close();
+}
+
+TEST_F(FilesTableViewTest, ToolTipsAreOfThePartBelowTheMouse) {
+    world.list.files().append(listedOnly("<b>x</b>"));
+    show();
+    const auto tipAt = [&](Part part) {
+        const QPoint place = placeOf(0, part);
+        QHelpEvent help(QEvent::ToolTip, place, view.viewport()->mapToGlobal(place));
+        QCoreApplication::sendEvent(view.viewport(), &help);
+        return QToolTip::text();
+    };
+    EXPECT_EQ(tipAt(Part::Switch), "Hide file");
+    EXPECT_EQ(tipAt(Part::Reveal), "Reveal in Finder");
+    EXPECT_TRUE(tipAt(Part::Elsewhere).contains("&lt;b&gt;x"));
+    QToolTip::hideText();
+}
+
+class DropTarget : public QWidget {
+public:
+    DropTarget() { setAcceptDrops(true); }
+    void dragEnterEvent(QDragEnterEvent* event) override {
+        actions = event->possibleActions();
+        event->acceptProposedAction();
+    }
+    void dropEvent(QDropEvent* event) override {
+        rowPaths = dragMime::paths(*event->mimeData());
+        fileNames = dragMime::fileNames(*event->mimeData());
+        event->acceptProposedAction();
+    }
+    Qt::DropActions actions;
+    std::optional<std::vector<std::string>> rowPaths, fileNames;
+};
+
+TEST_F(FilesTableViewTest, DraggedRowsCarryTheirPathsAndTheVisibleFiles) {
+    for (const std::int32_t state : {File::Visible, File::Hidden})
+        world.list.files().append(listedOnly("s" + std::to_string(state) + "\xFF", state));
+    DropTarget target;
+    target.setGeometry(800, 20, 300, 300);
+    ASSERT_TRUE(showAndActivate(target));
+    show();
+    realInput::key("Ctrl+A");
+    realInput::drag(view.viewport()->mapToGlobal(placeOf(1, Part::Elsewhere)),
+                    target.mapToGlobal(QPoint(150, 150)));
+    ASSERT_TRUE(eventually([&] { return target.rowPaths.has_value(); }));
+    EXPECT_EQ(*target.rowPaths, (std::vector<std::string>{"/h/s0\xFF", "/h/s1\xFF"}));
+    EXPECT_EQ(target.fileNames, std::vector<std::string>{"/h/s0\xFF"});
+    EXPECT_EQ(target.actions, Qt::CopyAction);
+    EXPECT_EQ(world.list.files().size(), 2u);
+}
+
+TEST_F(FilesTableViewTest, DroppedFilesAreAddedAndRowsMoved) {
+    const ListedFile known = world.add("known");
+    const std::string path = world.tree.makeFile("items/new");
+    world.group.chosen = 3;
+    view.resize(640, 420);
+    const auto drop = [&](QMimeData& data) {
+        QDragEnterEvent enter({20, 20}, Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, {});
+        QCoreApplication::sendEvent(view.viewport(), &enter);
+        if (!enter.isAccepted())
+            return false;
+        QDropEvent dropped({20, 20}, Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, {});
+        QCoreApplication::sendEvent(view.viewport(), &dropped);
+        return dropped.isAccepted() && dropped.dropAction() == Qt::CopyAction;
+    };
+    QMimeData text;
+    text.setText("text");
+    EXPECT_FALSE(drop(text));
+    QMimeData files;
+    dragMime::setFileNames(files, {path});
+    EXPECT_TRUE(drop(files));
+    ASSERT_TRUE(eventually([&] { return !world.list.isAdding(); }));
+    EXPECT_EQ(world.list.findFileWithPath(path)->groupID(), 3);
+    QMimeData rows;
+    dragMime::setPaths(rows, {std::string(known->path())});
+    EXPECT_TRUE(drop(rows));
+    EXPECT_EQ(known->groupID(), 3);
+}
+
+TEST_F(FilesTableViewTest, AnEmptyTableSaysWhyAndHelps) {
+    show();
+    const auto button = [&] { return view.findChild<QPushButton*>(); };
+    ASSERT_TRUE(button() && button()->isVisible());
+    QSignalSpy adding(&view, &FilesTableView::addRequested);
+    realInput::click(*button());
+    EXPECT_EQ(adding.size(), 1);
+
+    world.list.files().append(listedOnly("a"));
+    settle();
+    EXPECT_FALSE(button()->isVisible());
+    FilterController& filter = world.list.filterController();
+    filter.setSearchText("x");
+    settle();
+    EXPECT_EQ(button()->text(), "Clear Search");
+    realInput::click(*button());
+    EXPECT_EQ(filter.searchText(), "");
+    filter.setShowOnlyHidden(true);
+    settle();
+    realInput::click(*button());
+    EXPECT_TRUE(filter.showAll());
+    filter.setShowOnlyInconsistent(true);
+    settle();
+    EXPECT_FALSE(button()->isVisible());
+}
+
+TEST_F(FilesTableViewTest, PartsOfARowAreMirrored) {
+    world.list.files().append(listedOnly("a"));
+    show();
+    const RowLayout usual = view.rowLayout(0);
+    view.setLayoutDirection(Qt::RightToLeft);
+    settle();
+    const RowLayout mirrored = view.rowLayout(0);
+    EXPECT_GT(usual.onOff.left(), usual.name.right());
+    EXPECT_LT(mirrored.onOff.right(), mirrored.name.left());
+    EXPECT_EQ(mirrored.partAt(mirrored.reveal.center()), Part::Reveal);
+    QSignalSpy towardsGroups(&view, &FilesTableView::leftKeyPressed);
+    realInput::key("Right");
+    EXPECT_EQ(towardsGroups.size(), 1);
+}
+
+} // namespace
+} // namespace veilkeep
