@@ -12,6 +12,7 @@ EmptyTableNotice::EmptyTableNotice(FilesViewController& files, QWidget* parent)
     m_text.setTextFormat(Qt::PlainText);
     m_text.setAlignment(Qt::AlignCenter);
     m_text.setWordWrap(true);
+    m_text.setForegroundRole(QPalette::WindowText); // not that of the table around it
     auto* const layout = new QVBoxLayout(this);
     layout->addStretch();
     layout->addWidget(&m_text);

@@ -49,7 +49,6 @@ void FilesTableDelegate::paint(QPainter* painter, const QStyleOptionViewItem& op
     const Row row{*painter, option, layout, m_model.fileAt(index.row()), index.row()};
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
-    painter->setLayoutDirection(option.direction);
     paintGround(row);
     paintImage(row);
     paintTexts(row);
@@ -66,9 +65,9 @@ void FilesTableDelegate::paintGround(const Row& row) const {
     row.painter.fillRect(QRect(rect.left(), rect.bottom(), rect.width(), 1), line);
     if (!(row.option.state & QStyle::State_HasFocus) || !row.isActive())
         return;
-    row.painter.setPen(QPen(row.option.palette.color(QPalette::Highlight), 2));
+    row.painter.setPen(QPen(row.option.palette.color(QPalette::Highlight), 1.5));
     row.painter.setBrush(Qt::NoBrush);
-    row.painter.drawRoundedRect(QRectF(rect).adjusted(2, 2, -2, -3), 4, 4);
+    row.painter.drawRoundedRect(QRectF(rect).adjusted(2, 1.5, -2, -2.5), 4, 4);
 }
 
 void FilesTableDelegate::paintImage(const Row& row) const {
@@ -85,25 +84,31 @@ void FilesTableDelegate::paintImage(const Row& row) const {
     row.painter.setOpacity(1);
 }
 
+// Each text runs as its own letters do, a place from left to right, whichever way the table lies.
 void FilesTableDelegate::paintTexts(const Row& row) const {
     const RowLayout& layout = row.layout;
     const auto draw = [&](const QRect& rect, Qt::Alignment side, const QFont& font, const QColor& color,
-                          const QString& text, Qt::TextElideMode elide) {
+                          const QString& text) {
         row.painter.setFont(font);
         row.painter.setPen(color);
-        const QString fitting = QFontMetrics(font).elidedText(text, elide, rect.width());
-        row.painter.drawText(rect, static_cast<int>(row.alignment(side)) | Qt::TextSingleLine, fitting);
+        const QString fitting = QFontMetrics(font).elidedText(text, Qt::ElideMiddle, rect.width());
+        const Qt::Alignment alignment = row.alignment(side) | Qt::AlignAbsolute;
+        row.painter.drawText(rect, static_cast<int>(alignment) | Qt::TextSingleLine, fitting);
     };
-    const QFont small = RowLayout::placeFont(row.option.font);
+    row.painter.setLayoutDirection(Qt::LayoutDirectionAuto);
     draw(layout.name, Qt::AlignLeading, row.option.font,
-         row.isHidden() ? row.secondaryColor() : row.textColor(), m_model.name(*row.file), Qt::ElideMiddle);
+         row.isHidden() ? row.secondaryColor() : row.textColor(), m_model.name(*row.file));
+    draw(layout.size, Qt::AlignTrailing, row.option.font, row.secondaryColor(), m_model.sizeText(*row.file));
+    const QFont small = RowLayout::placeFont(row.option.font);
     const QString trouble = m_model.trouble(row.file);
     const QString place = m_model.place(*row.file);
-    draw(layout.place, Qt::AlignLeading, small,
-         trouble.isEmpty() ? row.secondaryColor() : warningColor(row.option.palette, row.isSelected()),
-         trouble.isEmpty() ? place : tr("%1 · %2").arg(trouble, place), Qt::ElideMiddle);
-    draw(layout.size, Qt::AlignTrailing, row.option.font, row.secondaryColor(), m_model.sizeText(*row.file),
-         Qt::ElideNone);
+    if (!trouble.isEmpty()) {
+        draw(layout.place, Qt::AlignLeading, small, warningColor(row.option.palette, row.isSelected()),
+             tr("%1 · %2").arg(trouble, place));
+        return;
+    }
+    row.painter.setLayoutDirection(Qt::LeftToRight);
+    draw(layout.place, Qt::AlignLeading, small, row.secondaryColor(), place);
 }
 
 void FilesTableDelegate::paintButtons(const Row& row) const {
@@ -119,10 +124,6 @@ void FilesTableDelegate::paintButtons(const Row& row) const {
     const double position = m_slides.position(row.file);
     if (row.file->state() == File::Broken)
         return paintFixButton(row.painter, row.layout.onOff, row.option.palette, look);
-    if (row.option.direction == Qt::RightToLeft) {
-        row.painter.translate(2 * QRectF(row.layout.onOff).center().x(), 0);
-        row.painter.scale(-1, 1);
-    }
     paintSwitch(row.painter, row.layout.onOff, position, row.option.palette, look);
 }
 

@@ -6,10 +6,14 @@
 #include <algorithm>
 #include <utility>
 
+#include <QElapsedTimer>
+
 namespace veilkeep {
 namespace {
 
 constexpr std::size_t maximumRuns = 100; // beyond it is quicker to begin anew
+constexpr qint64 shortDuration = 4;      // milliseconds
+constexpr qint64 longestDelay = 200;     // milliseconds
 
 std::ptrdiff_t signedIndex(std::size_t index) {
     return static_cast<std::ptrdiff_t>(index);
@@ -32,17 +36,23 @@ FilesTableModel::FilesTableModel(FilesViewController& files, Previews& previews,
     update();
 }
 
+// In a batch that changes record after record, a long list takes a small part of the time.
 void FilesTableModel::schedule() {
     if (!m_updating.isActive())
-        m_updating.start(0);
+        m_updating.start(m_lastDuration < shortDuration
+                             ? 0
+                             : static_cast<int>(std::min(4 * m_lastDuration, longestDelay)));
 }
 
 void FilesTableModel::update() {
     m_updating.stop();
+    QElapsedTimer clock;
+    clock.start();
     if (std::exchange(m_areRowsStale, false))
         takeOverRows();
     tellChangedRows();
     emit updated();
+    m_lastDuration = clock.elapsed();
 }
 
 void FilesTableModel::takeOverRows() {

@@ -14,8 +14,9 @@
 namespace veilkeep {
 
 // The rows of the files table: what FilesController shows, as it was at the last update. Changes are taken
-// over together, once the event loop turns; who compares rows with FilesController's calls update() before.
-// Nothing is read from the disk here. Owned by FilesTableView; main thread.
+// over together, once the event loop turns or, where that takes long, a little later; who compares rows with
+// FilesController's calls update() before. Nothing is read from the disk here. Owned by FilesTableView; main
+// thread.
 class FilesTableModel : public QAbstractTableModel {
     Q_OBJECT
 
@@ -62,6 +63,7 @@ private:
     std::unordered_set<ListedFile> m_changed; // of which rows may be shown
     bool m_areAllChanged = false;
     bool m_areRowsStale = true;
+    qint64 m_lastDuration = 0; // of an update, in milliseconds
     QTimer m_updating;
 };
 

@@ -3,11 +3,6 @@
 #include <utility>
 
 namespace veilkeep {
-namespace {
-
-constexpr auto wholeRows = QItemSelectionModel::Select | QItemSelectionModel::Rows;
-
-} // namespace
 
 FilesTableSelection::FilesTableSelection(FilesController& files, FilesTableModel& model,
                                          QItemSelectionModel& selection, QObject* parent)
@@ -62,7 +57,7 @@ void FilesTableSelection::follow() {
         m_selection.setCurrentIndex(m_model.index(row, 0), QItemSelectionModel::NoUpdate);
 }
 
-// Not in one step: the table would compare each run of rows with each one before.
+// Not in one step, and not as rows: each run would be compared with all before it. There is one column.
 void FilesTableSelection::select() {
     QItemSelection selection;
     int begin = -1;
@@ -78,7 +73,7 @@ void FilesTableSelection::select() {
     m_isFollowing = true;
     m_selection.clearSelection();
     if (!selection.isEmpty())
-        m_selection.select(selection, wholeRows);
+        m_selection.select(selection, QItemSelectionModel::Select);
     const QModelIndex current = m_selection.currentIndex();
     if (!selection.isEmpty() && !m_current && !m_selection.isSelected(current))
         m_selection.setCurrentIndex(selection.first().topLeft(), QItemSelectionModel::NoUpdate);

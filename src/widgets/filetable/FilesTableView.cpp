@@ -100,7 +100,10 @@ void FilesTableView::restorePlace() {
     if (row < 0)
         return;
     executeDelayedItemsLayout();
+    updateGeometries();
     verticalScrollBar()->setValue(row * verticalHeader()->defaultSectionSize() - m_keptOffset);
+    if (row == currentIndex().row())
+        scrollTo(currentIndex());
 }
 
 void FilesTableView::followModel() {
