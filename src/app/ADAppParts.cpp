@@ -39,6 +39,7 @@ ADApp::Parts::Parts(ADApp& application, ListOwnership taken, const OwnPlaces& pl
             .sounds = &sounds,
             .prompt = &prompt,
             .window = &window,
+            .interrupt = [this] { panels.cancelOpen(); },
             .mayAsk = true}),
       about(QStringLiteral(VEILKEEP_VERSION), [&application] { application.perform(Command::Help); }) {
     window.setMake([this, &application] {

@@ -49,7 +49,9 @@ OwnList::OwnList(UserDefaults& defaults, const std::string& workerPath, const Ow
       m_runner({m_controller, m_dataFile, m_cloakWorker, m_progress, m_turns, m_presenter, m_progressView,
                 places.inProgressDirectory, m_groups, m_groupsFile, &m_window, &m_window, &m_passwords}) {
     m_passwords.setPrompt(options.prompt);
-    m_turns.setInterrupt([this] {
+    m_turns.setInterrupt([this, interrupt = options.interrupt] {
+        if (interrupt)
+            interrupt();
         m_passwords.cancelClick();
         m_authority.cancel();
     });

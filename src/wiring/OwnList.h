@@ -28,7 +28,8 @@ struct OwnListOptions {
     Sounds* sounds = nullptr;
     PasswordPrompt* prompt = nullptr;
     MainWindow* window = nullptr;
-    bool mayAsk = false; // workers may put questions into windows of their own
+    std::function<void()> interrupt = {}; // takes back other windows that wait for the user when he leaves
+    bool mayAsk = false;                  // workers may put questions into windows of their own
 };
 
 // The lists of items and groups and all that works on them, put together for a program. Main thread.

@@ -2,7 +2,7 @@
 
 #include "filelist/Texts.h"
 #include "platform/EventLoop.h"
-#include "widgets/dialogs/ElidedLabel.h"
+#include "widgets/controls/ElidedLabel.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -75,6 +75,7 @@ ProgressPanel::ProgressPanel(QWidget* mainWindow)
     rows->setContentsMargins(20, 18, 20, 16);
     rows->setSpacing(10);
     rows->addWidget(m_stage);
+    m_subStage->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed); // long paths do not widen the sheet
     rows->addWidget(m_subStage);
     rows->addWidget(m_bar);
     auto* const last = new QHBoxLayout;

@@ -4,7 +4,7 @@
 #include "core/records/FileSystemHelpers.h"
 #include "filelist/Texts.h"
 #include "format/ValueFormatting.h"
-#include "widgets/preview/ElidedLabel.h"
+#include "widgets/controls/ElidedLabel.h"
 
 #include <QFormLayout>
 #include <QHBoxLayout>
@@ -98,7 +98,7 @@ void QuickFacts::addFact(const QString& title, const QString& value) {
     if (value.isEmpty())
         return;
     auto* const text = new ElidedLabel(this);
-    text->setFullText(value);
+    text->setText(value);
     text->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
     auto* const label = plainLabel(this);
     label->setText(title);

@@ -2,7 +2,7 @@
 
 #include "core/base/PathText.h"
 #include "filelist/Texts.h"
-#include "widgets/preview/ElidedLabel.h"
+#include "widgets/controls/ElidedLabel.h"
 #include "widgets/preview/Mailbox.h"
 #include "widgets/preview/PictureView.h"
 #include "widgets/preview/QuickFacts.h"
@@ -234,7 +234,7 @@ void QuickPanel::updateTexts() {
     const ListedFile file = current();
     const QString name = file ? shownPath(file->name()) : QString();
     setWindowTitle(file ? name : tr("Quick Preview"));
-    m_name->setFullText(name);
+    m_name->setText(name);
     QStringList details;
     const bool showsFacts =
         m_content.kind == QuickContent::Kind::Facts || m_content.kind == QuickContent::Kind::Missing;
