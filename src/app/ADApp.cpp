@@ -26,10 +26,6 @@ constexpr std::chrono::milliseconds checkDelay{250};
 // A single command of veilkeepctl may have the list.
 constexpr std::chrono::seconds listWait{10};
 
-QString argumentsText() {
-    return QCoreApplication::arguments().mid(1).join(u' ');
-}
-
 } // namespace
 
 ADApp::ADApp(int& argc, char** argv, StartOptions options)
@@ -63,10 +59,9 @@ bool ADApp::start() {
 
 void ADApp::init() {
     dropInheritedActivationToken();
-    logLine(QStringLiteral("%1 v. %2 started with arguments %3.")
-                .arg(veilkeep::applicationName(), QStringLiteral(VEILKEEP_VERSION "/" VEILKEEP_REVISION),
-                     argumentsText())
-                .toStdString());
+    logLine(veilkeep::applicationName().toStdString() +
+            " v. " VEILKEEP_VERSION "/" VEILKEEP_REVISION " started with arguments " + m_options.arguments +
+            ".");
     connect(m_onBus.get(), &ApplicationOnBus::activated, this, [this](const QString& token) {
         if (m_parts)
             m_parts->window.setActivationToken(token);
@@ -134,11 +129,20 @@ void ADApp::awakeFromNib() {
     connect(&m_parts->window, &ShownWindow::made, this, [this](VeilkeepWindow& window) {
         window.setWindowTitle(veilkeep::applicationName());
         connect(&window, &VeilkeepWindow::closeAsked, this, &ADApp::closeAsked);
+        connect(&window, &VeilkeepWindow::itemsDropped, this,
+                [this] { m_parts->sounds.playSound("DropSound"); });
+        connect(&window, &VeilkeepWindow::infoViewStateChangedTo, this,
+                [this] { m_parts->sounds.playSound("PanelSound"); });
         connect(&window, &VeilkeepWindow::chooseApplicationRequested, this,
                 &ADApp::openWithApplicationOtherSelected);
     });
     connect(&m_parts->events, &LinuxSessionEvents::sessionBusCameUp, this,
             [this] { m_bus = m_onBus->start(); });
+    connect(&list.files().hideOperations(), &HideOperations::batchRunningChanged, this,
+            [this](bool isRunning) {
+                if (!isRunning && !m_parts->list.turns().isLeaving())
+                    m_parts->sounds.playSound("HideSound");
+            });
     list.load();
     list.follow(); // hides first what a former run left visible
     m_parts->serve();

@@ -45,6 +45,7 @@ std::variant<StartOptions, std::string> StartOptions::parse(std::span<char* cons
     StartOptions options;
     bool areOptionsOver = false;
     for (const std::string_view argument : arguments) {
+        options.arguments += (options.arguments.empty() ? "" : " ") + std::string(argument);
         if (areOptionsOver || !argument.starts_with('-') || argument == "-")
             take(argument, options);
         else if (argument == "--")

@@ -135,6 +135,7 @@ void VeilkeepWindow::Private::connectPanes() {
     connect(m_groupPanel, &GroupPanel::rightKeyPressed, &m_window, &VeilkeepWindow::focusFiles);
     connect(m_table, &FilesTableView::leftKeyPressed, m_groupPanel, &GroupPanel::focusGroups);
     connect(m_table, &FilesTableView::quickLookRequested, &m_window, &VeilkeepWindow::toggleQuickLook);
+    connect(m_table, &FilesTableView::itemsDropped, &m_window, &VeilkeepWindow::itemsDropped);
     connect(m_table, &FilesTableView::addRequested, this, [this] { m_actions.run(Command::AddFiles); });
     m_table->setGroupName([this] { return QString::fromStdString(m_parts.groups.currentGroupName()); });
     m_groupPanel->setEditingOffered(m_parts.commands.exists(Command::EditGroup));
@@ -259,6 +260,10 @@ void VeilkeepWindow::toggleQuickLook() {
             std::make_unique<QuickPreview>(m_private->m_parts.files, m_private->m_parts.previews, *this);
         connect(preview.get(), &QuickPreview::keyPressed, this,
                 [this](QKeyEvent* event) { QCoreApplication::sendEvent(m_private->m_table, event); });
+        connect(preview.get(), &QuickPreview::openRequested, this, [this](const ListedFile& file) {
+            m_private->m_parts.files.filesController().setSelectedObjects({file});
+            m_private->m_parts.actions.openFileAction();
+        });
     }
     preview->toggle();
 }

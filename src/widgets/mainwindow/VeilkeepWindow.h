@@ -50,6 +50,7 @@ public:
 signals:
     void closeAsked(); // by the user; the window stays until somebody hides it
     void infoViewStateChangedTo(bool isShown);
+    void itemsDropped();               // into the table
     void chooseApplicationRequested(); // "Other…" of Open With
 
 protected:
