@@ -24,7 +24,7 @@ namespace {
 constexpr std::chrono::milliseconds checkDelay{250};
 
 // A single command of veilkeepctl may have the list.
-constexpr std::chrono::seconds listWait{10};
+constexpr std::chrono::seconds listWait{5};
 
 } // namespace
 
@@ -185,10 +185,9 @@ bool ADApp::applicationOpenUntitledFile() {
 void ADApp::openFiles(const std::vector<std::string>& paths) {
     if (paths.empty() || m_isTerminating)
         return;
-    whenAllowed([&] {
-        showVeilkeep();
+    showVeilkeep();
+    if (m_parts->list.window().windowState())
         m_parts->list.turns().run([this, paths] { m_parts->list.files().addFiles(paths); });
-    });
 }
 
 bool ADApp::notify(QObject* receiver, QEvent* event) {

@@ -82,7 +82,9 @@ private:
     // Ending (ADAppEnding.cpp).
     void closeAsked();
     void askAfterPass(bool allWell);
-    void endAfterSaving();
+    bool mayEndUnsaved();
+    void stayAfterAll();
+    void end();
 
     // ADAppCommands.cpp
     bool performOnList(Command command);

@@ -3,6 +3,7 @@
 
 #include "core/log/Log.h"
 #include "filelist/Texts.h"
+#include "format/ErrorText.h"
 
 namespace veilkeep {
 namespace {
@@ -31,17 +32,38 @@ void ADApp::askAfterPass(bool allWell) {
             operations.showErrorsMessage(tr("Some errors have been occured while hiding files"), QString(),
                                          {tr("Return to Veilkeep"), tr("Force Quit")});
         if (answer == Alerts::firstButton) {
-            m_isTerminating = false;
-            showVeilkeep();
+            stayAfterAll();
             operations.clearErrorList();
             return;
         }
     }
-    endAfterSaving();
+    m_parts->list.save();
+    if (mayEndUnsaved())
+        end();
+    else
+        stayAfterAll();
 }
 
-void ADApp::endAfterSaving() {
-    m_parts->list.save();
+// What a full disk keeps from the lists would be lost with the program.
+bool ADApp::mayEndUnsaved() {
+    const auto& files = m_parts->list.files().saveTrouble();
+    const auto& trouble = files ? files : m_parts->list.groups().saveTrouble();
+    if (!trouble)
+        return true;
+    Alert alert;
+    alert.style = Alert::Style::Critical;
+    alert.title = tr("The last changes could not be saved.");
+    alert.message = QStringLiteral("%1: %2").arg(shownPath(trouble->path), errorReason(*trouble));
+    return m_parts->list.alerts().runAlert(alert, {tr("Return to Veilkeep"), tr("Quit Anyway")}) !=
+           Alerts::firstButton;
+}
+
+void ADApp::stayAfterAll() {
+    m_isTerminating = false;
+    showVeilkeep();
+}
+
+void ADApp::end() {
     m_parts->list.turns().close();
     logLine(QStringLiteral("%1 v. %2 terminated...")
                 .arg(veilkeep::applicationName(), QStringLiteral(VEILKEEP_VERSION))
@@ -51,8 +73,8 @@ void ADApp::endAfterSaving() {
 
 // The program goes on where there is a way back to the window.
 void ADApp::closeAsked() {
-    const bool isOnBus = m_bus == ApplicationOnBus::Outcome::Primary;
-    if (!hasStatusBarItem() && !isOnBus)
+    m_bus = m_onBus->start(); // as it is now
+    if (!hasStatusBarItem() && m_bus != ApplicationOnBus::Outcome::Primary)
         return applicationShouldTerminate();
     m_parts->list.window().hideWindow();
     if (hasStatusBarItem() || m_parts->defaults.boolean(toldOfNoIconKey).value_or(false))

@@ -275,9 +275,8 @@ FilesViewController::dragDataForRows(const std::vector<std::size_t>& rows) const
 }
 
 void FilesViewController::acceptDropOfRows(const std::vector<std::string>& rowPaths) {
-    m_parts.turns.run([this, rowPaths, groupID = m_parts.groups.currentGroupID()] {
-        moveFiles(rowPaths, groupID);
-    });
+    m_parts.turns.run(
+        [this, rowPaths, groupID = m_parts.groups.currentGroupID()] { moveFiles(rowPaths, groupID); });
 }
 
 } // namespace veilkeep
