@@ -7,6 +7,7 @@
 #include "filelist/Texts.h"
 #include "format/ErrorText.h"
 #include "platform/linux/BusRequest.h"
+#include "widgets/controls/DarkPalette.h"
 #include "widgets/images/ProgramImages.h"
 
 #include <QDBusPendingCallWatcher>
@@ -138,6 +139,7 @@ void ADApp::awakeFromNib() {
     });
     connect(&m_parts->events, &LinuxSessionEvents::sessionBusCameUp, this,
             [this] { m_bus = m_onBus->start(); });
+    connect(&m_parts->colorScheme, &ColorScheme::darkChanged, this, &ADApp::followColorScheme);
     connect(&list.files().hideOperations(), &HideOperations::batchRunningChanged, this,
             [this](bool isRunning) {
                 if (!isRunning && !m_parts->list.turns().isLeaving())
@@ -146,6 +148,14 @@ void ADApp::awakeFromNib() {
     list.load();
     list.follow(); // hides first what a former run left visible
     m_parts->serve();
+}
+
+// Where the desktop gives Qt dark colours itself these are better.
+void ADApp::followColorScheme(bool isDark) {
+    if (isDark && !veilkeep::isDark(palette()))
+        setPalette(darkPalette());
+    else if (!isDark && palette() == darkPalette())
+        setPalette(QPalette());
 }
 
 void ADApp::finishLaunching() {

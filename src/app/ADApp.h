@@ -74,6 +74,7 @@ private:
     Start becomeTheOnlyOne();
     Start takeList();
     void awakeFromNib();
+    void followColorScheme(bool isDark);
     void finishLaunching();
     void applicationDidFinishLaunching();
     void open(const OpenRequest& request);

@@ -8,6 +8,7 @@
 #include "platform/linux/ActivationToken.h"
 #include "platform/linux/ApplicationOnBus.h"
 #include "platform/linux/BusNotifications.h"
+#include "platform/linux/ColorScheme.h"
 #include "platform/linux/FileManagerViewer.h"
 #include "platform/linux/GioApplications.h"
 #include "platform/linux/LinuxSessionEvents.h"
@@ -63,6 +64,7 @@ struct ADApp::Parts {
     FileListActions actions{list.files(), list.alerts(), &applications};
     RequestService requests{list.requests()};
 
+    ColorScheme colorScheme{events.sessionBus()};
     TrayHost trayHost{events.sessionBus()};
     std::unique_ptr<StatusMenu> statusMenu;
     std::unique_ptr<TrayIcon> statusItem;
