@@ -180,6 +180,7 @@ TEST_F(ValueFormatting, BadgesAndTab) {
 TEST(WindowCentering, IsExact) {
     EXPECT_EQ(betterCenter({400, 300}, {100, 50, 1000, 800}), QRect(400, 300, 400, 300));
     EXPECT_EQ(betterCenter({1200, 900}, {0, 30, 1000, 700}), QRect(-100, -70, 1200, 900));
+    EXPECT_EQ(betterCenter({401, 101}, {-1920, 30, 1920, 1050}), QRect(-1161, 504, 401, 101));
 }
 
 } // namespace

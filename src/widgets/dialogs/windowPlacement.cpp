@@ -1,5 +1,6 @@
 #include "widgets/dialogs/windowPlacement.h"
 
+#include "format/WindowCentering.h"
 #include "widgets/dialogs/MainWindowAnswer.h"
 
 #include <QScreen>
@@ -28,14 +29,9 @@ QWidget* visibleWindow(const MainWindowAnswer& mainWindow) {
     return window && window->isVisible() ? window : nullptr;
 }
 
-QPoint betterCenter(QSize window, const QRect& visible) {
-    return {visible.x() + (visible.width() - window.width()) / 2,
-            visible.y() + (visible.height() - window.height()) / 2};
-}
-
 void betterCenter(QWidget& window) {
     giveSize(window);
-    window.move(betterCenter(window.frameGeometry().size(), window.screen()->availableGeometry()));
+    window.move(betterCenter(window.frameGeometry().size(), window.screen()->availableGeometry()).topLeft());
 }
 
 void placeWindow(QWidget& window) {
@@ -45,7 +41,7 @@ void placeWindow(QWidget& window) {
     giveSize(window);
     const QSize size = window.frameGeometry().size();
     window.move(keptWithin(parent->screen()->availableGeometry(),
-                           betterCenter(size, parent->window()->frameGeometry()), size));
+                           betterCenter(size, parent->window()->frameGeometry()).topLeft(), size));
 }
 
 } // namespace veilkeep

@@ -1,15 +1,8 @@
 #pragma once
 
-#include <QPoint>
-#include <QRect>
-#include <QSize>
-
 class QWidget;
 
 namespace veilkeep {
-
-// Where a window of that size lies in the middle of the visible area.
-QPoint betterCenter(QSize window, const QRect& visible);
 
 // Moves the window, frame included, to the middle of its screen's visible area; its size stays. Where windows
 // have no places of their own (Wayland) nothing happens.

@@ -1,4 +1,5 @@
 #include "widgets/dialogs/PasswordWindow.h"
+#include "format/WindowCentering.h"
 
 #include "prefs/PasswordManager.h"
 #include "tests/support/ScratchTree.h"
@@ -78,7 +79,8 @@ TEST_F(PasswordWindowTest, FourWrongEntries) {
         EXPECT_FALSE(isLabelShown(panel, "Wrong password"));
         const QRect opened = panel.frameGeometry();
         EXPECT_EQ(opened.height(), PasswordPrompt::compactHeight);
-        EXPECT_EQ(opened.topLeft(), betterCenter(opened.size(), panel.screen()->availableGeometry()));
+        EXPECT_EQ(opened.topLeft(),
+                  betterCenter(opened.size(), panel.screen()->availableGeometry()).topLeft());
         realInput::type("wrong");
         for (const char* const count : {"1", "2", "3"}) {
             realInput::key("Return");
