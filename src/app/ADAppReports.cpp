@@ -47,6 +47,8 @@ void ADApp::sendFeedback() {
 
 // Offered to the user, who decides what becomes of it.
 void ADApp::startReport(const UncaughtException& exception) {
+    if (!m_parts)
+        return; // before there is anything to tell of; the log has its line
     ProblemReport report;
     report.reason = QString::fromStdString(
         exception.reason.empty() ? exception.name : exception.name + ": " + exception.reason);

@@ -1,6 +1,6 @@
 #include "widgets/dialogs/PasswordWindow.h"
-#include "format/WindowCentering.h"
 
+#include "format/WindowCentering.h"
 #include "prefs/PasswordManager.h"
 #include "tests/support/ScratchTree.h"
 #include "tests/widgets/dialogs/OpenWindows.h"
