@@ -5,6 +5,7 @@
 #include <QPainter>
 #include <QStyle>
 #include <QWidget>
+#include <QtMath>
 
 namespace veilkeep {
 namespace {
@@ -35,8 +36,9 @@ FilesTableDelegate::FilesTableDelegate(const FilesTableModel& model, QObject* pa
     : QStyledItemDelegate(parent), m_model(model) {}
 
 RowLayout FilesTableDelegate::layoutOf(const QStyleOptionViewItem& option, int row) const {
-    const int sizeWidth = option.fontMetrics.horizontalAdvance(m_model.sizeText(*m_model.fileAt(row)));
-    return {option.rect, option.font, sizeWidth, option.direction};
+    const QString size = m_model.sizeText(*m_model.fileAt(row));
+    const double sizeWidth = QFontMetricsF(option.font).horizontalAdvance(size); // whole pixels may be too few
+    return {option.rect, option.font, qCeil(sizeWidth), option.direction};
 }
 
 QSize FilesTableDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex&) const {

@@ -71,6 +71,22 @@ TEST_F(FilesTableViewTest, TheSwitchOfARowMovesItsItemAlone) {
     EXPECT_TRUE(exists(place));
 }
 
+TEST_F(FilesTableViewTest, SizesAreShownWhole) {
+    for (const std::uint64_t size : {1u, 5000u, 11000u, 17000u, 512000u, 1100000u, 2511000u, 117000000u})
+        world.list.files().append(listedOnly(std::to_string(size), File::Visible, size));
+    show();
+    for (const double points : {8.0, 8.7, 9.0, 9.3, 10.0, 11.5, 13.1, 17.9, 20.0}) {
+        QFont font = view.font();
+        font.setPointSizeF(points);
+        view.setFont(font);
+        for (int row = 0; row < view.filesModel().rowCount(); ++row) {
+            const QString text = view.filesModel().sizeText(*view.filesModel().fileAt(row));
+            const int width = view.rowLayout(row).size.width();
+            EXPECT_EQ(QFontMetrics(font).elidedText(text, Qt::ElideMiddle, width), text) << points;
+        }
+    }
+}
+
 TEST_F(FilesTableViewTest, AButtonLeftBeforeItsReleaseDoesNothing) {
     const ListedFile file = world.add("first");
     show();
@@ -155,6 +171,32 @@ TEST_F(FilesTableViewTest, SelectionAndCurrentRowSurviveAFilter) {
     world.list.filterController().setSearchText("");
     follow();
     EXPECT_EQ(view.currentIndex().row(), 700);
+}
+
+TEST_F(FilesTableViewTest, ACurrentRowThatIsSeenStaysSoThroughAFilter) {
+    for (int number = 0; number < 1000; ++number)
+        world.list.files().append(listedOnly(std::to_string(number)));
+    show();
+    const auto isCurrentSeen = [&] {
+        return view.viewport()->rect().contains(view.visualRect(view.currentIndex()));
+    };
+    for (const char* text : {"7", "97", "979"}) { // many runs of rows, some, one row
+        follow();
+        view.setCurrentIndex(view.filesModel().index(979, 0));
+        settle();
+        ASSERT_TRUE(isCurrentSeen());
+        const int place = view.visualRect(view.currentIndex()).top();
+        world.list.filterController().setSearchText(text);
+        follow();
+        EXPECT_EQ(view.filesModel().fileAt(view.currentIndex().row()), world.at(979)) << text;
+        EXPECT_TRUE(isCurrentSeen()) << text;
+        world.list.filterController().setSearchText("");
+        follow();
+        EXPECT_EQ(view.currentIndex().row(), 979);
+        EXPECT_TRUE(isCurrentSeen()) << text;
+        EXPECT_LE(view.visualRect(view.currentIndex()).top(), place) << text;
+        view.scrollToTop();
+    }
 }
 
 TEST_F(FilesTableViewTest, TheContextMenuActsOnTheRowUnderIt) {

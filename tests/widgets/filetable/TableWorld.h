@@ -22,12 +22,13 @@ struct ChosenGroup : CurrentGroup {
 };
 
 // A record of which nothing lies on the disk.
-inline File listedOnly(const std::string& name, std::int32_t state = File::Visible) {
+inline File listedOnly(const std::string& name, std::int32_t state = File::Visible,
+                       std::uint64_t size = 1500) {
     return File({{"Name", Bytes{name}},
                  {"Path", Bytes{"/h/" + name}},
                  {"OriginalPath", Bytes{"/h/" + name}},
                  {"State", std::int64_t{state}},
-                 {"Size", std::uint64_t{1500}},
+                 {"Size", size},
                  {"IsFile", true},
                  {"GroupID", std::int64_t{0}},
                  {"Alias", Bytes{}}});
