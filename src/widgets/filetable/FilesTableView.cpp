@@ -26,6 +26,8 @@ FilesTableView::FilesTableView(FilesViewController& files, FileListActions& acti
     lookLikeTable();
     new FilesTableSelection(files.filesController(), *m_model, *selectionModel(), this);
     connect(m_model, &FilesTableModel::modelAboutToBeReset, this, &FilesTableView::keepPlace);
+    connect(m_model, &FilesTableModel::rowsAboutToBeRemoved, this, &FilesTableView::keepPlace);
+    connect(m_model, &FilesTableModel::rowsAboutToBeInserted, this, &FilesTableView::keepPlace);
     connect(m_model, &FilesTableModel::updated, this, &FilesTableView::followModel);
     connect(&files.filterController(), &FilterController::filterPredicateChanged, this,
             &FilesTableView::followModel);
@@ -84,10 +86,13 @@ RowLayout FilesTableView::rowLayout(int row) const {
     return m_delegate->layoutOf(option, row);
 }
 
-// Where all rows begin anew, the current one stays where it was seen, or else what was at the top.
+// The current row stays where it was seen, or else what was at the top, unless that was the table's. Kept
+// before the first change of an update.
 void FilesTableView::keepPlace() {
+    if (m_keptFile)
+        return;
     const bool isCurrentSeen = viewport()->rect().intersects(visualRect(currentIndex()));
-    const int row = isCurrentSeen ? currentIndex().row() : rowAt(0);
+    const int row = isCurrentSeen ? currentIndex().row() : verticalScrollBar()->value() > 0 ? rowAt(0) : -1;
     m_keptFile = row >= 0 ? m_model->fileAt(row) : nullptr;
     m_keptOffset = row >= 0 ? rowViewportPosition(row) : 0;
     m_delegate->setHovered({});

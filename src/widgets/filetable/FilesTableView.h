@@ -88,7 +88,7 @@ private:
     FilesTableDelegate* m_delegate = nullptr;
     EmptyTableNotice* m_notice = nullptr; // made for its first use
     std::function<QString()> m_groupName;
-    ListedFile m_keptFile; // while the rows begin anew
+    ListedFile m_keptFile; // while the rows change
     int m_keptOffset = 0;
     bool m_isDropTarget = false;
 };
