@@ -23,6 +23,13 @@ LineSplitter::LineSplitter(QWidget* parent) : QSplitter(Qt::Horizontal, parent) 
     setHandleWidth(1);
 }
 
+void LineSplitter::orderPanes() {
+    for (int pane = 0; pane < count(); ++pane)
+        widget(pane)->raise();
+    for (int pane = 0; pane < count(); ++pane)
+        handle(pane)->raise();
+}
+
 QSplitterHandle* LineSplitter::createHandle() {
     return new Handle(orientation(), this);
 }

@@ -11,6 +11,8 @@ class LineSplitter : public QSplitter {
 public:
     explicit LineSplitter(QWidget* parent = nullptr);
 
+    void orderPanes(); // for screen readers, which read children as they are stacked
+
 protected:
     QSplitterHandle* createHandle() override;
 };

@@ -3,6 +3,7 @@
 #include "widgets/controls/RowControls.h"
 #include "widgets/images/ProgramImages.h"
 
+#include <QAction>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -95,7 +96,10 @@ QLineEdit* MainToolBar::makeSearchField() {
     field->setPlaceholderText(tr("Search"));
     field->setAccessibleName(tr("Search"));
     field->setClearButtonEnabled(true);
-    field->addAction(programImage::symbol(QStringLiteral("search")), QLineEdit::LeadingPosition);
+    for (QAction* const clear : field->findChildren<QAction*>())
+        clear->setText(tr("Clear Search"));
+    field->addAction(programImage::symbol(QStringLiteral("search")), QLineEdit::LeadingPosition)
+        ->setText(tr("Search"));
     field->setFixedWidth(searchWidth);
     field->setMinimumHeight(controlHeight);
     field->installEventFilter(this);
@@ -107,6 +111,8 @@ void MainToolBar::nameButtons() {
     for (QToolButton* const button : findChildren<QToolButton*>()) {
         if (const QAction* const action = button->defaultAction())
             button->setAccessibleName(action->iconText().trimmed());
+        else
+            button->setAccessibleName(tr("More")); // of a toolbar that is too narrow
     }
 }
 

@@ -29,7 +29,7 @@ SummaryLine::SummaryLine(FilesViewController& files, FileListActions& actions, Q
     setMinimumHeight(lineHeight);
     for (QLabel* const label : {m_text, m_label})
         label->setTextFormat(Qt::PlainText);
-    m_text->setAccessibleName(tr("Summary"));
+    m_text->setAccessibleDescription(tr("Summary"));
     m_switch->setAccessibleName(tr("Hide Selected Items"));
     m_switch->setToolTip(tr("Hides the selected items, or shows them again"));
     colour();
