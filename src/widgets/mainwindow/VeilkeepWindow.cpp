@@ -96,6 +96,7 @@ VeilkeepWindow::Private::Private(VeilkeepWindow& window, const VeilkeepWindowPar
     m_splitter->addWidget(makeCentre());
     m_info = new InfoPane(parts.files, parts.groups, parts.previews, m_splitter);
     m_splitter->addWidget(m_info);
+    m_splitter->orderPanes();
     m_splitter->setStretchFactor(0, 0);
     m_splitter->setStretchFactor(1, 1);
     m_splitter->setStretchFactor(2, 0);
@@ -287,6 +288,13 @@ void VeilkeepWindow::hideEvent(QHideEvent* event) {
     QMainWindow::hideEvent(event);
     if (!event->spontaneous() && m_private)
         m_private->keepPlace();
+}
+
+// A dialog that has gone need not leave the window active.
+bool VeilkeepWindow::event(QEvent* event) {
+    if ((event->type() == QEvent::WindowUnblocked || event->type() == QEvent::Show) && m_private)
+        m_private->validateSoon();
+    return QMainWindow::event(event);
 }
 
 void VeilkeepWindow::changeEvent(QEvent* event) {

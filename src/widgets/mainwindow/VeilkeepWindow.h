@@ -54,6 +54,7 @@ signals:
     void chooseApplicationRequested(); // "Other…" of Open With
 
 protected:
+    bool event(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void hideEvent(QHideEvent* event) override;
     void changeEvent(QEvent* event) override;
