@@ -1,7 +1,6 @@
 #include "widgets/filetable/FilesContextMenu.h"
 
-#include <QFileInfo>
-#include <QIcon>
+#include "widgets/filetable/OpenWithItems.h"
 
 #include <string>
 #include <utility>
@@ -11,11 +10,6 @@ namespace {
 
 QString withoutMnemonic(QString title) {
     return title.replace('&', QStringLiteral("&&"));
-}
-
-QIcon iconOf(const InstalledApplication& application) {
-    const QString& name = application.iconName;
-    return name.startsWith('/') ? QIcon(name) : QIcon::fromTheme(name);
 }
 
 } // namespace
@@ -59,29 +53,9 @@ void FilesContextMenu::addSwitch(int value) {
 void FilesContextMenu::addOpenWith() {
     QMenu* const menu = addMenu(tr("Open With"));
     menu->setEnabled(m_actions.validateMenuItem(FileListActions::OpenWith, m_currentGroupName).isEnabled);
-    connect(menu, &QMenu::aboutToShow, this, [this, menu] { fillOpenWith(*menu); });
-}
-
-void FilesContextMenu::fillOpenWith(QMenu& menu) {
-    menu.clear();
-    const ListedFile file = m_files.firstSelectedFile();
-    if (!file)
-        return;
-    using Kind = FileListActions::OpenWithItem::Kind;
-    for (const auto& item : m_actions.openWithMenuItemForFile(std::string(file->path()))) {
-        if (item.kind == Kind::Separator) {
-            menu.addSeparator();
-            continue;
-        }
-        QAction* const action = menu.addAction(iconOf(item.application), withoutMnemonic(item.title));
-        action->setEnabled(item.kind != Kind::None);
-        connect(action, &QAction::triggered, this, [this, item] {
-            if (item.kind == Kind::Other)
-                emit chooseApplicationRequested();
-            else
-                m_actions.openSelectedFileWithApplication(item.application.identifier);
-        });
-    }
+    connect(menu, &QMenu::aboutToShow, this, [this, menu] {
+        fillOpenWithMenu(*menu, m_files, m_actions, [this] { emit chooseApplicationRequested(); });
+    });
 }
 
 } // namespace veilkeep

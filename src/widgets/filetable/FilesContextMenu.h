@@ -24,7 +24,6 @@ private:
     QAction* add(const QString& title, std::function<void()> act);
     void addOpenWith();
     void addSwitch(int value);
-    void fillOpenWith(QMenu& menu);
 
     FilesViewController& m_files;
     FileListActions& m_actions;

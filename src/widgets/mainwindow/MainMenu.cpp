@@ -1,7 +1,7 @@
 #include "widgets/mainwindow/MainMenu.h"
 
+#include "widgets/filetable/OpenWithItems.h"
 #include "widgets/mainwindow/Mnemonics.h"
-#include "widgets/mainwindow/OpenWithItems.h"
 
 #include <QActionGroup>
 #include <QMenu>

@@ -1,4 +1,4 @@
-#include "widgets/mainwindow/OpenWithItems.h"
+#include "widgets/filetable/OpenWithItems.h"
 
 #include <QIcon>
 #include <QMenu>
