@@ -179,4 +179,10 @@ bool FilesTableView::showToolTip(const QPoint& position, const QPoint& onScreen)
     return true;
 }
 
+// Home and End lead to the first and the last row: there is one column.
+QModelIndex FilesTableView::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
+    const bool isToAnEnd = action == MoveHome || action == MoveEnd;
+    return QTableView::moveCursor(action, isToAnEnd ? modifiers | Qt::ControlModifier : modifiers);
+}
+
 } // namespace veilkeep
