@@ -43,6 +43,16 @@ int selfTest(char** argv) {
     return runSelfTest();
 }
 
+// Qt would end with a crash where a display that is named cannot be opened.
+void tellWhileOpening(QtMsgType type, const QMessageLogContext&, const QString& text) {
+    if (type != QtFatalMsg) {
+        std::fprintf(stderr, "veilkeep: %s\n", qPrintable(text));
+        return;
+    }
+    std::fputs("veilkeep: the display cannot be opened; veilkeepctl works without one\n", stderr);
+    std::_Exit(failed);
+}
+
 // pkexec makes root of a user whose list must stay that user's own.
 bool isRunByPkexec() {
     return ::geteuid() == 0 && hasVariable("PKEXEC_UID");
@@ -82,6 +92,8 @@ int main(int argc, char** argv) {
     }
     options.activationToken = inheritedActivationToken();
     int noArguments = 1; // Qt would take some for its own
+    const QtMessageHandler usual = qInstallMessageHandler(tellWhileOpening);
     ADApp application(noArguments, argv, options);
+    qInstallMessageHandler(usual);
     return application.run();
 }

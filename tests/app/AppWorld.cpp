@@ -1,5 +1,6 @@
 #include "tests/app/AppWorld.h"
 
+#include "core/base/PathText.h"
 #include "core/names/BaseCloakLogic.h"
 
 #include <QAbstractButton>
@@ -44,7 +45,8 @@ std::string AppWorld::addFile(const std::string& name, const std::string& conten
 }
 
 bool AppWorld::isHiddenOnDisk(const std::string& path) const {
-    return !exists(path) && exists(BaseCloakLogic::constructHidenFullFileName(path));
+    return !exists(path) &&
+           exists(BaseCloakLogic::constructHidenFullFileName(path, parentPath(path) + "/.SYS_INDEX"));
 }
 
 void AppWorld::waitForBatch() {

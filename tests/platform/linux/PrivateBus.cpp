@@ -16,11 +16,12 @@ std::string address(Place place) {
     return std::string("unix:abstract=veilkeep-test-") + which + std::to_string(::getpid());
 }
 
-std::string configuration(const ScratchTree& tree, Place place) {
-    return tree.makeFile("bus.conf",
-                         "<busconfig><type>custom</type><listen>" + address(place) +
-                             "</listen><policy context='default'><allow user='*'/><allow own='*'/>"
-                             "<allow send_destination='*'/><allow receive_sender='*'/></policy></busconfig>");
+std::string configuration(const ScratchTree& tree, Place place, const std::string& services) {
+    const std::string servicePlace = services.empty() ? "" : "<servicedir>" + services + "</servicedir>";
+    return tree.makeFile(
+        "bus.conf", "<busconfig><type>custom</type><listen>" + address(place) + "</listen>" + servicePlace +
+                        "<policy context='default'><allow user='*'/><allow own='*'/>"
+                        "<allow send_destination='*'/><allow receive_sender='*'/></policy></busconfig>");
 }
 
 } // namespace
@@ -35,9 +36,9 @@ UniqueFd listenAt(const std::string& path) {
     return socket;
 }
 
-PrivateBus::PrivateBus(const ScratchTree& tree, Place place)
+PrivateBus::PrivateBus(const ScratchTree& tree, Place place, const std::string& services)
     : m_daemon({"/usr/bin/dbus-daemon", "--nofork", "--print-address",
-                "--config-file=" + configuration(tree, place)}) {
+                "--config-file=" + configuration(tree, place, services)}) {
     useItsAddress(place);
     if (m_daemon.readLine().empty())
         m_whyMissing = "dbus-daemon cannot be started here";

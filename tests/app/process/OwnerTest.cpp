@@ -1,0 +1,86 @@
+#include "tests/app/process/ProcessWorld.h"
+
+#include <signal.h>
+
+namespace veilkeep::test {
+namespace {
+
+class OwnerTest : public ProcessWorld {
+protected:
+    void SetUp() override {
+        ProcessWorld::SetUp();
+        setTold();
+    }
+
+    static bool isOwnedBy(const std::string& owner) {
+        return waitUntil([&] { return ctl({"status"}).output.find("owner\t" + owner) != std::string::npos; });
+    }
+
+    const std::string m_item = m_tree.makeFile("Docs/a.txt", "content");
+    const std::string m_hidden = m_tree.path("Docs/.SYS_INDEX/a.txt");
+};
+
+TEST_F(OwnerTest, TheApplicationWorksOnWhatTheCommandLineAsks) {
+    ASSERT_TRUE(startToWindow());
+    EXPECT_TRUE(isOwnedBy("application"));
+    EXPECT_EQ(ctl({"add", m_item}).output, m_item + "\n");
+    EXPECT_EQ(ctl({"hide", m_item}).exitStatus, 0);
+    EXPECT_FALSE(exists(m_item));
+    EXPECT_EQ(listed(), "hidden\t" + m_item + "\n");
+    EXPECT_EQ(end(SIGTERM), 0);
+    EXPECT_EQ(listed(), "hidden\t" + m_item + "\n");
+}
+
+TEST_F(OwnerTest, WatchGivesTheListAndTakesItBack) {
+    const BackgroundProgram watch({bundledProgram("veilkeepctl"), "watch"});
+    ASSERT_TRUE(isLogged("Watching for"));
+    const std::string before = ctl({"status"}).output;
+    ASSERT_TRUE(startToWindow());
+    EXPECT_EQ(ctl({"add", m_item}).exitStatus, 0);
+    EXPECT_EQ(end(SIGKILL), -1);
+    EXPECT_TRUE(waitUntil([&] { return ctl({"hide", m_item}).exitStatus == 0; }));
+    EXPECT_FALSE(exists(m_item));
+    ASSERT_TRUE(startToWindow());
+    EXPECT_EQ(listed(), "hidden\t" + m_item + "\n");
+    EXPECT_EQ(end(SIGTERM), 0);
+}
+
+TEST_F(OwnerTest, HidesFirstWhatAKilledOneLeftVisible) {
+    for (const std::vector<std::string>& words : {std::vector<std::string>{"group", "add", "G"},
+                                                  {"group", "autohide", "G", "on"},
+                                                  {"add", "--group=G", m_item}})
+        ASSERT_EQ(ctl(words).exitStatus, 0) << words[0];
+    ASSERT_TRUE(startToWindow());
+    EXPECT_EQ(ctl({"autohide"}).exitStatus, 0);
+    EXPECT_FALSE(exists(m_item));
+    EXPECT_EQ(ctl({"autounhide"}).exitStatus, 0);
+    EXPECT_EQ(end(SIGKILL), -1);
+    ASSERT_TRUE(exists(m_item));
+    setPassword(); // or it would show them again
+    start();
+    EXPECT_TRUE(waitUntil([this] { return !exists(m_item); }));
+    EXPECT_TRUE(waitUntil([this] { return windowCount() == 1; })) << "the password is asked for";
+}
+
+// The worker asks by a third process while the application waits for it.
+TEST_F(OwnerTest, TheWorkersQuestionReplacesByWayOfTheTrash) {
+    ASSERT_EQ(ctl({"hide", m_item}).exitStatus, 0);
+    writeFile(m_item, "in the way");
+    ASSERT_TRUE(startToWindow());
+    m_screen.key("Control_L+Shift_L+Left");
+    std::vector<Screen::Window> asking;
+    ASSERT_TRUE(waitUntil([&] {
+        asking = m_screen.windows();
+        std::erase_if(asking,
+                      [&](const auto& each) { return each.process == process() || each.process == 0; });
+        return asking.size() == 1 && m_screen.hasKeyboard(asking[0]);
+    }));
+    m_screen.key("Alt_L+r");
+    m_screen.key("Return");
+    EXPECT_TRUE(waitUntil([this] { return readFile(m_item) == "content"; }));
+    EXPECT_EQ(readFile(m_tree.path("home/.local/share/Trash/files/a.txt")), "in the way");
+    EXPECT_TRUE(becomesListed("visible\t" + m_item));
+}
+
+} // namespace
+} // namespace veilkeep::test
