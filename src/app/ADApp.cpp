@@ -42,7 +42,7 @@ ADApp::ADApp(int& argc, char** argv, StartOptions options)
 ADApp::~ADApp() = default;
 
 int ADApp::run() {
-    if (start())
+    if (start() && !m_hasEnded)
         m_exitStatus = exec();
     m_parts.reset();
     return m_exitStatus;
@@ -64,16 +64,28 @@ void ADApp::init() {
             " v. " VEILKEEP_VERSION "/" VEILKEEP_REVISION " started with arguments " + m_options.arguments +
             ".");
     connect(m_onBus.get(), &ApplicationOnBus::activated, this, [this](const QString& token) {
-        if (m_parts)
+        if (m_isStillLaunching && m_options.opensWindow())
+            return; // comes anyway
+        whenLaunched([this, token] {
             m_parts->window.setActivationToken(token);
-        applicationOpenUntitledFile();
+            applicationOpenUntitledFile();
+        });
     });
     connect(m_onBus.get(), &ApplicationOnBus::opened, this,
             [this](const OpenRequest& request, const QString& token) {
-                if (m_parts)
+                whenLaunched([this, request, token] {
                     m_parts->window.setActivationToken(token);
-                open(request);
+                    open(request);
+                });
             });
+}
+
+// A message bus that starts the program calls at once.
+void ADApp::whenLaunched(const std::function<void()>& request) {
+    if (m_isStillLaunching)
+        m_whenLaunched.push_back(request);
+    else
+        request();
 }
 
 // A second start hands over what it was started for.
@@ -126,7 +138,7 @@ void ADApp::refuse(const QString& title, const QString& message) {
 
 void ADApp::awakeFromNib() {
     OwnList& list = m_parts->list;
-    connect(&list.window(), &MainWindowController::ended, this, &QCoreApplication::quit);
+    connect(&list.window(), &MainWindowController::ended, this, &ADApp::quitAlsoWhileStarting);
     connect(&m_parts->window, &ShownWindow::made, this, [this](VeilkeepWindow& window) {
         window.setWindowTitle(veilkeep::applicationName());
         connect(&window, &VeilkeepWindow::closeAsked, this, &ADApp::closeAsked);
@@ -171,6 +183,10 @@ void ADApp::applicationDidFinishLaunching() {
         m_parts->list.groups().makeAutoHideExampleGroup();
     m_isStillLaunching = false;
     setStatusBarItem();
+    QTimer::singleShot(0, this, [this] {
+        for (const auto& request : std::exchange(m_whenLaunched, {}))
+            request();
+    });
 }
 
 void ADApp::open(const OpenRequest& request) {

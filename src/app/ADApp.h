@@ -78,6 +78,7 @@ private:
     void finishLaunching();
     void applicationDidFinishLaunching();
     void open(const OpenRequest& request);
+    void whenLaunched(const std::function<void()>& request);
     void refuse(const QString& title, const QString& message);
 
     // Ending (ADAppEnding.cpp).
@@ -86,6 +87,7 @@ private:
     bool mayEndUnsaved();
     void stayAfterAll();
     void end();
+    void quitAlsoWhileStarting();
 
     // ADAppCommands.cpp
     bool performOnList(Command command);
@@ -121,6 +123,8 @@ private:
     bool m_testCrashesMode = false;
     bool m_willBeRelaunched = false;
     bool m_isTerminating = false;
+    bool m_hasEnded = false;
+    std::vector<std::function<void()>> m_whenLaunched; // what the bus asked for meanwhile
     Command m_sortedBy = Command::SortByName;
     bool m_isSortedAscending = false;
 };

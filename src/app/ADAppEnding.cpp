@@ -68,6 +68,12 @@ void ADApp::end() {
     logLine(QStringLiteral("%1 v. %2 terminated...")
                 .arg(veilkeep::applicationName(), QStringLiteral(VEILKEEP_VERSION))
                 .toStdString());
+    quitAlsoWhileStarting();
+}
+
+// A prompt may be open that start() waits for, and quit() ends only event loops that turn.
+void ADApp::quitAlsoWhileStarting() {
+    m_hasEnded = true;
     quit();
 }
 
