@@ -3,9 +3,15 @@
 #include "core/base/PathText.h"
 #include "core/names/BaseCloakLogic.h"
 
-#include <QAbstractButton>
-#include <QStyle>
+#include <gtest/gtest.h>
 
+#include <QAbstractButton>
+#include <QMenu>
+#include <QMenuBar>
+#include <QTimer>
+#include <QToolButton>
+
+#include <algorithm>
 #include <utility>
 
 namespace veilkeep::test {
@@ -16,7 +22,16 @@ bool isSeen(const QWidget& widget) {
 }
 
 QString plain(QString text) {
-    return text.remove(u'&');
+    return text.section(u'\t', 0, 0).remove(u'&').trimmed();
+}
+
+QString textOf(const QWidget& widget) {
+    const auto* const button = qobject_cast<const QAbstractButton*>(&widget);
+    return button ? plain(button->text()) : QString();
+}
+
+QMenu* openMenu() {
+    return qobject_cast<QMenu*>(QApplication::activePopupWidget());
 }
 
 } // namespace
@@ -28,13 +43,32 @@ AppWorld::AppWorld(StartOptions options) {
     QApplication::setCursorFlashTime(0);
 }
 
-AppWorld::~AppWorld() = default;
+AppWorld::~AppWorld() {
+    for (const QString& title : m_expected)
+        ADD_FAILURE() << "has not come: " << title.toStdString();
+}
 
 bool AppWorld::start() {
     if (!m_app->start())
         return false;
     return !window() || eventually([this] { return window()->isActiveWindow(); });
 }
+
+bool AppWorld::quits(const std::function<void()>& steps) {
+    constexpr int limit = 42;
+    QTimer::singleShot(0, m_app.get(), steps);
+    QTimer::singleShot(std::chrono::seconds(20), m_app.get(), [] { QCoreApplication::exit(limit); });
+    return m_app->exec() == 0;
+}
+
+void AppWorld::setPassword(const QString& password) {
+    UserDefaults defaults;
+    defaults.set(PasswordManager::enabledKey, true);
+    defaults.set(PasswordManager::digestKey, PasswordManager::cypher(password).toStdString());
+    EXPECT_TRUE(defaults.synchronize());
+}
+
+// --- Items ---
 
 std::string AppWorld::addFile(const std::string& name, const std::string& content) {
     const std::string path = appScratch().makeFile("home/Docs/" + name, content);
@@ -44,40 +78,180 @@ std::string AppWorld::addFile(const std::string& name, const std::string& conten
     return path;
 }
 
+std::string AppWorld::addFileToGroup(const std::string& name, const std::string& group) {
+    const std::string path = addFile(name);
+    files().moveFiles(std::vector{path}, groups().groupForName(group)->groupID().value_or(0));
+    settle();
+    return path;
+}
+
 bool AppWorld::isHiddenOnDisk(const std::string& path) const {
-    return !exists(path) &&
-           exists(BaseCloakLogic::constructHidenFullFileName(path, parentPath(path) + "/.SYS_INDEX"));
+    return !exists(path) && exists(hiddenPathOf(path));
+}
+
+std::string AppWorld::hiddenPathOf(const std::string& path) {
+    return BaseCloakLogic::constructHidenFullFileName(path, joinPath(parentPath(path), hiddenDirectoryName));
+}
+
+bool AppWorld::isHidden(const std::string& path) {
+    return eventually([&] {
+        const ListedFile file = files().findFileWithOriginalPath(path);
+        return file && file->state() == File::Hidden && isHiddenOnDisk(path);
+    });
+}
+
+bool AppWorld::isShown(const std::string& path) {
+    return eventually([&] {
+        const ListedFile file = files().findFileWithOriginalPath(path);
+        return file && file->state() == File::Visible && exists(path);
+    });
+}
+
+bool AppWorld::shows(std::vector<std::string> names) {
+    return eventually([&] {
+        std::vector<std::string> rows;
+        for (const ListedFile& file : table().filesModel().files())
+            rows.emplace_back(file->name());
+        return rows == names;
+    });
 }
 
 void AppWorld::waitForBatch() {
-    (void)eventually([this] { return !parts().list.turns().isRunning(); }, std::chrono::seconds(60));
+    EXPECT_TRUE(eventually([this] { return !parts().list.turns().isRunning(); }, std::chrono::seconds(60)));
     settle();
 }
+
+// --- The window ---
 
 QWidget* AppWorld::find(const QString& name) {
     QWidget* const top = window();
     if (!top)
         return nullptr;
     for (QWidget* const widget : top->findChildren<QWidget*>())
-        if (isSeen(*widget) && (widget->objectName() == name || widget->accessibleName() == name))
+        if (isSeen(*widget) && (widget->accessibleName() == name || textOf(*widget) == name))
             return widget;
     return nullptr;
 }
 
-QWidget* AppWorld::dialog() {
-    QWidget* found = nullptr;
-    const auto look = [&] {
-        for (QWidget* const widget : QApplication::topLevelWidgets())
-            if (widget != window() && widget->isVisible() && widget->windowType() != Qt::ToolTip)
-                found = widget;
-        return found != nullptr;
-    };
-    return eventually(look) ? found : nullptr;
+bool AppWorld::click(const QString& name) {
+    QWidget* const widget = find(name);
+    if (widget)
+        realInput::click(*widget, QPoint(widget->height() / 2, widget->height() / 2));
+    return widget != nullptr;
+}
+
+bool AppWorld::clickTool(Command command) {
+    for (QToolButton* const button : window()->findChildren<QToolButton*>())
+        if (isSeen(*button) && button->defaultAction() == window()->action(command)) {
+            realInput::click(*button);
+            return true;
+        }
+    return false;
+}
+
+bool AppWorld::choose(QStringList fromMenu) {
+    QMenuBar& bar = *window()->menuBar();
+    const QString first = fromMenu.takeFirst();
+    for (QAction* const menu : bar.actions())
+        if (plain(menu->text()) == first)
+            realInput::click(bar, bar.actionGeometry(menu).center());
+    return std::ranges::all_of(fromMenu, [this](const QString& title) { return chooseInPopup(title); });
+}
+
+// --- The table and the list ---
+
+int AppWorld::rowOf(const std::string& name) {
+    table().filesModel().update();
+    const auto& shown = table().filesModel().files();
+    const auto found = std::ranges::find(shown, name, [](const auto& file) { return file->name(); });
+    return found == shown.end() ? -1 : static_cast<int>(found - shown.begin());
+}
+
+QPoint AppWorld::placeOf(const std::string& name, Part part) {
+    const int row = rowOf(name);
+    if (row < 0)
+        throw std::logic_error("no row " + name);
+    const RowLayout layout = table().rowLayout(row);
+    return part == Part::Elsewhere ? layout.name.center() : layout.rectOf(part).center();
+}
+
+void AppWorld::clickRow(const std::string& name, Part part, Qt::MouseButton button) {
+    realInput::click(*table().viewport(), placeOf(name, part), button);
+}
+
+void AppWorld::selectRows(const std::string& first, int more) {
+    clickRow(first);
+    for (int row = 0; row < more; ++row)
+        realInput::key("Shift+Down");
+}
+
+QPoint AppWorld::placeOfGroup(const std::string& name) {
+    const auto row = groups().rowOf(groups().groupForName(name));
+    return groupList().visualRect(groupList().model()->index(static_cast<int>(row.value()), 0)).center();
+}
+
+void AppWorld::clickGroup(const std::string& name) {
+    realInput::click(*groupList().viewport(), placeOfGroup(name));
+}
+
+// --- Menus and dialogs ---
+
+bool AppWorld::chooseInPopup(const QString& title) {
+    QMenu* menu = nullptr;
+    QAction* chosen = nullptr;
+    const bool isThere = eventually([&] {
+        menu = openMenu();
+        for (QAction* const action : menu ? menu->actions() : QList<QAction*>())
+            if (plain(action->text()) == title && action->isEnabled() && action->isVisible())
+                chosen = action;
+        return chosen != nullptr;
+    });
+    if (isThere)
+        realInput::click(*menu, menu->actionGeometry(chosen).center());
+    return isThere;
+}
+
+QWidget* AppWorld::openDialog(const QString& title) const {
+    for (QWidget* const widget : QApplication::topLevelWidgets())
+        if (widget->isVisible() && widget->isWindow() && widget->inherits("QDialog") &&
+            (widget->windowTitle() == title || widget->accessibleName() == title))
+            return widget;
+    return nullptr;
+}
+
+void AppWorld::whenOpen(const QString& title, std::function<void(QWidget&)> steps) {
+    m_expected.push_back(title);
+    auto* const look = new QTimer(m_app.get());
+    QObject::connect(look, &QTimer::timeout, m_app.get(), [this, look, title, steps = std::move(steps)] {
+        QWidget* const dialog = openDialog(title);
+        if (!dialog)
+            return;
+        look->stop();
+        look->deleteLater();
+        EXPECT_TRUE(showAndActivate(*dialog)) << title.toStdString();
+        settle();
+        steps(*dialog);
+        m_expected.erase(std::ranges::find(m_expected, title));
+    });
+    look->start(std::chrono::milliseconds(5));
+}
+
+void AppWorld::answer(const QString& title, const QString& button) {
+    whenOpen(title, [title, button](QWidget& dialog) {
+        if (clickButton(dialog, button))
+            return;
+        ADD_FAILURE() << title.toStdString() << " has no button " << button.toStdString();
+        dialog.close();
+    });
+}
+
+bool AppWorld::areAllAnswered() {
+    return eventually([this] { return m_expected.empty(); }, std::chrono::seconds(20));
 }
 
 bool AppWorld::clickButton(QWidget& dialog, const QString& text) {
     for (QAbstractButton* const button : dialog.findChildren<QAbstractButton*>())
-        if (isSeen(*button) && plain(button->text()) == text) {
+        if (isSeen(*button) && textOf(*button) == text) {
             realInput::click(*button);
             return true;
         }

@@ -4,6 +4,8 @@
 #include "app/ADAppParts.h"
 #include "tests/support/ScratchTree.h"
 #include "tests/support/gui/RealInput.h"
+#include "widgets/filetable/FilesTableView.h"
+#include "widgets/grouplist/GroupsView.h"
 
 #include <QWidget>
 
@@ -18,10 +20,17 @@ namespace veilkeep::test {
 // real workers. One in a process.
 class AppWorld {
 public:
+    using Part = RowLayout::Part;
+
     explicit AppWorld(StartOptions options = {});
-    ~AppWorld();
+    ~AppWorld(); // a failure where a dialog that was expected has not come
+
+    static void setPassword(const QString& password); // before the start
 
     bool start(); // shows the window, unless the options say otherwise, and waits until it has the keyboard
+
+    // Whether the program ends by what the steps do, within its own event loop.
+    bool quits(const std::function<void()>& steps);
 
     ADApp& app() { return *m_app; }
     ADApp::Parts& parts() { return m_app->parts(); }
@@ -31,24 +40,54 @@ public:
 
     // Makes a file in "Docs" of the scratch home and takes it into the list; its path.
     std::string addFile(const std::string& name, const std::string& content = "content");
+    std::string addFileToGroup(const std::string& name, const std::string& group);
+    static std::string hiddenPathOf(const std::string& path);
     bool isHiddenOnDisk(const std::string& path) const;
-    void waitForBatch(); // until nobody works on the list any more
+    bool isHidden(const std::string& path); // on the disk, and the window's list says the same; soon
+    bool isShown(const std::string& path);
+    bool shows(std::vector<std::string> names); // are the rows of the table; soon
+    void waitForBatch();                        // until nobody works on the list any more
 
-    // The child of the window with that object or accessible name; null where there is none to be seen.
+    // The child of the window with that accessible name, or text of a button; null where there is none to be
+    // seen.
     QWidget* find(const QString& name);
     template <class Widget>
     Widget* findA(const QString& name) {
         return qobject_cast<Widget*>(find(name));
     }
+    bool click(const QString& name);   // of a widget of the window
+    bool clickTool(Command command);   // its button in the toolbar
+    bool choose(QStringList fromMenu); // "Edit", "Hide": by the mouse
 
-    // What is open beside the main window: dialogs, menus, panels. Waits for it to come.
-    QWidget* dialog();
-    bool clickButton(QWidget& dialog, const QString& text); // false where there is no such button
+    // --- The files table and the group list ---
+    FilesTableView& table() { return *window()->findChild<FilesTableView*>(); }
+    int rowOf(const std::string& name); // -1: not shown
+    QPoint placeOf(const std::string& name, Part part = Part::Elsewhere);
+    void clickRow(const std::string& name, Part part = Part::Elsewhere,
+                  Qt::MouseButton button = Qt::LeftButton);
+    void selectRows(const std::string& first, int more); // and as many below
+    GroupsView& groupList() { return *window()->findChild<GroupsView*>(); }
+    QPoint placeOfGroup(const std::string& name); // in the viewport
+    void clickGroup(const std::string& name);
+
+    // --- What opens beside the window ---
+    // Chooses in the menu that is open.
+    bool chooseInPopup(const QString& title);
+
+    // Once a dialog with that title or accessible name is open and has the keyboard, the steps are done in
+    // the event loop that turns while it is. Said before what opens it, which may come back only afterwards.
+    void whenOpen(const QString& title, std::function<void(QWidget&)> steps);
+    void answer(const QString& title, const QString& button); // by the mouse
+    bool areAllAnswered();                                    // soon
+    QWidget* openDialog(const QString& title) const;          // null for none
+
+    static bool clickButton(QWidget& dialog, const QString& text); // false where there is no such button
 
 private:
     int m_count = 1;
     char m_name[9] = "Veilkeep";
     char* m_arguments[2] = {m_name, nullptr};
+    std::vector<QString> m_expected; // dialogs, of which the steps are not done yet
     std::unique_ptr<ADApp> m_app;
 };
 

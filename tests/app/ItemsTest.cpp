@@ -1,0 +1,220 @@
+#include "tests/app/AppWorld.h"
+#include "widgets/controls/OnOffSwitch.h"
+#include "widgets/dialogs/FolderModel.h"
+#include "widgets/mainwindow/SummaryLine.h"
+
+#include <gtest/gtest.h>
+
+#include <QDrag>
+#include <QListView>
+#include <QMenu>
+#include <QMimeData>
+#include <QMouseEvent>
+#include <QUrl>
+
+#include <cstdio>
+
+namespace veilkeep::test {
+namespace {
+
+using Names = std::vector<std::string>;
+
+class ItemsTest : public ::testing::Test {
+protected:
+    void SetUp() override { ASSERT_TRUE(world.start()); }
+
+    // In the panel that is open.
+    static void goTo(const std::string& folder) {
+        realInput::key("Ctrl+L");
+        realInput::type(QString::fromStdString(folder));
+        realInput::key("Return");
+    }
+    static void clickEntry(QWidget& panel, const std::string& name, const char* heldKey = nullptr) {
+        QListView* list = nullptr;
+        FolderModel* model = nullptr;
+        for (QListView* const each : panel.findChildren<QListView*>())
+            if (auto* const of = qobject_cast<FolderModel*>(each->model()))
+                list = each, model = of;
+        ASSERT_TRUE(model && eventually([&] { return model->rowOf(name).has_value(); })) << name;
+        const QRect row = list->visualRect(list->model()->index(*model->rowOf(name), 0));
+        if (heldKey)
+            realInput::key(heldKey);
+        else
+            realInput::click(*list->viewport(), QPoint(row.left() + 30, row.center().y()));
+    }
+
+    AppWorld world;
+};
+
+// Another program's window, from which files are dragged.
+class DragSource : public QWidget {
+public:
+    explicit DragSource(std::vector<std::string> paths) : m_paths(std::move(paths)) {
+        setGeometry(1250, 850, 100, 100);
+    }
+    QPoint middle() const { return mapToGlobal(rect().center()); }
+
+protected:
+    void mousePressEvent(QMouseEvent* event) override { event->accept(); }
+    void mouseMoveEvent(QMouseEvent*) override {
+        auto* const dragged = new QMimeData;
+        QList<QUrl> urls;
+        for (const std::string& path : m_paths)
+            urls << QUrl::fromLocalFile(QString::fromStdString(path));
+        dragged->setUrls(urls);
+        QDrag* const drag = new QDrag(this);
+        drag->setMimeData(dragged);
+        drag->exec(Qt::CopyAction | Qt::LinkAction | Qt::MoveAction, Qt::CopyAction);
+    }
+
+private:
+    const std::vector<std::string> m_paths;
+};
+
+TEST_F(ItemsTest, AFileAndAFolderAreAddedByTheDialog) {
+    const std::string file = appScratch().makeFile("home/Docs/letter", "dear");
+    const std::string folder = appScratch().makeDirectory("home/Docs/plans");
+    appScratch().makeFile("home/Docs/other");
+    world.whenOpen("Add Items", [&](QWidget& panel) {
+        goTo("Docs");
+        clickEntry(panel, "plans");
+        realInput::key("Down"); // folders come first
+        realInput::key("Up");
+        clickEntry(panel, "letter");
+        realInput::key("Shift+Up");
+        AppWorld::clickButton(panel, "Add");
+    });
+    ASSERT_TRUE(world.clickTool(Command::AddFiles));
+    EXPECT_TRUE(world.areAllAnswered());
+    EXPECT_TRUE(eventually([&] { return world.files().files().size() == 2; }));
+    EXPECT_TRUE(world.isShown(file));
+    EXPECT_TRUE(world.isShown(folder));
+    EXPECT_EQ(world.rowOf("other"), -1);
+    EXPECT_GE(world.rowOf("plans"), 0);
+
+    world.whenOpen("Add Items", [&](QWidget&) { realInput::key("Escape"); });
+    realInput::key("Ctrl+O");
+    EXPECT_TRUE(world.areAllAnswered());
+    EXPECT_EQ(world.files().files().size(), 2U);
+}
+
+TEST_F(ItemsTest, FilesAreDroppedOntoTheTableAndOntoAGroup) {
+    const std::string first = appScratch().makeFile("home/Docs/first & one"),
+                      second = appScratch().makeFile("home/Docs/second");
+    {
+        DragSource source({first});
+        ASSERT_TRUE(showAndActivate(source));
+        realInput::drag(source.middle(),
+                        world.table().viewport()->mapToGlobal(world.table().viewport()->rect().center()));
+        EXPECT_TRUE(world.shows({"first & one"}));
+    }
+    DragSource source({second});
+    ASSERT_TRUE(showAndActivate(source));
+    realInput::drag(source.middle(),
+                    world.groupList().viewport()->mapToGlobal(world.placeOfGroup("Private Files")));
+    ASSERT_TRUE(eventually([&] { return world.files().ifAlreadyAddedFile(second); }));
+    EXPECT_TRUE(eventually([&] {
+        return world.files().findFileWithOriginalPath(second)->groupID() ==
+               world.groups().groupForName("Private Files")->groupID();
+    }));
+    EXPECT_EQ(world.files().findFileWithOriginalPath(first)->groupID(), 0);
+    EXPECT_TRUE(exists(first) && exists(second)) << "dropping moves nothing";
+}
+
+TEST_F(ItemsTest, WhatCannotBeAddedIsSaid) {
+    const std::string path = world.addFile("letter");
+    world.answer("An item could not be added.", "OK");
+    world.app().openFiles({path});
+    EXPECT_TRUE(world.areAllAnswered());
+    EXPECT_EQ(world.files().files().size(), 1U);
+
+    world.answer("The \"/usr/bin\" item is a protected system file or folder.", "OK");
+    world.app().openFiles({"/usr/bin"});
+    EXPECT_TRUE(world.areAllAnswered());
+    EXPECT_TRUE(world.shows({"letter"}));
+}
+
+TEST_F(ItemsTest, EachWayHidesAndShows) {
+    const std::string path = world.addFile("letter"), other = world.addFile("other");
+    auto* const summary = world.window()->findChild<SummaryLine*>();
+    const auto selectionSwitch = [&] { realInput::click(*summary->findChild<OnOffSwitch*>()); };
+    const auto byContextMenu = [&](const char* title) {
+        world.clickRow("letter", AppWorld::Part::Elsewhere, Qt::RightButton);
+        EXPECT_TRUE(world.chooseInPopup(title));
+    };
+    const struct {
+        const char* what;
+        std::function<void()> hide, show;
+    } ways[] = {
+        {"row", [&] { world.clickRow("letter", AppWorld::Part::Switch); },
+         [&] { world.clickRow("letter", AppWorld::Part::Switch); }},
+        {"selection", [&] { world.clickRow("letter"), selectionSwitch(); }, selectionSwitch},
+        {"keys", [&] { world.clickRow("letter"), realInput::key("Ctrl+Right"); },
+         [&] { realInput::key("Ctrl+Left"); }},
+        {"context menu", [&] { byContextMenu("Hide"); }, [&] { byContextMenu("Unhide"); }},
+        {"menu bar",
+         [&] {
+             EXPECT_TRUE(world.choose({"Edit", "Hide"}));
+         },
+         [&] {
+             EXPECT_TRUE(world.choose({"Edit", "Unhide"}));
+         }},
+    };
+    for (const auto& way : ways) {
+        SCOPED_TRACE(way.what);
+        way.hide();
+        ASSERT_TRUE(world.isHidden(path));
+        EXPECT_TRUE(exists(other));
+        way.show();
+        ASSERT_TRUE(world.isShown(path));
+    }
+    EXPECT_EQ(readFile(path), "content");
+}
+
+TEST_F(ItemsTest, SeveralAtOnce) {
+    const Names paths{world.addFile("a"), world.addFile("b"), world.addFile("c")};
+    world.selectRows("a", 1);
+    realInput::key("Ctrl+Right");
+    EXPECT_TRUE(world.isHidden(paths[0]) && world.isHidden(paths[1]));
+    EXPECT_TRUE(exists(paths[2]));
+    world.selectRows("a", 2); // one of which is visible: the switch hides it first
+    realInput::key("Ctrl+Left");
+    for (const std::string& path : paths)
+        EXPECT_TRUE(world.isShown(path));
+    world.answer("Are you sure you want to remove selected items from list?", "Remove");
+    realInput::key("Delete");
+    EXPECT_TRUE(world.areAllAnswered());
+    EXPECT_TRUE(world.shows({}));
+    EXPECT_TRUE(exists(paths[1]));
+}
+
+TEST_F(ItemsTest, ABrokenItemIsLocatedByThePanel) {
+    const std::string path = world.addFile("letter");
+    const std::string copy = appScratch().makeFile("home/Elsewhere/copy", "other");
+    ASSERT_EQ(std::remove(path.c_str()), 0);
+    EXPECT_TRUE(world.choose({"File", "Find Inconsistent Items"}));
+    world.waitForBatch();
+    realInput::key("Ctrl+4");
+    ASSERT_TRUE(world.shows({"letter"}));
+    world.answer("Previously visible file is broken.", "Cancel");
+    world.clickRow("letter", AppWorld::Part::Switch);
+    EXPECT_TRUE(world.areAllAnswered());
+    EXPECT_TRUE(world.shows({"letter"}));
+
+    world.answer("Previously visible file is broken.", "Locate File...");
+    world.whenOpen("Locate Item", [&](QWidget& panel) {
+        goTo("../Elsewhere");
+        clickEntry(panel, "copy");
+        AppWorld::clickButton(panel, "Choose");
+    });
+    world.clickRow("letter", AppWorld::Part::Switch);
+    EXPECT_TRUE(world.areAllAnswered());
+    EXPECT_TRUE(world.shows({})) << "nothing is broken any more";
+    realInput::key("Ctrl+1");
+    ASSERT_TRUE(world.shows({"copy"}));
+    world.clickRow("copy", AppWorld::Part::Switch);
+    EXPECT_TRUE(world.isHidden(copy));
+}
+
+} // namespace
+} // namespace veilkeep::test
