@@ -12,6 +12,7 @@
 
 #include <QDBusPendingCallWatcher>
 #include <QMessageBox>
+#include <QThread>
 #include <QTimer>
 
 #include <algorithm>
@@ -31,6 +32,7 @@ constexpr std::chrono::seconds listWait{5};
 
 ADApp::ADApp(int& argc, char** argv, StartOptions options)
     : QApplication(argc, argv), m_options(std::move(options)), m_onBus(std::make_unique<ApplicationOnBus>()) {
+    m_translations.install();
     setApplicationName(veilkeep::applicationName());
     setApplicationDisplayName(veilkeep::applicationName());
     setApplicationVersion(QStringLiteral(VEILKEEP_VERSION));
@@ -218,6 +220,9 @@ void ADApp::openFiles(const std::vector<std::string>& paths) {
 
 bool ADApp::notify(QObject* receiver, QEvent* event) {
     try {
+        // While a request waits, its caller's language is not that of what else goes on.
+        const bool isSilent = !m_translations.isTranslating() && QThread::currentThread() == thread();
+        const LanguageGuard usersLanguage(isSilent ? &m_translations : nullptr, true);
         return QApplication::notify(receiver, event);
     } catch (...) {
         reportException(UncaughtException::from(std::current_exception()));

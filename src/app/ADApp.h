@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/StartOptions.h"
+#include "app/Translations.h"
 #include "groups/GroupsInfoFile.h"
 #include "platform/linux/ApplicationOnBus.h"
 #include "widgets/dialogs/ReportWindow.h"
@@ -34,6 +35,7 @@ public:
     bool start(); // all of it but the event loop; false: the program is to end, as exitStatus() says
     int exitStatus() const { return m_exitStatus; }
     Parts& parts() { return *m_parts; } // while it runs
+    Translations& translations() { return m_translations; }
 
     bool isStillLaunching() const { return m_isStillLaunching; }
     void setTestCrashesMode(bool crashes) { m_testCrashesMode = crashes; }
@@ -114,6 +116,7 @@ private:
     void actOnReport(ReportWindow::Action action, const std::string& path, const QString& text);
 
     const StartOptions m_options;
+    Translations m_translations;
     std::unique_ptr<ApplicationOnBus> m_onBus;
     std::unique_ptr<SessionBusConnection> m_listBus; // as long as the list is ours: its end gives it back
     std::unique_ptr<Parts> m_parts;                  // while the list is owned

@@ -40,6 +40,7 @@ ADApp::Parts::Parts(ADApp& application, ListOwnership taken, const OwnPlaces& pl
             .prompt = &prompt,
             .window = &window,
             .interrupt = [this] { panels.cancelOpen(); },
+            .language = &application.translations(),
             .mayAsk = true}),
       about(QStringLiteral(VEILKEEP_VERSION), [&application] { application.perform(Command::Help); }) {
     window.setMake([this, &application] {

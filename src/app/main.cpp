@@ -3,6 +3,7 @@
 #include "app/ADApp.h"
 #include "app/SelfTest.h"
 #include "app/StartOptions.h"
+#include "app/Translations.h"
 #include "app/ask/RunAsk.h"
 #include "platform/linux/ActivationToken.h"
 #include "widgets/dialogs/AlertWindows.h"
@@ -62,10 +63,12 @@ bool isRunByPkexec() {
 
 int main(int argc, char** argv) {
     const auto arguments = std::span<char* const>(argv, static_cast<std::size_t>(argc)).subspan(argc > 0);
-    if (isAsking(argc, argv))
-        return runAsk(argc, argv, {.makePresenter = [] {
-                          return std::make_unique<AlertWindows>([] { return nullptr; });
-                      }});
+    if (isAsking(argc, argv)) {
+        Translations translations;
+        const auto makePresenter = [] { return std::make_unique<AlertWindows>([] { return nullptr; }); };
+        return runAsk(argc, argv,
+                      {.makePresenter = makePresenter, .prepare = [&] { translations.install(); }});
+    }
     const auto parsed = StartOptions::parse(arguments);
     if (const auto* mistake = std::get_if<std::string>(&parsed)) {
         std::fprintf(stderr, "veilkeep: %s\nTry 'veilkeep --help'.\n", mistake->c_str());

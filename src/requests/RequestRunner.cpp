@@ -70,6 +70,7 @@ bool RequestRunner::isUrgent(const QString& command) const {
 }
 
 RequestStatus RequestRunner::run(const Request& request, RequestCaller& caller) {
+    const LanguageGuard callersLanguage(m_parts.language, false);
     const RequestRule* rule = requestRule(request.command);
     if (!isWellFormed(request, rule)) {
         caller.message(Texts::tr("This request is not understood."));
@@ -128,6 +129,7 @@ bool RequestRunner::askPassword(RequestCaller& caller) {
     if (m_parts.askCaller)
         return isAllowedByCaller(*m_parts.gate, *m_parts.askCaller, caller);
     caller.message(Texts::tr("Veilkeep asks for its password in a window."));
+    const LanguageGuard usersLanguage(m_parts.language, true);
     return m_parts.gate->operationAllowed();
 }
 

@@ -4,6 +4,7 @@
 #include "prefs/PasswordManager.h"
 #include "requests/CallerPresenter.h"
 #include "requests/CallerProgressView.h"
+#include "requests/Language.h"
 #include "requests/RequestRules.h"
 #include "requests/RequestWork.h"
 #include "session/MainWindowController.h"
@@ -25,6 +26,7 @@ struct RequestRunnerParts {
     MainWindowController* window = nullptr; // none: nothing is open that leaving would have to close
     Gate* gate = nullptr;                   // none: no password stands before anything
     PasswordManager* askCaller = nullptr;   // of the gate: asks whoever made the request. None: in a window
+    Language* language = nullptr;           // callers match what they are told: it is told in English
 };
 
 // Works on requests with the list's own controllers, in veilkeepctl by itself and in the application on

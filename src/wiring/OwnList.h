@@ -29,6 +29,7 @@ struct OwnListOptions {
     PasswordPrompt* prompt = nullptr;
     MainWindow* window = nullptr;
     std::function<void()> interrupt = {}; // takes back other windows that wait for the user when he leaves
+    Language* language = nullptr;         // none: texts are those of the source
     bool mayAsk = false;                  // workers may put questions into windows of their own
 };
 

@@ -203,6 +203,42 @@ TEST_F(RequestRunnerTest, NothingIsDoneWithoutThePassword) {
     EXPECT_EQ(caller.messages, QStringList());
 }
 
+// Scripts match what they are told; a window that asks the user speaks the user's language.
+TEST_F(RequestRunnerTest, CallersAreToldInEnglish) {
+    class UsersLanguage : public Language {
+    public:
+        bool setTranslating(bool translates) override { return std::exchange(isTranslating, translates); }
+        bool isTranslating = true;
+    } language;
+    m_defaults.set(PasswordManager::enabledKey, true);
+    ASSERT_TRUE(m_passwords.setPassword("abc"));
+    WindowPrompt window;
+    int prompts = 0;
+    window.whileOpen = [&](PasswordManager& manager) {
+        EXPECT_TRUE(language.isTranslating);
+        ++prompts;
+        manager.okClick("abc");
+    };
+    m_passwords.setPrompt(&window);
+    RequestRunnerParts parts = m_parts;
+    parts.askCaller = nullptr;
+    parts.language = &language;
+    RequestRunner runner(parts);
+    FakeCaller caller;
+    bool hasWorked = false;
+    caller.whileWorking = [&] {
+        EXPECT_FALSE(language.isTranslating);
+        hasWorked = true;
+    };
+    std::optional<RequestStatus> status;
+    runner.handle({"hide", {m_tree.makeFile("t/a")}, {}}, caller, [&](RequestStatus told) { status = told; });
+    MainThread::runUntil([&] { return status.has_value(); });
+    EXPECT_EQ(status, RequestStatus::AllWell);
+    EXPECT_TRUE(hasWorked);
+    EXPECT_EQ(prompts, 1);
+    EXPECT_TRUE(language.isTranslating);
+}
+
 TEST_F(RequestRunnerTest, WhatIsNoRequest) {
     const std::string good = m_tree.makeFile("t/a");
     const std::pair<const char*, Paths> rows[] = {
