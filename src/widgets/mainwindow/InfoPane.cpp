@@ -26,6 +26,7 @@ InfoPane::InfoPane(FilesViewController& files, GroupViewController& groups, Prev
     layout->addWidget(m_nothing);
     m_nothing->setTextFormat(Qt::PlainText);
     m_nothing->setAlignment(Qt::AlignCenter);
+    m_nothing->setWordWrap(true);
     setMinimumWidth(200);
     colour();
 
