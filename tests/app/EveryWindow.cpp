@@ -12,6 +12,7 @@
 #include <gtest/gtest.h>
 
 #include <QBuffer>
+#include <QElapsedTimer>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
@@ -45,6 +46,20 @@ class NoTrash : public Trash {
 public:
     Result<void> moveToTrash(const std::string& path) override { return Error::system("trash", path, EROFS); }
 };
+
+// Once nothing in it has moved for a moment: animations, previews and searches have come to their end.
+bool isStill(QWidget& window) {
+    constexpr qint64 moment = 150;
+    QElapsedTimer unchanged;
+    QImage before;
+    return eventually([&] {
+        const QImage now = window.grab().toImage();
+        if (now != before || !unchanged.isValid())
+            unchanged.start();
+        before = now;
+        return unchanged.hasExpired(moment);
+    });
+}
 
 QString text(const char* context, const char* source) {
     return QCoreApplication::translate(context, source);
@@ -88,7 +103,7 @@ std::string drawnPicture(int number) {
 }
 
 void EveryWindow::look(const std::string& name, QWidget& window) {
-    settle();
+    EXPECT_TRUE(isStill(window)) << name;
     m_look(name, window);
 }
 
@@ -158,6 +173,7 @@ void EveryWindow::fillList() {
 
 void EveryWindow::lookAtMainWindow() {
     VeilkeepWindow& window = *m_world.window();
+    EXPECT_TRUE(showAndActivate(window));
     window.focusFiles();
     select({"Lighthouse.png"});
     look("main-one-selected", window);

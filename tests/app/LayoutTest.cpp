@@ -87,8 +87,8 @@ void lookForCutTexts(AppWorld& world, double largerLetters) {
     font.setPointSizeF(font.pointSizeF() * largerLetters);
     QApplication::setFont(font);
     ASSERT_TRUE(world.start());
-    world.window()->resize(1120, 700);
     const QSize screen = world.window()->screen()->size();
+    world.window()->resize((QSizeF(1120, 700) * largerLetters).toSize().boundedTo(screen));
     EveryWindow windows(world, [&](const std::string& name, QWidget& window) {
         EXPECT_EQ(cutTexts(window).join(u'\n').toStdString(), "") << name;
         EXPECT_TRUE(window.width() <= screen.width() && window.height() <= screen.height()) << name;
