@@ -1378,6 +1378,14 @@
         <source>The problem report could not be deleted.</source>
         <translation>Der Problembericht konnte nicht gelöscht werden.</translation>
     </message>
+    <message>
+        <source>The last changes could not be saved.</source>
+        <translation>Die letzten Änderungen konnten nicht gesichert werden.</translation>
+    </message>
+    <message>
+        <source>Quit Anyway</source>
+        <translation>Trotzdem beenden</translation>
+    </message>
 </context>
 <context>
     <name>veilkeep::AlertWindow</name>
@@ -1760,6 +1768,14 @@
     <message>
         <source>Search</source>
         <translation>Suchen</translation>
+    </message>
+    <message>
+        <source>Clear Search</source>
+        <translation>Suche leeren</translation>
+    </message>
+    <message>
+        <source>More</source>
+        <translation>Mehr</translation>
     </message>
 </context>
 <context>

@@ -1378,6 +1378,14 @@
         <source>The problem report could not be deleted.</source>
         <translation>No se pudo borrar el informe del problema.</translation>
     </message>
+    <message>
+        <source>The last changes could not be saved.</source>
+        <translation>No se pudieron guardar los últimos cambios.</translation>
+    </message>
+    <message>
+        <source>Quit Anyway</source>
+        <translation>Salir de todos modos</translation>
+    </message>
 </context>
 <context>
     <name>veilkeep::AlertWindow</name>
@@ -1760,6 +1768,14 @@
     <message>
         <source>Search</source>
         <translation>Buscar</translation>
+    </message>
+    <message>
+        <source>Clear Search</source>
+        <translation>Borrar la búsqueda</translation>
+    </message>
+    <message>
+        <source>More</source>
+        <translation>Más</translation>
     </message>
 </context>
 <context>

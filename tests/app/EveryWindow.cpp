@@ -168,6 +168,7 @@ void EveryWindow::fillList() {
     EXPECT_TRUE(eventually([&] {
         return m_world.files().findFileWithOriginalPath(path("Lost recording.ogg"))->state() == File::Broken;
     }));
+    EXPECT_TRUE(eventually([&] { return !m_world.files().brokenFiles().isSearching(); }));
     m_world.waitForBatch();
 }
 
