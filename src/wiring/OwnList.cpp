@@ -47,7 +47,8 @@ OwnList::OwnList(UserDefaults& defaults, const std::string& workerPath, const Ow
                 .events = options.events,
                 .window = options.window}),
       m_runner({m_controller, m_dataFile, m_cloakWorker, m_progress, m_turns, m_presenter, m_progressView,
-                places.inProgressDirectory, m_groups, m_groupsFile, &m_window, &m_window, &m_passwords, options.language}) {
+                places.inProgressDirectory, m_groups, m_groupsFile, &m_window, &m_window, &m_passwords,
+                options.language}) {
     m_passwords.setPrompt(options.prompt);
     m_turns.setInterrupt([this, interrupt = options.interrupt] {
         if (interrupt)
