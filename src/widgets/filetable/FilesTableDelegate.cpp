@@ -37,7 +37,8 @@ FilesTableDelegate::FilesTableDelegate(const FilesTableModel& model, QObject* pa
 
 RowLayout FilesTableDelegate::layoutOf(const QStyleOptionViewItem& option, int row) const {
     const QString size = m_model.sizeText(*m_model.fileAt(row));
-    const double sizeWidth = QFontMetricsF(option.font).horizontalAdvance(size); // whole pixels may be too few
+    const double sizeWidth =
+        QFontMetricsF(option.font).horizontalAdvance(size); // whole pixels may be too few
     return {option.rect, option.font, qCeil(sizeWidth), option.direction};
 }
 
