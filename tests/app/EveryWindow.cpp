@@ -123,6 +123,18 @@ void EveryWindow::lookAtAll() {
     lookAtMenus();
 }
 
+// What is open beside the main window.
+QWidget* EveryWindow::otherWindow() {
+    QWidget* found = nullptr;
+    EXPECT_TRUE(eventually([&] {
+        for (QWidget* const widget : QApplication::topLevelWidgets())
+            if (widget != m_world.window() && widget->isVisible() && widget->windowType() != Qt::ToolTip)
+                found = widget;
+        return found != nullptr;
+    }));
+    return found;
+}
+
 std::string EveryWindow::path(const std::string& name) const {
     return appScratch().path("home/Docs/" + name);
 }
@@ -206,7 +218,7 @@ void EveryWindow::lookAtMainWindow() {
 void EveryWindow::preview(const std::string& name, const std::vector<std::string>& files) {
     select(files);
     m_world.window()->toggleQuickLook();
-    if (QWidget* const panel = m_world.dialog()) {
+    if (QWidget* const panel = otherWindow()) {
         const auto* const content = panel->findChild<QStackedWidget*>();
         const bool hasContent = name != "quick-broken"; // else its facts alone
         EXPECT_TRUE(eventually([&] { return !hasContent || content->currentIndex() > 0; })) << name;
@@ -299,13 +311,13 @@ void EveryWindow::lookAtPanels() {
         show("choose-application", panel);
     }
     m_world.parts().about.show();
-    if (QWidget* const about = m_world.dialog())
+    if (QWidget* const about = otherWindow())
         look("about", *about);
     m_world.parts().about.close();
     settle();
     m_world.parts().report.show("Veilkeep 0.1.0\nstd::runtime_error: no such row\n\nthread: main\n",
                                 "/tmp/report.txt", [](ReportWindow::Action) {});
-    if (QWidget* const report = m_world.dialog())
+    if (QWidget* const report = otherWindow())
         look("report", *report);
     m_world.parts().report.close();
     settle();

@@ -31,6 +31,7 @@ private:
     void lookAtAlert(const std::string& name, const Alert& alert);
     void preview(const std::string& name, const std::vector<std::string>& files);
     void select(const std::vector<std::string>& files);
+    QWidget* otherWindow();
     std::string path(const std::string& name) const;
 
     AppWorld& m_world;
