@@ -4,15 +4,11 @@
 #include "filelist/Texts.h"
 #include "groups/GroupNames.h"
 
-#include <algorithm>
-
 namespace veilkeep {
 namespace {
 
-using Files = FilesViewController::Files;
-
-bool anyIs(const Files& files, File::State state) {
-    return std::ranges::any_of(files, [&](const ListedFile& file) { return file->state() == state; });
+bool isAnySelected(FilesViewController& files, File::State state) {
+    return files.filesController().isAnySelected([&](const File& file) { return file.state() == state; });
 }
 
 FileListActions::SortKey sortKey(Command command) {
@@ -276,7 +272,7 @@ void ADApp::validateForList(Command command, CommandState& state) const {
     case Command::RemoveItem:
         state.title = groups.currentGroupName() == groupName::allFiles ? tr("Remove Item from List")
                                                                        : tr("Remove Item from Group");
-        state.isEnabled = !files.getAllSelectedFiles().empty();
+        state.isEnabled = files.filesController().selectedCount() > 0;
         return;
     case Command::OpenFile:
     case Command::OpenWith:
@@ -287,13 +283,13 @@ void ADApp::validateForList(Command command, CommandState& state) const {
     case Command::RemoveFiles:
         return take(m_parts->actions.validateToolbarItem(static_cast<int>(command)));
     case Command::HideFiles:
-        state.isEnabled = anyIs(files.getAllSelectedFiles(), File::Visible);
+        state.isEnabled = isAnySelected(files, File::Visible);
         return;
     case Command::UnhideFiles:
-        state.isEnabled = anyIs(files.getAllSelectedFiles(), File::Hidden);
+        state.isEnabled = isAnySelected(files, File::Hidden);
         return;
     case Command::QuickLook:
-        state.isEnabled = !files.getAllSelectedFiles().empty();
+        state.isEnabled = files.filesController().selectedCount() > 0;
         return;
     case Command::ShowAll:
         state.isChecked = filter.showAll();

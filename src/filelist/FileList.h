@@ -27,6 +27,7 @@ public:
     std::size_t size() const { return m_files.size(); }
     const std::vector<ListedFile>& all() const { return m_files; }
     bool contains(const ListedFile& file) const;
+    std::optional<std::size_t> positionOf(const ListedFile& file) const;
 
     // The first in list order whose bytes are equal; null where there is none.
     ListedFile withPath(std::string_view path) const;
@@ -78,7 +79,6 @@ private:
     };
 
     void add(std::vector<File> files);
-    std::optional<std::size_t> positionOf(const ListedFile& file) const;
 
     std::vector<ListedFile> m_files;
     FileIndex m_index;

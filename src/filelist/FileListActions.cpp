@@ -19,8 +19,8 @@ struct Texts {
     Q_DECLARE_TR_FUNCTIONS(FileListActions)
 };
 
-bool isToBeOpened(const ListedFile& file) {
-    return file->state() != File::Hidden;
+bool isToBeOpened(const File& file) {
+    return file.state() != File::Hidden;
 }
 
 using OpenWithItem = FileListActions::OpenWithItem;
@@ -71,12 +71,12 @@ FileListActions::Item FileListActions::validateMenuItem(int tag, const QString& 
     switch (tag) {
     case Open:
     case Reveal:
-        return {.isEnabled = std::ranges::any_of(m_files.getAllSelectedFiles(), isToBeOpened)};
+        return {.isEnabled = m_files.filesController().isAnySelected(isToBeOpened)};
     case OpenWith: {
         if (m_files.filesController().selectedCount() != 1)
             return {.isEnabled = false};
         const ListedFile file = m_files.firstSelectedFile();
-        return {.isEnabled = isToBeOpened(file) && file->isFile() && !file->path().ends_with(".app")};
+        return {.isEnabled = isToBeOpened(*file) && file->isFile() && !file->path().ends_with(".app")};
     }
     case Remove:
         return {.title = currentGroupName == QLatin1String("All Files") ? Texts::tr("Remove From List")
@@ -128,9 +128,9 @@ void FileListActions::menuSwitchOnOff() {
 
 // What is broken is neither on nor off.
 int FileListActions::switchValue() const {
-    const FilesViewController::Files selected = m_files.getAllSelectedFiles();
     const auto areAll = [&](std::int32_t state) {
-        return std::ranges::all_of(selected, [&](const ListedFile& file) { return file->state() == state; });
+        return !m_files.filesController().isAnySelected(
+            [&](const File& file) { return file.state() != state; });
     };
     return areAll(File::Visible) ? 0 : areAll(File::Hidden) ? 1 : 2;
 }
@@ -159,7 +159,7 @@ void FileListActions::openSelectedFileWithApplication(const QString& identifier)
 
 FilesViewController::Files FileListActions::selectedToOpen() const {
     FilesViewController::Files files = m_files.getAllSelectedFiles();
-    std::erase_if(files, [](const ListedFile& file) { return !isToBeOpened(file); });
+    std::erase_if(files, [](const ListedFile& file) { return !isToBeOpened(*file); });
     return files;
 }
 

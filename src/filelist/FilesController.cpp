@@ -3,9 +3,17 @@
 #include <algorithm>
 #include <cstddef>
 #include <iterator>
+#include <optional>
+#include <ranges>
 #include <utility>
 
 namespace veilkeep {
+namespace {
+
+// Up to that part of the list it is quicker to look up where records lie.
+constexpr std::size_t fewInList = 16;
+
+} // namespace
 
 FilesController::FilesController(FileList& files) : m_files(files) {
     for (const auto signal : {&FileList::wasAssigned, &FileList::filesRemoved, &FileList::filesSorted})
@@ -34,12 +42,40 @@ const std::vector<ListedFile>& FilesController::arrangedObjects() const {
 }
 
 std::vector<ListedFile> FilesController::selectedObjects() const {
+    if (m_selection.size() <= m_files.size() / fewInList)
+        return fewSelectedObjects();
     std::vector<ListedFile> selected;
-    if (m_selection.empty())
-        return selected;
+    selected.reserve(m_selection.size());
     std::ranges::copy_if(arrangedObjects(), std::back_inserter(selected),
                          [&](const ListedFile& file) { return m_selection.contains(file); });
     return selected;
+}
+
+// Without going through the list.
+std::vector<ListedFile> FilesController::fewSelectedObjects() const {
+    std::vector<std::pair<std::optional<std::size_t>, ListedFile>> placed;
+    placed.reserve(m_selection.size());
+    for (const ListedFile& file : m_selection)
+        placed.emplace_back(m_files.positionOf(file), file);
+    std::ranges::sort(placed, {}, [](const auto& entry) { return entry.first; });
+    std::vector<ListedFile> selected;
+    selected.reserve(placed.size());
+    std::ranges::copy(placed | std::views::values, std::back_inserter(selected));
+    return selected;
+}
+
+ListedFile FilesController::firstSelected() const {
+    if (m_selection.size() <= m_files.size() / fewInList) {
+        const std::vector<ListedFile> selected = fewSelectedObjects();
+        return selected.empty() ? nullptr : selected.front();
+    }
+    const auto found = std::ranges::find_if(
+        arrangedObjects(), [&](const ListedFile& file) { return m_selection.contains(file); });
+    return found == arrangedObjects().end() ? nullptr : *found;
+}
+
+bool FilesController::isAnySelected(const std::function<bool(const File&)>& isWanted) const {
+    return std::ranges::any_of(m_selection, [&](const ListedFile& file) { return isWanted(*file); });
 }
 
 void FilesController::setSelectedObjects(const std::vector<ListedFile>& files) {
@@ -80,23 +116,30 @@ void FilesController::arrangeAnew() {
         emit selectionChanged();
 }
 
-// A batch changes many records, and most changes change no row's being there: the list is gone through again
-// only for a record that comes into view.
 void FilesController::updateAfterChangeOf(const ListedFile& file) {
-    m_names.clear();
+    const auto position = m_files.positionOf(file);
+    if (!position || !m_names.isUpToDate(*position, file->name()))
+        m_names.clear();
     const bool isSeen = m_matcher.matches(*file);
-    if (m_isArranged) {
-        const auto row = std::ranges::find(m_arranged, file);
-        const bool wasSeen = row != m_arranged.end();
-        if (wasSeen && !isSeen)
-            m_arranged.erase(row);
-        if (!wasSeen && isSeen)
-            m_isArranged = false;
-        if (wasSeen != isSeen)
-            emit arrangedObjectsChanged();
-    }
+    if (m_isArranged)
+        updateRowOf(file, isSeen);
     if (!isSeen && m_selection.erase(file) > 0)
         emit selectionChanged();
+}
+
+// A batch changes many records one by one: the list is not gone through for any of them.
+void FilesController::updateRowOf(const ListedFile& file, bool isSeen) {
+    const auto row =
+        std::ranges::lower_bound(m_arranged, m_files.positionOf(file), {},
+                                 [&](const ListedFile& shown) { return m_files.positionOf(shown); });
+    const bool wasSeen = row != m_arranged.end() && *row == file;
+    if (wasSeen == isSeen)
+        return;
+    if (isSeen)
+        m_arranged.insert(row, file);
+    else
+        m_arranged.erase(row);
+    emit arrangedObjectsChanged();
 }
 
 } // namespace veilkeep

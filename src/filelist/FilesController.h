@@ -8,6 +8,7 @@
 #include <QObject>
 
 #include <cstddef>
+#include <functional>
 #include <unordered_set>
 #include <vector>
 
@@ -32,6 +33,8 @@ public:
     void clearSelection() { setSelectedObjects({}); }
     bool isSelected(const ListedFile& file) const { return m_selection.contains(file); }
     std::size_t selectedCount() const { return m_selection.size(); }
+    ListedFile firstSelected() const; // null where none is
+    bool isAnySelected(const std::function<bool(const File&)>& isWanted) const;
 
 signals:
     void arrangedObjectsChanged(); // perhaps not again before somebody asks for them
@@ -44,6 +47,8 @@ private:
     bool isShown(const ListedFile& file) const;
     void arrangeAnew();
     void updateAfterChangeOf(const ListedFile& file);
+    void updateRowOf(const ListedFile& file, bool isSeen);
+    std::vector<ListedFile> fewSelectedObjects() const;
 
     FileList& m_files;
     FilePredicate m_predicate;

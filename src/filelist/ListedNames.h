@@ -18,6 +18,11 @@ public:
     // Takes the names of the records beyond those that it has; these must be as they were.
     void completeFrom(const std::vector<ListedFile>& files);
 
+    // False where it is among them under another name.
+    bool isUpToDate(std::size_t index, std::string_view name) const {
+        return index + 1 >= m_begins.size() || (*this)[index] == name;
+    }
+
     std::string_view operator[](std::size_t index) const {
         return std::string_view(m_bytes).substr(m_begins[index], m_begins[index + 1] - m_begins[index]);
     }

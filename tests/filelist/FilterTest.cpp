@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
 #include <string>
 #include <vector>
 
@@ -192,6 +193,46 @@ TEST_F(FilesControllerTest, TellsOnlyWhatChangesTheRows) {
     setState(0, 1);
     EXPECT_EQ(m_arrangedChanges, 2);
     EXPECT_EQ(shown(), "b");
+}
+
+// Rows that follow each change by itself are those that the whole list would give.
+TEST_F(FilesControllerTest, FollowsSingleChangesAsIfArrangedAnew) {
+    for (int number = 0; number < 40; ++number) // some of one path
+        m_list.append(record("tax " + std::to_string(number / 2), number % 3));
+    const FilePredicate predicate{1, {}, "tax"};
+    m_controller.setFilterPredicate(predicate);
+    const char* const names[] = {"tax", "other", "a tax"};
+    std::mt19937 random(7);
+    for (int step = 0; step < 500; ++step) {
+        (void)m_controller.arrangedObjects();
+        const ListedFile changed = file(random() % m_list.size()), other = file(random() % m_list.size());
+        const auto number = static_cast<std::int32_t>(random() % 3);
+        m_list.change(changed, [&](File& record) {
+            record.setPath("/" + std::to_string(random()));
+            m_list.change(other, [&](File& within) { within.setState(number); });
+            record.setName(names[number]);
+            record.setState(number == 0 ? 1 : 0);
+        });
+        FilesController anew(m_list);
+        anew.setFilterPredicate(predicate);
+        ASSERT_EQ(m_controller.arrangedObjects(), anew.arrangedObjects()) << "step " << step;
+    }
+}
+
+TEST_F(FilesControllerTest, AnswersForTheSelectionInListOrder) {
+    for (int number = 0; number < 40; ++number)
+        m_list.append(record("x"));
+    EXPECT_EQ(m_controller.firstSelected(), nullptr);
+    m_controller.setSelectedObjects({file(3), file(1)}); // few of the list
+    EXPECT_EQ(selected(), "bd");
+    EXPECT_EQ(m_controller.firstSelected(), file(1));
+    m_controller.setSelectedObjects(m_list.all());
+    EXPECT_EQ(m_controller.selectedObjects(), m_list.all());
+    EXPECT_EQ(m_controller.firstSelected(), file(0));
+    const auto isBroken = [](const File& file) { return file.state() == File::Broken; };
+    EXPECT_TRUE(m_controller.isAnySelected(isBroken));
+    m_controller.setSelectedObjects({file(0), file(1)});
+    EXPECT_FALSE(m_controller.isAnySelected(isBroken));
 }
 
 TEST_F(FilesControllerTest, SelectionLastsWhileItsRecordsAreShown) {
