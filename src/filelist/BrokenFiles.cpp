@@ -32,9 +32,13 @@ BrokenFiles::BrokenFiles(const FilesViewControllerParts& parts, FileList& files,
     });
 }
 
-void BrokenFiles::performSanityCheck(const Files& files) {
-    for (const ListedFile& file : m_missing.missingOf(Files(files)))
+void BrokenFiles::markMissing(const Files& files) {
+    for (const ListedFile& file : m_missing.missingOf(files))
         markBroken(file);
+}
+
+void BrokenFiles::performSanityCheck(const Files& files) {
+    markMissing(Files(files));
     m_saver.saveDataToDisk();
 }
 

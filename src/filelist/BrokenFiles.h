@@ -23,7 +23,8 @@ public:
 
     BrokenFiles(const FilesViewControllerParts& parts, FileList& files, ListSaver& saver);
 
-    // Cheap steps alone. The first saves the list after.
+    // Cheap steps alone. The second saves the list after.
+    void markMissing(const Files& files);
     void performSanityCheck(const Files& files);
     bool performSanityCheckForFile(const ListedFile& file);
 

@@ -50,6 +50,10 @@ FilesViewController::FilesViewController(const FilesViewControllerParts& parts)
     if (m_parts.notifications)
         connect(m_parts.notifications, &DistributedNotifications::posted, this,
                 &FilesViewController::notificationPosted);
+    connect(&m_certaintyCheck, &CertaintyCheck::uncertainFound, this,
+            [this](const Files& files) { m_parts.turns.run([this, files] { lookAtUncertain(files); }); });
+    connect(&m_certaintyCheck, &CertaintyCheck::finished, this,
+            [this] { m_parts.turns.run([this] { searchForBroken(); }); });
     connect(&m_restores, &Restores::ended, this, &FilesViewController::checkTempFiles);
 }
 
@@ -185,8 +189,7 @@ std::int64_t FilesViewController::numberOfFilesOfCurrentGroup() const {
 }
 
 ListedFile FilesViewController::firstSelectedFile() const {
-    const Files selected = getAllSelectedFiles();
-    return selected.empty() ? nullptr : selected.front();
+    return m_filesController.firstSelected();
 }
 
 void FilesViewController::removeFileFromList(const ListedFile& file) {

@@ -2,6 +2,7 @@
 
 #include "core/protocol/CloakWorkerDelegate.h"
 #include "filelist/BrokenFiles.h"
+#include "filelist/CertaintyCheck.h"
 #include "filelist/FileList.h"
 #include "filelist/FileOrder.h"
 #include "filelist/FilesController.h"
@@ -42,6 +43,7 @@ public:
 
     // Whether the items are where they should be, cheaply; what is missing is searched for behind.
     void check();
+    void checkBehind(); // the same without waiting: part by part, each in its turn
     void start() {
         load();
         check();
@@ -163,6 +165,7 @@ public slots:
 
 signals:
     void numberOfFilesOfCurrentGroupChanged();
+    void checked(); // behind
     void saveTroubleChanged();
 
 private:
@@ -170,6 +173,8 @@ private:
     void takeIn(const InProgressRecord& said);
     void askAboutVisible(const ListedFile& file);
     void askAboutHidden(const ListedFile& file);
+    void lookAtUncertain(Files files);
+    void searchForBroken();
 
     std::unique_ptr<AddBatches> makeAddBatches();
     void addNewFiles(std::vector<File> files);
@@ -181,6 +186,7 @@ private:
     FilesController m_filesController{m_files};
     FilterController m_filterController;
     BrokenFiles m_brokenFiles{m_parts, m_files, *this};
+    CertaintyCheck m_certaintyCheck;
     HideOperations m_hideOperations{m_parts, m_files, m_brokenFiles, *this};
     Restores m_restores{m_parts.cloakWorker, m_parts.progress};
     std::optional<Error> m_saveTrouble;

@@ -30,6 +30,21 @@ void FilesViewController::check() {
     m_brokenFiles.searchDeeply(m_brokenFiles.brokenFiles());
 }
 
+void FilesViewController::checkBehind() {
+    m_certaintyCheck.check(m_files.all());
+}
+
+void FilesViewController::lookAtUncertain(Files files) {
+    std::erase_if(files, [this](const ListedFile& file) { return !m_files.contains(file); });
+    m_brokenFiles.markMissing(files);
+}
+
+void FilesViewController::searchForBroken() {
+    saveDataToDisk();
+    m_brokenFiles.searchDeeply(m_brokenFiles.brokenFiles());
+    emit checked();
+}
+
 bool FilesViewController::hideAllFilesOfGroup(std::int64_t groupID, bool collectErrors) {
     const bool allWell = hideFiles(getAllFilesOfGroup(groupID).value_or(Files()), collectErrors);
     m_filesController.clearSelection();

@@ -88,7 +88,7 @@ bool OwnList::wereAutoHideGroupsShown() const {
 
 void OwnList::start() {
     load();
-    check();
+    m_turns.run([this] { m_controller.check(); });
     follow();
 }
 
@@ -104,7 +104,7 @@ void OwnList::follow() {
 }
 
 void OwnList::check() {
-    m_turns.run([this] { m_controller.check(); });
+    m_controller.checkBehind();
 }
 
 void OwnList::save() {

@@ -135,6 +135,31 @@ TEST_F(BrokenFilesTest, LooksForWhatABatchMisses) {
                            "begin Hiding of files started. Please wait..."}));
 }
 
+TEST_F(BrokenFilesTest, ChecksBehindWithTheOutcomesOfACheck) {
+    ListWorld world;
+    FilesViewController::Files files;
+    for (int number = 0; number < 1100; ++number) // two parts
+        files.push_back(world.add(m_tree.makeFile("t/" + std::to_string(number))));
+    m_tree.makeDirectory("elsewhere/deep");
+    move(m_tree.path("t/0"), m_tree.path("t/other name"));
+    move(m_tree.path("t/1050"), m_tree.path("elsewhere/deep/far"));
+    for (const int gone : {1, 999, 1000, 1099})
+        std::filesystem::remove(m_tree.path("t/" + std::to_string(gone)));
+    const ListedFile removed = files[1000];
+    bool isChecked = false;
+    QObject::connect(world.list.get(), &FilesViewController::checked, [&] { isChecked = true; });
+    world.list->checkBehind();
+    EXPECT_FALSE(isChecked);
+    world.list->removeFileFromList(removed);
+    MainThread::runUntil([&] { return isChecked && !world.list->brokenFiles().isSearching(); });
+    EXPECT_EQ(files[0]->path(), m_tree.path("t/other name"));
+    EXPECT_EQ(files[1050]->path(), m_tree.path("elsewhere/deep/far"));
+    EXPECT_EQ(files[1050]->state(), File::Visible);
+    EXPECT_EQ(world.list->brokenFiles().brokenFiles(),
+              (FilesViewController::Files{files[1], files[999], files[1099]}));
+    EXPECT_EQ(removed->state(), File::Visible);
+}
+
 // What the user is asked about a broken item in the table, and what comes of each answer.
 TEST_F(BrokenFilesTest, AsksWhatToDoWithABrokenItem) {
     struct Row {
