@@ -1,14 +1,13 @@
 // The item list of 100,000 records: loading it against reading and hashing the same bytes, saving it against
 // writing and syncing them, and adding 100,000 paths against ten times adding 10,000. Works in a directory
 // made in the working directory.
-#include "alerts/AlertPresenter.h"
 #include "benchmarks/support/SampleRecords.h"
 #include "benchmarks/support/SampleTree.h"
 #include "benchmarks/support/SideBySide.h"
+#include "benchmarks/support/StoredList.h"
 #include "core/filesystem/Directories.h"
 #include "core/filesystem/ReadWholeFile.h"
 #include "core/storage/ReplaceFile.h"
-#include "filelist/FilesViewController.h"
 
 #include <QCoreApplication>
 
@@ -23,29 +22,7 @@
 namespace {
 
 using namespace veilkeep;
-
-class NoPresenter : public AlertPresenter {
-public:
-    AlertAnswer run(const Alert&) override { std::abort(); }
-    void begin(const Alert&) override { std::abort(); }
-    void cancelOpen() override {}
-    void serveOthers() override {}
-};
-
-// A list with a data file in the directory.
-struct List {
-    explicit List(const std::string& path) : file(path) {}
-
-    NoPresenter presenter;
-    UserDefaults defaults{std::string()};
-    Alerts alerts{presenter, defaults};
-    ProgressController progress{nullptr};
-    Turns turns{alerts};
-    NoCurrentGroup group;
-    CloakWorkerComunicator worker{{}, {}};
-    FilesInfoFile file;
-    FilesViewController controller{{file, worker, alerts, progress, turns, defaults, group}};
-};
+using List = benchmark::StoredList;
 
 template <class Value>
 Value valueOf(Result<Value> result) {

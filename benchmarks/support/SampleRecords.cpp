@@ -1,5 +1,7 @@
 #include "benchmarks/support/SampleRecords.h"
 
+#include "core/base/PathText.h"
+#include "core/records/File.h"
 #include "core/storage/RecordArchive.h"
 
 #include <cstdio>
@@ -35,6 +37,16 @@ std::vector<PropertyDictionary> sampleRecords(std::size_t count) {
     records.reserve(count);
     for (std::size_t index = 0; index < count; ++index)
         records.push_back(sampleRecord(index));
+    return records;
+}
+
+std::vector<PropertyDictionary> recordsOf(const SampleTree& tree) {
+    std::vector<PropertyDictionary> records;
+    for (int number = 0; number < tree.directories; ++number)
+        for (int file = 0; file < tree.filesInEach; ++file)
+            records.push_back(
+                File::fileWithPath(joinPath(tree.directory(number), std::to_string(file) + ".txt"))
+                    .properties());
     return records;
 }
 

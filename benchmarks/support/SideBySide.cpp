@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstddef>
 #include <cstdio>
 #include <vector>
 
@@ -12,7 +13,9 @@ double timedRound(const Side& side) {
     side.prepare();
     const auto begin = std::chrono::steady_clock::now();
     side.run();
-    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - begin).count();
+    const auto end = std::chrono::steady_clock::now();
+    side.clean();
+    return std::chrono::duration<double, std::milli>(end - begin).count();
 }
 
 double median(std::vector<double> values) {
@@ -20,24 +23,42 @@ double median(std::vector<double> values) {
     return values[values.size() / 2];
 }
 
+void printTimes(const std::string& name, const std::vector<double>& times) {
+    const auto [least, greatest] = std::ranges::minmax(times);
+    std::printf("%-50s %10.2f ms  (%.2f to %.2f)\n", name.c_str(), median(times), least, greatest);
+}
+
 } // namespace
 
-bool sideBySide(const Side& ours, const Side& yardstick, double limit, int rounds) {
-    timedRound(ours);
-    timedRound(yardstick);
-    std::vector<double> oursTimes, yardstickTimes, ratios;
-    for (int round = 0; round < rounds; ++round) {
-        oursTimes.push_back(timedRound(ours));
-        yardstickTimes.push_back(timedRound(yardstick));
-        ratios.push_back(oursTimes.back() / yardstickTimes.back());
+bool sideBySide(const Side& ours, const std::vector<Yardstick>& yardsticks, double limit, int rounds) {
+    std::vector<double> oursTimes, ratios;
+    std::vector<std::vector<double>> yardstickTimes(yardsticks.size());
+    for (int round = -1; round < rounds; ++round) {
+        const double time = timedRound(ours);
+        double sum = 0;
+        for (std::size_t number = 0; number < yardsticks.size(); ++number) {
+            const double yardstickTime = timedRound(yardsticks[number].side);
+            sum += yardsticks[number].times * yardstickTime;
+            if (round >= 0)
+                yardstickTimes[number].push_back(yardstickTime);
+        }
+        if (round < 0)
+            continue;
+        oursTimes.push_back(time);
+        ratios.push_back(time / sum);
     }
+    printTimes(ours.name, oursTimes);
+    for (std::size_t number = 0; number < yardsticks.size(); ++number)
+        printTimes(yardsticks[number].side.name, yardstickTimes[number]);
     const auto [least, greatest] = std::ranges::minmax(ratios);
     const double ratio = median(ratios);
-    std::printf("%-44s %10.2f ms\n%-44s %10.2f ms\n", ours.name.c_str(), median(oursTimes),
-                yardstick.name.c_str(), median(yardstickTimes));
-    std::printf("%-44s %10.3f  (%.3f to %.3f in %d rounds; at most %.2f wanted: %s)\n", "ratio", ratio, least,
-                greatest, rounds, limit, ratio <= limit ? "yes" : "NO");
+    std::printf("%-50s %10.3f     (%.3f to %.3f in %d rounds; at most %.2f wanted: %s)\n", "ratio", ratio,
+                least, greatest, rounds, limit, ratio <= limit ? "yes" : "NO");
     return ratio <= limit;
+}
+
+bool sideBySide(const Side& ours, const Side& yardstick, double limit, int rounds) {
+    return sideBySide(ours, std::vector<Yardstick>{{yardstick}}, limit, rounds);
 }
 
 } // namespace veilkeep::benchmark

@@ -1,0 +1,83 @@
+// From starting Veilkeep with 100,000 items in its list to its painted window, against twice the start of an
+// empty window and loading the list; then with 10,000 missing items on a disk with 500,000 entries against
+// none missing.
+#include "benchmarks/support/SampleRecords.h"
+#include "benchmarks/support/SideBySide.h"
+#include "benchmarks/support/StoredList.h"
+#include "benchmarks/support/WindowedProgram.h"
+#include "core/storage/ReplaceFile.h"
+#include "tests/support/LoopVolume.h"
+
+#include <QCoreApplication>
+
+#include <cstdio>
+#include <filesystem>
+#include <memory>
+#include <optional>
+
+namespace {
+
+using namespace veilkeep;
+using benchmark::OwnDesktop;
+using benchmark::SampleTree;
+using benchmark::Side;
+using benchmark::WindowedProgram;
+
+void store(const OwnDesktop& desktop, const std::vector<PropertyDictionary>& records) {
+    if (!replaceFile(desktop.dataFile(), benchmark::sampleArchive(records)))
+        benchmark::fail(desktop.dataFile());
+}
+
+Side startOf(const std::string& program, const std::string& name) {
+    const auto running = std::make_shared<std::optional<WindowedProgram>>();
+    return {name,
+            [=] {
+                running->emplace(program);
+                (*running)->waitUntilPainted();
+            },
+            [] {}, [=] { running->reset(); }};
+}
+
+bool startsInTime(const OwnDesktop& desktop) {
+    const SampleTree tree{desktop.tree().path("items"), 1000, 100};
+    benchmark::make(tree);
+    store(desktop, recordsOf(tree));
+    std::unique_ptr<benchmark::StoredList> list;
+    const Side load = {"load the list of 100,000 items", [&] { list->controller.loadDataFromDisk(); },
+                       [&] { list = std::make_unique<benchmark::StoredList>(desktop.dataFile()); },
+                       [&] { list.reset(); }};
+    const Side empty = startOf(WindowedProgram::emptyWindow(), "an empty window, until it is painted");
+    return benchmark::sideBySide(
+        startOf(WindowedProgram::veilkeep(), "Veilkeep with 100,000 items, until it is painted"),
+        {{empty, 2.0}, {load, 1.0}}, 1.0);
+}
+
+// One list of items that are there, and another, on a disk that is searched for them, of such as are gone.
+bool startsWithMissingItems(const OwnDesktop& desktop) {
+    const test::LoopVolume volume(desktop.tree(), "ext4", {.formatOptions = "-N 700000", .megabytes = 1024});
+    if (!volume.whyMissing().empty()) {
+        std::printf("no figure for missing items: %s\n", volume.whyMissing().c_str());
+        return true;
+    }
+    const SampleTree rest{volume.path("rest"), 5000, 100};
+    const SampleTree there{volume.path("there"), 100, 100}, gone{volume.path("gone"), 100, 100};
+    for (const SampleTree& tree : {rest, there, gone})
+        benchmark::make(tree);
+    const auto records = recordsOf(there), missing = recordsOf(gone);
+    std::filesystem::remove_all(gone.path);
+    Side ours = startOf(WindowedProgram::veilkeep(), "10,000 items that are missing"),
+         yardstick = startOf(WindowedProgram::veilkeep(), "10,000 items that are there");
+    ours.prepare = [&] { store(desktop, missing); };
+    yardstick.prepare = [&] { store(desktop, records); };
+    return benchmark::sideBySide(ours, yardstick, 1.1, 15);
+}
+
+} // namespace
+
+int main(int count, char** arguments) {
+    const QCoreApplication application(count, arguments);
+    const OwnDesktop desktop;
+    const bool isInTime = startsInTime(desktop);
+    std::fflush(stdout);
+    return startsWithMissingItems(desktop) && isInTime ? 0 : 1;
+}
