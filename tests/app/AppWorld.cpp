@@ -96,14 +96,14 @@ std::string AppWorld::hiddenPathOf(const std::string& path) {
 bool AppWorld::isHidden(const std::string& path) {
     return eventually([&] {
         const ListedFile file = files().findFileWithOriginalPath(path);
-        return file && file->state() == File::Hidden && isHiddenOnDisk(path);
+        return file && file->state() == File::Hidden && isHiddenOnDisk(path) && isAtRest();
     });
 }
 
 bool AppWorld::isShown(const std::string& path) {
     return eventually([&] {
         const ListedFile file = files().findFileWithOriginalPath(path);
-        return file && file->state() == File::Visible && exists(path);
+        return file && file->state() == File::Visible && exists(path) && isAtRest();
     });
 }
 
@@ -117,8 +117,18 @@ bool AppWorld::shows(std::vector<std::string> names) {
 }
 
 void AppWorld::waitForBatch() {
-    EXPECT_TRUE(eventually([this] { return !parts().list.turns().isRunning(); }, std::chrono::seconds(60)));
+    EXPECT_TRUE(eventually([this] { return isAtRest(); }, std::chrono::seconds(60)));
     settle();
+}
+
+// What is typed and clicked before is turned away.
+bool AppWorld::isAtRest() {
+    return !parts().list.turns().isRunning() && !QApplication::activeModalWidget();
+}
+
+bool AppWorld::giveKeyboard() {
+    realInput::moveTo(window()->geometry().center()); // the display takes no focus by an older time
+    return showAndActivate(*window());
 }
 
 // --- The window ---

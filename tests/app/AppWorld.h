@@ -47,6 +47,8 @@ public:
     bool isShown(const std::string& path);
     bool shows(std::vector<std::string> names); // are the rows of the table; soon
     void waitForBatch();                        // until nobody works on the list any more
+    bool isAtRest();                            // and the window takes keys and clicks
+    bool giveKeyboard();                        // to the window, where no dialog has it
 
     // The child of the window with that accessible name, or text of a button; null where there is none to be
     // seen.

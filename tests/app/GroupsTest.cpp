@@ -106,6 +106,7 @@ TEST_F(GroupsTest, SearchAndFilters) {
     for (const char* const name : {"apple", "pear", "plum"})
         world.addFile(name);
     world.clickRow("pear", AppWorld::Part::Switch);
+    world.waitForBatch();
     realInput::key("Ctrl+F");
     realInput::type("p");
     realInput::type("l");

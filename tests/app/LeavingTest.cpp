@@ -113,7 +113,7 @@ TEST(QuitTest, AsksWhereSomethingStayedVisible) {
     EXPECT_TRUE(world.areAllAnswered());
     EXPECT_TRUE(eventually([&] { return world.window()->isVisible(); }));
     EXPECT_TRUE(exists(path));
-    EXPECT_TRUE(eventually([&] { return world.window()->isActiveWindow(); }));
+    ASSERT_TRUE(world.giveKeyboard());
 
     world.answer(hidingFailed, "Force Quit");
     EXPECT_TRUE(world.quits([] { realInput::key("Ctrl+Q"); }));

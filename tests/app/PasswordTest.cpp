@@ -71,8 +71,9 @@ TEST(PasswordTest, TheRightEntryShowsTheWindowAndThenTheAutoHideItems) {
     const std::string path = world.addFileToGroup("diary", "AutoHide Group"),
                       other = world.addFileToGroup("other", "Private Files");
     world.clickRow("other", AppWorld::Part::Switch);
+    EXPECT_TRUE(world.isHidden(other));
     realInput::key("Ctrl+H");
-    ASSERT_TRUE(world.isHidden(path) && world.isHidden(other));
+    ASSERT_TRUE(world.isHidden(path));
     world.parts().list.window().hideWindow();
 
     bool wasHiddenBefore = false;

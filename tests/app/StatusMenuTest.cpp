@@ -54,7 +54,7 @@ TEST_F(StatusMenuTest, ShowsTheWindowAfterThePassword) {
     EXPECT_TRUE(eventually([this] { return !world->parts().window.isVisible(); }));
     tray->click();
     EXPECT_TRUE(eventually([this] { return world->parts().window.isVisible(); }));
-    EXPECT_TRUE(eventually([this] { return world->window()->isActiveWindow(); }));
+    ASSERT_TRUE(world->giveKeyboard());
 
     AppWorld::setPassword("secret");
     realInput::key("Ctrl+W");
@@ -78,7 +78,7 @@ TEST_F(StatusMenuTest, WithoutATrayClosingTheWindowTellsOnceThatTheProgramGoesOn
     EXPECT_FALSE(world->parts().window.isVisible());
 
     world->app().showVeilkeep();
-    EXPECT_TRUE(eventually([this] { return world->window()->isActiveWindow(); }));
+    ASSERT_TRUE(world->giveKeyboard());
     realInput::key("Ctrl+W");
     EXPECT_TRUE(eventually([this] { return !world->parts().window.isVisible(); }));
     settle();
