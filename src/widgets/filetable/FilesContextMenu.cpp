@@ -17,7 +17,6 @@ QString withoutMnemonic(QString title) {
 FilesContextMenu::FilesContextMenu(FilesViewController& files, FileListActions& actions, std::ptrdiff_t row,
                                    const QString& currentGroupName, QWidget* parent)
     : QMenu(parent), m_files(files), m_actions(actions), m_currentGroupName(currentGroupName) {
-    setAttribute(Qt::WA_DeleteOnClose);
     const int switchValue = m_actions.menuState(row);
     const auto isEnabled = [this](int tag) {
         return m_actions.validateMenuItem(tag, m_currentGroupName).isEnabled;

@@ -4,6 +4,8 @@
 #include "widgets/filetable/FilesTableDelegate.h"
 #include "widgets/preview/Previews.h"
 
+#include <QMenu>
+#include <QPointer>
 #include <QTableView>
 
 #include <functional>
@@ -88,6 +90,7 @@ private:
     FilesTableModel* m_model = nullptr;
     FilesTableDelegate* m_delegate = nullptr;
     EmptyTableNotice* m_notice = nullptr; // made for its first use
+    QPointer<QMenu> m_menu;
     std::function<QString()> m_groupName;
     ListedFile m_keptFile; // while the rows change
     int m_keptOffset = 0;

@@ -146,9 +146,12 @@ void FilesTableView::contextMenuEvent(QContextMenuEvent* event) {
                         isByKey ? visualRect(at).center() : viewport()->mapFromGlobal(event->globalPos()));
 }
 
+// The last menu stays until the next one: what was chosen in it may turn the event loop.
 void FilesTableView::showContextMenu(int row, const QPoint& place) {
+    delete m_menu;
     auto* const menu = new FilesContextMenu(m_files, m_actions, row,
                                             m_groupName ? m_groupName() : QStringLiteral("All Files"), this);
+    m_menu = menu;
     connect(menu, &FilesContextMenu::quickLookRequested, this, &FilesTableView::quickLookRequested);
     connect(menu, &FilesContextMenu::chooseApplicationRequested, this,
             &FilesTableView::chooseApplicationRequested);
