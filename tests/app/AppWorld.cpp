@@ -51,7 +51,8 @@ AppWorld::~AppWorld() {
 bool AppWorld::start() {
     if (!m_app->start())
         return false;
-    return !window() || eventually([this] { return window()->isActiveWindow(); });
+    settle();
+    return !parts().window.isVisible() || giveKeyboard();
 }
 
 bool AppWorld::quits(const std::function<void()>& steps) {
@@ -128,7 +129,9 @@ bool AppWorld::isAtRest() {
 
 bool AppWorld::giveKeyboard() {
     realInput::moveTo(window()->geometry().center()); // the display takes no focus by an older time
-    return showAndActivate(*window());
+    const bool isGiven = showAndActivate(*window());
+    settle();
+    return isGiven;
 }
 
 // --- The window ---
