@@ -224,6 +224,17 @@ bool AppWorld::chooseInPopup(const QString& title) {
     return isThere;
 }
 
+QWidget* AppWorld::dialog() {
+    QWidget* found = nullptr;
+    const auto look = [&] {
+        for (QWidget* const widget : QApplication::topLevelWidgets())
+            if (widget != window() && widget->isVisible() && widget->windowType() != Qt::ToolTip)
+                found = widget;
+        return found != nullptr;
+    };
+    return eventually(look) ? found : nullptr;
+}
+
 QWidget* AppWorld::openDialog(const QString& title) const {
     for (QWidget* const widget : QApplication::topLevelWidgets())
         if (widget->isVisible() && widget->isWindow() && widget->inherits("QDialog") &&

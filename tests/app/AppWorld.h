@@ -81,7 +81,8 @@ public:
     void whenOpen(const QString& title, std::function<void(QWidget&)> steps);
     void answer(const QString& title, const QString& button); // by the mouse
     bool areAllAnswered();                                    // soon
-    QWidget* openDialog(const QString& title) const;          // null for none
+    QWidget* dialog();                               // any window beside the main one, once it has come
+    QWidget* openDialog(const QString& title) const; // null for none
 
     static bool clickButton(QWidget& dialog, const QString& text); // false where there is no such button
 
