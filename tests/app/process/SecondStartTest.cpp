@@ -154,7 +154,7 @@ TEST_F(SecondStartTest, AnswersOnTheBus) {
 }
 
 TEST_F(SecondStartTest, OfTwoAtOnceOneStays) {
-    constexpr int rounds = 8;
+    constexpr int rounds = 20;
     for (int round = 0; round < rounds; ++round) {
         start();
         BackgroundProgram other({bundledProgram("Veilkeep")});
