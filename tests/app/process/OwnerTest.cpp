@@ -52,7 +52,8 @@ TEST_F(OwnerTest, HidesFirstWhatAKilledOneLeftVisible) {
                                                   {"group", "autohide", "G", "on"},
                                                   {"add", "--group=G", m_item}})
         ASSERT_EQ(ctl(words).exitStatus, 0) << words[0];
-    ASSERT_TRUE(startToWindow());
+    start(); // a progress sheet may have had the keyboard
+    ASSERT_TRUE(waitUntil([this] { return windowCount() > 0; }));
     EXPECT_EQ(ctl({"autohide"}).exitStatus, 0);
     EXPECT_FALSE(exists(m_item));
     EXPECT_EQ(ctl({"autounhide"}).exitStatus, 0);
