@@ -86,7 +86,7 @@ void ADApp::init() {
 void ADApp::whenLaunched(const std::function<void()>& request) {
     if (m_isStillLaunching)
         m_whenLaunched.push_back(request);
-    else
+    else if (m_parts)
         request();
 }
 
@@ -173,7 +173,10 @@ void ADApp::followColorScheme(bool isDark) {
 }
 
 void ADApp::finishLaunching() {
-    QTimer::singleShot(checkDelay, this, [this] { m_parts->list.check(); });
+    QTimer::singleShot(checkDelay, this, [this] {
+        if (m_parts) // events are worked on while they are taken down as well
+            m_parts->list.check();
+    });
     m_parts->window.setActivationToken(m_options.activationToken);
     if (m_options.opensWindow())
         showVeilkeep();
@@ -187,7 +190,7 @@ void ADApp::applicationDidFinishLaunching() {
     setStatusBarItem();
     QTimer::singleShot(0, this, [this] {
         for (const auto& request : std::exchange(m_whenLaunched, {}))
-            request();
+            whenLaunched(request);
     });
 }
 
@@ -211,7 +214,7 @@ bool ADApp::applicationOpenUntitledFile() {
 
 // Adding from outside is protected like every other change.
 void ADApp::openFiles(const std::vector<std::string>& paths) {
-    if (paths.empty() || m_isTerminating)
+    if (!m_parts || paths.empty() || m_isTerminating)
         return;
     showVeilkeep();
     if (m_parts->list.window().windowState())
