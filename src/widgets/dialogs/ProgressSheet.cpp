@@ -13,6 +13,7 @@ namespace veilkeep {
 namespace {
 
 constexpr std::chrono::milliseconds frame(33);
+constexpr std::chrono::milliseconds patience(150); // a batch that is through by then shows no sheet
 
 } // namespace
 
@@ -42,7 +43,7 @@ void ProgressSheet::begin(const QString& stage, bool canBeCancelled) {
     }
     m_panel->begin(stage, canBeCancelled);
     m_updated = m_inputTaken = Clock::now();
-    m_showing.start(0);
+    m_showing.start(patience);
 }
 
 void ProgressSheet::show() {
@@ -57,8 +58,16 @@ void ProgressSheet::show() {
 void ProgressSheet::hide() {
     if (m_panel)
         m_panel->takeInput();
-    if (m_panel && !m_isOpen)
-        m_panel->hide();
+    if (m_panel && !m_isOpen && m_panel->isVisible())
+        giveBackKeyboard();
+}
+
+// Not every window manager, and no bare display, gives it back to the window below.
+void ProgressSheet::giveBackKeyboard() {
+    const bool hasKeyboard = m_panel->isActiveWindow();
+    m_panel->hide();
+    if (hasKeyboard)
+        m_panel->parentWidget()->activateWindow();
 }
 
 void ProgressSheet::setSubStage(const QString& subStage) {

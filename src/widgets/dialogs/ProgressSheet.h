@@ -14,7 +14,7 @@ namespace veilkeep {
 class ProgressPanel;
 
 // Shows progress as a sheet on the main window, and nothing where that cannot be seen. The sheet comes with
-// the first turn of the event loop, before which nothing could be painted, and goes when the input that came
+// a turn of the event loop once the work has taken a moment, and goes when the input that came
 // for the main window meanwhile has been turned away. Main thread.
 class ProgressSheet : public ProgressView {
 public:
@@ -40,6 +40,7 @@ private:
     void show();
     void hide();
     void update();
+    void giveBackKeyboard();
     void takeInput() const;
 
     MainWindowAnswer m_mainWindow;

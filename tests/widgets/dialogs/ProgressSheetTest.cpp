@@ -3,7 +3,7 @@
 #include "filelist/MainThread.h"
 #include "tests/support/WaitUntil.h"
 #include "tests/widgets/dialogs/OpenWindows.h"
-#include "widgets/dialogs/ElidedLabel.h"
+#include "widgets/controls/ElidedLabel.h"
 #include "widgets/dialogs/ProgressPanel.h"
 
 #include <QDeadlineTimer>
