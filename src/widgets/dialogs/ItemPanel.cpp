@@ -16,6 +16,7 @@
 #include <QLineEdit>
 #include <QListView>
 #include <QPushButton>
+#include <QScreen>
 #include <QShortcut>
 #include <QSplitter>
 #include <QToolButton>
@@ -54,7 +55,7 @@ ItemPanel::ItemPanel(const Wishes& wishes, QWidget* parent)
     connect(&m_reader, &FolderReader::done, this, &ItemPanel::showContents);
     connect(m_list->selectionModel(), &QItemSelectionModel::selectionChanged, this, &ItemPanel::validate);
     connect(m_model, &QAbstractItemModel::modelReset, this, &ItemPanel::validate);
-    resize(760, 500);
+    resize(QSize(760, 500).boundedTo(screen()->availableSize()));
     m_choose->setDefault(true);
     m_list->setFocus();
 }

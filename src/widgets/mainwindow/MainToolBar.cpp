@@ -54,14 +54,9 @@ protected:
 
 } // namespace
 
-MainToolBar::MainToolBar(CommandActions& actions, QWidget* parent) : QToolBar(parent), m_actions(actions) {
-    setMovable(false);
-    setFloatable(false);
-    setContextMenuPolicy(Qt::PreventContextMenu);
-    setIconSize({16, 16});
-    setWindowTitle(tr("Toolbar"));
-    auto* const controls = new QWidget(this);
-    auto* const row = new QHBoxLayout(controls);
+MainToolBar::MainToolBar(CommandActions& actions, QWidget* parent) : QWidget(parent), m_actions(actions) {
+    setAccessibleName(tr("Toolbar"));
+    auto* const row = new QHBoxLayout(this);
     row->setContentsMargins(gap, gap, gap, gap);
     row->setSpacing(gap);
     addButton(*row, Command::AddFiles, QStringLiteral("add"));
@@ -71,8 +66,7 @@ MainToolBar::MainToolBar(CommandActions& actions, QWidget* parent) : QToolBar(pa
     m_searchField = makeSearchField();
     row->addWidget(m_searchField);
     addButton(*row, Command::ToggleInfo, {});
-    controls->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-    addWidget(controls);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     connect(&m_actions, &CommandActions::validated, this, &MainToolBar::nameButtons);
     nameButtons();
 }
@@ -82,7 +76,7 @@ void MainToolBar::addButton(QBoxLayout& row, Command command, const QString& ima
     if (!action)
         return;
     auto* const button = new FramedButton(this);
-    button->setIconSize(iconSize());
+    button->setIconSize({16, 16});
     button->setToolButtonStyle(image.isEmpty() ? Qt::ToolButtonTextOnly : Qt::ToolButtonTextBesideIcon);
     if (!image.isEmpty())
         action->setIcon(programImage::symbol(image));
@@ -95,9 +89,13 @@ QLineEdit* MainToolBar::makeSearchField() {
     auto* const field = new QLineEdit(this);
     field->setPlaceholderText(tr("Search"));
     field->setAccessibleName(tr("Search"));
-    field->setClearButtonEnabled(true);
-    for (QAction* const clear : field->findChildren<QAction*>())
-        clear->setText(tr("Clear Search"));
+    auto* const clear =
+        field->addAction(programImage::symbol(QStringLiteral("clear")), QLineEdit::TrailingPosition);
+    clear->setText(tr("Clear Search"));
+    clear->setVisible(false);
+    connect(clear, &QAction::triggered, field, &QLineEdit::clear);
+    connect(field, &QLineEdit::textChanged, clear,
+            [clear](const QString& text) { clear->setVisible(!text.isEmpty()); });
     field->addAction(programImage::symbol(QStringLiteral("search")), QLineEdit::LeadingPosition)
         ->setText(tr("Search"));
     field->setFixedWidth(searchWidth);
@@ -108,12 +106,9 @@ QLineEdit* MainToolBar::makeSearchField() {
 
 // Labels may begin with a blank, which nobody wants to hear.
 void MainToolBar::nameButtons() {
-    for (QToolButton* const button : findChildren<QToolButton*>()) {
+    for (QToolButton* const button : findChildren<QToolButton*>())
         if (const QAction* const action = button->defaultAction())
             button->setAccessibleName(action->iconText().trimmed());
-        else
-            button->setAccessibleName(tr("More")); // of a toolbar that is too narrow
-    }
 }
 
 void MainToolBar::paintEvent(QPaintEvent*) {
@@ -124,7 +119,7 @@ void MainToolBar::paintEvent(QPaintEvent*) {
 
 bool MainToolBar::eventFilter(QObject* watched, QEvent* event) {
     if (watched != m_searchField || event->type() != QEvent::KeyPress)
-        return QToolBar::eventFilter(watched, event);
+        return QWidget::eventFilter(watched, event);
     switch (static_cast<QKeyEvent*>(event)->key()) {
     case Qt::Key_Escape:
         if (m_searchField->text().isEmpty())

@@ -2,15 +2,16 @@
 
 #include "widgets/mainwindow/CommandActions.h"
 
-#include <QToolBar>
+#include <QWidget>
 
 class QBoxLayout;
 class QLineEdit;
 
 namespace veilkeep {
 
-// The toolbar of the main window with the search field. Main thread.
-class MainToolBar : public QToolBar {
+// The toolbar of the main window with the search field. No QToolBar, whose standard icons, never shown here,
+// would load Qt's plugins for every image format. Main thread.
+class MainToolBar : public QWidget {
     Q_OBJECT
 
 public:

@@ -86,7 +86,6 @@ VeilkeepWindow::Private::Private(VeilkeepWindow& window, const VeilkeepWindowPar
     window.setWindowTitle(applicationName());
     window.setContextMenuPolicy(Qt::NoContextMenu);
     window.setMinimumSize(640, 400);
-    window.addToolBar(m_toolBar);
     auto* const menu = new MainMenu(*window.menuBar(), m_actions, parts.files, parts.actions);
     menu->setParent(this);
     connect(menu, &MainMenu::chooseApplicationRequested, &window,
@@ -100,7 +99,13 @@ VeilkeepWindow::Private::Private(VeilkeepWindow& window, const VeilkeepWindowPar
     m_splitter->setStretchFactor(0, 0);
     m_splitter->setStretchFactor(1, 1);
     m_splitter->setStretchFactor(2, 0);
-    window.setCentralWidget(m_splitter);
+    auto* const panes = new QWidget(&window);
+    auto* const layout = new QVBoxLayout(panes);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(m_toolBar);
+    layout->addWidget(m_splitter, 1);
+    window.setCentralWidget(panes);
     connectPanes();
     connectValidation();
     restorePlace();

@@ -122,7 +122,7 @@ void QuickPanel::layOut() {
     whole->addWidget(m_pages, 1);
     whole->addLayout(bar);
     setMinimumSize(360, 280);
-    resize(usualSize);
+    resize(usualSize.boundedTo(screen()->availableSize()));
 }
 
 QAbstractButton* QuickPanel::arrowButton(Qt::ArrowType arrow, const QString& name) {
