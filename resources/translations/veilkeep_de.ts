@@ -1773,10 +1773,6 @@
         <source>Clear Search</source>
         <translation>Suche leeren</translation>
     </message>
-    <message>
-        <source>More</source>
-        <translation>Mehr</translation>
-    </message>
 </context>
 <context>
     <name>veilkeep::MessageBar</name>

@@ -1773,10 +1773,6 @@
         <source>Clear Search</source>
         <translation>Borrar la búsqueda</translation>
     </message>
-    <message>
-        <source>More</source>
-        <translation>Más</translation>
-    </message>
 </context>
 <context>
     <name>veilkeep::MessageBar</name>
