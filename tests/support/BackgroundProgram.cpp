@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <signal.h>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -22,6 +23,7 @@ BackgroundProgram::BackgroundProgram(const std::vector<std::string>& arguments) 
     argv.push_back(nullptr);
     m_process = ::fork();
     if (m_process == 0) {
+        ::prctl(PR_SET_PDEATHSIG, SIGKILL); // a test that crashes leaves nothing behind that CTest waits for
         ::dup2(writer.get(), STDOUT_FILENO);
         ::execv(argv[0], argv.data());
         ::_exit(123);

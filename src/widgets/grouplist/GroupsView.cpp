@@ -182,14 +182,19 @@ void GroupsView::contextMenuEvent(QContextMenuEvent* event) {
 
 void GroupsView::openMenu(const QModelIndex& index, const QPoint& onScreen) {
     const ListedGroup clicked = m_groups.clickedGroup(index.row());
-    auto* const menu = new QMenu(this);
-    menu->setAttribute(Qt::WA_DeleteOnClose);
-    const auto add = [&](int tag, const QString& title, auto slot) {
-        const GroupViewController::MenuItem item = m_groups.validateMenuItem(tag, clicked);
+    delete m_menu; // stays until now: what was chosen in it may turn the event loop
+    m_menu = new QMenu(this);
+    QMenu* const menu = m_menu;
+    using Slot = void (GroupViewController::*)(const ListedGroup&);
+    GroupViewController& groups = m_groups;
+    const auto add = [&groups, &clicked, menu](int tag, const QString& title, Slot slot) {
+        const GroupViewController::MenuItem item = groups.validateMenuItem(tag, clicked);
         QAction* const action = menu->addAction(withoutMnemonics(item.title.isNull() ? title : item.title));
         action->setData(tag);
         action->setEnabled(item.isEnabled);
-        connect(action, &QAction::triggered, &m_groups, [this, clicked, slot] { (m_groups.*slot)(clicked); });
+        GroupViewController* const target = &groups;
+        connect(action, &QAction::triggered, target,
+                [target, group = clicked, slot] { (target->*slot)(group); });
     };
     add(GroupViewController::HideUnhide, {}, &GroupViewController::hideUnhideGroup);
     menu->addSeparator();

@@ -3,7 +3,9 @@
 #include "groups/GroupViewController.h"
 
 #include <QListView>
+#include <QMenu>
 #include <QPersistentModelIndex>
+#include <QPointer>
 
 #include <optional>
 
@@ -67,6 +69,7 @@ private:
     GroupViewController& m_groups;
     GroupsModel* m_model;
     GroupDelegate* m_delegate;
+    QPointer<QMenu> m_menu; // the last one
     QPersistentModelIndex m_pressedEdit;
     GroupDrag m_drag; // what is over the list
     DropAnswer m_dropPlace;

@@ -118,6 +118,7 @@ QString FakeTray::toolTip() {
         argument.asVariant();
     argument.endArray();
     argument >> title;
+    argument.endStructure();
     return title;
 }
 
