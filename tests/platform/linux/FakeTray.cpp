@@ -114,8 +114,13 @@ QString FakeTray::toolTip() {
     argument.beginStructure();
     argument >> icon;
     argument.beginArray();
-    while (!argument.atEnd())
-        argument.asVariant();
+    while (!argument.atEnd()) {
+        int width = 0, height = 0;
+        QByteArray pixels;
+        argument.beginStructure();
+        argument >> width >> height >> pixels;
+        argument.endStructure();
+    }
     argument.endArray();
     argument >> title;
     argument.endStructure();
