@@ -52,7 +52,10 @@ bool AppWorld::start() {
     if (!m_app->start())
         return false;
     settle();
-    return !parts().window.isVisible() || giveKeyboard();
+    if (!parts().window.isVisible())
+        return true;
+    // What follows the window a moment later takes the selection back.
+    return giveKeyboard() && eventually([this] { return groups().autoUnhideHappened() && isAtRest(); });
 }
 
 bool AppWorld::quits(const std::function<void()>& steps) {
