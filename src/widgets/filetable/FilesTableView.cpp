@@ -21,9 +21,9 @@ FilesTableView::FilesTableView(FilesViewController& files, FileListActions& acti
       m_actions(actions),
       m_model(new FilesTableModel(files, previews, this)),
       m_delegate(new FilesTableDelegate(*m_model, this)) {
-    setModel(m_model);
     setItemDelegate(m_delegate);
-    lookLikeTable();
+    lookLikeTable(); // first: a header goes through all its rows for each of its settings
+    setModel(m_model);
     new FilesTableSelection(files.filesController(), *m_model, *selectionModel(), this);
     connect(m_model, &FilesTableModel::modelAboutToBeReset, this, &FilesTableView::keepPlace);
     connect(m_model, &FilesTableModel::rowsAboutToBeRemoved, this, &FilesTableView::keepPlace);
@@ -60,12 +60,12 @@ void FilesTableView::lookLikeTable() {
     horizontalHeader()->setMinimumSectionSize(0);
     verticalHeader()->hide();
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    verticalHeader()->setMinimumSectionSize(1);
     chooseRowHeight();
 }
 
 void FilesTableView::chooseRowHeight() {
     const int height = RowLayout::heightFor(font());
-    verticalHeader()->setMinimumSectionSize(height);
     verticalHeader()->setDefaultSectionSize(height);
     verticalScrollBar()->setSingleStep(height / 2);
     const QStyle& look = *style();
