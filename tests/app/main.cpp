@@ -2,12 +2,12 @@
 // bus but those that a test starts, and no application object yet.
 
 #include "tests/app/AppWorld.h"
+#include "tests/support/gui/NeedsDisplay.h"
 #include "tests/support/gui/VirtualDisplay.h"
 
 #include <gtest/gtest.h>
 
 #include <cstdlib>
-#include <memory>
 #include <string>
 
 namespace {
@@ -15,19 +15,6 @@ namespace {
 using namespace veilkeep::test;
 
 const ScratchTree* scratchOfThisProcess = nullptr;
-
-class NeedsDisplay : public ::testing::Environment {
-public:
-    explicit NeedsDisplay(std::string trouble) : m_trouble(std::move(trouble)) {}
-
-    void SetUp() override {
-        if (!m_trouble.empty())
-            GTEST_SKIP() << m_trouble;
-    }
-
-private:
-    std::string m_trouble;
-};
 
 } // namespace
 

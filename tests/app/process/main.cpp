@@ -2,6 +2,7 @@
 // his own, no message bus but those that a test starts.
 
 #include "tests/app/process/ProcessWorld.h"
+#include "tests/support/gui/NeedsDisplay.h"
 #include "tests/support/gui/VirtualDisplay.h"
 
 #include <QCoreApplication>
@@ -19,19 +20,6 @@ namespace {
 using namespace veilkeep::test;
 
 const ScratchTree* scratchOfThisProcess = nullptr;
-
-class NeedsDisplay : public ::testing::Environment {
-public:
-    explicit NeedsDisplay(std::string trouble) : m_trouble(std::move(trouble)) {}
-
-    void SetUp() override {
-        if (!m_trouble.empty())
-            GTEST_SKIP() << m_trouble;
-    }
-
-private:
-    std::string m_trouble;
-};
 
 void becomeOrdinary() {
     if (isRoot() && (::setgroups(0, nullptr) != 0 || ::setresgid(ordinaryUser, ordinaryUser, ordinaryUser) ||

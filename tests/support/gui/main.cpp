@@ -1,6 +1,7 @@
 // The main() of tests with real windows: a display, a home and no message bus but those that a test starts.
 
 #include "tests/support/ScratchTree.h"
+#include "tests/support/gui/NeedsDisplay.h"
 #include "tests/support/gui/VirtualDisplay.h"
 
 #include <gtest/gtest.h>
@@ -8,25 +9,11 @@
 #include <QApplication>
 
 #include <cstdlib>
-#include <memory>
 #include <string>
 
 namespace {
 
 using namespace veilkeep::test;
-
-class NeedsDisplay : public ::testing::Environment {
-public:
-    explicit NeedsDisplay(std::string trouble) : m_trouble(std::move(trouble)) {}
-
-    void SetUp() override {
-        if (!m_trouble.empty())
-            GTEST_SKIP() << m_trouble;
-    }
-
-private:
-    std::string m_trouble;
-};
 
 } // namespace
 
