@@ -30,7 +30,7 @@ public:
     Result<SafeFile::Saved> save(std::span<const ListedFile> files);
 
     bool isOfNewerVersion() const { return m_file.isOfNewerVersion(); }
-    bool isAsLeft() const { return m_file.isAsLeft(); }
+    bool isAsLeft() { return m_file.isAsLeft(); }
 
 private:
     RecordsFile m_file;

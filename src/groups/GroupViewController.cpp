@@ -63,15 +63,15 @@ void GroupViewController::loadDataFromDisk() {
 }
 
 bool GroupViewController::saveDataToDisk() {
-    const GroupsInfoFile& file = m_parts.dataFile;
-    if (!m_mayChange || (!m_isToBeSaved && (file.isOfNewerVersion() || file.file().isAsLeft())))
+    GroupsInfoFile& file = m_parts.dataFile;
+    if (!m_mayChange || (!m_isToBeSaved && (file.isOfNewerVersion() || file.isAsLeft())))
         return true;
     if (m_itemsAreSavedFirst && !m_parts.files.saveDataToDisk()) {
         setSaveTrouble(m_parts.files.saveTrouble());
         return false;
     }
     m_itemsAreSavedFirst = false;
-    const auto saved = m_parts.dataFile.save(m_groups);
+    const auto saved = file.save(m_groups);
     if (!saved)
         logError("Failed to save the groups to file " + file.path(), saved.error());
     m_isToBeSaved = !saved;

@@ -21,6 +21,7 @@ public:
 
     const std::string& path() const { return m_file.path(); }
     const RecordsFile& file() const { return m_file; }
+    bool isAsLeft() { return m_file.isAsLeft(); }
 
     struct Loaded { // as RecordsFile::Loaded
         std::optional<std::vector<Group>> groups;

@@ -45,7 +45,7 @@ public:
     bool isOfNewerVersion() const { return m_isOfNewerVersion; }
 
     // Whether the place holds, unchanged and durably, what was loaded or saved last.
-    bool isAsLeft() const { return m_file.isAsLeft(); }
+    bool isAsLeft() { return m_file.isAsLeft(); }
 
 private:
     Result<Records> take(std::string bytes, const std::string& path);

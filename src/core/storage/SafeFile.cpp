@@ -64,11 +64,14 @@ Result<SafeFile::Saved> SafeFile::save(std::string_view bytes) {
     return replace(*target, *present, bytes, digest);
 }
 
-bool SafeFile::isAsLeft() const {
-    if (!m_seen || m_seen->durability != Durability::Proven)
+bool SafeFile::isAsLeft() {
+    if (!m_seen || m_seen->durability == Durability::Failed)
         return false;
-    const auto present = fileStamp(m_path);
-    return present && *present == m_seen->stamp;
+    const auto target = replaceTarget(m_path);
+    if (!target)
+        return false;
+    const auto present = fileStamp(*target);
+    return present && *present == m_seen->stamp && confirm(*target);
 }
 
 std::vector<std::string> SafeFile::earlierCopies() const {

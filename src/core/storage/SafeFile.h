@@ -48,8 +48,9 @@ public:
     // place holds what it held before.
     Result<Saved> save(std::string_view bytes);
 
-    // Whether the place holds, unchanged and durably, what was read or saved last: a look at its stamp alone.
-    bool isAsLeft() const;
+    // Whether the place holds, unchanged and durably, what was read or saved last: a look at its stamp alone,
+    // and a sync where it was only read.
+    bool isAsLeft();
 
     // Full paths of the earlier good states, newest first.
     std::vector<std::string> earlierCopies() const;
