@@ -105,8 +105,8 @@
         <translation>Zu viele Elemente in einer Anfrage.</translation>
     </message>
     <message>
-        <source>The request names no action.</source>
-        <translation>Die Anfrage nennt keine Aktion.</translation>
+        <source>There is no action “%1”.</source>
+        <translation>Es gibt keine Aktion „%1“.</translation>
     </message>
 </context>
 <context>
@@ -961,10 +961,6 @@
         <translation>AutoHide-Gruppen verbergen</translation>
     </message>
     <message>
-        <source>Unhide AutoHide Groups</source>
-        <translation>AutoHide-Gruppen zeigen</translation>
-    </message>
-    <message>
         <source>Show Info</source>
         <translation>Infos einblenden</translation>
     </message>
@@ -1009,10 +1005,6 @@
         <translation>%1 zeigen…</translation>
     </message>
     <message>
-        <source>Close Window</source>
-        <translation>Fenster schließen</translation>
-    </message>
-    <message>
         <source>%1 Help</source>
         <translation>Hilfe zu %1</translation>
     </message>
@@ -1043,6 +1035,14 @@
     <message>
         <source>Quit %1</source>
         <translation>%1 beenden</translation>
+    </message>
+    <message>
+        <source>Show AutoHide Groups</source>
+        <translation>AutoHide-Gruppen zeigen</translation>
+    </message>
+    <message>
+        <source>Hide %1</source>
+        <translation>%1 ausblenden</translation>
     </message>
 </context>
 <context>
@@ -1098,12 +1098,12 @@
         <translation>Löschen</translation>
     </message>
     <message>
-        <source>Something went wrong, and a problem report was written. It stays on this computer and may name your items:</source>
-        <translation>Etwas ist schiefgegangen, und ein Problembericht wurde geschrieben. Er bleibt auf diesem Rechner und kann Ihre Elemente nennen:</translation>
-    </message>
-    <message>
         <source>Close</source>
         <translation>Schließen</translation>
+    </message>
+    <message>
+        <source>It stays on this computer until you pass it on; please read it before:</source>
+        <translation>Er bleibt auf diesem Computer, bis Sie ihn weitergeben; bitte lesen Sie ihn vorher:</translation>
     </message>
 </context>
 <context>
@@ -1275,38 +1275,6 @@
         <translation>Beim Verbergen sind Fehler aufgetreten</translation>
     </message>
     <message>
-        <source>About %1</source>
-        <translation>Über %1</translation>
-    </message>
-    <message>
-        <source>Quit %1</source>
-        <translation>%1 beenden</translation>
-    </message>
-    <message>
-        <source>%1 Help</source>
-        <translation>Hilfe zu %1</translation>
-    </message>
-    <message>
-        <source>Show %1…</source>
-        <translation>%1 zeigen…</translation>
-    </message>
-    <message>
-        <source>Hide %1</source>
-        <translation>%1 ausblenden</translation>
-    </message>
-    <message>
-        <source>Add Items…</source>
-        <translation>Elemente hinzufügen…</translation>
-    </message>
-    <message>
-        <source>Hide AutoHide Groups</source>
-        <translation>AutoHide-Gruppen verbergen</translation>
-    </message>
-    <message>
-        <source>Show AutoHide Groups</source>
-        <translation>AutoHide-Gruppen zeigen</translation>
-    </message>
-    <message>
         <source> Hide Info</source>
         <translation>Infos ausblenden</translation>
     </message>
@@ -1385,6 +1353,14 @@
     <message>
         <source>Quit Anyway</source>
         <translation>Trotzdem beenden</translation>
+    </message>
+    <message>
+        <source>Something went wrong, and a problem report was written.</source>
+        <translation>Etwas ist schiefgegangen, und ein Problembericht wurde geschrieben.</translation>
+    </message>
+    <message>
+        <source>A report on this program and its desktop was written, for you to add what you want to say.</source>
+        <translation>Ein Bericht über dieses Programm und seine Arbeitsumgebung wurde geschrieben, dem Sie hinzufügen können, was Sie sagen möchten.</translation>
     </message>
 </context>
 <context>

@@ -105,8 +105,8 @@
         <translation>Demasiados elementos en una petición.</translation>
     </message>
     <message>
-        <source>The request names no action.</source>
-        <translation>La petición no indica ninguna acción.</translation>
+        <source>There is no action “%1”.</source>
+        <translation>No hay ninguna acción «%1».</translation>
     </message>
 </context>
 <context>
@@ -961,10 +961,6 @@
         <translation>Ocultar grupos AutoHide</translation>
     </message>
     <message>
-        <source>Unhide AutoHide Groups</source>
-        <translation>Mostrar grupos AutoHide</translation>
-    </message>
-    <message>
         <source>Show Info</source>
         <translation>Mostrar información</translation>
     </message>
@@ -1009,10 +1005,6 @@
         <translation>Mostrar %1…</translation>
     </message>
     <message>
-        <source>Close Window</source>
-        <translation>Cerrar ventana</translation>
-    </message>
-    <message>
         <source>%1 Help</source>
         <translation>Ayuda de %1</translation>
     </message>
@@ -1043,6 +1035,14 @@
     <message>
         <source>Quit %1</source>
         <translation>Salir de %1</translation>
+    </message>
+    <message>
+        <source>Show AutoHide Groups</source>
+        <translation>Mostrar grupos AutoHide</translation>
+    </message>
+    <message>
+        <source>Hide %1</source>
+        <translation>Esconder %1</translation>
     </message>
 </context>
 <context>
@@ -1098,12 +1098,12 @@
         <translation>Borrar</translation>
     </message>
     <message>
-        <source>Something went wrong, and a problem report was written. It stays on this computer and may name your items:</source>
-        <translation>Algo salió mal y se escribió un informe del problema. Se queda en este equipo y puede nombrar sus elementos:</translation>
-    </message>
-    <message>
         <source>Close</source>
         <translation>Cerrar</translation>
+    </message>
+    <message>
+        <source>It stays on this computer until you pass it on; please read it before:</source>
+        <translation>Se queda en este equipo hasta que usted lo entregue; léalo antes:</translation>
     </message>
 </context>
 <context>
@@ -1275,38 +1275,6 @@
         <translation>Se produjeron errores al ocultar archivos</translation>
     </message>
     <message>
-        <source>About %1</source>
-        <translation>Acerca de %1</translation>
-    </message>
-    <message>
-        <source>Quit %1</source>
-        <translation>Salir de %1</translation>
-    </message>
-    <message>
-        <source>%1 Help</source>
-        <translation>Ayuda de %1</translation>
-    </message>
-    <message>
-        <source>Show %1…</source>
-        <translation>Mostrar %1…</translation>
-    </message>
-    <message>
-        <source>Hide %1</source>
-        <translation>Esconder %1</translation>
-    </message>
-    <message>
-        <source>Add Items…</source>
-        <translation>Añadir elementos…</translation>
-    </message>
-    <message>
-        <source>Hide AutoHide Groups</source>
-        <translation>Ocultar grupos AutoHide</translation>
-    </message>
-    <message>
-        <source>Show AutoHide Groups</source>
-        <translation>Mostrar grupos AutoHide</translation>
-    </message>
-    <message>
         <source> Hide Info</source>
         <translation>Ocultar información</translation>
     </message>
@@ -1385,6 +1353,14 @@
     <message>
         <source>Quit Anyway</source>
         <translation>Salir de todos modos</translation>
+    </message>
+    <message>
+        <source>Something went wrong, and a problem report was written.</source>
+        <translation>Algo salió mal y se escribió un informe del problema.</translation>
+    </message>
+    <message>
+        <source>A report on this program and its desktop was written, for you to add what you want to say.</source>
+        <translation>Se escribió un informe sobre este programa y su escritorio, al que puede añadir lo que quiera decir.</translation>
     </message>
 </context>
 <context>

@@ -63,11 +63,13 @@ QString ADAlertManager::showRecentsAlert() {
             "avoid finding your files in that list, but the hiding operation will take a bit longer. "
             "You can enable/disable this option in Veilkeep Preferences.") +
         '\n' + QCoreApplication::translate("ADAlertManager", "Would you like to enable this feature now?");
-    const AlertAnswer answer = m_alerts.answerTo(
+    Alert alert =
         fixedAlert(Alert::Style::Informational,
-                   QCoreApplication::translate("ADAlertManager", "Recent files list removal."), message),
-        {QCoreApplication::translate("ADAlertManager", "Remove Recents"),
-         QCoreApplication::translate("ADAlertManager", "Don't Remove Recents")});
+                   QCoreApplication::translate("ADAlertManager", "Recent files list removal."), message);
+    alert.cancellingCode = 0; // what was closed unanswered is asked again
+    const AlertAnswer answer = m_alerts.answerTo(
+        std::move(alert), {QCoreApplication::translate("ADAlertManager", "Remove Recents"),
+                           QCoreApplication::translate("ADAlertManager", "Don't Remove Recents")});
     if (answer.nobodyThere)
         return {}; // what the user never decided must not be remembered as a No
     if (answer.code == Alerts::firstButton)

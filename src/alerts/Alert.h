@@ -4,6 +4,7 @@
 #include <QStringList>
 
 #include <functional>
+#include <optional>
 #include <vector>
 
 namespace veilkeep {
@@ -36,11 +37,12 @@ struct Alert {
     QStringList applications;       // shown as a list, where there are any
 
     // Who shows the alert calls this first, on the thread that shows it. False: nobody is there any more;
-    // nothing is shown, and the cancelling button is the answer.
+    // nothing is shown, and the cancelling code is the answer.
     std::function<bool()> beginShowing = [] { return true; };
 
-    // Answers for the user who is not there or closes the alert: the last button, in all alerts.
-    const Button& cancellingButton() const { return buttons.back(); }
+    // The answer of a user who is not there or closes the alert. The last button's where none is said.
+    std::optional<int> cancellingCode;
+    int codeWhenCancelled() const { return cancellingCode.value_or(buttons.back().code); }
 };
 
 struct AlertAnswer {

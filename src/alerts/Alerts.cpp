@@ -115,7 +115,7 @@ AlertAnswer Alerts::run(Alert alert, unsigned int departures, const std::functio
 
 AlertAnswer Alerts::unansweredBy(const Alert& alert) const {
     logLine("Nobody was there to answer: " + alert.title.toStdString());
-    return {alert.cancellingButton().code, false, true};
+    return {alert.codeWhenCancelled(), false, true};
 }
 
 void Alerts::beginInformationalAlertSheet(const QString& title, const QString& message) {

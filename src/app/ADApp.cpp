@@ -10,12 +10,9 @@
 #include "widgets/controls/DarkPalette.h"
 #include "widgets/images/ProgramImages.h"
 
-#include <QDBusPendingCallWatcher>
-#include <QMessageBox>
 #include <QThread>
 #include <QTimer>
 
-#include <algorithm>
 #include <cerrno>
 #include <utility>
 
@@ -122,8 +119,7 @@ ADApp::Start ADApp::takeList() {
         refuse(tr("Another program is using the list of %1.").arg(veilkeep::applicationName()),
                tr("Only one program at a time can work on it. Please end the other one first."));
     else
-        refuse(tr("The list of %1 cannot be used.").arg(veilkeep::applicationName()),
-               QStringLiteral("%1: %2").arg(shownPath(error.path), errorReason(error)));
+        refuse(tr("The list of %1 cannot be used.").arg(veilkeep::applicationName()), errorWithPath(error));
     return Start::Ends;
 }
 
@@ -156,7 +152,7 @@ void ADApp::awakeFromNib() {
     connect(&m_parts->colorScheme, &ColorScheme::darkChanged, this, &ADApp::followColorScheme);
     connect(&list.files().hideOperations(), &HideOperations::batchRunningChanged, this,
             [this](bool isRunning) {
-                if (!isRunning && !m_parts->list.turns().isLeaving())
+                if (!isRunning && !m_parts->list.turns().isNobodyThere())
                     m_parts->sounds.playSound("HideSound");
             });
     list.load();
@@ -180,6 +176,8 @@ void ADApp::finishLaunching() {
     m_parts->window.setActivationToken(m_options.activationToken);
     if (m_options.opensWindow())
         showVeilkeep();
+    if (m_options.opensWindow() && !m_parts->list.window().windowState())
+        return; // refused
     QTimer::singleShot(0, this, [this] { open(m_options.toOpen); });
 }
 
@@ -201,8 +199,13 @@ void ADApp::open(const OpenRequest& request) {
 }
 
 void ADApp::showVeilkeepActivateApp(bool ignoringOthers) {
-    if (m_parts)
+    const auto show = [this, ignoringOthers] {
         m_parts->list.window().showVeilkeepActivateApp(ignoringOthers);
+    };
+    if (m_parts && m_parts->list.window().operationAllowedWithoutAsking())
+        show();
+    else
+        whenIdle(show);
 }
 
 bool ADApp::applicationOpenUntitledFile() {
@@ -212,13 +215,35 @@ bool ADApp::applicationOpenUntitledFile() {
     return true;
 }
 
-// Adding from outside is protected like every other change.
+// Adding from outside is protected like every other change. What is hidden stays hidden where the window is
+// there.
 void ADApp::openFiles(const std::vector<std::string>& paths) {
-    if (!m_parts || paths.empty() || m_isTerminating)
+    if (paths.empty() || m_isTerminating)
         return;
-    showVeilkeep();
-    if (m_parts->list.window().windowState())
-        m_parts->list.turns().run([this, paths] { m_parts->list.files().addFiles(paths); });
+    whenIdle([this, paths] {
+        MainWindowController& window = m_parts->list.window();
+        if (window.windowState()) {
+            m_parts->window.activate(true);
+            m_parts->window.show();
+        } else {
+            window.showVeilkeepActivateApp(true);
+        }
+        if (window.windowState())
+            window.addFiles(paths);
+    });
+}
+
+// What opens a window of its own would hold up a batch in whose midst it was asked for. Dropped where the
+// user leaves before.
+void ADApp::whenIdle(const std::function<void()>& operation) {
+    if (!m_parts)
+        return;
+    if (!m_parts->list.turns().isRunning())
+        return operation();
+    m_parts->list.turns().run([this, operation] {
+        if (!m_parts->list.turns().isLeaving())
+            QTimer::singleShot(0, this, [this, operation] { whenIdle(operation); });
+    });
 }
 
 bool ADApp::notify(QObject* receiver, QEvent* event) {

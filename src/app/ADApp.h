@@ -2,6 +2,7 @@
 
 #include "app/StartOptions.h"
 #include "app/Translations.h"
+#include "filelist/FileOrder.h"
 #include "groups/GroupsInfoFile.h"
 #include "platform/linux/ApplicationOnBus.h"
 #include "widgets/dialogs/ReportWindow.h"
@@ -17,7 +18,10 @@
 
 namespace veilkeep {
 
+class FilesViewController;
+class GroupViewController;
 class SessionBusConnection;
+class VeilkeepWindow;
 struct UncaughtException;
 
 // The application object: starts and ends the desktop application in their order, and leads what menus ask
@@ -59,7 +63,7 @@ public:
     void removeStatusBarItem();
     bool hasStatusBarItem() const;
 
-    // --- Exceptions that nobody caught, and problem reports (ADAppHelp.cpp) ---
+    // --- Exceptions that nobody caught, and problem reports (ADAppReports.cpp) ---
     void reportException(const UncaughtException& exception);
     static void handleGenericException(const UncaughtException& exception);
     // Any thread: the report is made on the main one; another one may be ended after.
@@ -81,10 +85,12 @@ private:
     void applicationDidFinishLaunching();
     void open(const OpenRequest& request);
     void whenLaunched(const std::function<void()>& request);
+    void whenIdle(const std::function<void()>& operation);
     void refuse(const QString& title, const QString& message);
 
     // Ending (ADAppEnding.cpp).
     void closeAsked();
+    void tellOfNoIcon();
     void askAfterPass(bool allWell);
     bool mayEndUnsaved();
     void stayAfterAll();
@@ -92,17 +98,20 @@ private:
     void quitAlsoWhileStarting();
 
     // ADAppCommands.cpp
-    bool performOnList(Command command);
-    void performOnApplication(Command command);
-    void validateForList(Command command, CommandState& state) const;
-    QString title(Command command) const;
+    struct CommandRow;
+    static const CommandRow commandRows[];
+    static const CommandRow* rowOf(Command command);
+    FilesViewController& files() const;
+    GroupViewController& groups() const;
+    void inWindow(void (VeilkeepWindow::*operation)());
+    void nameInfoPane(CommandState& state) const;
     void whenAllowed(const std::function<void()>& operation);
     void openFilesPanel();
     void openWithApplicationOtherSelected();
     void makeManualAutoHide();
     void makeManualAutoUnhide();
     void hideOrShowGroup(const ListedGroup& group, bool hides);
-    void sort(Command command);
+    void sort(SortKey key);
 
     // ADAppHelp.cpp
     void openGuide(const QString& section, const QUrlQuery& query = {});
@@ -111,7 +120,7 @@ private:
     void showAboutWindow();
 
     // ADAppReports.cpp
-    void startReport(const UncaughtException& exception);
+    void startReport(const UncaughtException& exception, const QString& why);
     void sendFeedbackInThreadForException(const UncaughtException& exception);
     void actOnReport(ReportWindow::Action action, const std::string& path, const QString& text);
 
@@ -128,7 +137,7 @@ private:
     bool m_isTerminating = false;
     bool m_hasEnded = false;
     std::vector<std::function<void()>> m_whenLaunched; // what the bus asked for meanwhile
-    Command m_sortedBy = Command::SortByName;
+    SortKey m_sortedBy = SortKey::Name;
     bool m_isSortedAscending = false;
 };
 

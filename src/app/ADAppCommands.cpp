@@ -1,176 +1,173 @@
 #include "app/ADApp.h"
 #include "app/ADAppParts.h"
 
-#include "filelist/Texts.h"
 #include "groups/GroupNames.h"
+
+#include <algorithm>
 
 namespace veilkeep {
 namespace {
 
-bool isAnySelected(FilesViewController& files, File::State state) {
-    return files.filesController().isAnySelected([&](const File& file) { return file.state() == state; });
+FilesController& itemsIn(ADApp::Parts& parts) {
+    return parts.list.files().filesController();
 }
 
-FileListActions::SortKey sortKey(Command command) {
-    switch (command) {
-    case Command::SortByPlace:
-        return FileListActions::SortKey::Place;
-    case Command::SortBySize:
-        return FileListActions::SortKey::Size;
-    case Command::SortByState:
-        return FileListActions::SortKey::State;
-    default:
-        return FileListActions::SortKey::Name;
-    }
+bool isAnySelected(ADApp::Parts& parts, File::State state) {
+    return itemsIn(parts).isAnySelected([&](const File& file) { return file.state() == state; });
+}
+
+void take(const FileListActions::Item& item, CommandState& state) {
+    state.isEnabled = item.isEnabled;
+    if (!item.title.isNull())
+        state.title = item.title;
+    state.toolTip = item.toolTip;
+}
+
+template <Command command>
+void validateMenuItem(ADApp::Parts& parts, CommandState& state) {
+    const auto group = QString::fromStdString(parts.list.groups().currentGroupName());
+    take(parts.actions.validateMenuItem(static_cast<int>(command), group), state);
+}
+
+void validateRemoval(ADApp::Parts& parts, CommandState& state) {
+    const bool isOfAll = parts.list.groups().currentGroupName() == groupName::allFiles;
+    state.title = isOfAll ? ADApp::tr("Remove Item from List") : ADApp::tr("Remove Item from Group");
+    state.isEnabled = itemsIn(parts).selectedCount() > 0;
+}
+
+template <bool (FilterController::*isOn)() const>
+void validateFilter(ADApp::Parts& parts, CommandState& state) {
+    state.isChecked = (parts.list.files().filterController().*isOn)();
 }
 
 } // namespace
 
-// Of windows that this version does not have.
+// A command without a row does not exist. Without a validation it can always be asked for.
+struct ADApp::CommandRow {
+    Command command;
+    void (*perform)(ADApp& application);
+    void (*validate)(Parts& parts, CommandState& state) = [](Parts&, CommandState&) {};
+};
+
+const ADApp::CommandRow ADApp::commandRows[] = {
+    // --- What the lists do ---
+    {Command::AddFiles, [](ADApp& app) { app.whenAllowed([&app] { app.openFilesPanel(); }); }},
+    {Command::RestoreFiles, [](ADApp& app) { app.files().restoreDirectory(); }},
+    {Command::PerformSanityCheck, [](ADApp& app) { app.files().performSanityCheckOfAll(); }},
+    {Command::AddGroup, [](ADApp& app) { app.groups().addGroup(); }},
+    {Command::DeleteGroup,
+     [](ADApp& app) { app.groups().removeClickedGroupAction(app.groups().currentGroup()); },
+     [](Parts& parts, CommandState& state) {
+         const ListedGroup group = parts.list.groups().currentGroup();
+         state.isEnabled = group && group->canBeRemoved();
+     }},
+    {Command::RemoveItem, [](ADApp& app) { app.files().removeFromListAction(); }, validateRemoval},
+    {Command::RemoveFromList, [](ADApp& app) { app.files().removeFromListAction(); },
+     validateMenuItem<Command::RemoveFromList>},
+    {Command::RemoveFiles, [](ADApp& app) { app.files().removeFilesAction(); },
+     [](Parts& parts, CommandState& state) {
+         take(parts.actions.validateToolbarItem(static_cast<int>(Command::RemoveFiles)), state);
+     }},
+    {Command::OpenFile, [](ADApp& app) { app.m_parts->actions.openFileAction(); },
+     validateMenuItem<Command::OpenFile>},
+    {Command::OpenWith, [](ADApp& app) { app.openWithApplicationOtherSelected(); },
+     validateMenuItem<Command::OpenWith>},
+    {Command::RevealFile, [](ADApp& app) { app.m_parts->actions.menuRevealFileInFinder(); },
+     validateMenuItem<Command::RevealFile>},
+    {Command::HideFiles, [](ADApp& app) { app.m_parts->actions.hideSelected(); },
+     [](Parts& parts, CommandState& state) { state.isEnabled = isAnySelected(parts, File::Visible); }},
+    {Command::UnhideFiles, [](ADApp& app) { app.m_parts->actions.unhideSelected(); },
+     [](Parts& parts, CommandState& state) { state.isEnabled = isAnySelected(parts, File::Hidden); }},
+    {Command::SelectAll,
+     [](ADApp& app) { itemsIn(*app.m_parts).setSelectedObjects(itemsIn(*app.m_parts).arrangedObjects()); }},
+    {Command::HideCurrentGroup, [](ADApp& app) { app.groups().hideCurrentGroup(); }},
+    {Command::UnhideCurrentGroup, [](ADApp& app) { app.groups().unhideCurrentGroup(); }},
+    {Command::ManualAutoHide, [](ADApp& app) { app.whenAllowed([&app] { app.makeManualAutoHide(); }); }},
+    {Command::ManualAutoUnhide, [](ADApp& app) { app.whenAllowed([&app] { app.makeManualAutoUnhide(); }); }},
+
+    // --- What the table shows, and how ---
+    {Command::ShowAll, [](ADApp& app) { app.files().filterController().setShowAll(true); },
+     validateFilter<&FilterController::showAll>},
+    {Command::ShowHidden, [](ADApp& app) { app.files().filterController().setShowOnlyHidden(true); },
+     validateFilter<&FilterController::showOnlyHidden>},
+    {Command::ShowVisible, [](ADApp& app) { app.files().filterController().setShowOnlyVisible(true); },
+     validateFilter<&FilterController::showOnlyVisible>},
+    {Command::ShowBroken, [](ADApp& app) { app.files().filterController().setShowOnlyInconsistent(true); },
+     validateFilter<&FilterController::showOnlyInconsistent>},
+    {Command::SortByName, [](ADApp& app) { app.sort(FileListActions::SortKey::Name); }},
+    {Command::SortByPlace, [](ADApp& app) { app.sort(FileListActions::SortKey::Place); }},
+    {Command::SortBySize, [](ADApp& app) { app.sort(FileListActions::SortKey::Size); }},
+    {Command::SortByState, [](ADApp& app) { app.sort(FileListActions::SortKey::State); }},
+
+    // --- What the application and its window do ---
+    {Command::ShowVeilkeep, [](ADApp& app) { app.showVeilkeep(); }},
+    {Command::CloseWindow, [](ADApp& app) { app.closeAsked(); }},
+    {Command::QuickLook, [](ADApp& app) { app.inWindow(&VeilkeepWindow::toggleQuickLook); },
+     [](Parts& parts, CommandState& state) { state.isEnabled = itemsIn(parts).selectedCount() > 0; }},
+    {Command::Search, [](ADApp& app) { app.inWindow(&VeilkeepWindow::focusSearch); }},
+    {Command::ToggleInfo, [](ADApp& app) { app.inWindow(&VeilkeepWindow::toggleInfoView); }},
+    {Command::Help, [](ADApp& app) { app.openGuide({}); }},
+    {Command::Forum, [](ADApp& app) { app.visitForum(); }},
+    {Command::SupportCenter, [](ADApp& app) { app.visitSupportCenter(); }},
+    {Command::Feedback, [](ADApp& app) { app.sendFeedback(); }},
+    {Command::About, [](ADApp& app) { app.showAboutWindow(); }},
+    {Command::Quit, [](ADApp& app) { app.applicationShouldTerminate(); }},
+};
+
+const ADApp::CommandRow* ADApp::rowOf(Command command) {
+    const auto* const row = std::ranges::find(commandRows, command, &CommandRow::command);
+    return row == std::end(commandRows) ? nullptr : row;
+}
+
 bool ADApp::exists(Command command) const {
-    switch (command) {
-    case Command::EditGroup:
-    case Command::Password:
-    case Command::Preferences:
-    case Command::CheckForUpdates:
-        return false;
-    default:
-        return true;
-    }
+    return rowOf(command) != nullptr;
 }
 
 void ADApp::perform(Command command) {
-    if (!m_parts || !performOnList(command))
-        performOnApplication(command);
+    if (const CommandRow* const row = rowOf(command); row && m_parts)
+        row->perform(*this);
 }
 
-// --- What the lists do ---
+FilesViewController& ADApp::files() const {
+    return m_parts->list.files();
+}
 
-bool ADApp::performOnList(Command command) {
-    FilesViewController& files = m_parts->list.files();
-    GroupViewController& groups = m_parts->list.groups();
-    FileListActions& actions = m_parts->actions;
-    FilterController& filter = files.filterController();
-    switch (command) {
-    case Command::RestoreFiles:
-        files.restoreDirectory();
-        return true;
-    case Command::PerformSanityCheck:
-        files.performSanityCheckOfAll();
-        return true;
-    case Command::AddGroup:
-        groups.addGroup();
-        return true;
-    case Command::DeleteGroup:
-        groups.removeClickedGroupAction(groups.currentGroup());
-        return true;
-    case Command::RemoveItem:
-    case Command::RemoveFromList:
-        files.removeFromListAction();
-        return true;
-    case Command::RemoveFiles:
-        files.removeFilesAction();
-        return true;
-    case Command::OpenFile:
-        actions.openFileAction();
-        return true;
-    case Command::RevealFile:
-        actions.menuRevealFileInFinder();
-        return true;
-    case Command::HideFiles:
-        actions.hideSelected();
-        return true;
-    case Command::UnhideFiles:
-        actions.unhideSelected();
-        return true;
-    case Command::SelectAll:
-        files.filesController().setSelectedObjects(files.filesController().arrangedObjects());
-        return true;
-    case Command::HideCurrentGroup:
-        groups.hideCurrentGroup();
-        return true;
-    case Command::UnhideCurrentGroup:
-        groups.unhideCurrentGroup();
-        return true;
-    case Command::ShowAll:
-        filter.setShowAll(true);
-        return true;
-    case Command::ShowHidden:
-        filter.setShowOnlyHidden(true);
-        return true;
-    case Command::ShowVisible:
-        filter.setShowOnlyVisible(true);
-        return true;
-    case Command::ShowBroken:
-        filter.setShowOnlyInconsistent(true);
-        return true;
-    case Command::SortByName:
-    case Command::SortByPlace:
-    case Command::SortBySize:
-    case Command::SortByState:
-        sort(command);
-        return true;
-    default:
-        return false;
-    }
+GroupViewController& ADApp::groups() const {
+    return m_parts->list.groups();
+}
+
+void ADApp::inWindow(void (VeilkeepWindow::*operation)()) {
+    if (VeilkeepWindow* const window = m_parts->window.window())
+        (window->*operation)();
 }
 
 // The same key once more turns the order round.
-void ADApp::sort(Command command) {
-    m_isSortedAscending = m_sortedBy != command || !m_isSortedAscending;
-    m_sortedBy = command;
-    m_parts->actions.sort(sortKey(command), m_isSortedAscending);
-}
-
-// --- What the application and its window do ---
-
-void ADApp::performOnApplication(Command command) {
-    VeilkeepWindow* const window = m_parts ? m_parts->window.window() : nullptr;
-    switch (command) {
-    case Command::AddFiles:
-        return whenAllowed([this] { openFilesPanel(); });
-    case Command::OpenWith:
-        return openWithApplicationOtherSelected();
-    case Command::ManualAutoHide:
-        return whenAllowed([this] { makeManualAutoHide(); });
-    case Command::ManualAutoUnhide:
-        return whenAllowed([this] { makeManualAutoUnhide(); });
-    case Command::ShowVeilkeep:
-        return showVeilkeep();
-    case Command::CloseWindow:
-        return closeAsked();
-    case Command::Help:
-        return openGuide({});
-    case Command::Forum:
-        return visitForum();
-    case Command::SupportCenter:
-        return visitSupportCenter();
-    case Command::Feedback:
-        return sendFeedback();
-    case Command::About:
-        return showAboutWindow();
-    case Command::Quit:
-        return applicationShouldTerminate();
-    case Command::QuickLook:
-        return window ? window->toggleQuickLook() : void();
-    case Command::Search:
-        return window ? window->focusSearch() : void();
-    case Command::ToggleInfo:
-        return window ? window->toggleInfoView() : void();
-    default:
-        return;
-    }
+void ADApp::sort(SortKey key) {
+    m_isSortedAscending = m_sortedBy != key || !m_isSortedAscending;
+    m_sortedBy = key;
+    m_parts->actions.sort(key, m_isSortedAscending);
 }
 
 void ADApp::whenAllowed(const std::function<void()>& operation) {
-    if (m_parts && m_parts->list.window().operationAllowed())
-        operation();
+    if (m_parts->list.window().operationAllowedWithoutAsking())
+        return operation();
+    whenIdle([this, operation] {
+        if (m_parts->list.window().operationAllowed())
+            operation();
+    });
 }
 
+// One at a time: what is open comes to the front.
 void ADApp::openFilesPanel() {
-    const std::vector<std::string> chosen = m_parts->panels.chooseItemsToAdd();
-    if (!chosen.empty())
-        m_parts->list.turns().run([this, chosen] { m_parts->list.files().addFiles(chosen); });
+    if (QWidget* const open = activeModalWidget()) {
+        open->raise();
+        return open->activateWindow();
+    }
+    whenIdle([this] {
+        const std::vector<std::string> chosen = m_parts->panels.chooseItemsToAdd();
+        if (!chosen.empty())
+            m_parts->list.window().addFiles(chosen);
+    });
 }
 
 void ADApp::openWithApplicationOtherSelected() {
@@ -209,103 +206,26 @@ void ADApp::hideOrShowGroup(const ListedGroup& group, bool hides) {
 
 // --- What menus show of it ---
 
-QString ADApp::title(Command command) const {
-    const VeilkeepWindow* const window = m_parts ? m_parts->window.window() : nullptr;
-    const QString name = veilkeep::applicationName();
-    switch (command) {
-    case Command::About:
-        return tr("About %1").arg(name);
-    case Command::Quit:
-        return tr("Quit %1").arg(name);
-    case Command::Help:
-        return tr("%1 Help").arg(name);
-    case Command::ShowVeilkeep:
-        return tr("Show %1…").arg(name);
-    case Command::CloseWindow:
-        return tr("Hide %1").arg(name);
-    case Command::AddFiles:
-        return tr("Add Items…");
-    case Command::ManualAutoHide:
-        return tr("Hide AutoHide Groups");
-    case Command::ManualAutoUnhide:
-        return tr("Show AutoHide Groups");
-    case Command::ToggleInfo:
-        return window && window->isInfoViewShown() ? tr(" Hide Info") : tr("Show Info");
-    default:
-        return {};
-    }
-}
-
 CommandState ADApp::validate(Command command) const {
     CommandState state;
-    state.title = title(command);
     if (command == Command::ToggleInfo)
-        state.toolTip = m_parts && m_parts->window.window() && m_parts->window.window()->isInfoViewShown()
-                            ? tr("Hide info pane")
-                            : tr("Show info pane");
-    if (!m_parts)
+        nameInfoPane(state);
+    const CommandRow* const row = rowOf(command);
+    if (!m_parts || !row)
         return state;
     const bool isForWindow = m_parts->window.isVisible() && !activeModalWidget();
-    if (!isForWindow || !m_parts->list.window().operationAllowedWithoutAsking()) {
+    if (isForWindow && m_parts->list.window().operationAllowedWithoutAsking())
+        row->validate(*m_parts, state);
+    else
         state.isEnabled = command == Command::About || command == Command::Quit;
-        return state;
-    }
-    validateForList(command, state);
     return state;
 }
 
-void ADApp::validateForList(Command command, CommandState& state) const {
-    FilesViewController& files = m_parts->list.files();
-    const GroupViewController& groups = m_parts->list.groups();
-    const FilterController& filter = files.filterController();
-    const auto take = [&](const FileListActions::Item& item) {
-        state.isEnabled = item.isEnabled;
-        if (!item.title.isNull())
-            state.title = item.title;
-        state.toolTip = item.toolTip;
-    };
-    switch (command) {
-    case Command::DeleteGroup:
-    case Command::EditGroup:
-        state.isEnabled = groups.currentGroup() && groups.currentGroup()->canBeRemoved();
-        return;
-    case Command::RemoveItem:
-        state.title = groups.currentGroupName() == groupName::allFiles ? tr("Remove Item from List")
-                                                                       : tr("Remove Item from Group");
-        state.isEnabled = files.filesController().selectedCount() > 0;
-        return;
-    case Command::OpenFile:
-    case Command::OpenWith:
-    case Command::RevealFile:
-    case Command::RemoveFromList:
-        return take(m_parts->actions.validateMenuItem(static_cast<int>(command),
-                                                      QString::fromStdString(groups.currentGroupName())));
-    case Command::RemoveFiles:
-        return take(m_parts->actions.validateToolbarItem(static_cast<int>(command)));
-    case Command::HideFiles:
-        state.isEnabled = isAnySelected(files, File::Visible);
-        return;
-    case Command::UnhideFiles:
-        state.isEnabled = isAnySelected(files, File::Hidden);
-        return;
-    case Command::QuickLook:
-        state.isEnabled = files.filesController().selectedCount() > 0;
-        return;
-    case Command::ShowAll:
-        state.isChecked = filter.showAll();
-        return;
-    case Command::ShowHidden:
-        state.isChecked = filter.showOnlyHidden();
-        return;
-    case Command::ShowVisible:
-        state.isChecked = filter.showOnlyVisible();
-        return;
-    case Command::ShowBroken:
-        state.isChecked = filter.showOnlyInconsistent();
-        return;
-    default:
-        return;
-    }
+void ADApp::nameInfoPane(CommandState& state) const {
+    const VeilkeepWindow* const window = m_parts ? m_parts->window.window() : nullptr;
+    const bool isShown = window && window->isInfoViewShown();
+    state.title = isShown ? tr(" Hide Info") : tr("Show Info");
+    state.toolTip = isShown ? tr("Hide info pane") : tr("Show info pane");
 }
 
 } // namespace veilkeep

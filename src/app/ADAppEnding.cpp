@@ -48,12 +48,13 @@ void ADApp::askAfterPass(bool allWell) {
 bool ADApp::mayEndUnsaved() {
     const auto& files = m_parts->list.files().saveTrouble();
     const auto& trouble = files ? files : m_parts->list.groups().saveTrouble();
-    if (!trouble)
+    if (!trouble || trouble->code == ErrorCode::NotDurable)
         return true;
     Alert alert;
     alert.style = Alert::Style::Critical;
     alert.title = tr("The last changes could not be saved.");
-    alert.message = QStringLiteral("%1: %2").arg(shownPath(trouble->path), errorReason(*trouble));
+    alert.message = errorWithPath(*trouble);
+    alert.cancellingCode = Alerts::firstButton;
     return m_parts->list.alerts().runAlert(alert, {tr("Return to Veilkeep"), tr("Quit Anyway")}) !=
            Alerts::firstButton;
 }
@@ -83,19 +84,20 @@ void ADApp::closeAsked() {
     if (!hasStatusBarItem() && m_bus != ApplicationOnBus::Outcome::Primary)
         return applicationShouldTerminate();
     m_parts->list.window().hideWindow();
-    if (hasStatusBarItem() || m_parts->defaults.boolean(toldOfNoIconKey).value_or(false))
-        return;
+    const bool isWished = m_parts->prefs.showsMenuIcon();
+    if (!hasStatusBarItem() && isWished && !m_parts->defaults.boolean(toldOfNoIconKey).value_or(false))
+        whenIdle([this] { tellOfNoIcon(); });
+}
+
+void ADApp::tellOfNoIcon() {
     m_parts->defaults.set(toldOfNoIconKey, true);
     if (const auto stored = m_parts->defaults.synchronize(); !stored)
         logError("That the user was told of the missing icon is not stored", stored.error());
-    m_parts->list.turns().run([this] {
-        m_parts->list.alerts().beginInformationalAlertSheet(
-            tr("%1 goes on without a window.").arg(veilkeep::applicationName()),
-            tr("This desktop has no place for the program's icon. Start %1 once more to see its window "
-               "again; "
-               "choose Quit in its menu to end it.")
-                .arg(veilkeep::applicationName()));
-    });
+    m_parts->list.alerts().beginInformationalAlertSheet(
+        tr("%1 goes on without a window.").arg(veilkeep::applicationName()),
+        tr("This desktop has no place for the program's icon. Start %1 once more to see its window "
+           "again; choose Quit in its menu to end it.")
+            .arg(veilkeep::applicationName()));
 }
 
 } // namespace veilkeep

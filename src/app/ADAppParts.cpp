@@ -61,11 +61,12 @@ void ADApp::Parts::serve() {
     };
     start();
     QObject::connect(&events, &LinuxSessionEvents::sessionBusCameUp, &requests, start);
+    QObject::connect(&events, &LinuxSessionEvents::sessionBusCameUp, &notifications,
+                     &BusNotifications::listen);
 }
 
 void ADApp::Parts::tellTrouble(const QString& what, const Error& error) {
-    list.alerts().beginInformationalAlertSheet(
-        what, QStringLiteral("%1: %2").arg(shownPath(error.path), errorReason(error)));
+    list.alerts().beginInformationalAlertSheet(what, errorWithPath(error));
 }
 
 } // namespace veilkeep

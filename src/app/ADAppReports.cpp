@@ -14,6 +14,13 @@
 #include <cerrno>
 
 namespace veilkeep {
+namespace {
+
+QString somethingWentWrong() {
+    return ADApp::tr("Something went wrong, and a problem report was written.");
+}
+
+} // namespace
 
 void ADApp::reportException(const UncaughtException& exception) {
     if (!exception.isToBeIgnored())
@@ -30,7 +37,7 @@ void ADApp::handleGenericException(const UncaughtException& exception, bool manu
     logLine("Handle Exception " + exception.name + ": " + exception.reason +
             " in main thread = " + (isMainThread ? "1" : "0"));
     if (isMainThread)
-        return startReport(exception);
+        return startReport(exception, somethingWentWrong());
     sendFeedbackInThreadForException(exception);
     if (manualThreadExit)
         ::pthread_exit(nullptr);
@@ -38,15 +45,17 @@ void ADApp::handleGenericException(const UncaughtException& exception, bool manu
 
 void ADApp::sendFeedbackInThreadForException(const UncaughtException& exception) {
     QMetaObject::invokeMethod(
-        this, [this, exception] { startReport(exception); }, Qt::QueuedConnection);
+        this, [this, exception] { startReport(exception, somethingWentWrong()); }, Qt::QueuedConnection);
 }
 
 void ADApp::sendFeedback() {
-    startReport({.name = tr("Feedback").toStdString(), .reason = {}, .stack = {}});
+    startReport(
+        {.name = tr("Feedback").toStdString(), .reason = {}, .stack = {}},
+        tr("A report on this program and its desktop was written, for you to add what you want to say."));
 }
 
 // Offered to the user, who decides what becomes of it.
-void ADApp::startReport(const UncaughtException& exception) {
+void ADApp::startReport(const UncaughtException& exception, const QString& why) {
     if (!m_parts)
         return; // before there is anything to tell of; the log has its line
     ProblemReport report;
@@ -62,7 +71,7 @@ void ADApp::startReport(const UncaughtException& exception) {
     if (!written)
         return m_parts->tellTrouble(tr("The problem report could not be written."), written.error());
     const QString text = QString::fromStdString(report.text());
-    m_parts->report.show(text, *written, [this, path = *written, text](ReportWindow::Action action) {
+    m_parts->report.show(why, text, *written, [this, path = *written, text](ReportWindow::Action action) {
         actOnReport(action, path, text);
     });
 }

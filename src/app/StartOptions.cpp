@@ -2,6 +2,7 @@
 
 #include "core/base/FileUri.h"
 #include "core/base/PathText.h"
+#include "core/filesystem/ItemAtPath.h"
 #include "format/PrintableName.h"
 
 #include <algorithm>
@@ -14,12 +15,15 @@ namespace {
 
 // "scheme:" as RFC 3986 writes it, of two letters or more.
 bool hasScheme(std::string_view argument) {
+    const auto isLetter = [](char each) {
+        return (each >= 'a' && each <= 'z') || (each >= 'A' && each <= 'Z');
+    };
+    const auto mayFollow = [&](char each) {
+        return isLetter(each) || (each >= '0' && each <= '9') || each == '+' || each == '-' || each == '.';
+    };
     const std::size_t colon = argument.find(':');
-    if (colon == std::string_view::npos || colon < 2)
-        return false;
-    return std::ranges::all_of(argument.substr(0, colon), [](char each) {
-        return (each >= 'a' && each <= 'z') || (each >= 'A' && each <= 'Z') || each == '+' || each == '-';
-    });
+    return colon != std::string_view::npos && colon >= 2 && isLetter(argument[0]) &&
+           std::ranges::all_of(argument.substr(0, colon), mayFollow);
 }
 
 std::string currentDirectory() {
@@ -32,11 +36,12 @@ void take(std::string_view argument, StartOptions& options) {
         options.toOpen.paths.emplace_back(argument);
     else if (const auto path = pathOfFileUri(argument))
         options.toOpen.paths.push_back(*path);
-    else if (hasScheme(argument))
+    else if (std::string here = joinPath(currentDirectory(), std::string(argument));
+             !hasScheme(argument) || itemExistsAt(here)) // names may hold colons
+        options.toOpen.paths.push_back(std::move(here));
+    else
         options.toOpen.links.push_back(
             QString::fromUtf8(argument.data(), static_cast<qsizetype>(argument.size())));
-    else
-        options.toOpen.paths.push_back(joinPath(currentDirectory(), std::string(argument)));
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "app/StatusMenu.h"
 
 #include "groups/GroupNames.h"
+#include "widgets/mainwindow/CommandTexts.h"
 
 namespace veilkeep {
 namespace {
@@ -33,7 +34,7 @@ StatusMenu::StatusMenu(GroupViewController& groups, CommandTarget& commands)
 void StatusMenu::addCommand(Command command) {
     if (!m_commands.exists(command))
         return;
-    QAction* const action = m_statusMenu.addAction(m_commands.validate(command).title);
+    QAction* const action = m_statusMenu.addAction(commandTitle(command));
     connect(action, &QAction::triggered, this, [this, command] { m_commands.perform(command); });
 }
 
@@ -50,6 +51,8 @@ void StatusMenu::updateGroupsMenu() {
     if (groups == m_shownGroups && names == m_shownNames)
         return;
     m_dynamicMenu->clear();
+    for (QMenu* const menu : m_dynamicMenu->findChildren<QMenu*>(QString(), Qt::FindDirectChildrenOnly))
+        menu->deleteLater(); // it may be what was just chosen from
     for (std::size_t number = 0; number < groups.size(); ++number)
         groupMenuItemWithName(names[static_cast<qsizetype>(number)], groups[number]);
     m_shownGroups = std::move(groups);

@@ -1,9 +1,13 @@
 #include "app/UncaughtExceptions.h"
 
 #include "core/log/Log.h"
+#include "session/ProblemReport.h"
 
 #include <cxxabi.h>
+#include <execinfo.h>
 
+#include <array>
+#include <atomic>
 #include <cstdlib>
 #include <memory>
 #include <typeinfo>
@@ -23,6 +27,22 @@ std::string currentTypeName() {
     return status == 0 && name ? name.get() : type->name();
 }
 
+// On the thread that threw, whose stack is still there.
+[[noreturn]] void endWithReport() {
+    static std::atomic_flag hasBegun;
+    if (hasBegun.test_and_set())
+        std::abort();
+    ProblemReport report;
+    report.reason = QString::fromStdString(currentTypeName());
+    std::array<void*, 64> frames{};
+    const int count = ::backtrace(frames.data(), static_cast<int>(frames.size()));
+    report.stack.assign(frames.begin(), frames.begin() + count);
+    logLine("The program ends with an exception that nobody caught: " + report.reason.toStdString());
+    if (const auto written = report.write(); !written)
+        logError("The problem report could not be written", written.error());
+    std::abort();
+}
+
 } // namespace
 
 UncaughtException UncaughtException::from(const std::exception_ptr& exception) {
@@ -33,6 +53,10 @@ UncaughtException UncaughtException::from(const std::exception_ptr& exception) {
     } catch (...) {
         return {currentTypeName(), {}};
     }
+}
+
+void reportWhatEndsTheProgram() {
+    std::set_terminate(endWithReport);
 }
 
 bool UncaughtException::isToBeIgnored() const {

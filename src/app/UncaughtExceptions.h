@@ -19,4 +19,8 @@ struct UncaughtException {
     bool isToBeIgnored() const;
 };
 
+// From now on an exception that ends the program leaves a line in the log and a problem report behind, which
+// names its type alone: what it says of itself may name an item.
+void reportWhatEndsTheProgram();
+
 } // namespace veilkeep

@@ -4,6 +4,7 @@
 #include "app/SelfTest.h"
 #include "app/StartOptions.h"
 #include "app/Translations.h"
+#include "app/UncaughtExceptions.h"
 #include "app/ask/RunAsk.h"
 #include "platform/linux/ActivationToken.h"
 #include "widgets/dialogs/AlertWindows.h"
@@ -94,6 +95,7 @@ int main(int argc, char** argv) {
         return failed;
     }
     options.activationToken = inheritedActivationToken();
+    reportWhatEndsTheProgram();
     int noArguments = 1; // Qt would take some for its own
     const QtMessageHandler usual = qInstallMessageHandler(tellWhileOpening);
     ADApp application(noArguments, argv, options);

@@ -7,7 +7,7 @@ namespace veilkeep {
 
 AlertAnswer UnattendedPresenter::run(const Alert& alert) {
     begin(alert);
-    return {alert.cancellingButton().code, false, true};
+    return {alert.codeWhenCancelled(), false, true};
 }
 
 void UnattendedPresenter::begin(const Alert& alert) {

@@ -136,10 +136,17 @@ int FileListActions::switchValue() const {
 }
 
 void FileListActions::openFileAction() {
+    openEach(m_files.getAllSelectedFiles());
+}
+
+void FileListActions::openEach(const FilesViewController::Files& files) {
     std::vector<Failure> failures;
-    for (const ListedFile& file : selectedToOpen())
+    for (const ListedFile& file : files) {
+        if (!isToBeOpened(*file))
+            continue;
         if (const auto opened = open(std::string(file->path())); !opened)
             failures.push_back({file, opened.error()});
+    }
     tell(failures);
 }
 

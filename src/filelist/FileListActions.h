@@ -55,6 +55,8 @@ public:
     using SortKey = veilkeep::SortKey;
     void sort(SortKey key, bool ascending) { m_files.sortFiles(key, ascending); } // the list itself
 
+    void openFile(const ListedFile& file) { openEach({file}); } // selected or not
+
 public slots:
     void openFileAction();
     void openFileInFinder() { openFileAction(); }
@@ -70,6 +72,7 @@ private:
     };
 
     FilesViewController::Files selectedToOpen() const;
+    void openEach(const FilesViewController::Files& files);
     Result<void> open(const std::string& path) const;
     void tell(const std::vector<Failure>& failures);
 

@@ -302,6 +302,7 @@ int HideOperations::showErrorsMessage(const QString& title, const QString& withI
     alert.title = title;
     alert.message = withInfoText;
     alert.errors = m_errors;
+    alert.cancellingCode = Alerts::firstButton; // the one that goes no further
     return m_parts.alerts.runAlert(std::move(alert), andButtons);
 }
 

@@ -38,7 +38,10 @@ public:
     void close();
 
     bool isRunning() const { return m_isRunning; }
-    bool isLeaving() const { return !m_leavings.empty() || m_isOfBefore; } // nothing is to be shown
+    bool isLeaving() const { return !m_leavings.empty() || m_isOfBefore; } // since what runs has begun
+    bool isNobodyThere() const {
+        return m_alerts.isNobodyThere();
+    } // to the end of the leaving: nothing is shown
 
 private:
     struct Waiting {

@@ -55,12 +55,12 @@ AlertAnswer CallerPresenter::run(const Alert& alert) {
 
 AlertAnswer CallerPresenter::runOnMainThread(const Alert& alert) {
     if (!m_caller)
-        return m_own ? m_own->run(alert) : AlertAnswer{alert.cancellingButton().code, false, true};
+        return m_own ? m_own->run(alert) : AlertAnswer{alert.codeWhenCancelled(), false, true};
     if (!alert.beginShowing())
-        return {alert.cancellingButton().code};
+        return {alert.codeWhenCancelled()};
     if (m_isHolding && alert.buttons.size() == 1) {
         m_held.push_back(alert);
-        return {alert.cancellingButton().code};
+        return {alert.codeWhenCancelled()};
     }
     const std::size_t number = m_caller->ask(questionOf(alert));
     return {alert.buttons[std::min(number, alert.buttons.size() - 1)].code};

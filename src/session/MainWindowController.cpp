@@ -131,8 +131,8 @@ bool MainWindowController::windowState() const {
     return m_parts.window && m_parts.window->isVisible();
 }
 
-void MainWindowController::addFile(const std::string& path) {
-    m_parts.turns.run([this, path] { m_parts.files.addFiles({path}); });
+void MainWindowController::addFiles(const std::vector<std::string>& paths) {
+    m_parts.turns.run([this, paths] { m_parts.files.addFiles(paths); });
 }
 
 bool MainWindowController::operationAllowedWithoutAsking() const {
@@ -142,7 +142,7 @@ bool MainWindowController::operationAllowedWithoutAsking() const {
 bool MainWindowController::operationAllowed() {
     if (operationAllowedWithoutAsking())
         return true;
-    if (m_parts.passwords.isPromptVisible() || m_parts.turns.isLeaving())
+    if (m_parts.passwords.isPromptVisible() || m_parts.turns.isNobodyThere())
         return false;
     return m_parts.passwords.showModalWindow() != 0;
 }

@@ -72,7 +72,8 @@ public:
 
     void hideWindow();
     bool windowState() const;
-    void addFile(const std::string& path); // in its turn
+    void addFile(const std::string& path) { addFiles({path}); }
+    void addFiles(const std::vector<std::string>& paths); // in their turn
 
     // Gate
     bool operationAllowedWithoutAsking() const override;

@@ -33,7 +33,7 @@ class AlertNotes : public AlertPresenter {
 public:
     AlertAnswer run(const Alert& alert) override {
         alerts.push_back(alert);
-        return {.code = alert.cancellingButton().code};
+        return {.code = alert.codeWhenCancelled()};
     }
     void begin(const Alert& alert) override { alerts.push_back(alert); }
     void cancelOpen() override {}
@@ -315,7 +315,8 @@ void EveryWindow::lookAtPanels() {
         look("about", *about);
     m_world.parts().about.close();
     settle();
-    m_world.parts().report.show("Veilkeep 0.1.0\nstd::runtime_error: no such row\n\nthread: main\n",
+    m_world.parts().report.show("Something went wrong, and a problem report was written.",
+                                "Veilkeep 0.1.0\nstd::runtime_error: no such row\n\nthread: main\n",
                                 "/tmp/report.txt", [](ReportWindow::Action) {});
     if (QWidget* const report = otherWindow())
         look("report", *report);

@@ -1,15 +1,18 @@
 #include "tests/app/AppWorld.h"
 #include "widgets/controls/OnOffSwitch.h"
+#include "widgets/dialogs/FolderModel.h"
 #include "widgets/mainwindow/SummaryLine.h"
 
 #include <gtest/gtest.h>
 
 #include <QDrag>
+#include <QListView>
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QUrl>
 
 #include <cstdio>
+#include <optional>
 
 namespace veilkeep::test {
 namespace {
@@ -47,6 +50,42 @@ protected:
 private:
     const std::vector<std::string> m_paths;
 };
+
+// In the panel that is open: a double click enters a folder.
+void clickName(QWidget& panel, const std::string& name, bool twice = false) {
+    QListView* list = nullptr;
+    std::optional<int> row;
+    EXPECT_TRUE(eventually([&] {
+        for (QListView* const each : panel.findChildren<QListView*>())
+            if (const auto* const model = dynamic_cast<FolderModel*>(each->model());
+                model && model->rowOf(name)) {
+                list = each;
+                row = model->rowOf(name);
+            }
+        return list != nullptr;
+    })) << name;
+    if (!list)
+        return;
+    const QRect place = list->visualRect(list->model()->index(*row, 0));
+    const QPoint at(place.left() + 30, place.center().y());
+    twice ? realInput::doubleClick(*list->viewport(), at) : realInput::click(*list->viewport(), at);
+}
+
+TEST_F(ItemsTest, FilesAndFoldersAreAddedByThePanel) {
+    const std::string file = appScratch().makeFile("home/Docs/letter"),
+                      folder = appScratch().makeDirectory("home/Docs/pictures");
+    world.whenOpen("Add Items", [](QWidget& panel) {
+        clickName(panel, "Docs", true);
+        clickName(panel, "letter");
+        realInput::key("Shift+Up");
+        EXPECT_TRUE(AppWorld::clickButton(panel, "Add"));
+    });
+    ASSERT_TRUE(world.clickTool(Command::AddFiles));
+    EXPECT_TRUE(world.areAllAnswered());
+    EXPECT_TRUE(eventually(
+        [&] { return world.files().ifAlreadyAddedFile(file) && world.files().ifAlreadyAddedFile(folder); }));
+    EXPECT_EQ(world.files().files().size(), 2U);
+}
 
 TEST_F(ItemsTest, FilesAreDroppedOntoTheTableAndOntoAGroup) {
     const std::string first = appScratch().makeFile("home/Docs/first & one"),
@@ -155,6 +194,18 @@ TEST_F(ItemsTest, ABrokenItemLeadsToAQuestionAndThePanel) {
     world.clickRow("letter", AppWorld::Part::Switch);
     EXPECT_TRUE(world.areAllAnswered());
     EXPECT_TRUE(world.shows({"letter"}));
+
+    const std::string found = appScratch().makeFile("home/Docs/another");
+    world.answer("Previously visible file is broken.", "Locate File...");
+    world.whenOpen("Locate Item", [](QWidget& panel) {
+        clickName(panel, "another");
+        EXPECT_TRUE(AppWorld::clickButton(panel, "Choose"));
+    });
+    world.clickRow("letter", AppWorld::Part::Switch);
+    EXPECT_TRUE(world.areAllAnswered());
+    realInput::key("Ctrl+1");
+    EXPECT_TRUE(world.shows({"another"}));
+    EXPECT_TRUE(world.files().ifAlreadyAddedFile(found));
 }
 
 } // namespace

@@ -90,12 +90,16 @@ TEST(PasswordTest, TheRightEntryShowsTheWindowAndThenTheAutoHideItems) {
 
 TEST(PasswordTest, ACancelledPromptAddsNothing) {
     AppWorld::setPassword("secret");
-    AppWorld world;
     const std::string path = appScratch().makeFile("home/Docs/letter");
+    StartOptions options;
+    options.toOpen.paths = {path};
+    AppWorld world(options);
     const auto cancel = [](QWidget&) { realInput::key("Escape"); };
     world.whenOpen(prompt, cancel);
     ASSERT_TRUE(world.start());
     EXPECT_TRUE(world.areAllAnswered());
+    settle();
+    EXPECT_FALSE(world.openDialog(prompt)) << "asked again";
     world.whenOpen(prompt, cancel);
     world.app().openFiles({path});
     EXPECT_TRUE(world.areAllAnswered());

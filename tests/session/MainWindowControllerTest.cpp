@@ -111,6 +111,14 @@ TEST_F(MainWindowControllerTest, OnePassPerLeavingAndOneShowPerReturn) {
     }
 }
 
+TEST_F(MainWindowControllerTest, NobodyIsAskedInTheMidstOfALeaving) {
+    m_world->setPassword();
+    m_world->events.whenReleased = [this] { m_world->controller.showVeilkeepActivateApp(true); };
+    emit m_world->events.endRequested(Ending::Logout);
+    EXPECT_EQ(m_world->prompt.runs, 0);
+    EXPECT_EQ(m_world->events.releases, 1);
+}
+
 TEST_F(MainWindowControllerTest, OnlyThePasswordBringsTheWindowBack) {
     const auto right = [](PasswordManager& manager) { manager.okClick(LeavingWorld::password); };
     const auto wrong = [](PasswordManager& manager) { manager.okClick("wrong"); };

@@ -61,7 +61,7 @@ void ScriptedPresenter::begin(const Alert& alert) {
 }
 
 AlertAnswer ScriptedPresenter::show(const Alert& alert) {
-    const AlertAnswer cancelled{alert.cancellingButton().code};
+    const AlertAnswer cancelled{alert.codeWhenCancelled()};
     if (!alert.beginShowing())
         return cancelled;
     m_shown.push_back(alert);

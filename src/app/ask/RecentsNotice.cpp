@@ -1,6 +1,7 @@
 #include "app/ask/RecentsNotice.h"
 
 #include "core/log/Log.h"
+#include "platform/linux/BusRequest.h"
 
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
@@ -22,11 +23,12 @@ bool RecentsNotice::post(const QString& answer) {
     return false;
 }
 
-// Whoever has answered a later call has seen the signal. Where nobody has the name the call fails at once.
+// Whoever answers a later call works on what comes from the bus, and soon on the signal. Where nobody has the
+// name the call fails at once.
 void RecentsNotice::stay(std::chrono::milliseconds grace) {
-    QDBusMessage call = QDBusMessage::createMethodCall(
-        QStringLiteral("com.ostrel.Veilkeep"), QStringLiteral("/com/ostrel/Veilkeep/Requests"),
-        QStringLiteral("org.freedesktop.DBus.Introspectable"), QStringLiteral("Introspect"));
+    QDBusMessage call = QDBusMessage::createMethodCall(requestService, requestObject,
+                                                       QStringLiteral("org.freedesktop.DBus.Introspectable"),
+                                                       QStringLiteral("Introspect"));
     call.setAutoStartService(false);
     const QDBusPendingCallWatcher heard(m_bus.connection().asyncCall(call, std::numeric_limits<int>::max()));
     QEventLoop loop;

@@ -128,14 +128,10 @@ void ApplicationOnBus::Open(const QStringList& uris, const QVariantMap& platform
 }
 
 void ApplicationOnBus::ActivateAction(const QString& name, const QVariantList& /*parameters*/,
-                                      const QVariantMap& platformData) {
-    if (refuses(false))
-        return;
-    if (name.isEmpty() || name.size() > longestActionName)
-        return sendErrorReply(invalidArguments, Texts::tr("The request names no action."));
-    QMetaObject::invokeMethod(
-        this, [this, name, token = tokenIn(platformData)] { emit actionActivated(name, token); },
-        Qt::QueuedConnection);
+                                      const QVariantMap& /*platformData*/) {
+    if (!refuses(false))
+        sendErrorReply(invalidArguments,
+                       Texts::tr("There is no action “%1”.").arg(name.left(longestActionName)));
 }
 
 } // namespace veilkeep

@@ -38,7 +38,6 @@ public:
 signals:
     void activated(const QString& token);
     void opened(const veilkeep::OpenRequest& request, const QString& token); // never empty
-    void actionActivated(const QString& name, const QString& token);
 
 public slots:
     Q_SCRIPTABLE void Activate(const QVariantMap& platformData);

@@ -22,13 +22,17 @@ bool isBelieved(const QDBusMessage& unixUser, const QString& object) {
 
 } // namespace
 
-BusNotifications::BusNotifications() {
-    m_isListening = m_bus.connection().connect(QString(), notificationPath, notificationInterface, QString(),
-                                               this, SLOT(received(QDBusMessage)));
+void BusNotifications::listen() {
+    if (isListening())
+        return;
+    m_waiting.clear();
+    m_bus.emplace();
+    m_isListening = m_bus->connection().connect(QString(), notificationPath, notificationInterface, QString(),
+                                                this, SLOT(received(QDBusMessage)));
     // The bus is told of the wish without waiting. Whatever comes after this answer is heard.
     if (m_isListening)
         m_isListening =
-            m_bus.askBus(QStringLiteral("NameHasOwner"), QStringLiteral("org.freedesktop.DBus")).type() ==
+            m_bus->askBus(QStringLiteral("NameHasOwner"), QStringLiteral("org.freedesktop.DBus")).type() ==
             QDBusMessage::ReplyMessage;
     if (!m_isListening)
         logLine("No notifications from other programs: the session bus cannot be reached.");
@@ -44,7 +48,7 @@ Result<void> BusNotifications::post(const QString& name, const QString& object) 
         QDBusMessage::createSignal(notificationPath, notificationInterface, match.captured(1));
     if (!object.isEmpty())
         signal << object;
-    if (!m_bus.connection().send(signal))
+    if (!m_bus->connection().send(signal))
         return Error::system("post", {}, ENOTCONN);
     return {};
 }
@@ -57,7 +61,7 @@ void BusNotifications::received(const QDBusMessage& signal) {
     const QString object = arguments.value(0).toString();
     const QDBusMessage question =
         SessionBusConnection::busCall(QStringLiteral("GetConnectionUnixUser"), signal.service());
-    m_waiting.push_back({m_bus.connection().asyncCall(question), name, object});
+    m_waiting.push_back({m_bus->connection().asyncCall(question), name, object});
     auto* const answer = new QDBusPendingCallWatcher(m_waiting.back().unixUser, this);
     connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer] {
         answer->deleteLater();

@@ -7,6 +7,7 @@
 #include <QDBusPendingCall>
 
 #include <deque>
+#include <optional>
 
 namespace veilkeep {
 
@@ -16,9 +17,10 @@ class BusNotifications : public DistributedNotifications {
     Q_OBJECT
 
 public:
-    BusNotifications(); // listens from here on
+    BusNotifications() { listen(); }
 
-    bool isListening() const { return m_isListening && m_bus.isConnected(); }
+    void listen(); // on the bus as it is now; does nothing while it is heard
+    bool isListening() const { return m_isListening && m_bus->isConnected(); }
 
     // Names of "com.ostrel.Veilkeep" and one word.
     [[nodiscard]] Result<void> post(const QString& name, const QString& object) override;
@@ -35,7 +37,7 @@ private:
 
     void passOn();
 
-    SessionBusConnection m_bus;
+    std::optional<SessionBusConnection> m_bus; // made anew for another bus
     bool m_isListening = false;
     std::deque<Waiting> m_waiting; // in the order of their arrival
 };

@@ -30,7 +30,7 @@ QString withoutMnemonics(QString title) {
 } // namespace
 
 AlertWindow::AlertWindow(const Alert& alert, QWidget* parent)
-    : QDialog(parent), m_alert(alert), m_answer(alert.buttons.size() - 1) {
+    : QDialog(parent), m_alert(alert), m_answer(alert.codeWhenCancelled()) {
     setWindowTitle(applicationName());
     setAccessibleName(alert.title);
     setAccessibleDescription(alert.message);
@@ -110,7 +110,7 @@ void AlertWindow::addButtons(QDialogButtonBox& box) {
                                            : QDialogButtonBox::ActionRole;
         auto* const button = box.addButton(withoutMnemonics(m_alert.buttons[number].title), role);
         connect(button, &QPushButton::clicked, this, [this, number] {
-            m_answer = number;
+            m_answer = m_alert.buttons[number].code;
             done(Accepted);
         });
         if (number > 0)
@@ -121,11 +121,11 @@ void AlertWindow::addButtons(QDialogButtonBox& box) {
 }
 
 AlertAnswer AlertWindow::answer() const {
-    return {m_alert.buttons[m_answer].code, m_suppress && m_suppress->isChecked(), false};
+    return {m_answer, m_suppress && m_suppress->isChecked(), false};
 }
 
 void AlertWindow::reject() {
-    m_answer = m_alert.buttons.size() - 1;
+    m_answer = m_alert.codeWhenCancelled();
     QDialog::reject();
 }
 

@@ -34,7 +34,7 @@ private:
     QIcon styleIcon() const;
 
     Alert m_alert;
-    std::size_t m_answer;
+    int m_answer; // its code
     QCheckBox* m_suppress = nullptr;
     ErrorTable* m_errors = nullptr;
 };

@@ -3,6 +3,7 @@
 #include "filelist/MainThread.h"
 #include "platform/EventLoop.h"
 #include "widgets/dialogs/AlertWindow.h"
+#include "widgets/dialogs/KeyboardReturn.h"
 #include "widgets/dialogs/ModalRun.h"
 #include "widgets/dialogs/windowPlacement.h"
 
@@ -27,7 +28,7 @@ AlertAnswer AlertWindows::run(const Alert& alert) {
 }
 
 AlertAnswer AlertWindows::runOnMainThread(const Alert& alert) {
-    const AlertAnswer cancelled{alert.cancellingButton().code};
+    const AlertAnswer cancelled{alert.codeWhenCancelled()};
     if (!alert.beginShowing())
         return cancelled;
     AlertWindow* const window = &makeWindow(alert, QApplication::activeModalWidget());
@@ -49,6 +50,7 @@ void AlertWindows::show(const Alert& alert) {
         return;
     AlertWindow& window = makeWindow(alert, nullptr); // stays when what is in front closes
     window.setAttribute(Qt::WA_DeleteOnClose);
+    new KeyboardReturn(window);
     placeWindow(window);
     window.show();
 }

@@ -1,6 +1,7 @@
 #include "widgets/dialogs/ModalRun.h"
 
 #include "platform/EventLoop.h"
+#include "widgets/dialogs/KeyboardReturn.h"
 #include "widgets/dialogs/windowPlacement.h"
 
 #include <QApplication>
@@ -34,6 +35,7 @@ bool runModal(QDialog& dialog) {
     EndWhenHidden end(loop);
     dialog.installEventFilter(&end);
     QObject::connect(&dialog, &QObject::destroyed, &loop, &QEventLoop::quit);
+    new KeyboardReturn(dialog);
     placeWindow(dialog);
     dialog.show();
     wakeEventLoop();

@@ -1,6 +1,7 @@
 #include "widgets/dialogs/ProgressSheet.h"
 
 #include "platform/EventLoop.h"
+#include "widgets/dialogs/KeyboardReturn.h"
 #include "widgets/dialogs/ProgressPanel.h"
 #include "widgets/dialogs/windowPlacement.h"
 
@@ -40,6 +41,7 @@ void ProgressSheet::begin(const QString& stage, bool canBeCancelled) {
     if (!m_panel || m_panel->parentWidget() != mainWindow) {
         delete m_panel;
         m_panel = new ProgressPanel(mainWindow);
+        new KeyboardReturn(*m_panel);
     }
     m_panel->begin(stage, canBeCancelled);
     m_updated = m_inputTaken = Clock::now();
@@ -58,16 +60,8 @@ void ProgressSheet::show() {
 void ProgressSheet::hide() {
     if (m_panel)
         m_panel->takeInput();
-    if (m_panel && !m_isOpen && m_panel->isVisible())
-        giveBackKeyboard();
-}
-
-// Not every window manager, and no bare display, gives it back to the window below.
-void ProgressSheet::giveBackKeyboard() {
-    const bool hasKeyboard = m_panel->isActiveWindow();
-    m_panel->hide();
-    if (hasKeyboard)
-        m_panel->parentWidget()->activateWindow();
+    if (m_panel && !m_isOpen)
+        m_panel->hide();
 }
 
 void ProgressSheet::setSubStage(const QString& subStage) {

@@ -40,7 +40,6 @@ private:
     void show();
     void hide();
     void update();
-    void giveBackKeyboard();
     void takeInput() const;
 
     MainWindowAnswer m_mainWindow;

@@ -54,7 +54,8 @@ ReportWindow::~ReportWindow() {
     delete m_window;
 }
 
-void ReportWindow::show(const QString& text, const std::string& path, WhenChosen whenChosen) {
+void ReportWindow::show(const QString& reason, const QString& text, const std::string& path,
+                        WhenChosen whenChosen) {
     close();
     m_window = new QDialog;
     m_window->setAttribute(Qt::WA_DeleteOnClose);
@@ -62,8 +63,8 @@ void ReportWindow::show(const QString& text, const std::string& path, WhenChosen
     auto* const rows = new QVBoxLayout(m_window);
     constexpr int mostLines = 6;
     rows->addWidget(new TextBlock(
-        ReportTexts::tr("Something went wrong, and a problem report was written. It stays on this computer "
-                        "and may name your items:") +
+        reason + QLatin1Char('\n') +
+            ReportTexts::tr("It stays on this computer until you pass it on; please read it before:") +
             QLatin1Char('\n') + shownPath(path),
         mostLines));
     rows->addWidget(reportView(text), 1);

@@ -22,9 +22,10 @@ public:
     ReportWindow(const ReportWindow&) = delete;
     ReportWindow& operator=(const ReportWindow&) = delete;
 
-    // Open and Copy leave the window open and may come again; Delete or Close comes last. Closing it
-    // otherwise is Close, close() and the next report tell nothing.
-    void show(const QString& text, const std::string& path, WhenChosen whenChosen);
+    // The reason is why it was written, as a sentence. Open and Copy leave the window open and may come
+    // again; Delete or Close comes last. Closing it otherwise is Close, close() and the next report tell
+    // nothing.
+    void show(const QString& reason, const QString& text, const std::string& path, WhenChosen whenChosen);
     void close();
 
 private:

@@ -60,7 +60,7 @@ QString commandTitle(Command command) {
     case Command::ManualAutoHide:
         return Texts::tr("Hide AutoHide Groups");
     case Command::ManualAutoUnhide:
-        return Texts::tr("Unhide AutoHide Groups");
+        return Texts::tr("Show AutoHide Groups");
     case Command::ToggleInfo:
         return Texts::tr("Show Info");
     case Command::ShowAll:
@@ -84,7 +84,7 @@ QString commandTitle(Command command) {
     case Command::ShowVeilkeep:
         return Texts::tr("Show %1…").arg(applicationName());
     case Command::CloseWindow:
-        return Texts::tr("Close Window");
+        return Texts::tr("Hide %1").arg(applicationName());
     case Command::Help:
         return Texts::tr("%1 Help").arg(applicationName());
     case Command::Forum:

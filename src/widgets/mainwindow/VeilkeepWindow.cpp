@@ -266,10 +266,8 @@ void VeilkeepWindow::toggleQuickLook() {
             std::make_unique<QuickPreview>(m_private->m_parts.files, m_private->m_parts.previews, *this);
         connect(preview.get(), &QuickPreview::keyPressed, this,
                 [this](QKeyEvent* event) { QCoreApplication::sendEvent(m_private->m_table, event); });
-        connect(preview.get(), &QuickPreview::openRequested, this, [this](const ListedFile& file) {
-            m_private->m_parts.files.filesController().setSelectedObjects({file});
-            m_private->m_parts.actions.openFileAction();
-        });
+        connect(preview.get(), &QuickPreview::openRequested, this,
+                [this](const ListedFile& file) { m_private->m_parts.actions.openFile(file); });
     }
     preview->toggle();
 }

@@ -18,7 +18,7 @@ class MessageBoxes : public AlertPresenter {
 public:
     AlertAnswer run(const Alert& alert) override {
         if (!alert.beginShowing())
-            return {alert.cancellingButton().code, false, true};
+            return {alert.codeWhenCancelled(), false, true};
         QMessageBox box;
         box.setText(alert.title);
         box.setInformativeText(alert.message + alert.applications.join(' '));
@@ -31,7 +31,7 @@ public:
         for (const Alert::Button& button : alert.buttons)
             if (box.clickedButton() && box.clickedButton()->text() == button.title)
                 return {button.code, false, false};
-        return {alert.cancellingButton().code, false, false};
+        return {alert.codeWhenCancelled(), false, false};
     }
     void begin(const Alert& /*alert*/) override {}
     void cancelOpen() override {

@@ -42,9 +42,6 @@ int main(int count, char** arguments) {
         for (const QString& link : request.links)
             print(link);
     });
-    QObject::connect(&bus, &ApplicationOnBus::actionActivated, [](const QString& name, const QString& token) {
-        print("action " + name + " " + token);
-    });
     const ApplicationOnBus::Outcome outcome = bus.start();
     print(nameOf(outcome));
     if (outcome != ApplicationOnBus::Outcome::Primary)

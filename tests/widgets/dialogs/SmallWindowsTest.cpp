@@ -65,7 +65,7 @@ TEST(ReportWindowTest, TellsWhatWasChosen) {
     for (const auto& row : rows) {
         std::vector<Action> chosen;
         ReportWindow report;
-        report.show("<b>text</b>", "/state/report \xff", [&](Action action) {
+        report.show("why", "<b>text</b>", "/state/report \xff", [&](Action action) {
             chosen.push_back(action);
             if (action == Action::Delete)
                 report.close();
