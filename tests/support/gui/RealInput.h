@@ -29,6 +29,16 @@ void wheel(const QWidget& widget, int notches); // down is positive
 void key(const QString& sequence);
 void type(const QString& text); // letters, digits and blanks
 
+// While it lives no input is taken by the event loop that the calls run, as while the program works: it waits
+// for whoever takes it.
+class WhileBusy {
+public:
+    WhileBusy();
+    ~WhileBusy();
+    WhileBusy(const WhileBusy&) = delete;
+    WhileBusy& operator=(const WhileBusy&) = delete;
+};
+
 } // namespace realInput
 
 // Runs the event loop until the condition holds; false where it did not within the limit.
