@@ -5,11 +5,7 @@
 
 #include <gtest/gtest.h>
 
-#include <QDrag>
 #include <QListView>
-#include <QMimeData>
-#include <QMouseEvent>
-#include <QUrl>
 
 #include <cstdio>
 #include <optional>
@@ -24,31 +20,6 @@ protected:
     void SetUp() override { ASSERT_TRUE(world.start()); }
 
     AppWorld world;
-};
-
-// Another program's window, from which files are dragged.
-class DragSource : public QWidget {
-public:
-    explicit DragSource(std::vector<std::string> paths) : m_paths(std::move(paths)) {
-        setGeometry(1250, 850, 100, 100);
-    }
-    QPoint middle() const { return mapToGlobal(rect().center()); }
-
-protected:
-    void mousePressEvent(QMouseEvent* event) override { event->accept(); }
-    void mouseMoveEvent(QMouseEvent*) override {
-        auto* const dragged = new QMimeData;
-        QList<QUrl> urls;
-        for (const std::string& path : m_paths)
-            urls << QUrl::fromLocalFile(QString::fromStdString(path));
-        dragged->setUrls(urls);
-        QDrag* const drag = new QDrag(this);
-        drag->setMimeData(dragged);
-        drag->exec(Qt::CopyAction | Qt::LinkAction | Qt::MoveAction, Qt::CopyAction);
-    }
-
-private:
-    const std::vector<std::string> m_paths;
 };
 
 // In the panel that is open: a double click enters a folder.
@@ -85,29 +56,6 @@ TEST_F(ItemsTest, FilesAndFoldersAreAddedByThePanel) {
     EXPECT_TRUE(eventually(
         [&] { return world.files().ifAlreadyAddedFile(file) && world.files().ifAlreadyAddedFile(folder); }));
     EXPECT_EQ(world.files().files().size(), 2U);
-}
-
-TEST_F(ItemsTest, FilesAreDroppedOntoTheTableAndOntoAGroup) {
-    const std::string first = appScratch().makeFile("home/Docs/first & one"),
-                      second = appScratch().makeFile("home/Docs/second");
-    {
-        DragSource source({first});
-        ASSERT_TRUE(showAndActivate(source));
-        realInput::drag(source.middle(),
-                        world.table().viewport()->mapToGlobal(world.table().viewport()->rect().center()));
-        EXPECT_TRUE(world.shows({"first & one"}));
-    }
-    DragSource source({second});
-    ASSERT_TRUE(showAndActivate(source));
-    realInput::drag(source.middle(),
-                    world.groupList().viewport()->mapToGlobal(world.placeOfGroup("Private Files")));
-    ASSERT_TRUE(eventually([&] { return world.files().ifAlreadyAddedFile(second); }));
-    EXPECT_TRUE(eventually([&] {
-        return world.files().findFileWithOriginalPath(second)->groupID() ==
-               world.groups().groupForName("Private Files")->groupID();
-    }));
-    EXPECT_EQ(world.files().findFileWithOriginalPath(first)->groupID(), 0);
-    EXPECT_TRUE(exists(first) && exists(second)) << "dropping moves nothing";
 }
 
 TEST_F(ItemsTest, WhatCannotBeAddedIsSaid) {

@@ -187,15 +187,19 @@ void realInput::doubleClick(const QWidget& widget, const QPoint& place) {
 }
 
 // A drag turns an event loop of its own from the first movement on, in which the steps have to come.
-void realInput::drag(const QPoint& fromOnScreen, const QPoint& toOnScreen) {
+void realInput::drag(const QPoint& fromOnScreen, const QPoint& toOnScreen,
+                     const std::function<bool()>& isTaken) {
     constexpr int steps = 20;
     constexpr std::chrono::milliseconds pace{10};
     moveTo(fromOnScreen);
     press();
     QEventLoop untilReleased;
     int step = 0;
+    const QDeadlineTimer patience(10'000);
     QTimer hand;
     QObject::connect(&hand, &QTimer::timeout, [&] {
+        if (step == steps + 9 && isTaken && !isTaken() && !patience.hasExpired())
+            step -= 2;
         const qreal scale = qGuiApp->devicePixelRatio();
         const qreal part = std::min(1.0, qreal(++step) / steps); // some steps more at the end
         const QPointF at = QPointF(fromOnScreen) + QPointF(toOnScreen - fromOnScreen) * part;

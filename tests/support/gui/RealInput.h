@@ -22,7 +22,8 @@ void release(Qt::MouseButton button = Qt::LeftButton);
 void click(const QWidget& widget, Qt::MouseButton button = Qt::LeftButton);
 void click(const QWidget& widget, const QPoint& place, Qt::MouseButton button = Qt::LeftButton);
 void doubleClick(const QWidget& widget, const QPoint& place);
-void drag(const QPoint& fromOnScreen, const QPoint& toOnScreen);
+// Over its end it moves on until that is ready to take what is dragged, where it is said how that shows.
+void drag(const QPoint& fromOnScreen, const QPoint& toOnScreen, const std::function<bool()>& isTaken = {});
 void wheel(const QWidget& widget, int notches); // down is positive
 
 // "Ctrl+Right", "Space", "a": one key with its modifiers, as QKeySequence writes it.
