@@ -137,6 +137,19 @@ bool AppWorld::giveKeyboard() {
     return isGiven;
 }
 
+void AppWorld::expectKeysToArrive() {
+    EXPECT_TRUE(eventually([this] { return isAtRest() && window()->isActiveWindow(); }));
+    FilterController& filter = files().filterController();
+    realInput::key("Ctrl+2");
+    EXPECT_TRUE(filter.showOnlyHidden());
+    realInput::key("Ctrl+1");
+    EXPECT_TRUE(filter.showAll());
+    realInput::key("Up");
+    const int above = table().currentIndex().row();
+    realInput::key("Down");
+    EXPECT_EQ(table().currentIndex().row(), above + 1);
+}
+
 // --- The window ---
 
 QWidget* AppWorld::find(const QString& name) {

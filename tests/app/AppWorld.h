@@ -49,6 +49,8 @@ public:
     void waitForBatch();                        // until nobody works on the list any more
     bool isAtRest();                            // and the window takes keys and clicks
     bool giveKeyboard();                        // to the window, where no dialog has it
+    // The window has the keyboard by itself; its menus and its table, which has two rows, take keys.
+    void expectKeysToArrive();
 
     // The child of the window with that accessible name, or text of a button; null where there is none to be
     // seen.

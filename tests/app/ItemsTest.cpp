@@ -125,6 +125,40 @@ TEST_F(ItemsTest, SeveralAtOnce) {
     EXPECT_TRUE(exists(paths[1]));
 }
 
+TEST_F(ItemsTest, KeysArriveAfterEachDialog) {
+    const std::string path = world.addFile("a");
+    world.addFile("b");
+    ASSERT_EQ(std::remove(path.c_str()), 0);
+    world.files().performSanityCheckOfAll();
+    const char* const asked = "Are you sure you want to remove selected items from list?";
+    const auto escape = [](QWidget&) { realInput::key("Escape"); };
+    const struct {
+        const char* what;
+        std::function<void()> open;
+    } rows[] = {
+        {"progress",
+         [&] {
+             EXPECT_TRUE(world.choose({"File", "Find Inconsistent Items"}));
+         }},
+        {"alert", [&] { world.answer(asked, "Cancel"), realInput::key("Delete"); }},
+        {"alert and Escape", [&] { world.whenOpen(asked, escape), realInput::key("Delete"); }},
+        {"panel", [&] { world.whenOpen("Add Items", escape), realInput::key("Ctrl+O"); }},
+        {"panel from an alert",
+         [&] {
+             world.answer("Previously visible file is broken.", "Locate File...");
+             world.whenOpen("Locate Item", escape);
+             world.clickRow("a", AppWorld::Part::Switch);
+         }},
+    };
+    world.clickRow("b");
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.what);
+        row.open();
+        EXPECT_TRUE(world.areAllAnswered());
+        world.expectKeysToArrive();
+    }
+}
+
 TEST_F(ItemsTest, ABrokenItemLeadsToAQuestionAndThePanel) {
     const std::string path = world.addFile("letter");
     ASSERT_EQ(std::remove(path.c_str()), 0);

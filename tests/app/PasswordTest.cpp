@@ -86,6 +86,7 @@ TEST(PasswordTest, TheRightEntryShowsTheWindowAndThenTheAutoHideItems) {
     EXPECT_TRUE(wasHiddenBefore) << "the window comes first";
     EXPECT_TRUE(world.isShown(path));
     EXPECT_TRUE(world.isHiddenOnDisk(other));
+    world.expectKeysToArrive();
 }
 
 TEST(PasswordTest, ACancelledPromptAddsNothing) {
