@@ -259,21 +259,30 @@ QWidget* AppWorld::openDialog(const QString& title) const {
     return nullptr;
 }
 
-void AppWorld::whenOpen(const QString& title, std::function<void(QWidget&)> steps) {
-    m_expected.push_back(title);
+void AppWorld::when(const QString& what, std::function<bool()> condition, std::function<void()> steps) {
+    m_expected.push_back(what);
     auto* const look = new QTimer(m_app.get());
-    QObject::connect(look, &QTimer::timeout, m_app.get(), [this, look, title, steps = std::move(steps)] {
-        QWidget* const dialog = openDialog(title);
-        if (!dialog)
-            return;
-        look->stop();
-        look->deleteLater();
-        EXPECT_TRUE(showAndActivate(*dialog)) << title.toStdString();
-        settle();
-        steps(*dialog);
-        m_expected.erase(std::ranges::find(m_expected, title));
-    });
+    QObject::connect(look, &QTimer::timeout, m_app.get(),
+                     [this, look, what, condition = std::move(condition), steps = std::move(steps)] {
+                         if (!condition())
+                             return;
+                         look->stop();
+                         look->deleteLater();
+                         steps();
+                         m_expected.erase(std::ranges::find(m_expected, what));
+                     });
     look->start(std::chrono::milliseconds(5));
+}
+
+void AppWorld::whenOpen(const QString& title, std::function<void(QWidget&)> steps) {
+    when(
+        title, [this, title] { return openDialog(title) != nullptr; },
+        [this, title, steps = std::move(steps)] {
+            QWidget& dialog = *openDialog(title);
+            EXPECT_TRUE(showAndActivate(dialog)) << title.toStdString();
+            settle();
+            steps(dialog);
+        });
 }
 
 void AppWorld::answer(const QString& title, const QString& button) {

@@ -78,8 +78,10 @@ public:
     // Chooses in the menu that is open.
     bool chooseInPopup(const QString& title);
 
-    // Once a dialog with that title or accessible name is open and has the keyboard, the steps are done in
-    // the event loop that turns while it is. Said before what opens it, which may come back only afterwards.
+    // Once the condition holds, the steps are done in the event loop that turns while the program does. Said
+    // before what leads there, which may come back only afterwards.
+    void when(const QString& what, std::function<bool()> condition, std::function<void()> steps);
+    // Once a dialog with that title or accessible name is open and has the keyboard.
     void whenOpen(const QString& title, std::function<void(QWidget&)> steps);
     void answer(const QString& title, const QString& button); // by the mouse
     bool areAllAnswered();                                    // soon
@@ -92,7 +94,7 @@ private:
     int m_count = 1;
     char m_name[9] = "Veilkeep";
     char* m_arguments[2] = {m_name, nullptr};
-    std::vector<QString> m_expected; // dialogs, of which the steps are not done yet
+    std::vector<QString> m_expected; // of which the steps are not done yet
     std::unique_ptr<ADApp> m_app;
 };
 
