@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
 #include <optional>
 
 namespace veilkeep::test {
@@ -25,48 +26,108 @@ protected:
         return eventually([this] { return world->app().hasStatusBarItem() && tray->items().size() == 1; });
     }
 
+    void closeWindow() {
+        realInput::key("Ctrl+W");
+        EXPECT_TRUE(eventually([this] { return !world->parts().window.isVisible(); }));
+    }
+    QStringList groupsInMenu() {
+        QStringList names;
+        for (const TrayEntry& entry : tray->menu())
+            for (const TrayEntry& group : entry.children)
+                names << group.label;
+        return names;
+    }
+
+    static constexpr const char* prompt = "Enter your Veilkeep password:";
     PrivateBus bus{appScratch(), PrivateBus::Place::Session};
     std::optional<FakeTray> tray;
     std::optional<AppWorld> world;
 };
 
-TEST_F(StatusMenuTest, HidesAndShowsAGroupAndOutlivesItsHost) {
+TEST_F(StatusMenuTest, HidesAndShowsEachGroupAndOutlivesItsHost) {
     ASSERT_TRUE(startWithTray());
-    const std::string path = world->addFileToGroup("letter", "Private Files"),
-                      other = world->addFile("other");
-    ASSERT_TRUE(tray->choose({"Groups", "Private Files", "Hide"}));
-    EXPECT_TRUE(world->isHidden(path));
-    EXPECT_TRUE(exists(other));
+    const QStringList names{"All Files", "Secret Pictures", "Private Files", "AutoHide Group", "New Group"};
+    world->groups().addGroup();
+    EXPECT_TRUE(eventually([&] { return groupsInMenu() == names; }));
+    std::map<QString, std::string> paths;
+    for (const QString& name : names)
+        paths[name] = world->addFileToGroup("of " + name.toStdString(), name.toStdString());
+    for (const QString& name : names) {
+        SCOPED_TRACE(name.toStdString());
+        ASSERT_TRUE(tray->choose({"Groups", name, "Hide"}));
+        for (const auto& [group, path] : paths)
+            EXPECT_TRUE(group == name || name == names[0] ? world->isHidden(path) : world->isShown(path))
+                << path;
+        ASSERT_TRUE(tray->choose({"Groups", name, "Show"}));
+        for (const auto& [group, path] : paths)
+            EXPECT_TRUE(world->isShown(path)) << path;
+    }
 
     tray->stop();
     EXPECT_TRUE(eventually([this] { return !world->app().hasStatusBarItem(); }));
     tray->start();
     ASSERT_TRUE(isIconThere());
-    ASSERT_TRUE(tray->choose({"Groups", "Private Files", "Show"}));
-    EXPECT_TRUE(world->isShown(path));
-    world->groups().addGroup();
-    EXPECT_TRUE(eventually([this] { return tray->choose({"Groups", "New Group", "Hide"}); }));
+    ASSERT_TRUE(tray->choose({"Groups", "New Group", "Hide"}));
+    EXPECT_TRUE(world->isHidden(paths["New Group"]));
 }
 
-TEST_F(StatusMenuTest, ShowsTheWindowAfterThePassword) {
+TEST_F(StatusMenuTest, AsksForThePasswordFirst) {
     ASSERT_TRUE(startWithTray());
-    realInput::key("Ctrl+W");
-    EXPECT_TRUE(eventually([this] { return !world->parts().window.isVisible(); }));
+    const std::string diary = world->addFileToGroup("diary", "AutoHide Group"),
+                      letter = world->addFileToGroup("letter", "Private Files");
+    closeWindow();
     tray->click();
-    EXPECT_TRUE(eventually([this] { return world->parts().window.isVisible(); }));
+    EXPECT_TRUE(eventually([this] { return world->parts().window.isVisible(); })) << "there is no password";
     ASSERT_TRUE(world->giveKeyboard());
-
     AppWorld::setPassword("secret");
-    realInput::key("Ctrl+W");
-    EXPECT_TRUE(eventually([this] { return !world->parts().window.isVisible(); }));
-    world->whenOpen("Enter your Veilkeep password:", [this](QWidget&) {
-        EXPECT_FALSE(world->parts().window.isVisible());
-        realInput::type("secret");
-        realInput::key("Return");
-    });
-    ASSERT_TRUE(tray->choose({"Show Veilkeep…"}));
+    closeWindow();
+
+    bool isPanelOpen = false;
+    const auto mayAdd = [&] {
+        world->whenOpen("Add Items", [&](QWidget&) { isPanelOpen = true, realInput::key("Escape"); });
+    };
+    const struct {
+        QStringList entry;
+        std::function<bool()> isDone;
+        std::function<void()> expect = [] {};
+    } rows[] = {
+        {{"Groups", "Private Files", "Hide"}, [&] { return world->isHiddenOnDisk(letter) && exists(diary); }},
+        {{"Groups", "Private Files", "Show"}, [&] { return exists(letter); }},
+        {{"Hide AutoHide Groups"}, [&] { return world->isHiddenOnDisk(diary) && exists(letter); }},
+        {{"Show AutoHide Groups"}, [&] { return exists(diary); }},
+        {{"Add Items…"}, [&] { return isPanelOpen; }, mayAdd},
+        {{"Show Veilkeep…"}, [&] { return world->parts().window.isVisible(); }},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.entry.join('/').toStdString());
+        for (const bool isRight : {false, true}) {
+            world->whenOpen(prompt, [&](QWidget&) {
+                EXPECT_FALSE(row.isDone());
+                realInput::type(isRight ? "secret" : "wrong");
+                realInput::key("Return");
+                if (!isRight)
+                    realInput::key("Escape");
+            });
+            if (isRight)
+                row.expect();
+            ASSERT_TRUE(tray->choose(row.entry));
+            EXPECT_TRUE(world->areAllAnswered());
+            EXPECT_TRUE(eventually([&] { return row.isDone() == isRight && world->isAtRest(); }));
+        }
+    }
+}
+
+TEST_F(StatusMenuTest, TellsOfTheProgramAndEndsItWithoutThePassword) {
+    ASSERT_TRUE(startWithTray());
+    const std::string path = world->addFileToGroup("diary", "AutoHide Group");
+    AppWorld::setPassword("secret");
+    closeWindow();
+    world->whenOpen("About Veilkeep", [](QWidget&) { realInput::key("Escape"); });
+    ASSERT_TRUE(tray->choose({"About Veilkeep"}));
     EXPECT_TRUE(world->areAllAnswered());
-    EXPECT_TRUE(eventually([this] { return world->parts().window.isVisible(); }));
+    EXPECT_TRUE(world->quits([this] { tray->choose({"Quit Veilkeep"}); }));
+    EXPECT_TRUE(world->isHiddenOnDisk(path));
+    EXPECT_FALSE(world->openDialog(prompt));
 }
 
 TEST_F(StatusMenuTest, WithoutATrayClosingTheWindowTellsOnceThatTheProgramGoesOn) {
