@@ -70,6 +70,7 @@ private:
     void chooseRowHeight();
 
     bool actOnKey(const QKeyEvent& event);
+    bool selectFirst(QKeyCombination keys);
     void showContextMenu(int row, const QPoint& place);
     bool showToolTip(const QPoint& position, const QPoint& onScreen);
     PartOfRow partAt(const QPoint& position) const;

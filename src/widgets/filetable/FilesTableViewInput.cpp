@@ -41,8 +41,19 @@ bool FilesTableView::actOnKey(const QKeyEvent& event) {
         scrollTo(currentIndex());
         showContextMenu(currentIndex().row(), visualRect(currentIndex()).center());
     } else {
-        return false;
+        return selectFirst(keys);
     }
+    return true;
+}
+
+// Where nothing is selected: a view alone would go on from the row on which it stands.
+bool FilesTableView::selectFirst(QKeyCombination keys) {
+    const bool isStep = keys == QKeyCombination(Qt::Key_Down) || keys == QKeyCombination(Qt::Key_Up);
+    const bool isToEnd = keys == QKeyCombination(Qt::Key_End);
+    if (selectionModel()->hasSelection() || (!isStep && !isToEnd && keys != QKeyCombination(Qt::Key_Home)))
+        return false;
+    const QModelIndex end = m_model->index(isToEnd ? m_model->rowCount() - 1 : 0, 0);
+    setCurrentIndex(isStep && currentIndex().isValid() ? currentIndex() : end);
     return true;
 }
 

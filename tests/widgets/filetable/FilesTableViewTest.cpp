@@ -13,6 +13,8 @@
 #include <QSignalSpy>
 #include <QToolTip>
 
+#include <tuple>
+
 namespace veilkeep {
 namespace {
 
@@ -155,6 +157,25 @@ TEST_F(FilesTableViewTest, OtherKeysGoWhereTheyBelong) {
     realInput::key("Left");
     EXPECT_EQ(left.size(), 1);
     EXPECT_EQ(world.shown.selectedCount(), 0u);
+}
+
+TEST_F(FilesTableViewTest, AnyKeySelectsWhereNothingWas) {
+    for (const char* name : {"apple", "banana", "cherry"})
+        world.list.files().append(listedOnly(name));
+    show();
+    const std::tuple<const char*, int, std::size_t> cases[] = {
+        {"Down", -1, 0}, {"Up", -1, 0}, {"Home", -1, 0}, {"Home", 0, 0}, {"Home", 1, 0},
+        {"End", -1, 2},  {"End", 2, 2}, {"Down", 0, 0},  {"Down", 1, 1}, {"Up", 1, 1}};
+    for (const auto& [key, current, selected] : cases) {
+        view.clearSelection();
+        view.selectionModel()->setCurrentIndex(view.filesModel().index(current, 0),
+                                               QItemSelectionModel::NoUpdate);
+        realInput::key(key);
+        EXPECT_EQ(world.shown.selectedObjects(), std::vector<ListedFile>{world.at(selected)})
+            << key << " at " << current;
+    }
+    realInput::key("Up");
+    EXPECT_EQ(world.shown.selectedObjects(), std::vector<ListedFile>{world.at(0)});
 }
 
 TEST_F(FilesTableViewTest, SelectionAndCurrentRowSurviveAFilter) {
