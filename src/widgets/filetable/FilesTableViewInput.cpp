@@ -1,3 +1,4 @@
+#include "widgets/controls/FocusAfterMenu.h"
 #include "widgets/filetable/FilesContextMenu.h"
 #include "widgets/filetable/FilesTableModel.h"
 #include "widgets/filetable/FilesTableView.h"
@@ -37,9 +38,6 @@ bool FilesTableView::actOnKey(const QKeyEvent& event) {
         m_actions.openFileAction();
     } else if (keys == QKeyCombination(Qt::Key_Delete)) {
         m_files.removeFromListAction();
-    } else if (keys == (Qt::ShiftModifier | Qt::Key_F10) && currentIndex().isValid()) {
-        scrollTo(currentIndex());
-        showContextMenu(currentIndex().row(), visualRect(currentIndex()).center());
     } else {
         return selectFirst(keys);
     }
@@ -166,6 +164,7 @@ void FilesTableView::showContextMenu(int row, const QPoint& place) {
     connect(menu, &FilesContextMenu::quickLookRequested, this, &FilesTableView::quickLookRequested);
     connect(menu, &FilesContextMenu::chooseApplicationRequested, this,
             &FilesTableView::chooseApplicationRequested);
+    tellFocusAfter(*menu);
     m_model->update();
     menu->popup(viewport()->mapToGlobal(place));
 }

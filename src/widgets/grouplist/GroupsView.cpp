@@ -1,5 +1,6 @@
 #include "widgets/grouplist/GroupsView.h"
 
+#include "widgets/controls/FocusAfterMenu.h"
 #include "widgets/grouplist/GroupDelegate.h"
 #include "widgets/grouplist/GroupsModel.h"
 
@@ -207,6 +208,7 @@ void GroupsView::openMenu(const QModelIndex& index, const QPoint& onScreen) {
         m_delegate->setMarkedRow({});
         viewport()->update();
     });
+    tellFocusAfter(*menu);
     menu->popup(onScreen);
 }
 

@@ -1,11 +1,16 @@
 #include "widgets/mainwindow/MainMenu.h"
 
+#include "groups/GroupNames.h"
+#include "widgets/controls/FocusAfterMenu.h"
 #include "widgets/filetable/OpenWithItems.h"
 #include "widgets/mainwindow/Mnemonics.h"
 
 #include <QActionGroup>
+#include <QApplication>
+#include <QKeyEvent>
 #include <QMenu>
 #include <QMenuBar>
+#include <QShortcut>
 
 namespace veilkeep {
 
@@ -39,11 +44,37 @@ MainMenu::MainMenu(QMenuBar& bar, CommandActions& actions, FilesViewController& 
 
     connect(&m_actions, &CommandActions::validated, this, &MainMenu::assignAllMnemonics);
     assignAllMnemonics();
+    connect(new QShortcut(QKeySequence(Qt::Key_F10), &bar), &QShortcut::activated, this, &MainMenu::open);
+}
+
+// Not where the desktop shows the menus elsewhere.
+void MainMenu::open() {
+    if (!m_bar.isVisible())
+        return;
+    QAction* const first = m_bar.actions().constFirst();
+    m_bar.setActiveAction(first);
+    for (QAction* const action : first->menu()->actions())
+        if (action->isVisible() && action->isEnabled() && !action->isSeparator())
+            return first->menu()->setActiveAction(action);
+}
+
+// Without a step to the bar, which has the focus where a letter has opened the menu.
+bool MainMenu::eventFilter(QObject* watched, QEvent* event) {
+    const auto* const pressed = event->type() == QEvent::KeyPress ? static_cast<QKeyEvent*>(event) : nullptr;
+    if (!pressed || (pressed->key() != Qt::Key_Escape && pressed->key() != Qt::Key_F10))
+        return QObject::eventFilter(watched, event);
+    static_cast<QMenu*>(watched)->close();
+    QKeyEvent leave(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+    if (m_bar.hasFocus())
+        QApplication::sendEvent(&m_bar, &leave);
+    return true;
 }
 
 QMenu* MainMenu::addMenu(const QString& title) {
     QMenu* const menu = m_bar.addMenu(title);
     setTitle(*menu->menuAction(), title);
+    menu->installEventFilter(this);
+    tellFocusAfter(*menu);
     connect(menu, &QMenu::aboutToShow, &m_actions, qOverload<>(&CommandActions::validate));
     return menu;
 }

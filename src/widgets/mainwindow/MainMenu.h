@@ -10,7 +10,7 @@ class QMenuBar;
 
 namespace veilkeep {
 
-// The menu bar of the main window. Owned by it; main thread.
+// The menu bar of the main window, which F10 opens and Escape leaves. Owned by the window; main thread.
 class MainMenu : public QObject {
     Q_OBJECT
 
@@ -22,7 +22,11 @@ public:
 signals:
     void chooseApplicationRequested(); // "Other…" of Open With
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
+    void open();
     QMenu* addMenu(const QString& title);
     void addSubmenu(QMenu& menu, const QString& title, std::initializer_list<Command> commands);
     void addOpenWith(QMenu& menu);

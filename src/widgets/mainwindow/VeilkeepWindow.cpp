@@ -20,10 +20,12 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QContextMenuEvent>
 #include <QHBoxLayout>
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QScreen>
+#include <QShortcut>
 #include <QTimer>
 #include <QVBoxLayout>
 
@@ -39,6 +41,16 @@ QList<QRect> visibleAreas() {
     for (const QScreen* const screen : QGuiApplication::screens())
         areas << screen->availableGeometry();
     return areas;
+}
+
+// As the menu key does, which not every keyboard has.
+void openContextMenu() {
+    QWidget* const focused = QApplication::focusWidget();
+    if (!focused)
+        return;
+    const QPoint place = focused->rect().center();
+    QContextMenuEvent event(QContextMenuEvent::Keyboard, place, focused->mapToGlobal(place));
+    QApplication::sendEvent(focused, &event);
 }
 
 } // namespace
@@ -159,6 +171,8 @@ void VeilkeepWindow::Private::connectPanes() {
                                 {m_table, always([this] { m_window.focusFiles(); })},
                                 {m_info, [this] { return m_info->takeFocus(); }},
                             });
+    connect(new QShortcut(QKeySequence(Qt::SHIFT | Qt::Key_F10), &m_window), &QShortcut::activated,
+            &openContextMenu);
     m_table->setFocus();
 }
 

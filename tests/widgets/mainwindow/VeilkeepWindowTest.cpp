@@ -328,5 +328,19 @@ TEST(VeilkeepWindowTest, TheKeyboardGoesFromPaneToPane) {
     EXPECT_EQ(reached, inOrder.size());
 }
 
+TEST(VeilkeepWindowTest, KeysOpenTheMenusAndEscapeLeavesThem) {
+    ThreeItems world;
+    const VeilkeepWindow& window = world.show();
+    for (const char* const key : {"F10", "Alt+F"}) {
+        realInput::key(key);
+        const auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        ASSERT_TRUE(menu) << key;
+        EXPECT_EQ(menu->activeAction(), window.action(Command::AddFiles)) << key;
+        realInput::key("Escape");
+        EXPECT_FALSE(QApplication::activePopupWidget()) << key;
+        EXPECT_TRUE(world.part<FilesTableView>().hasFocus()) << key;
+    }
+}
+
 } // namespace
 } // namespace veilkeep::test
