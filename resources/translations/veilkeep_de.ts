@@ -1983,6 +1983,17 @@
     </message>
 </context>
 <context>
+    <name>veilkeep::VeilkeepWindow</name>
+    <message>
+        <source>Width of the groups</source>
+        <translation>Breite der Gruppen</translation>
+    </message>
+    <message>
+        <source>Width of the info pane</source>
+        <translation>Breite des Infobereichs</translation>
+    </message>
+</context>
+<context>
     <name>veilkeep::WindowMessages</name>
     <message>
         <source>The list of items was saved: %1</source>

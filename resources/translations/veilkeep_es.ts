@@ -1983,6 +1983,17 @@
     </message>
 </context>
 <context>
+    <name>veilkeep::VeilkeepWindow</name>
+    <message>
+        <source>Width of the groups</source>
+        <translation>Ancho de los grupos</translation>
+    </message>
+    <message>
+        <source>Width of the info pane</source>
+        <translation>Ancho del panel de información</translation>
+    </message>
+</context>
+<context>
     <name>veilkeep::WindowMessages</name>
     <message>
         <source>The list of items was saved: %1</source>

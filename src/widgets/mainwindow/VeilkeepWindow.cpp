@@ -108,6 +108,8 @@ VeilkeepWindow::Private::Private(VeilkeepWindow& window, const VeilkeepWindowPar
     m_info = new InfoPane(parts.files, parts.groups, parts.previews, m_splitter);
     m_splitter->addWidget(m_info);
     m_splitter->orderPanes();
+    m_splitter->handle(1)->setAccessibleName(VeilkeepWindow::tr("Width of the groups"));
+    m_splitter->handle(2)->setAccessibleName(VeilkeepWindow::tr("Width of the info pane"));
     m_splitter->setStretchFactor(0, 0);
     m_splitter->setStretchFactor(1, 1);
     m_splitter->setStretchFactor(2, 0);

@@ -12,6 +12,7 @@
 #include <QMenuBar>
 #include <QScreen>
 #include <QSignalSpy>
+#include <QSplitter>
 #include <QToolButton>
 
 #include <gtest/gtest.h>
@@ -339,6 +340,30 @@ TEST(VeilkeepWindowTest, KeysOpenTheMenusAndEscapeLeavesThem) {
         realInput::key("Escape");
         EXPECT_FALSE(QApplication::activePopupWidget()) << key;
         EXPECT_TRUE(world.part<FilesTableView>().hasFocus()) << key;
+    }
+}
+
+TEST(VeilkeepWindowTest, TheLinesBetweenThePanesAreMovedByKeys) {
+    ThreeItems world;
+    VeilkeepWindow& window = world.show();
+    const int least = world.part<GroupPanel>().minimumSizeHint().width();
+    for (const auto direction : {Qt::LeftToRight, Qt::RightToLeft}) {
+        window.setLayoutDirection(direction);
+        settle();
+        const bool isMirrored = direction == Qt::RightToLeft;
+        const std::pair<const char*, std::pair<int, int>> steps[] = {
+            {"F8", {235, 251}},   {isMirrored ? "Left" : "Right", {245, 251}},
+            {"F8", {245, 251}},   {isMirrored ? "Right" : "Left", {245, 261}},
+            {"End", {245, 200}},  {"Escape", {245, 200}},
+            {"F8", {245, 200}},   {"Home", {least, 200}},
+            {"F8", {least, 200}}, {"F8", {least, 200}}};
+        for (const auto& [key, widths] : steps) {
+            realInput::key(key);
+            const std::pair now(world.part<GroupPanel>().width(), world.part<InfoPane>().width());
+            EXPECT_EQ(now, widths) << key << (isMirrored ? " mirrored" : "");
+        }
+        EXPECT_TRUE(world.part<FilesTableView>().hasFocus()); // as before
+        world.part<QSplitter>().setSizes({235, 632, 251});
     }
 }
 
