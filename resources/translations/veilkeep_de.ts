@@ -1734,6 +1734,10 @@
         <source>Help</source>
         <translation>Hilfe</translation>
     </message>
+    <message>
+        <source>Move to Group</source>
+        <translation>In Gruppe verschieben</translation>
+    </message>
 </context>
 <context>
     <name>veilkeep::MainToolBar</name>

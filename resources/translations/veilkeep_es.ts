@@ -1734,6 +1734,10 @@
         <source>Help</source>
         <translation>Ayuda</translation>
     </message>
+    <message>
+        <source>Move to Group</source>
+        <translation>Mover al grupo</translation>
+    </message>
 </context>
 <context>
     <name>veilkeep::MainToolBar</name>

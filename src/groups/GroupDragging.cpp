@@ -59,4 +59,12 @@ bool GroupViewController::acceptDrop(const GroupDrag& drag, std::ptrdiff_t row) 
     return drag.fileNames.has_value();
 }
 
+// What a drop on the group does, for those who do not drag.
+void GroupViewController::moveSelectedFiles(const ListedGroup& toGroup) {
+    m_parts.turns.run([this, toGroup, files = m_parts.files.getAllSelectedFiles()] {
+        if (isListed(toGroup))
+            m_parts.files.moveFiles(files, toGroup->groupID().value_or(CurrentGroup::allFiles));
+    });
+}
+
 } // namespace veilkeep

@@ -117,6 +117,7 @@ public slots:
     void removeClickedGroupAction(const veilkeep::ListedGroup& clickedGroup);
     void removeSelectedRows() { removeClickedGroupAction(m_current); }
     void editGroup(const veilkeep::ListedGroup& clickedGroup);
+    void moveSelectedFiles(const veilkeep::ListedGroup& toGroup);
     void hideCurrentGroup();
     void unhideCurrentGroup();
     void commandRightKeyPressed();

@@ -70,6 +70,12 @@ TEST(GroupDraggingTest, TakesFiles) {
     ASSERT_EQ(world.list.list->files().size(), 2U);
     for (const ListedFile& file : world.list.list->files().all())
         EXPECT_EQ(file->groupID(), 2) << file->path();
+    world.groups.selectRow(0);
+    world.list.list->filesController().setSelectedObjects({listed});
+    world.groups.moveSelectedFiles(world.row(2));
+    EXPECT_EQ(listed->groupID(), 1);
+    world.groups.moveSelectedFiles(world.row(0));
+    EXPECT_EQ(listed->groupID(), CurrentGroup::allFiles);
 }
 
 } // namespace

@@ -15,16 +15,18 @@
 namespace veilkeep {
 
 MainMenu::MainMenu(QMenuBar& bar, CommandActions& actions, FilesViewController& files,
-                   FileListActions& fileActions)
-    : m_bar(bar), m_actions(actions), m_files(files), m_fileActions(fileActions) {
+                   GroupViewController& groups, FileListActions& fileActions)
+    : m_bar(bar), m_actions(actions), m_files(files), m_groups(groups), m_fileActions(fileActions) {
     using enum Command;
     QMenu* const file = addMenu(tr("File"));
     fill(*file, {AddFiles, RestoreFiles, PerformSanityCheck, {}, OpenFile});
     addOpenWith(*file);
     fill(*file, {RevealFile, QuickLook, {}, CloseWindow, Quit});
 
-    fill(*addMenu(tr("Edit")),
-         {HideFiles, UnhideFiles, {}, SelectAll, RemoveItem, {}, Search, {}, Password, Preferences});
+    QMenu* const edit = addMenu(tr("Edit"));
+    fill(*edit, {HideFiles, UnhideFiles, {}, SelectAll});
+    addMoveToGroup(*edit);
+    fill(*edit, {RemoveItem, {}, Search, {}, Password, Preferences});
 
     QMenu* const view = addMenu(tr("View"));
     addSubmenu(*view, tr("Items to Show"), {ShowAll, ShowHidden, ShowVisible, ShowBroken});
@@ -112,6 +114,28 @@ void MainMenu::addOpenWith(QMenu& menu) {
     });
     action->setMenu(submenu);
     menu.addAction(action);
+}
+
+// What dragging does with the mouse.
+void MainMenu::addMoveToGroup(QMenu& menu) {
+    const QString title = tr("Move to Group");
+    QMenu* const submenu = menu.addMenu(title);
+    setTitle(*submenu->menuAction(), title);
+    connect(submenu, &QMenu::aboutToShow, this, [this, submenu] { fillMoveToGroup(*submenu); });
+    connect(&m_actions, &CommandActions::validated, submenu,
+            [this, submenu] { submenu->menuAction()->setEnabled(m_files.firstSelectedFile() != nullptr); });
+}
+
+void MainMenu::fillMoveToGroup(QMenu& menu) {
+    menu.clear();
+    for (const ListedGroup& group : m_groups.groups()) {
+        if (group->isHeaderRow())
+            continue;
+        QAction* const action = menu.addAction(QString());
+        setTitle(*action, shownGroupName(*group));
+        connect(action, &QAction::triggered, &m_groups, [this, group] { m_groups.moveSelectedFiles(group); });
+    }
+    assignMnemonics(menu);
 }
 
 void MainMenu::assignAllMnemonics() {

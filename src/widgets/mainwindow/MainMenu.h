@@ -1,6 +1,7 @@
 #pragma once
 
 #include "filelist/FileListActions.h"
+#include "groups/GroupViewController.h"
 #include "widgets/mainwindow/CommandActions.h"
 
 #include <QObject>
@@ -16,7 +17,7 @@ class MainMenu : public QObject {
 
 public:
     // None is owned.
-    MainMenu(QMenuBar& bar, CommandActions& actions, FilesViewController& files,
+    MainMenu(QMenuBar& bar, CommandActions& actions, FilesViewController& files, GroupViewController& groups,
              FileListActions& fileActions);
 
 signals:
@@ -30,12 +31,15 @@ private:
     QMenu* addMenu(const QString& title);
     void addSubmenu(QMenu& menu, const QString& title, std::initializer_list<Command> commands);
     void addOpenWith(QMenu& menu);
+    void addMoveToGroup(QMenu& menu);
+    void fillMoveToGroup(QMenu& menu);
     void fill(QMenu& menu, std::initializer_list<std::optional<Command>> commands); // nothing: a separator
     void assignAllMnemonics();
 
     QMenuBar& m_bar;
     CommandActions& m_actions;
     FilesViewController& m_files;
+    GroupViewController& m_groups;
     FileListActions& m_fileActions;
 };
 

@@ -98,7 +98,7 @@ VeilkeepWindow::Private::Private(VeilkeepWindow& window, const VeilkeepWindowPar
     window.setWindowTitle(applicationName());
     window.setContextMenuPolicy(Qt::NoContextMenu);
     window.setMinimumSize(640, 400);
-    auto* const menu = new MainMenu(*window.menuBar(), m_actions, parts.files, parts.actions);
+    auto* const menu = new MainMenu(*window.menuBar(), m_actions, parts.files, parts.groups, parts.actions);
     menu->setParent(this);
     connect(menu, &MainMenu::chooseApplicationRequested, &window,
             &VeilkeepWindow::chooseApplicationRequested);

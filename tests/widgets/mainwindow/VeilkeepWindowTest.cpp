@@ -37,6 +37,13 @@ QList<QAction*> menuActions(const VeilkeepWindow& window) {
     return actions;
 }
 
+QMenu* menuTitled(const VeilkeepWindow& window, const QString& title) {
+    for (QMenu* const menu : window.menuBar()->findChildren<QMenu*>())
+        if (menu->title().remove('&') == title)
+            return menu;
+    return nullptr;
+}
+
 TEST(VeilkeepWindowTest, TitlesAndStatesAreThoseOfValidation) {
     WindowWorld world;
     world.commands.absent = {Command::CheckForUpdates, Command::Password};
@@ -365,6 +372,21 @@ TEST(VeilkeepWindowTest, TheLinesBetweenThePanesAreMovedByKeys) {
         EXPECT_TRUE(world.part<FilesTableView>().hasFocus()); // as before
         world.part<QSplitter>().setSizes({235, 632, 251});
     }
+}
+
+TEST(VeilkeepWindowTest, ItemsAreMovedToAnotherGroupByTheMenu) {
+    ThreeItems world;
+    const VeilkeepWindow& window = world.show();
+    const auto all = world.files().filesController().arrangedObjects();
+    world.files().filesController().setSelectedObjects({all[0], all[1]});
+    QMenu* const groups = menuTitled(window, "Move to Group");
+    ASSERT_TRUE(groups);
+    emit groups->aboutToShow();
+    ASSERT_EQ(groups->actions().size(), 3); // no header
+    groups->actions().back()->trigger();
+    EXPECT_EQ(all[0]->groupID(), world.world.row(3)->groupID());
+    EXPECT_EQ(all[1]->groupID(), world.world.row(3)->groupID());
+    EXPECT_EQ(all[2]->groupID(), world.world.row(2)->groupID());
 }
 
 } // namespace
