@@ -145,7 +145,7 @@ class Cases:
 
     def select_first_item(self):
         """By the keyboard, which is in the table."""
-        self.press("End", "Home")
+        self.press("Home")
         self.app.wait_for(self.Role.TEXT, "Where")
 
     def press_until(self, keys, condition, what):
@@ -190,6 +190,117 @@ class Cases:
         self.close(opened.name)
 
 
+    def go_to(self, pane):
+        """With F6, from wherever the focus is."""
+        def focused():
+            roles = (self.Role.LIST, self.Role.TABLE, self.Role.TEXT)
+            return [node.name for node in self.main_window().showing() if node.role in roles and
+                    node.has(self.State.FOCUSED)]
+
+        for _ in range(5):
+            before = focused()
+            if before == [pane]:
+                return
+            self.press("F6")
+            self.until(lambda: focused() not in (before, []), "the next pane")
+        raise AssertionError(f"F6 does not lead to {pane}")
+
+    def go_to_item(self, name):
+        self.go_to(LIST_OF_GROUPS)
+        self.press("Home")
+        self.app.wait_for(self.Role.TABLE_CELL, "gone.txt, ~/Docs/gone.txt, 4 KB, Not found")  # those of all groups
+        self.go_to(LIST_OF_ITEMS)
+        self.keyboard.type(name)
+        self.until(lambda: any(cell.name.startswith(name) and cell.has(self.State.SELECTED)
+                               for cell in self.main_window().showing() if cell.role == self.Role.TABLE_CELL), name)
+
+    def leads(self, keys, name):
+        check(self.app.gets_focus(name, lambda: self.press(keys)), f"{keys} led to {[each for _, each in self.app.focused]}, not {name}")
+
+    def entries(self, keys, back):
+        """What the menu that these keys open offers, once round; then Escape leads back."""
+        self.press(keys)
+        first = self.press_for_focus("Down")[1]
+        names = [first] + self.focused_names("Down", first)[:-1]
+        self.leads("Escape", back)
+        return names
+
+    def opens_menus_by_keys(self):
+        """Not with Alt and a letter: while keys pass by screen readers Qt takes Alt that is released within some
+        milliseconds for Alt alone, which leaves the menus."""
+        self.go_to_item("agreement")
+        offered = self.entries("Shift+F10", LIST_OF_ITEMS)
+        check(offered == ["Open", "Open With", "Reveal in Finder", "Quick Look", "Hide", "Remove From List"],
+              f"an item's menu offers {offered}")
+        self.leads("F10", "Add Items…")
+        self.leads("Escape", LIST_OF_ITEMS)
+        self.leads("Down", "budget & plan.txt")
+        self.go_to(LIST_OF_GROUPS)
+        self.press("Home", "Down", "Down")
+        self.leads("Down", "Taxes")
+        offered = self.entries("Shift+F10", LIST_OF_GROUPS)
+        check(offered == ["Hide \"Taxes\" Group", "Remove"], f"a group's menu offers {offered}")
+
+    def moves_the_lines_between_panes(self):
+        self.go_to_item("agreement")
+        for name in ("Width of the groups", "Width of the info pane"):
+            self.leads("F8", name)
+            line = self.main_window().find(self.Role.SPLIT_PANE, name).accessible
+            before = line.get_current_value()
+            self.press("Right")
+            self.until(lambda: abs(line.get_current_value() - before) == 10, f"another {name}")
+            check(line.get_minimum_value() < before < line.get_maximum_value(), f"no room for {name}")
+        self.leads("Escape", LIST_OF_ITEMS)
+
+    def answers_questions(self):
+        self.go_to_item("agreement")
+        self.reads_question(["Delete"], "Are you sure you want to remove selected items from list?",
+                            ["Remove", "Cancel"], box=["Do not ask again"])
+        self.go_to_item("gone")
+        self.reads_question(["Shift+F10", "Up", "Up", "Return"], "Previously visible file is broken.",
+                            ["Locate File...", "Remove From List", "Cancel"])
+        self.go_to(LIST_OF_GROUPS)
+        self.press("Down", "Down")
+        self.leads("Down", "Taxes")
+        self.reads_question(["Delete"], "Are you sure you want to remove \"Taxes\" group?", ["Remove", "Cancel"])
+
+    def reads_question(self, keys, title, buttons, box=()):
+        """The first button has the focus; Escape is the last one."""
+        Role = self.Role
+        self.press(*keys)
+        self.app.wait_for(Role.DIALOG, title)
+        self.until(lambda: self.app.window(title).find(Role.PUSH_BUTTON, buttons[0]).has(self.State.FOCUSED),
+                   f"{buttons[0]} under {title}")
+        question = self.app.window(title)
+        check(question.names(Role.PUSH_BUTTON) == buttons, f"{title} {question.names(Role.PUSH_BUTTON)}")
+        check(question.names(Role.CHECK_BOX) == list(box), f"{title} {question.names(Role.CHECK_BOX)}")
+        self.check_names(title)
+        self.close(title)
+
+    def previews_an_item(self):
+        self.go_to_item("agreement")
+        self.press("space")
+        self.until(lambda: self.has_keyboard("agreement.txt"), "the preview")
+        self.check_names("preview")
+        self.close("agreement.txt")
+        self.leads("Down", "budget & plan.txt")
+
+    def tells_about_itself(self):
+        for keys, entry in (("F10", "Add Items…"), ("Left", "Veilkeep Help"), ("Up", "About Veilkeep")):
+            self.leads(keys, entry)
+        self.press("Return")
+        self.until(lambda: self.has_keyboard("About Veilkeep"), "the keyboard")
+        self.check_names("about")
+        self.close("About Veilkeep")
+
+    def hides_an_item(self):
+        self.go_to_item("agreement")
+        self.press("Ctrl+Right")
+        self.app.wait_for(self.Role.TABLE_CELL, "agreement.txt, ~/Docs/agreement.txt, 4 KB, hidden")
+        self.until(lambda: self.main_window().find(self.Role.CHECK_BOX, "Hide Selected Items").has(self.State.CHECKED),
+                   "the switch")
+
+
 def run(programs, scratch, wanted):
     session = own_session.Session(programs, scratch)
     try:
@@ -214,7 +325,9 @@ def run(programs, scratch, wanted):
 
 CASES = [name for name in vars(Cases) if name in (
     "asks_for_the_password", "reads_both_lists", "names_every_control", "goes_through_the_panes_as_they_are_read",
-    "takes_the_focus_everywhere", "tells_states", "names_what_menus_offer", "opens_the_panel_that_adds")]
+    "takes_the_focus_everywhere", "tells_states", "names_what_menus_offer", "opens_the_panel_that_adds",
+    "opens_menus_by_keys", "moves_the_lines_between_panes", "answers_questions", "previews_an_item",
+    "tells_about_itself", "hides_an_item")]
 
 
 if __name__ == "__main__":

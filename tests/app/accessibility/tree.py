@@ -129,3 +129,12 @@ class Application:
         act()
         until(lambda: self.focused, "the focus")
         return self.focused[-1]
+
+    def gets_focus(self, name, act):
+        """Whether one whose name begins so tells that it took the focus after that, whichever did before or after."""
+        self.focused.clear()
+        act()
+        try:
+            return until(lambda: any(each.startswith(name) for _, each in self.focused), name, limit=5)
+        except AssertionError:
+            return False
