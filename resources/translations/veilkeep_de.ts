@@ -1461,14 +1461,6 @@
         <translation>Öffnen</translation>
     </message>
     <message>
-        <source>Reveal in Finder</source>
-        <translation>In der Dateiverwaltung zeigen</translation>
-    </message>
-    <message>
-        <source>Quick Look</source>
-        <translation>Schnelle Vorschau</translation>
-    </message>
-    <message>
         <source>Fix…</source>
         <translation>Wiederfinden…</translation>
     </message>
@@ -1483,6 +1475,14 @@
     <message>
         <source>Open With</source>
         <translation>Öffnen mit</translation>
+    </message>
+    <message>
+        <source>Show in File Manager</source>
+        <translation>In der Dateiverwaltung zeigen</translation>
+    </message>
+    <message>
+        <source>Quick Preview</source>
+        <translation>Schnelle Vorschau</translation>
     </message>
 </context>
 <context>
@@ -1663,10 +1663,6 @@
     <message>
         <source>Nothing selected</source>
         <translation>Nichts ausgewählt</translation>
-    </message>
-    <message>
-        <source>Info</source>
-        <translation>Infos</translation>
     </message>
 </context>
 <context>

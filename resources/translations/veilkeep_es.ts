@@ -1461,14 +1461,6 @@
         <translation>Abrir</translation>
     </message>
     <message>
-        <source>Reveal in Finder</source>
-        <translation>Mostrar en el gestor de archivos</translation>
-    </message>
-    <message>
-        <source>Quick Look</source>
-        <translation>Vista previa rápida</translation>
-    </message>
-    <message>
         <source>Fix…</source>
         <translation>Localizar…</translation>
     </message>
@@ -1483,6 +1475,14 @@
     <message>
         <source>Open With</source>
         <translation>Abrir con</translation>
+    </message>
+    <message>
+        <source>Show in File Manager</source>
+        <translation>Mostrar en el gestor de archivos</translation>
+    </message>
+    <message>
+        <source>Quick Preview</source>
+        <translation>Vista previa rápida</translation>
     </message>
 </context>
 <context>
@@ -1663,10 +1663,6 @@
     <message>
         <source>Nothing selected</source>
         <translation>Nada seleccionado</translation>
-    </message>
-    <message>
-        <source>Info</source>
-        <translation>Información</translation>
     </message>
 </context>
 <context>

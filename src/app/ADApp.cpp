@@ -152,7 +152,8 @@ void ADApp::awakeFromNib() {
     connect(&m_parts->colorScheme, &ColorScheme::darkChanged, this, &ADApp::followColorScheme);
     connect(&list.files().hideOperations(), &HideOperations::batchRunningChanged, this,
             [this](bool isRunning) {
-                if (!isRunning && !m_parts->list.turns().isNobodyThere())
+                const bool hasMoved = !m_parts->list.files().hideOperations().lastBatch().empty();
+                if (!isRunning && hasMoved && !m_parts->list.turns().isNobodyThere())
                     m_parts->sounds.playSound("HideSound");
             });
     list.load();

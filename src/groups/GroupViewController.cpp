@@ -247,8 +247,8 @@ void GroupViewController::setImageNamed(Group& group, const std::string& name) c
 std::optional<Bytes> GroupViewController::imageFor(const std::string& iconPath) const {
     if (!m_parts.images)
         return std::nullopt;
-    return itemExistsAt(iconPath) ? m_parts.images->imageAtPath(iconPath)
-                                  : m_parts.images->imageNamed(iconPath);
+    return iconPath.starts_with('/') && itemExistsAt(iconPath) ? m_parts.images->imageAtPath(iconPath)
+                                                               : m_parts.images->imageNamed(iconPath);
 }
 
 // Not saved for its own sake: nobody has changed anything.

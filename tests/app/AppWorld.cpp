@@ -144,10 +144,9 @@ void AppWorld::expectKeysToArrive() {
     EXPECT_TRUE(filter.showOnlyHidden());
     realInput::key("Ctrl+1");
     EXPECT_TRUE(filter.showAll());
-    realInput::key("Up");
-    const int above = table().currentIndex().row();
+    realInput::key("Home");
     realInput::key("Down");
-    EXPECT_EQ(table().currentIndex().row(), above + 1);
+    EXPECT_EQ(table().currentIndex().row(), 1);
 }
 
 // --- The window ---

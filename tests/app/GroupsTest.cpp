@@ -26,6 +26,7 @@ protected:
 TEST_F(GroupsTest, AreAddedAndRemovedAfterAQuestion) {
     ASSERT_TRUE(world.click("Add a group"));
     ASSERT_TRUE(eventually([&] { return world.groups().ifExistsGroupWithName("New Group"); }));
+    EXPECT_FALSE(world.groups().addGroup()->iconData().empty()) << "before it was drawn";
     const std::string path = world.addFileToGroup("letter", "New Group");
     world.clickGroup("New Group");
     EXPECT_TRUE(world.shows({"letter"}));

@@ -32,7 +32,8 @@ RequestService::~RequestService() {
     for (const Requests* const requests : {&m_urgent, &m_requests})
         for (const auto& request : *requests)
             request->cancel();
-    if (m_bus) // the connection itself may last: whoever answers a call later holds it
+    if (m_bus &&
+        m_bus->isConnected()) // the connection itself may last: whoever answers a call later holds it
         m_bus->connection().unregisterService(requestService);
 }
 
@@ -46,8 +47,10 @@ Result<void> RequestService::start() {
     registerRequestTypes();
     m_bus = std::make_unique<SessionBusConnection>();
     QDBusConnection& connection = m_bus->connection();
-    if (!connection.isConnected())
+    if (!connection.isConnected()) {
+        m_bus.reset();
         return Error::system("connect", {}, ENOTCONN);
+    }
     m_callers.setConnection(connection);
     if (!connection.registerObject(requestObject, this, QDBusConnection::ExportScriptableSlots))
         return Error::system("registerObject", {}, EEXIST);

@@ -23,10 +23,10 @@ FilesContextMenu::FilesContextMenu(FilesViewController& files, FileListActions& 
     };
     add(tr("Open"), [this] { m_actions.openFileAction(); })->setEnabled(isEnabled(FileListActions::Open));
     addOpenWith();
-    add(tr("Reveal in Finder"), [this] {
+    add(tr("Show in File Manager"), [this] {
         m_actions.menuRevealFileInFinder();
     })->setEnabled(isEnabled(FileListActions::Reveal));
-    add(tr("Quick Look"), [this] { emit quickLookRequested(); });
+    add(tr("Quick Preview"), [this] { emit quickLookRequested(); });
     addSwitch(switchValue);
     addSeparator();
     add(m_actions.validateMenuItem(FileListActions::Remove, m_currentGroupName).title,

@@ -29,7 +29,7 @@ public:
     RowSlides& slides() { return m_slides; }
 
     RowLayout layoutOf(const QStyleOptionViewItem& option, int row) const;
-    static bool mayBeRevealed(const File& file) { return file.state() == File::Visible; }
+    static bool mayBeRevealed(const File& file) { return file.state() != File::Hidden; }
 
     void paint(QPainter* painter, const QStyleOptionViewItem& option,
                const QModelIndex& index) const override;

@@ -12,6 +12,7 @@ namespace veilkeep {
 namespace {
 
 constexpr QSize storedSize(42, 42);
+constexpr std::string_view fileNameEnd = ".png"; // which a name of an image may have
 
 QString text(std::string_view bytes) {
     return QString::fromUtf8(bytes.data(), static_cast<qsizetype>(bytes.size()));
@@ -40,6 +41,8 @@ QPixmap pixmapOfIconData(std::string_view iconData, QSize size, qreal devicePixe
 } // namespace
 
 std::optional<Bytes> ProgramGroupImages::imageNamed(std::string_view name) const {
+    if (name.ends_with(fileNameEnd))
+        name.remove_suffix(fileNameEnd.size());
     return pngOf(drawnImage::drawn(text(name), storedSize));
 }
 

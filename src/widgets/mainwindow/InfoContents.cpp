@@ -14,6 +14,7 @@ namespace {
 
 constexpr int margin = 16;
 constexpr int iconSize = 96;
+constexpr int badgeSize = 20, badgeGap = 8;
 constexpr qreal cornerRadius = 8;
 constexpr qreal nameScale = 1.15; // of the window's font
 
@@ -38,6 +39,11 @@ void PreviewFrame::setImage(const QImage& image, const QIcon& otherwise) {
     update();
 }
 
+void PreviewFrame::setBadge(const QIcon& badge) {
+    m_badge = badge;
+    update();
+}
+
 void PreviewFrame::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
@@ -50,6 +56,9 @@ void PreviewFrame::paintEvent(QPaintEvent*) {
         m_icon.paint(&painter, centred({iconSize, iconSize}, rect()).toRect());
     else
         painter.drawImage(centred(m_image.deviceIndependentSize(), rect()), m_image);
+    const QPoint corner(isRightToLeft() ? badgeGap : width() - badgeGap - badgeSize,
+                        height() - badgeGap - badgeSize);
+    m_badge.paint(&painter, QRect(corner, QSize(badgeSize, badgeSize)));
 }
 
 InfoContents::InfoContents(QWidget* parent)

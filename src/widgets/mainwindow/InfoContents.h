@@ -22,13 +22,14 @@ public:
     explicit PreviewFrame(QWidget* parent = nullptr);
 
     void setImage(const QImage& image, const QIcon& otherwise); // a null image: the icon
+    void setBadge(const QIcon& badge);                          // in its corner; null for none
 
 protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
     QImage m_image;
-    QIcon m_icon;
+    QIcon m_icon, m_badge;
 };
 
 // Image, name and rows of the information pane. Main thread.

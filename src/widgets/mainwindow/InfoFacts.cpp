@@ -4,6 +4,7 @@
 #include "core/records/PropertyDictionary.h"
 #include "filelist/Texts.h"
 #include "format/ValueFormatting.h"
+#include "groups/GroupNames.h"
 
 #include <algorithm>
 #include <functional>
@@ -33,9 +34,23 @@ QString placeText(const File& file) {
 QString groupText(std::int64_t groupID, const GroupViewController& groups) {
     for (const ListedGroup& group : groups.groups()) {
         if (!group->isHeaderRow() && group->groupID() == groupID)
-            return shownPath(group->name());
+            return shownGroupName(*group);
     }
     return {};
+}
+
+template <class Of>
+bool areSame(const FilesViewController::Files& files, Of of) {
+    return std::ranges::all_of(files,
+                               [&](const ListedFile& file) { return of(*file) == of(*files.front()); });
+}
+
+// Where all have the same and none is broken.
+QString badgeOf(const FilesViewController::Files& files) {
+    const std::int32_t state = files.front()->state();
+    const bool hasOne =
+        state != File::Broken && areSame(files, [](const File& file) { return file.state(); });
+    return hasOne ? VisibleValueTransformer::transformedValue(state == File::Hidden) : QString();
 }
 
 Value sizesOf(const FilesViewController::Files& files) {
@@ -44,12 +59,6 @@ Value sizesOf(const FilesViewController::Files& files) {
     for (const ListedFile& file : files)
         sizes.emplace_back(file->size());
     return sizes;
-}
-
-template <class Of>
-bool areSame(const FilesViewController::Files& files, Of of) {
-    return std::ranges::all_of(files,
-                               [&](const ListedFile& file) { return of(*file) == of(*files.front()); });
 }
 
 template <class Of, class TextOf>
@@ -69,6 +78,7 @@ InfoFacts infoFacts(const FilesViewController::Files& selected, const GroupViewC
         .state = common(
             selected, [](const File& file) { return file.state(); },
             [](const File& file) { return stateText(file.state()); }),
+        .badge = badgeOf(selected),
         .size = SizeToStringValueTransformer::transformedValue(isOne ? Value(selected.front()->size())
                                                                      : sizesOf(selected)),
         .where = common(

@@ -11,7 +11,7 @@ namespace veilkeep {
 
 // What the information pane says of the selected items without looking at the disk.
 struct InfoFacts {
-    QString name, state, size, where, group;
+    QString name, state, badge, size, where, group; // the badge is an image's name
 };
 
 InfoFacts infoFacts(const FilesViewController::Files& selected, const GroupViewController& groups);

@@ -1,5 +1,6 @@
 #include "widgets/mainwindow/InfoPane.h"
 
+#include "format/ValueFormatting.h"
 #include "widgets/controls/RowControls.h"
 #include "widgets/images/ProgramImages.h"
 #include "widgets/preview/Mailbox.h"
@@ -18,9 +19,10 @@ InfoPane::InfoPane(FilesViewController& files, GroupViewController& groups, Prev
       m_files(files),
       m_groups(groups),
       m_previews(previews),
+      m_icons(previews),
       m_nothing(new QLabel(tr("Nothing selected"), this)),
       m_mailbox(std::make_shared<Mailbox>(*this)) {
-    setAccessibleName(tr("Info"));
+    setAccessibleName(SelectionTabValueTransformer::transformedValue());
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_nothing);
@@ -79,6 +81,7 @@ void InfoPane::update() {
         return;
     const InfoFacts facts = infoFacts(m_selected, m_groups);
     m_contents->setFacts(facts);
+    m_contents->preview().setBadge(programImage::named(facts.badge));
     if (isAnother)
         m_contents->setFactsOnDisk({facts.size, {}, {}}); // until they are read
     m_contents->setDatesShown(m_selected.size() == 1);
@@ -102,10 +105,10 @@ void InfoPane::makeContents() {
 
 void InfoPane::updatePreview() {
     if (m_selected.size() == 1)
-        m_contents->preview().setImage(m_previews.preview(m_selected.front()),
-                                       m_previews.typeIcon(m_selected.front()));
-    else
-        m_contents->preview().setImage({}, programImage::named(QStringLiteral("MultipleSelection")));
+        return m_contents->preview().setImage(m_previews.preview(m_selected.front()),
+                                              m_previews.typeIcon(m_selected.front()));
+    m_icons.transformedValue(QByteArray(), this,
+                             [this](const QImage& image) { m_contents->preview().setImage(image, {}); });
 }
 
 void InfoPane::lookAt(const ListedFile& file) {

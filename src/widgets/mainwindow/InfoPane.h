@@ -2,6 +2,7 @@
 
 #include "groups/GroupViewController.h"
 #include "widgets/mainwindow/InfoContents.h"
+#include "widgets/preview/FileIconValueTransformer.h"
 #include "widgets/preview/Previews.h"
 #include "widgets/preview/WorkQueue.h"
 
@@ -44,6 +45,7 @@ private:
     FilesViewController& m_files;
     GroupViewController& m_groups;
     Previews& m_previews;
+    FileIconValueTransformer m_icons;
     FilesViewController::Files m_selected;
     QLabel* m_nothing;
     InfoContents* m_contents = nullptr; // made for the first selection that is shown

@@ -230,7 +230,7 @@ class Cases:
         milliseconds for Alt alone, which leaves the menus."""
         self.go_to_item("agreement")
         offered = self.entries("Shift+F10", LIST_OF_ITEMS)
-        check(offered == ["Open", "Open With", "Reveal in Finder", "Quick Look", "Hide", "Remove From List"],
+        check(offered == ["Open", "Open With", "Show in File Manager", "Quick Preview", "Hide", "Remove From List"],
               f"an item's menu offers {offered}")
         self.leads("F10", "Add Items…")
         self.leads("Escape", LIST_OF_ITEMS)

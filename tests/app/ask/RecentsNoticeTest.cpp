@@ -22,7 +22,7 @@ TEST(RecentsNotice, StaysUntilABusyApplicationHasSeenIt) {
     SignalListener listener;
     ASSERT_TRUE(application.connection().registerObject("/com/ostrel/Veilkeep/Requests", &listener,
                                                         QDBusConnection::ExportAllSlots));
-    ASSERT_TRUE(application.connection().registerService("com.ostrel.Veilkeep"));
+    ASSERT_TRUE(application.connection().registerService("com.ostrel.Veilkeep.Requests"));
     ASSERT_TRUE(application.connection().connect({}, "/com/ostrel/Veilkeep", "com.ostrel.Veilkeep",
                                                  "ShouldCleanRecents", &listener,
                                                  SLOT(received(QDBusMessage))));

@@ -112,7 +112,7 @@ TEST_F(StartingTest, TheBusStartsItForWhoeverCalls) {
 
 TEST_F(StartingTest, WithoutASessionBusTheSecondGivesUp) {
     stopSessionBus();
-    ::setenv("DBUS_SESSION_BUS_ADDRESS", "disabled:", 1);
+    ::setenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent", 1);
     ASSERT_TRUE(startToWindow());
     BackgroundProgram second({bundledProgram("Veilkeep")});
     ASSERT_TRUE(waitUntil([&] { return m_screen.windowsOf(second.process()).size() == 1; }));

@@ -100,13 +100,13 @@ TEST_F(FilesTableViewTest, AButtonLeftBeforeItsReleaseDoesNothing) {
     EXPECT_EQ(world.shown.selectedCount(), 0u);
 }
 
-TEST_F(FilesTableViewTest, OnlyVisibleItemsAreRevealed) {
+TEST_F(FilesTableViewTest, HiddenItemsAreNotRevealed) {
     for (const std::int32_t state : {File::Visible, File::Hidden, File::Broken})
         world.list.files().append(listedOnly("s" + std::to_string(state), state));
     show();
     for (int row = 0; row < 3; ++row)
         click(row, Part::Reveal);
-    EXPECT_EQ(world.viewer.revealed, std::vector<std::string>{"/h/s0"});
+    EXPECT_EQ(world.viewer.revealed, (std::vector<std::string>{"/h/s0", "/h/s-1"}));
 }
 
 TEST_F(FilesTableViewTest, TheSwitchOfABrokenItemAsksWhatToDo) {
@@ -232,8 +232,8 @@ TEST_F(FilesTableViewTest, TheContextMenuActsOnTheRowUnderIt) {
     click(1, Part::Elsewhere, Qt::RightButton);
     ASSERT_TRUE(eventually([&] { return menu() != nullptr; }));
     EXPECT_EQ(world.shown.selectedObjects(), std::vector<ListedFile>{second});
-    EXPECT_EQ(titles(), (QStringList{"Open", "Open With", "Reveal in Finder", "Quick Look", "Hide", "-",
-                                     "Remove From List"}));
+    EXPECT_EQ(titles(), (QStringList{"Open", "Open With", "Show in File Manager", "Quick Preview", "Hide",
+                                     "-", "Remove From List"}));
     QMenu* const openWith = entry("Open With")->menu();
     emit openWith->aboutToShow();
     EXPECT_EQ(openWith->actions().front()->text(), "<None>");
@@ -250,7 +250,7 @@ TEST_F(FilesTableViewTest, TheContextMenuActsOnTheRowUnderIt) {
     ASSERT_TRUE(eventually([&] { return menu() != nullptr; }));
     EXPECT_NE(entry("Unhide"), nullptr);
     EXPECT_FALSE(entry("Open")->isEnabled() || entry("Open With")->isEnabled() ||
-                 entry("Reveal in Finder")->isEnabled());
+                 entry("Show in File Manager")->isEnabled());
     menu()->close();
 }
 
