@@ -33,8 +33,9 @@ BrokenFiles::BrokenFiles(const FilesViewControllerParts& parts, FileList& files,
 }
 
 void BrokenFiles::markMissing(const Files& files) {
-    for (const ListedFile& file : m_missing.missingOf(files))
-        markBroken(file);
+    Files missing = m_missing.missingOf(files);
+    std::erase_if(missing, [](const ListedFile& file) { return file->state() == File::Broken; });
+    m_files.changeEach(missing, [](File& record) { record.setState(File::Broken); });
 }
 
 void BrokenFiles::performSanityCheck(const Files& files) {

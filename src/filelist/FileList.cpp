@@ -116,6 +116,11 @@ FileList::Changing::~Changing() {
     emit m_list.fileChanged(m_file);
 }
 
+FileList::Batch::~Batch() {
+    if (--m_list.m_batches == 0)
+        emit m_list.batchEnded();
+}
+
 // The list has made it, and not as a constant.
 File& FileList::Changing::file() const {
     return const_cast<File&>(*m_file);

@@ -52,6 +52,16 @@ public:
         return std::forward<Change>(change)(changing.file());
     }
 
+    // The same with each of them, as one batch: who tells of something that it changes may wait for
+    // batchEnded(), after which nothing is owed. No event is handled meanwhile.
+    template <class Change>
+    void changeEach(std::span<const ListedFile> files, Change&& change) {
+        const Batch batch(*this);
+        for (const ListedFile& file : files)
+            this->change(file, change);
+    }
+    bool isInBatch() const { return m_batches > 0; }
+
     // Another number after each change: tells whether something is to be saved.
     std::uint64_t revision() const { return m_revision; }
 
@@ -61,6 +71,7 @@ signals:
     void filesRemoved();
     void filesSorted();
     void fileChanged(const veilkeep::ListedFile& file);
+    void batchEnded();
 
 private:
     // Puts the record into the look-ups as it is in the end.
@@ -78,11 +89,23 @@ private:
         PropertyDictionary m_before;
     };
 
+    class Batch {
+    public:
+        explicit Batch(FileList& list) : m_list(list) { ++m_list.m_batches; }
+        ~Batch();
+        Batch(const Batch&) = delete;
+        Batch& operator=(const Batch&) = delete;
+
+    private:
+        FileList& m_list;
+    };
+
     void add(std::vector<File> files);
 
     std::vector<ListedFile> m_files;
     FileIndex m_index;
     int m_changes = 0; // that are under way
+    int m_batches = 0; // likewise
     std::uint64_t m_revision = 0;
 };
 

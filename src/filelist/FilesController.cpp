@@ -23,6 +23,7 @@ FilesController::FilesController(FileList& files) : m_files(files) {
         });
     connect(&files, &FileList::filesAppended, this, &FilesController::arrangeAnew);
     connect(&files, &FileList::fileChanged, this, &FilesController::updateAfterChangeOf);
+    connect(&files, &FileList::batchEnded, this, &FilesController::tellSelection);
 }
 
 void FilesController::setFilterPredicate(const FilePredicate& predicate) {
@@ -38,6 +39,7 @@ const std::vector<ListedFile>& FilesController::arrangedObjects() const {
         m_arranged = m_matcher.matchesAmong(m_files.all(), m_names);
         m_isArranged = true;
     }
+    m_isAskedFor = true;
     return m_arranged;
 }
 
@@ -124,10 +126,18 @@ void FilesController::updateAfterChangeOf(const ListedFile& file) {
     if (m_isArranged)
         updateRowOf(file, isSeen);
     if (!isSeen && m_selection.erase(file) > 0)
+        m_isSelectionUntold = true;
+    if (!m_files.isInBatch())
+        tellSelection();
+}
+
+void FilesController::tellSelection() {
+    if (std::exchange(m_isSelectionUntold, false))
         emit selectionChanged();
 }
 
-// A batch changes many records one by one: the list is not gone through for any of them.
+// One change moves the rows below it, which is quicker than to go through the list. Of many that nobody looks
+// between, all but the first wait for the next who asks, who has the list gone through once.
 void FilesController::updateRowOf(const ListedFile& file, bool isSeen) {
     const auto row =
         std::ranges::lower_bound(m_arranged, m_files.positionOf(file), {},
@@ -135,7 +145,9 @@ void FilesController::updateRowOf(const ListedFile& file, bool isSeen) {
     const bool wasSeen = row != m_arranged.end() && *row == file;
     if (wasSeen == isSeen)
         return;
-    if (isSeen)
+    if (!std::exchange(m_isAskedFor, false))
+        m_isArranged = false;
+    else if (isSeen)
         m_arranged.insert(row, file);
     else
         m_arranged.erase(row);

@@ -38,8 +38,8 @@ public:
 
 signals:
     void arrangedObjectsChanged(); // perhaps not again before somebody asks for them
-    void selectionChanged();
-    void selectionSet(); // before selectionChanged(): not by records that are shown no more
+    void selectionChanged();       // once for a batch of changes
+    void selectionSet();           // before selectionChanged(): not by records that are shown no more
 
 private:
     using Selection = std::unordered_set<ListedFile>;
@@ -48,6 +48,7 @@ private:
     void arrangeAnew();
     void updateAfterChangeOf(const ListedFile& file);
     void updateRowOf(const ListedFile& file, bool isSeen);
+    void tellSelection();
     std::vector<ListedFile> fewSelectedObjects() const;
 
     FileList& m_files;
@@ -57,6 +58,8 @@ private:
     mutable std::vector<ListedFile> m_arranged;
     mutable ListedNames m_names; // of the list's first records, as they are
     mutable bool m_isArranged = false;
+    mutable bool m_isAskedFor = false; // since a row changed
+    bool m_isSelectionUntold = false;
 };
 
 } // namespace veilkeep

@@ -245,8 +245,7 @@ void FilesViewController::removeOrTakeOutOfGroup(const Files& files, bool forceR
 }
 
 void FilesViewController::moveFiles(const Files& files, std::int64_t toGroup) {
-    for (const ListedFile& file : files)
-        m_files.change(file, [&](File& changed) { changed.moveToGroup(toGroup); });
+    m_files.changeEach(files, [&](File& changed) { changed.moveToGroup(toGroup); });
     emit numberOfFilesOfCurrentGroupChanged();
 }
 

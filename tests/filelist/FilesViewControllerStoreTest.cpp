@@ -385,5 +385,28 @@ TEST(FilesViewControllerStoreTest, AnswersByGroupAndMoves) {
     EXPECT_EQ(world.saved(), Paths()) << "a move alone does not save";
 }
 
+// What listens goes through lists as long as this one each time.
+TEST(FilesViewControllerStoreTest, ManyThatAreMovedAreToldOfOnce) {
+    StoreWorld world;
+    std::vector<File> files;
+    for (int number = 0; number < 1001; ++number)
+        files.push_back(fileOf("/" + std::to_string(number), "/" + std::to_string(number), 4));
+    world->list->files().assign(std::move(files));
+    world->list->filterController().setGroup(4);
+    FilesController& shown = world->list->filesController();
+    FilesViewController::Files moved = shown.arrangedObjects();
+    const ListedFile staying = moved[500];
+    std::erase(moved, staying);
+    shown.setSelectedObjects(moved);
+    int selectionChanges = 0, arrangedChanges = 0;
+    QObject::connect(&shown, &FilesController::selectionChanged, [&] { ++selectionChanges; });
+    QObject::connect(&shown, &FilesController::arrangedObjectsChanged, [&] { ++arrangedChanges; });
+    world->list->moveFiles(moved, 0);
+    EXPECT_EQ(selectionChanges, 1);
+    EXPECT_LE(arrangedChanges, 2);
+    EXPECT_EQ(shown.selectedCount(), 0U);
+    EXPECT_EQ(shown.arrangedObjects(), FilesViewController::Files{staying});
+}
+
 } // namespace
 } // namespace veilkeep

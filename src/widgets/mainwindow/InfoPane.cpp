@@ -9,8 +9,6 @@
 #include <QScrollArea>
 #include <QVBoxLayout>
 
-#include <algorithm>
-
 namespace veilkeep {
 
 InfoPane::InfoPane(FilesViewController& files, GroupViewController& groups, Previews& previews,
@@ -60,7 +58,7 @@ void InfoPane::updateSoon() {
 }
 
 void InfoPane::fileChanged(const ListedFile& file) {
-    if (std::ranges::find(m_selected, file) != m_selected.end())
+    if (m_files.filesController().isSelected(file))
         updateSoon();
 }
 
