@@ -77,6 +77,11 @@ std::optional<std::vector<std::string>> dragMime::paths(const QMimeData& data) {
     return isReadToItsEnd(stream) ? std::optional(std::move(paths)) : std::nullopt;
 }
 
+// Whoever may fill a drag could say that listed items are to go to another group.
+std::optional<std::vector<std::string>> dragMime::ownPaths(const QDropEvent& event) {
+    return event.source() ? paths(*event.mimeData()) : std::nullopt;
+}
+
 void dragMime::setRows(QMimeData& data, const std::vector<std::size_t>& rows) {
     QByteArray bytes;
     QDataStream stream(&bytes, QIODevice::WriteOnly);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDropEvent>
 #include <QMimeData>
 
 #include <cstddef>
@@ -15,7 +16,8 @@ namespace veilkeep {
 namespace dragMime {
 
 void setPaths(QMimeData& data, const std::vector<std::string>& rowPaths);
-std::optional<std::vector<std::string>> paths(const QMimeData& data); // nothing where it carries none
+std::optional<std::vector<std::string>> paths(const QMimeData& data);      // nothing where it carries none
+std::optional<std::vector<std::string>> ownPaths(const QDropEvent& event); // nor where another program drags
 
 void setRows(QMimeData& data, const std::vector<std::size_t>& rows);
 std::optional<std::vector<std::size_t>> rows(const QMimeData& data);

@@ -87,7 +87,7 @@ bool FilesTableView::areShown(const std::vector<std::string>& rowPaths) const {
 }
 
 bool FilesTableView::takes(const QDropEvent& event) const {
-    return dragMime::paths(*event.mimeData()) || dragMime::fileNames(*event.mimeData());
+    return dragMime::ownPaths(event) || dragMime::fileNames(*event.mimeData());
 }
 
 void FilesTableView::setDropTarget(bool isDropTarget) {
@@ -119,7 +119,7 @@ void FilesTableView::dragLeaveEvent(QDragLeaveEvent* event) {
 // out of a group that is hidden by itself.
 void FilesTableView::dropEvent(QDropEvent* event) {
     setDropTarget(false);
-    const auto rowPaths = dragMime::paths(*event->mimeData());
+    const auto rowPaths = dragMime::ownPaths(*event);
     const auto fileNames = dragMime::fileNames(*event->mimeData());
     if (!rowPaths && !fileNames)
         return event->ignore();

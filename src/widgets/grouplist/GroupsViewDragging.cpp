@@ -15,14 +15,13 @@ namespace {
 
 using Operation = DropAnswer::Operation;
 
-// Rows and paths only from within this program.
+// Rows only from the list itself.
 GroupDrag dragOf(const QDropEvent& event, const QObject* ownView) {
     const QMimeData& data = *event.mimeData();
     GroupDrag drag;
     if (event.source() == ownView)
         drag.groupRows = dragMime::rows(data);
-    if (event.source())
-        drag.filePaths = dragMime::paths(data);
+    drag.filePaths = dragMime::ownPaths(event);
     drag.fileNames = dragMime::fileNames(data);
     return drag;
 }

@@ -1,3 +1,4 @@
+#include "tests/support/gui/DragSource.h"
 #include "tests/widgets/filetable/TableWorld.h"
 #include "widgets/controls/DragMime.h"
 
@@ -317,7 +318,7 @@ TEST_F(FilesTableViewTest, DraggedRowsCarryTheirPathsAndTheVisibleFiles) {
     EXPECT_EQ(world.list.files().size(), 2u);
 }
 
-TEST_F(FilesTableViewTest, DroppedFilesAreAddedAndRowsMoved) {
+TEST_F(FilesTableViewTest, DroppedFilesAreAddedAndOwnRowsMoved) {
     const ListedFile known = world.add("known");
     const std::string path = world.tree.makeFile("items/new");
     world.group.chosen = 3;
@@ -334,14 +335,19 @@ TEST_F(FilesTableViewTest, DroppedFilesAreAddedAndRowsMoved) {
     QMimeData text;
     text.setText("text");
     EXPECT_FALSE(drop(text));
+    QMimeData rows; // another program's
+    dragMime::setPaths(rows, {std::string(known->path())});
+    EXPECT_FALSE(drop(rows));
     QMimeData files;
+    dragMime::setPaths(files, {std::string(known->path())});
     dragMime::setFileNames(files, {path});
     EXPECT_TRUE(drop(files));
     ASSERT_TRUE(eventually([&] { return !world.list.isAdding(); }));
     EXPECT_EQ(world.list.findFileWithPath(path)->groupID(), 3);
-    QMimeData rows;
-    dragMime::setPaths(rows, {std::string(known->path())});
-    EXPECT_TRUE(drop(rows));
+    EXPECT_EQ(known->groupID(), 0);
+    show();
+    const auto fill = [&](QMimeData& data) { dragMime::setPaths(data, {std::string(known->path())}); };
+    EXPECT_EQ(dragTo(view.viewport()->mapToGlobal(QPoint(200, 200)), DragSource(fill)), Qt::CopyAction);
     EXPECT_EQ(known->groupID(), 3);
 }
 

@@ -1,13 +1,10 @@
+#include "tests/support/gui/DragSource.h"
 #include "tests/widgets/grouplist/PanelWorld.h"
 #include "widgets/controls/DragMime.h"
 #include "widgets/grouplist/GroupDelegate.h"
 
 #include <QAccessible>
-#include <QDrag>
-#include <QMouseEvent>
 #include <QSignalSpy>
-
-#include <functional>
 
 namespace veilkeep::test {
 namespace {
@@ -214,38 +211,6 @@ TEST(GroupsViewTest, RowsAreMovedByKeys) {
         EXPECT_EQ(world.names(), names) << key;
         EXPECT_EQ(world.groups.currentGroupName(), "Secret Pictures") << key;
     }
-}
-
-// Another window of the program from which is dragged what it was given.
-class DragSource : public QWidget {
-public:
-    explicit DragSource(std::function<void(QMimeData&)> fill,
-                        Qt::DropActions actions = Qt::CopyAction | Qt::MoveAction)
-        : m_fill(std::move(fill)), m_actions(actions) {
-        setGeometry(600, 100, 100, 100);
-    }
-    Qt::DropAction taken = Qt::IgnoreAction;
-
-protected:
-    void mousePressEvent(QMouseEvent*) override {}
-    void mouseMoveEvent(QMouseEvent*) override {
-        auto* const drag = new QDrag(this);
-        auto* const mime = new QMimeData;
-        m_fill(*mime);
-        drag->setMimeData(mime);
-        taken = drag->exec(m_actions);
-    }
-
-private:
-    std::function<void(QMimeData&)> m_fill;
-    Qt::DropActions m_actions;
-};
-
-Qt::DropAction dragTo(const QPoint& onScreen, DragSource&& source) {
-    EXPECT_TRUE(showAndActivate(source));
-    realInput::drag(source.mapToGlobal(QPoint(50, 50)), onScreen);
-    settle();
-    return source.taken;
 }
 
 TEST(GroupsViewTest, ItemsAreDroppedOnAGroup) {
