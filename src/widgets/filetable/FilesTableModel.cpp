@@ -48,8 +48,10 @@ void FilesTableModel::update() {
     m_updating.stop();
     QElapsedTimer clock;
     clock.start();
+    m_isUpdating = true;
     if (std::exchange(m_areRowsStale, false))
         takeOverRows();
+    m_isUpdating = false;
     tellChangedRows();
     emit updated();
     m_lastDuration = clock.elapsed();

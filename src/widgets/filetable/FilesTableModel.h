@@ -29,6 +29,7 @@ public:
     const ListedFile& fileAt(int row) const { return m_rows[static_cast<std::size_t>(row)]; }
     int rowOf(const ListedFile& file) const; // -1: not shown
     const std::vector<ListedFile>& files() const { return m_rows; }
+    bool isUpdating() const { return m_isUpdating; } // rows come and go
 
     // What is shown of a row, ready to be painted.
     QString name(const File& file) const;
@@ -61,6 +62,7 @@ private:
     Previews& m_previews;
     std::vector<ListedFile> m_rows;
     std::unordered_set<ListedFile> m_changed; // of which rows may be shown
+    bool m_isUpdating = false;
     bool m_areAllChanged = false;
     bool m_areRowsStale = true;
     qint64 m_lastDuration = 0; // of an update, in milliseconds

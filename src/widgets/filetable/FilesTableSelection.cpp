@@ -28,8 +28,9 @@ std::vector<ListedFile> FilesTableSelection::filesIn(const QItemSelection& selec
     return files;
 }
 
+// Rows that leave are no choice of the user's, and what was set meanwhile has still to be followed.
 void FilesTableSelection::handOver(const QItemSelection& selected, const QItemSelection& deselected) {
-    if (m_isFollowing)
+    if (m_isFollowing || m_model.isUpdating())
         return;
     m_isHandingOver = true;
     if (m_selection.hasSelection())

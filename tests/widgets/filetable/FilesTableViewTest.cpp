@@ -199,6 +199,20 @@ TEST_F(FilesTableViewTest, SelectionAndCurrentRowSurviveAFilter) {
     EXPECT_EQ(view.currentIndex().row(), 700);
 }
 
+// Ctrl+2 and Ctrl+A at once: all that was selected leaves while the new selection waits to be followed.
+TEST_F(FilesTableViewTest, ASelectionIsKeptThatIsSetBeforeTheRowsChange) {
+    for (const std::int32_t state : {File::Visible, File::Hidden, File::Visible, File::Hidden, File::Hidden})
+        world.list.files().append(listedOnly("x", state));
+    follow();
+    world.shown.setSelectedObjects({world.at(0)});
+    follow();
+    world.list.filterController().setShowOnlyHidden(true);
+    world.shown.setSelectedObjects(world.shown.arrangedObjects());
+    follow();
+    EXPECT_EQ(world.shown.selectedCount(), 3U);
+    EXPECT_EQ(view.selectionModel()->selectedRows().size(), 3);
+}
+
 TEST_F(FilesTableViewTest, ACurrentRowThatIsSeenStaysSoThroughAFilter) {
     for (int number = 0; number < 1000; ++number)
         world.list.files().append(listedOnly(std::to_string(number)));
