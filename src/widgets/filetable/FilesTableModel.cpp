@@ -2,6 +2,7 @@
 
 #include "filelist/Texts.h"
 #include "format/ValueFormatting.h"
+#include "widgets/controls/RowRuns.h"
 
 #include <algorithm>
 #include <utility>
@@ -98,14 +99,14 @@ void FilesTableModel::tellChangedRows() {
         return;
     }
     std::size_t left = changed.size();
-    for (std::size_t row = 0; row < m_rows.size() && left > 0; ++row) {
-        if (left == 1 && changed.size() == 1 ? m_rows[row] != *changed.begin()
-                                             : !changed.contains(m_rows[row]))
-            continue;
-        const QModelIndex at = index(static_cast<int>(row), 0);
-        emit dataChanged(at, at);
-        --left;
-    }
+    const auto isChanged = [&](int row) {
+        const bool isIt = left > 0 && (changed.size() == 1 ? fileAt(row) == *changed.begin()
+                                                           : changed.contains(fileAt(row)));
+        left -= isIt;
+        return isIt;
+    };
+    forEachRun(rowCount(), isChanged,
+               [this](int first, int last) { emit dataChanged(index(first, 0), index(last, 0)); });
 }
 
 int FilesTableModel::rowOf(const ListedFile& file) const {

@@ -1,5 +1,7 @@
 #include "widgets/filetable/FilesTableSelection.h"
 
+#include "widgets/controls/RowRuns.h"
+
 #include <utility>
 
 namespace veilkeep {
@@ -61,16 +63,12 @@ void FilesTableSelection::follow() {
 // Not in one step, and not as rows: each run would be compared with all before it. There is one column.
 void FilesTableSelection::select() {
     QItemSelection selection;
-    int begin = -1;
-    for (int row = 0; m_files.selectedCount() > 0 && row <= m_model.rowCount(); ++row) {
-        const bool isSelected = row < m_model.rowCount() && m_files.isSelected(m_model.fileAt(row));
-        if (isSelected && begin < 0)
-            begin = row;
-        if (!isSelected && begin >= 0) {
-            selection.append(QItemSelectionRange(m_model.index(begin, 0), m_model.index(row - 1, 0)));
-            begin = -1;
-        }
-    }
+    forEachRun(
+        m_files.selectedCount() > 0 ? m_model.rowCount() : 0,
+        [this](int row) { return m_files.isSelected(m_model.fileAt(row)); },
+        [&](int first, int last) {
+            selection.append(QItemSelectionRange(m_model.index(first, 0), m_model.index(last, 0)));
+        });
     m_isFollowing = true;
     m_selection.clearSelection();
     if (!selection.isEmpty())

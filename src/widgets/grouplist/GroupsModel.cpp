@@ -1,6 +1,7 @@
 #include "widgets/grouplist/GroupsModel.h"
 
 #include "groups/GroupNames.h"
+#include "widgets/controls/RowRuns.h"
 
 #include <QCoreApplication>
 #include <QLocale>
@@ -197,13 +198,9 @@ void GroupsModel::move(int from, int to) {
 }
 
 void GroupsModel::tellChanges() {
-    for (int row = 0; row < rowCount(); ++row) {
-        const int first = row;
-        while (row < rowCount() && noteChange(m_rows[static_cast<std::size_t>(row)]))
-            ++row;
-        if (row > first)
-            emit dataChanged(index(first), index(row - 1));
-    }
+    forEachRun(
+        rowCount(), [this](int row) { return noteChange(m_rows[static_cast<std::size_t>(row)]); },
+        [this](int first, int last) { emit dataChanged(index(first), index(last)); });
 }
 
 bool GroupsModel::noteChange(Row& row) const {

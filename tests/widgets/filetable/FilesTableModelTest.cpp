@@ -97,6 +97,16 @@ TEST(FilesTableModel, TellsManyChangesAtOnce) {
     ASSERT_TRUE(eventually([&] { return changed.size() > 0; }));
     EXPECT_EQ(changed.size(), 1);
     EXPECT_EQ(changed[0][0].toModelIndex().row(), 1);
+
+    world.list.files().append({listedOnly("d"), listedOnly("e")});
+    model.update();
+    changed.clear();
+    world.list.moveFiles(std::vector{world.at(4), world.at(0), world.at(1), world.at(3)}, 7);
+    model.update();
+    std::vector<std::pair<int, int>> ranges;
+    for (const auto& told : changed)
+        ranges.emplace_back(told[0].toModelIndex().row(), told[1].toModelIndex().row());
+    EXPECT_EQ(ranges, (std::vector<std::pair<int, int>>{{0, 1}, {3, 4}}));
 }
 
 TEST(FilesTableModel, FindsWhatIsTypedFromARowOn) {
