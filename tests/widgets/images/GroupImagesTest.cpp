@@ -2,6 +2,7 @@
 #include "widgets/images/ProgramImages.h"
 
 #include "tests/support/ScratchTree.h"
+#include "tests/widgets/preview/PreviewFiles.h"
 
 #include <gtest/gtest.h>
 
@@ -52,23 +53,6 @@ QImage grey(QSize size) {
 
 // A red GIF of one pixel.
 const std::string redGif("GIF89a\1\0\1\0\x80\0\0\xFF\0\0\0\0\0,\0\0\0\0\1\0\1\0\0\2\2D\1\0;", 35);
-
-// A PNG whose header tells of a size that its content does not have.
-std::string pngOfSize(std::uint32_t width, std::uint32_t height) {
-    std::string bytes = encoded(plain({8, 8}, Qt::red), "png");
-    for (const auto& [at, value] : {std::pair(16U, width), std::pair(20U, height)})
-        for (unsigned int byte = 0; byte < 4; ++byte)
-            bytes[at + byte] = static_cast<char>(value >> (24 - 8 * byte));
-    std::uint32_t sum = 0xFFFFFFFF; // of PNG's kind, over the header's name and content
-    for (std::size_t at = 12; at < 29; ++at) {
-        sum ^= static_cast<unsigned char>(bytes[at]);
-        for (int bit = 0; bit < 8; ++bit)
-            sum = (sum >> 1) ^ ((sum & 1) != 0 ? 0xEDB88320U : 0U);
-    }
-    for (unsigned int byte = 0; byte < 4; ++byte)
-        bytes[29 + byte] = static_cast<char>(~sum >> (24 - 8 * byte));
-    return bytes;
-}
 
 class GroupImages : public ::testing::Test {
 protected:
@@ -132,7 +116,7 @@ TEST_F(GroupImages, FilesOfTheKnownKindsAreTaken) {
 }
 
 TEST_F(GroupImages, WhatIsNoImageOfThatKindGivesNothing) {
-    const std::string png = encoded(plain({8, 8}, Qt::red), "png");
+    const std::string png = previewFiles::image("png", {8, 8});
     const std::pair<std::string, std::string> rows[] = {
         {"png.txt", png},
         {"png", png},
@@ -147,10 +131,10 @@ TEST_F(GroupImages, WhatIsNoImageOfThatKindGivesNothing) {
         {"only its name.jpg", "\xFF\xD8\xFF\xE0"},
         {"only its name.tif", std::string("II*\0", 4)},
         {"only its name.jp2", std::string("\0\0\0\x0CjP  \r\n\x87\n", 12)},
-        {"nothing wide.png", pngOfSize(0, 8)},
+        {"nothing wide.png", previewFiles::pngOfSize(0, 8)},
         {"too many pixels.jpg", encoded(grey({9000, 7200}), "jpg")},
-        {"far too many pixels.png", pngOfSize(60'000, 60'000)},
-        {"endless row.png", pngOfSize(0x7FFFFFFF, 1)},
+        {"far too many pixels.png", previewFiles::pngOfSize(60'000, 60'000)},
+        {"endless row.png", previewFiles::pngOfSize(0x7FFFFFFF, 1)},
         {"endless bmp.bmp", std::string("BM\x36\0\0\0\0\0\0\0\x36\0\0\0\x28\0\0\0\xFF\xFF\xFF\x7F\xFF\xFF\xFF"
                                         "\x7F\1\0\x20\0\0\0\0\0\0\0\0\0",
                                         38) +
@@ -165,7 +149,7 @@ TEST_F(GroupImages, WhatIsNoFileIsNotWaitedFor) {
     ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
     const std::string link = m_tree.path("link.png");
     ASSERT_EQ(::symlink("nowhere", link.c_str()), 0);
-    const std::string vast = m_tree.makeFile("vast.png", encoded(plain({8, 8}, Qt::red), "png"));
+    const std::string vast = m_tree.makeFile("vast.png", previewFiles::image("png", {8, 8}));
     ASSERT_EQ(::truncate(vast.c_str(), (off_t{64} << 20) + 1), 0);
     for (const std::string& path : {pipe, link, vast, m_tree.makeDirectory("folder.png"),
                                     m_tree.path("none.png"), std::string(), std::string("/dev/zero")})
