@@ -5,6 +5,7 @@
 #include "tests/ctl/Terminal.h"
 #include "tests/support/RunProgram.h"
 #include "tests/support/ScratchTree.h"
+#include "tests/support/Strace.h"
 
 #include <gtest/gtest.h>
 
@@ -28,16 +29,11 @@ protected:
     ProgramRun ctl(const std::vector<std::string>& arguments) { return runCtl(arguments, m_tree.root()); }
 
     // The same under strace, with its options first.
-    ProgramRun straced(std::vector<std::string> options, const std::vector<std::string>& arguments,
+    ProgramRun straced(const std::vector<std::string>& options, const std::vector<std::string>& arguments,
                        const std::function<void()>& inChild = {}) {
-        options.insert(options.begin(), {"/usr/bin/strace", "-E", "ASAN_OPTIONS=detect_leaks=0"});
-        options.push_back(bundledProgram("veilkeepctl"));
-        options.insert(options.end(), arguments.begin(), arguments.end());
-        return runProgram(options, {0, m_tree.root(), inChild});
-    }
-
-    static bool straceWorks() {
-        return runProgram({"/usr/bin/strace", "-o", "/dev/null", "/bin/true"}).exitStatus == 0;
+        std::vector<std::string> command = {bundledProgram("veilkeepctl")};
+        command.insert(command.end(), arguments.begin(), arguments.end());
+        return runProgram(traced(options, command), {0, m_tree.root(), inChild});
     }
 
     // The same with a terminal as its output and error stream.

@@ -1,16 +1,7 @@
 #include "core/base/PathText.h"
-#include "core/environment/XdgDirectories.h"
 #include "core/names/BaseCloakLogic.h"
 #include "filelist/FilesInfoFile.h"
-#include "tests/support/RunProgram.h"
-#include "tests/support/ScratchTree.h"
-#include "tests/worker/TracedCall.h"
-
-#include <gtest/gtest.h>
-
-#include <signal.h>
-#include <sys/prctl.h>
-#include <sys/wait.h>
+#include "tests/ctl/KillWorld.h"
 
 #include <cstdio>
 #include <filesystem>
@@ -20,14 +11,11 @@ namespace veilkeep::test {
 namespace {
 
 // Kills veilkeepctl in the midst of a batch, right before each of its system calls that concern the list, its
-// lock or a hidden directory; the worker that it waited for goes on. The next check finds every item, and
-// tells where it is.
-class KillTest : public ::testing::Test {
+// lock or a hidden directory. The next check finds every item, and tells where it is.
+class KillTest : public KillWorld {
 protected:
     void SetUp() override {
-        if (runProgram({"/usr/bin/strace", "-o", "/dev/null", "/bin/true"}).exitStatus != 0)
-            GTEST_SKIP() << "strace cannot trace here";
-        ASSERT_EQ(::prctl(PR_SET_CHILD_SUBREAPER, 1), 0); // workers that are left are this process' children
+        KillWorld::SetUp();
         for (int number = 0; number < 20; ++number)
             m_items.push_back(
                 m_tree.makeFile("t/item" + std::to_string(number), "content " + std::to_string(number)));
@@ -35,14 +23,11 @@ protected:
 
     void killEverywhere() {
         int killed = 0;
-        const std::vector<TracedCall> calls = callsOfConcern();
+        const std::vector<TracedCall> calls = callsOfConcern(withItems("hide"));
         for (const TracedCall& call : calls) {
             SCOPED_TRACE("killed at " + call.line);
             beginAnew();
-            killed += ctl({"-o", "/dev/null", "-e",
-                           "inject=" + call.name + ":signal=KILL:when=" + std::to_string(call.number)},
-                          "hide")
-                          .signal == SIGKILL;
+            killed += isKilledAt(call, withItems("hide"));
             expectToldRightly();
             ASSERT_FALSE(HasFailure());
         }
@@ -51,30 +36,10 @@ protected:
         EXPECT_GE(killed, 100);
     }
 
-    // With strace's options, if there are any.
-    ProgramRun ctl(const std::vector<std::string>& strace, const std::string& command) {
-        std::vector<std::string> arguments;
-        if (!strace.empty())
-            arguments = {"/usr/bin/strace", "-E", "ASAN_OPTIONS=detect_leaks=0"};
-        arguments.insert(arguments.end(), strace.begin(), strace.end());
-        arguments.insert(arguments.end(), {bundledProgram("veilkeepctl"), command});
-        if (command != "check")
-            arguments.insert(arguments.end(), m_items.begin(), m_items.end());
-        ProgramRun run = runProgram(arguments);
-        while (::waitpid(-1, nullptr, 0) > 0)
-            ;
-        return run;
-    }
-
-    std::vector<TracedCall> callsOfConcern() {
-        const std::string trace = m_tree.path("trace");
-        EXPECT_EQ(ctl({"-y", "-o", trace}, "hide").exitStatus, 0);
-        std::vector<TracedCall> calls = callsOfMain(readFile(trace));
-        std::erase_if(calls, [this](const TracedCall& call) {
-            return call.line.find(directoryOf(m_dataFile)) == std::string::npos &&
-                   call.line.find(hiddenDirectoryName) == std::string::npos;
-        });
-        return calls;
+    Words withItems(const char* command) const {
+        Words words = m_items;
+        words.insert(words.begin(), command);
+        return words;
     }
 
     // All items visible, and the same items as before.
@@ -83,15 +48,15 @@ protected:
             if (const std::string hidden = hiddenPathOf(item); exists(hidden))
                 std::filesystem::rename(hidden, item);
         std::filesystem::remove_all(m_tree.path("t/.SYS_INDEX"));
-        std::filesystem::remove_all(directoryOf(m_dataFile));
+        std::filesystem::remove_all(m_data);
         if (m_list.empty())
             return;
-        std::filesystem::create_directories(directoryOf(m_dataFile));
+        std::filesystem::create_directories(m_data);
         writeFile(m_dataFile, m_list);
     }
 
     void expectToldRightly() {
-        const ProgramRun check = ctl({}, "check");
+        const ProgramRun check = ctl({"check"});
         EXPECT_EQ(check.errors, "");
         EXPECT_EQ(check.exitStatus, 0);
         std::map<std::string, File> records;
@@ -119,15 +84,13 @@ protected:
                                                           joinPath(parentPath(item), hiddenDirectoryName));
     }
 
-    ScratchTree m_tree;
-    const std::string m_dataFile = OwnPlaces::current().dataDirectory + "/FilesInfo.Veilkeep";
-    std::vector<std::string> m_items;
+    const std::string m_dataFile = m_data + "/FilesInfo.Veilkeep";
     std::string m_list; // the list file to begin with; empty for none
     int m_hidden = 0;
 };
 
 TEST_F(KillTest, WhereAllItemsAreListed) {
-    ASSERT_EQ(ctl({}, "add").exitStatus, 0);
+    ASSERT_EQ(ctl(withItems("add")).exitStatus, 0);
     m_list = readFile(m_dataFile);
     killEverywhere();
 }

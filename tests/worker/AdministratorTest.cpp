@@ -285,20 +285,9 @@ protected:
 
     ProgramRun hideInjected(
         const std::string& injection, const std::function<void()>& inChild = [] {}) const {
-        const std::vector<std::string> command = {"/usr/bin/strace",
-                                                  "-E",
-                                                  "ASAN_OPTIONS=detect_leaks=0",
-                                                  "-f",
-                                                  "-o",
-                                                  m_tree.path("calls"),
-                                                  "-e",
-                                                  "inject=" + injection,
-                                                  bundledProgram("cloakWorker"),
-                                                  "-p",
-                                                  "-i",
-                                                  "-hide",
-                                                  "-"};
-        return runAsAdministrator(command, requestFor(m_path), inChild);
+        return runAsAdministrator(traced({"-f", "-o", m_tree.path("calls"), "-e", "inject=" + injection},
+                                         {bundledProgram("cloakWorker"), "-p", "-i", "-hide", "-"}),
+                                  requestFor(m_path), inChild);
     }
 
     void expectRecord(const std::string& currentPath, int action) {

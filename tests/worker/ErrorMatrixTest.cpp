@@ -1,4 +1,3 @@
-#include "tests/worker/TracedCall.h"
 #include "tests/worker/WorkerFixture.h"
 
 #include "core/protocol/WorkerError.h"
@@ -40,13 +39,12 @@ void PrintTo(const World& world, std::ostream* stream) {
 }
 const World worlds[] = {
     {"Plain", {}, "", {false, true}},
-    {"Links", {"renameat2:error=EINVAL"}, "renameat2,", {false, true}},
-    {"Placeholders", {"renameat2:error=EINVAL", "linkat:error=EPERM"}, "renameat2,linkat,", {false}},
+    {"Links", {"inject=renameat2:error=EINVAL"}, "renameat2,", {false, true}},
+    {"Placeholders",
+     {"inject=renameat2:error=EINVAL", "inject=linkat:error=EPERM"},
+     "renameat2,linkat,",
+     {false}},
 };
-
-std::string injectionOf(const Fault& fault, const TracedCall& call) {
-    return call.name + ":error=" + fault.name + ":when=" + std::to_string(call.number);
-}
 
 struct Scenario {
     bool hides = true, isFolder = false;
@@ -86,18 +84,16 @@ protected:
 
     ProgramRun runTraced(const std::string& calls, const std::vector<std::string>& injections,
                          const std::string& log) {
-        std::vector<std::string> arguments = {
-            "/usr/bin/strace", "-f", "--seccomp-bpf", "-E", "ASAN_OPTIONS=detect_leaks=0", "-o", log, "-e",
-            "trace=" + calls};
+        std::vector<std::string> options = {"-f", "--seccomp-bpf", "-o", log, "-e", "trace=" + calls};
         for (const std::string& injection : injections)
-            arguments.insert(arguments.end(), {"-e", "inject=" + injection});
-        arguments.insert(arguments.end(), {bundledProgram("cloakWorker"), "-p", "-i"});
+            options.insert(options.end(), {"-e", injection});
+        std::vector<std::string> arguments = {bundledProgram("cloakWorker"), "-p", "-i"};
         arguments.insert(arguments.end(), m_scenario.hides
                                               ? std::initializer_list<std::string>{"-hide", "-removeRecents"}
                                               : std::initializer_list<std::string>{"-unhide"});
         arguments.push_back(oldPlace());
         ++m_runs;
-        return runProgram(arguments);
+        return runProgram(traced(options, arguments));
     }
 
     void expectUntouched(const ProgramRun& run, const Fault& fault) {
@@ -139,10 +135,10 @@ protected:
             if (!isOnOtherWay || world.fails(call.name) || call.name == "fcntl")
                 continue;
             for (const Fault& fault : faults) {
-                SCOPED_TRACE(injectionOf(fault, call));
-                setUp();
                 std::vector<std::string> injections = world.injections;
-                injections.push_back(injectionOf(fault, call));
+                injections.push_back(call.injecting(std::string("error=") + fault.name));
+                SCOPED_TRACE(injections.back());
+                setUp();
                 const ProgramRun run = runTraced(world.calls + call.name, injections, "/dev/null");
                 run.exitStatus == 1 ? expectMoved(run, call) : expectUntouched(run, fault);
             }

@@ -1,5 +1,4 @@
 #include "tests/support/FailingCall.h"
-#include "tests/worker/TracedCall.h"
 #include "tests/worker/WorkerFixture.h"
 
 #include "core/records/File.h"
@@ -87,9 +86,7 @@ private:
             SCOPED_TRACE(operation + " killed at " + call.name + " " + std::to_string(call.number));
             putAt(path);
             const ProgramRun run =
-                runTraced({"-o", "/dev/null", "-e",
-                           "inject=" + call.name + ":signal=KILL:when=" + std::to_string(call.number)},
-                          operation, path);
+                runTraced({"-o", "/dev/null", "-e", call.injecting("signal=KILL")}, operation, path);
             ++(run.signal == SIGKILL ? m_killed : m_missed);
             expectHealed(m_othersAreHidden ? m_visible
                                            : path); // also by a record that was not kept up to date
@@ -101,17 +98,15 @@ private:
 
     ProgramRun runTraced(const std::vector<std::string>& options, const std::string& operation,
                          const std::string& path) {
-        std::vector<std::string> arguments = {"/usr/bin/strace", "-E", "ASAN_OPTIONS=detect_leaks=0"};
-        arguments.insert(arguments.end(), options.begin(), options.end());
-        arguments.insert(arguments.end(), {bundledProgram("cloakWorker"), "-p", "-i", operation});
+        std::vector<std::string> arguments = {bundledProgram("cloakWorker"), "-p", "-i", operation};
         if (operation == "-hide")
             arguments.emplace_back("-removeRecents");
         arguments.push_back(path);
-        return runProgram(arguments, {0, {}, [this] {
-                                          for (const auto& [call, error] : m_failures)
-                                              if (!failCall(call, error))
-                                                  ::_exit(122);
-                                      }});
+        return runProgram(traced(options, arguments), {0, {}, [this] {
+                                                           for (const auto& [call, error] : m_failures)
+                                                               if (!failCall(call, error))
+                                                                   ::_exit(122);
+                                                       }});
     }
 
     // Moves the item to one of its two places, whichever it is at now.

@@ -6,6 +6,7 @@
 #include "tests/support/ItemSnapshot.h"
 #include "tests/support/RunProgram.h"
 #include "tests/support/ScratchTree.h"
+#include "tests/support/Strace.h"
 
 #include <gtest/gtest.h>
 
@@ -24,17 +25,10 @@ protected:
     // The same with system calls that go wrong, in the words of strace's "-e inject=".
     ProgramRun workInjected(const std::vector<std::string>& injections, const std::string& operation,
                             const std::string& path) {
-        // A leak check cannot be made on a traced process.
-        std::vector<std::string> arguments = {
-            "/usr/bin/strace", "-E", "ASAN_OPTIONS=detect_leaks=0", "-f", "-o", "/dev/null"};
+        std::vector<std::string> options = {"-f", "-o", "/dev/null"};
         for (const std::string& injection : injections)
-            arguments.insert(arguments.end(), {"-e", "inject=" + injection});
-        arguments.insert(arguments.end(), {bundledProgram("cloakWorker"), "-p", "-i", operation, path});
-        return runProgram(arguments);
-    }
-
-    static bool straceWorks() {
-        return runProgram({"/usr/bin/strace", "-o", "/dev/null", "/bin/true"}).exitStatus == 0;
+            options.insert(options.end(), {"-e", "inject=" + injection});
+        return runProgram(traced(options, {bundledProgram("cloakWorker"), "-p", "-i", operation, path}));
     }
 
     static std::string hiddenPathOf(const std::string& path) {

@@ -1,9 +1,24 @@
-#include "tests/worker/TracedCall.h"
+#include "tests/support/Strace.h"
+
+#include "tests/support/RunProgram.h"
 
 #include <map>
 #include <sstream>
 
 namespace veilkeep::test {
+
+bool straceWorks() {
+    return runProgram({"/usr/bin/strace", "-o", "/dev/null", "/bin/true"}).exitStatus == 0;
+}
+
+std::vector<std::string> traced(const std::vector<std::string>& options,
+                                const std::vector<std::string>& arguments) {
+    // A leak check cannot be made on a traced process.
+    std::vector<std::string> command = {"/usr/bin/strace", "-E", "ASAN_OPTIONS=detect_leaks=0"};
+    command.insert(command.end(), options.begin(), options.end());
+    command.insert(command.end(), arguments.begin(), arguments.end());
+    return command;
+}
 
 std::vector<TracedCall> callsOfMain(const std::string& trace) {
     std::vector<TracedCall> calls;
