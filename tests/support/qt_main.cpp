@@ -2,7 +2,7 @@
 
 #include <QCoreApplication>
 
-// Posted calls and threads need one.
+// Posted calls, the alerts of other threads and the threads of services need one.
 int main(int count, char** arguments) {
     ::testing::InitGoogleTest(&count, arguments);
     const QCoreApplication application(count, arguments);
