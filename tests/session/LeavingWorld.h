@@ -2,17 +2,12 @@
 
 #include "session/MainWindowController.h"
 #include "tests/support/ListWorld.h"
-#include "tests/support/WaitUntil.h"
+#include "tests/support/TurnUntil.h"
 
 #include <gtest/gtest.h>
 
-#include <QCoreApplication>
-
 #include <deque>
 #include <functional>
-#include <optional>
-#include <string>
-#include <vector>
 
 namespace veilkeep::test {
 
@@ -63,7 +58,7 @@ public:
             close();
         else
             script.pop_front();
-        EXPECT_TRUE(waitUntil([this] { return QCoreApplication::processEvents(), !m_isOpen; }));
+        EXPECT_TRUE(turnUntil([this] { return !m_isOpen; }));
     }
     void showWrongEntries(int) override {}
     void close() override { m_isOpen = false; }
@@ -106,10 +101,6 @@ public:
     }
     bool areVisible() const {
         return std::ranges::all_of(names, [this](const char* name) { return exists(m_tree.path(name)); });
-    }
-
-    static bool turnUntil(const std::function<bool()>& condition) {
-        return waitUntil([&] { return QCoreApplication::processEvents(), condition(); });
     }
 
 private:

@@ -36,7 +36,7 @@ protected:
     }
 
     bool turnUntilShown() {
-        return LeavingWorld::turnUntil([this] {
+        return turnUntil([this] {
             return m_world->window.visible && m_world->areVisible() && m_world->groups.autoUnhideHappened();
         });
     }
@@ -44,7 +44,7 @@ protected:
     void stayAwayForLonger() {
         bool isOver = false;
         QTimer::singleShot(2 * Presence::quiet, [&] { isOver = true; });
-        EXPECT_TRUE(LeavingWorld::turnUntil([&] { return isOver; }));
+        EXPECT_TRUE(turnUntil([&] { return isOver; }));
         EXPECT_FALSE(m_world->window.visible);
     }
 
@@ -152,8 +152,8 @@ TEST_F(MainWindowControllerTest, OnlyThePasswordBringsTheWindowBack) {
         m_world->prompt.script = {row.prompt};
         leaveAndComeBack();
         EXPECT_FALSE(m_world->controller.operationAllowedWithoutAsking());
-        EXPECT_TRUE(LeavingWorld::turnUntil(
-            [&] { return m_world->prompt.runs > runs && !m_world->passwords.isPromptVisible(); }));
+        EXPECT_TRUE(
+            turnUntil([&] { return m_world->prompt.runs > runs && !m_world->passwords.isPromptVisible(); }));
         if (!row.shows) {
             EXPECT_FALSE(m_world->window.visible);
             EXPECT_TRUE(m_world->areHidden());

@@ -1,12 +1,10 @@
+#include "tests/support/SilentSocket.h"
 #include "tests/worker/WorkerFixture.h"
 
-#include "core/base/UniqueFd.h"
 #include "core/environment/XdgDirectories.h"
 #include "core/protocol/InProgressFolder.h"
 
-#include <sys/socket.h>
 #include <sys/stat.h>
-#include <sys/un.h>
 #include <unistd.h>
 
 #include <cstdlib>
@@ -112,10 +110,8 @@ TEST_F(RestoreTest, NoticeComesAfterTheRecords) {
 TEST_F(RestoreTest, IsNotHeldUpByABusThatDoesNotAnswer) {
     m_tree.makeFile("t/.SYS_INDEX/a");
     ASSERT_EQ(::chdir(m_tree.root().c_str()), 0); // the address of a socket holds little
-    const UniqueFd bus(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
-    const sockaddr_un address = {AF_UNIX, "bus"};
-    ASSERT_EQ(::bind(bus.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
-    ASSERT_EQ(::listen(bus.get(), 5), 0);
+    const UniqueFd bus = listenAt("bus");
+    ASSERT_TRUE(bus);
     const auto inChild = [] { ::setenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=bus", 1); };
     const ProgramRun run = work("-restore", m_tree.path("t"), {0, m_tree.root(), inChild});
     ASSERT_EQ(::chdir("/"), 0);

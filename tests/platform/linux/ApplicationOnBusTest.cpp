@@ -3,7 +3,7 @@
 #include "tests/platform/linux/BusService.h"
 #include "tests/platform/linux/PrivateBus.h"
 #include "tests/support/RunProgram.h"
-#include "tests/support/WaitUntil.h"
+#include "tests/support/TurnUntil.h"
 
 #include <gtest/gtest.h>
 
@@ -62,10 +62,7 @@ protected:
                                                               "org.freedesktop.Application", method);
         message.setArguments(arguments);
         const QDBusPendingCall answer = bus.connection().asyncCall(message);
-        EXPECT_TRUE(test::waitUntil([&] {
-            QCoreApplication::processEvents();
-            return answer.isFinished();
-        }));
+        EXPECT_TRUE(test::turnUntil([&] { return answer.isFinished(); }));
         return answer.reply();
     }
 
@@ -146,10 +143,7 @@ TEST_F(ApplicationOnBusTest, GivesUpOnOneThatHangs) {
 TEST_F(ApplicationOnBusTest, HasItsNameAgainOnANewBusAndGivesItUpAtTheEnd) {
     ASSERT_EQ(application.start(), Outcome::Primary);
     stopBus();
-    ASSERT_TRUE(test::waitUntil([this] {
-        QCoreApplication::processEvents();
-        return application.start() == Outcome::NoBus;
-    }));
+    ASSERT_TRUE(test::turnUntil([this] { return application.start() == Outcome::NoBus; }));
     EXPECT_FALSE(ApplicationOnBus::forwardToRunning({}, {}));
     startBus();
     EXPECT_EQ(application.start(), Outcome::Primary);
@@ -176,10 +170,7 @@ TEST_F(ApplicationOnBusTest, ObeysAndTrustsNobodyElse) {
                                                           "org.freedesktop.Application", "Activate");
     message << QVariantMap();
     const QDBusPendingCall answer = stranger->connection().asyncCall(message);
-    EXPECT_TRUE(test::waitUntil([&] {
-        QCoreApplication::processEvents();
-        return answer.isFinished();
-    }));
+    EXPECT_TRUE(test::turnUntil([&] { return answer.isFinished(); }));
     EXPECT_TRUE(answer.isError());
     QCoreApplication::processEvents();
     EXPECT_EQ(heard, QStringList());

@@ -2,6 +2,7 @@
 
 #include "core/environment/SessionBus.h"
 #include "tests/platform/linux/PrivateBus.h"
+#include "tests/support/SilentSocket.h"
 
 #include <gtest/gtest.h>
 

@@ -2,11 +2,10 @@
 
 #include "tests/platform/linux/BusService.h"
 #include "tests/platform/linux/PrivateBus.h"
-#include "tests/support/WaitUntil.h"
+#include "tests/support/TurnUntil.h"
 
 #include <gtest/gtest.h>
 
-#include <QCoreApplication>
 #include <QDBusVariant>
 
 namespace veilkeep {
@@ -17,13 +16,6 @@ const QString portalPath = QStringLiteral("/org/freedesktop/portal/desktop");
 
 QVariant asVariant(const QVariant& value) {
     return QVariant::fromValue(QDBusVariant(value));
-}
-
-bool heard(const std::function<bool()>& condition) {
-    return test::waitUntil([&] {
-        QCoreApplication::processEvents();
-        return condition();
-    });
 }
 
 class ColorSchemeTest : public ::testing::Test {
@@ -56,14 +48,14 @@ TEST_F(ColorSchemeTest, FollowsThePortalThatComesAndWhatItTells) {
     m_portal = std::make_unique<test::BusService>(
         portalName, [](const QDBusMessage& call) { return call.createReply(asVariant(asVariant(1U))); },
         QDBusConnection::SessionBus);
-    EXPECT_TRUE(heard([&] { return colors.isDark(); })) << "asked when it came";
+    EXPECT_TRUE(test::turnUntil([&] { return colors.isDark(); })) << "asked when it came";
 
     change(appearance, QStringLiteral("contrast"), 0);
     change(QStringLiteral("org.gnome.desktop.interface"), scheme, 0);
     change(appearance, scheme, 2);
-    EXPECT_TRUE(heard([&] { return !colors.isDark(); }));
+    EXPECT_TRUE(test::turnUntil([&] { return !colors.isDark(); }));
     change(appearance, scheme, 1);
-    EXPECT_TRUE(heard([&] { return colors.isDark(); }));
+    EXPECT_TRUE(test::turnUntil([&] { return colors.isDark(); }));
 }
 
 } // namespace

@@ -2,14 +2,11 @@
 
 #include "tests/platform/linux/BusService.h"
 #include "tests/platform/linux/PrivateBus.h"
-#include "tests/support/WaitUntil.h"
+#include "tests/support/TurnUntil.h"
 
 #include <gtest/gtest.h>
 
-#include <QCoreApplication>
-
 #include <cerrno>
-#include <memory>
 #include <optional>
 
 namespace veilkeep {
@@ -29,14 +26,6 @@ public:
     std::vector<std::string> opened;
 };
 
-template <class Condition>
-bool eventually(Condition condition) {
-    return test::waitUntil([&] {
-        QCoreApplication::processEvents();
-        return condition();
-    });
-}
-
 class FileManagerViewerTest : public ::testing::Test {
 protected:
     void SetUp() override {
@@ -47,7 +36,7 @@ protected:
 
     void connectToBus() {
         link.start();
-        ASSERT_TRUE(eventually([this] { return link.isUp(); }));
+        ASSERT_TRUE(test::turnUntil([this] { return link.isUp(); }));
     }
 
     test::ScratchTree m_tree;
@@ -69,7 +58,7 @@ TEST_F(FileManagerViewerTest, AsksTheFileManagerByTheItemsExactName) {
 
     viewer.selectFile(item);
 
-    EXPECT_TRUE(eventually([&] { return manager.calls("ShowItems").size() == 1; }));
+    EXPECT_TRUE(test::turnUntil([&] { return manager.calls("ShowItems").size() == 1; }));
     const QVariantList arguments = manager.calls("ShowItems").front().arguments();
     const QStringList uris = arguments.value(0).toStringList();
     ASSERT_EQ(uris.size(), 1);
@@ -90,7 +79,7 @@ TEST_F(FileManagerViewerTest, OpensTheFolderWhereNoFileManagerAnswers) {
     connectToBus();
     viewer.selectFile(item); // nobody there
     EXPECT_TRUE(applications.opened.empty()) << "was waited for";
-    EXPECT_TRUE(eventually([&] { return applications.opened == folder; }));
+    EXPECT_TRUE(test::turnUntil([&] { return applications.opened == folder; }));
     applications.opened.clear();
 
     const auto refuse = [](const QDBusMessage& call) {
@@ -99,7 +88,7 @@ TEST_F(FileManagerViewerTest, OpensTheFolderWhereNoFileManagerAnswers) {
     const test::BusService broken("org.freedesktop.FileManager1", refuse, QDBusConnection::SessionBus);
     applications.canOpen = false;
     viewer.selectFile(item);
-    EXPECT_TRUE(eventually([&] { return !troubles.empty(); }));
+    EXPECT_TRUE(test::turnUntil([&] { return !troubles.empty(); }));
     EXPECT_EQ(applications.opened, folder);
     EXPECT_EQ(std::exchange(troubles, {}), std::vector{ENOTSUP});
 

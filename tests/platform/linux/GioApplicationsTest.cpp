@@ -3,11 +3,9 @@
 #include "tests/platform/linux/BusService.h"
 #include "tests/platform/linux/PrivateBus.h"
 #include "tests/support/ScratchTree.h"
-#include "tests/support/WaitUntil.h"
+#include "tests/support/TurnUntil.h"
 
 #include <gtest/gtest.h>
-
-#include <QCoreApplication>
 
 #include <signal.h>
 #include <unistd.h>
@@ -176,10 +174,7 @@ TEST_F(GioApplicationsTest, TellsLaterOfAnApplicationThatTheBusCannotStartAndOut
         GTEST_SKIP() << bus->whyMissing();
     const std::string image = desktop->tree.makeFile("image.gif", "GIF89a");
     const auto waitForTrouble = [this](std::size_t count) {
-        return test::waitUntil([this, count] {
-            QCoreApplication::processEvents();
-            return lateTroubles.size() == count;
-        });
+        return test::turnUntil([this, count] { return lateTroubles.size() == count; });
     };
     ASSERT_TRUE(applications.openWith("org.example.Bus.desktop", image));
     EXPECT_TRUE(waitForTrouble(1)) << "nobody there";
@@ -187,10 +182,7 @@ TEST_F(GioApplicationsTest, TellsLaterOfAnApplicationThatTheBusCannotStartAndOut
     const test::BusService silent(
         "org.example.Bus", [](const QDBusMessage&) { return QDBusMessage(); }, QDBusConnection::SessionBus);
     ASSERT_TRUE(applications.openWith("org.example.Bus.desktop", image));
-    EXPECT_TRUE(test::waitUntil([&] {
-        QCoreApplication::processEvents();
-        return silent.calls("Open").size() == 1;
-    }));
+    EXPECT_TRUE(test::turnUntil([&] { return silent.calls("Open").size() == 1; }));
     bus.reset();
     EXPECT_TRUE(waitForTrouble(2)) << "the bus has ended";
 }

@@ -1,7 +1,5 @@
 #include "tests/platform/linux/PrivateBus.h"
 
-#include <sys/socket.h>
-#include <sys/un.h>
 #include <unistd.h>
 
 #include <cstdlib>
@@ -25,16 +23,6 @@ std::string configuration(const ScratchTree& tree, Place place, const std::strin
 }
 
 } // namespace
-
-UniqueFd listenAt(const std::string& path) {
-    sockaddr_un place = {AF_UNIX, {}};
-    path.copy(place.sun_path, sizeof place.sun_path - 1);
-    UniqueFd socket(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
-    if (::bind(socket.get(), reinterpret_cast<const sockaddr*>(&place), sizeof place) != 0 ||
-        ::listen(socket.get(), 1) != 0)
-        socket.reset();
-    return socket;
-}
 
 PrivateBus::PrivateBus(const ScratchTree& tree, Place place, const std::string& services)
     : m_daemon({"/usr/bin/dbus-daemon", "--nofork", "--print-address",

@@ -1,15 +1,11 @@
 #pragma once
 
-#include "core/base/UniqueFd.h"
 #include "tests/support/BackgroundProgram.h"
 #include "tests/support/ScratchTree.h"
 
 #include <string>
 
 namespace veilkeep::test {
-
-// A socket that takes connections and never says a word.
-UniqueFd listenAt(const std::string& path);
 
 // A message bus of the test's own in the place of the system's or the user's, where everybody may do
 // everything and nothing is started on demand but what a test gives a directory of service files for. All

@@ -5,11 +5,10 @@
 #include "tests/platform/linux/BusService.h"
 #include "tests/platform/linux/PrivateBus.h"
 #include "tests/support/RunProgram.h"
-#include "tests/support/WaitUntil.h"
+#include "tests/support/TurnUntil.h"
 
 #include <gtest/gtest.h>
 
-#include <QCoreApplication>
 #include <QDBusArgument>
 #include <QDBusObjectPath>
 #include <QDBusVariant>
@@ -50,7 +49,7 @@ public:
         if (whileAsking)
             whileAsking();
         if (whileAsking || question.title == "first") {
-            EXPECT_TRUE(test::waitUntil([this] { return QCoreApplication::processEvents(), isTakenBack; }));
+            EXPECT_TRUE(test::turnUntil([this] { return isTakenBack; }));
         }
         return answer;
     }

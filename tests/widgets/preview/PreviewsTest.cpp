@@ -7,9 +7,6 @@
 
 #include <gtest/gtest.h>
 
-#include <QElapsedTimer>
-#include <QTimer>
-
 #include <sys/stat.h>
 
 #include <algorithm>
@@ -172,18 +169,13 @@ TEST_F(PreviewsOfRecords, RemovedRecordsAreForgotten) {
     EXPECT_FALSE(m_previews->preview(kept).isNull());
 }
 
-TEST_F(PreviewsOfRecords, TheEndWaitsForNothing) {
+TEST_F(PreviewsOfRecords, TheEndMayComeInTheMidst) {
     make();
     const std::string content = previewFiles::image("png", {1500, 1500});
-    std::vector<ListedFile> files;
-    for (int count = 0; count < 100; ++count) {
-        files.push_back(add("a" + std::to_string(count) + ".png", content));
-        m_previews->preview(files.back());
-    }
-    QElapsedTimer timer;
-    timer.start();
+    for (int count = 0; count < 100; ++count)
+        m_previews->preview(add("a" + std::to_string(count) + ".png", content));
     m_previews.reset();
-    EXPECT_LT(timer.elapsed(), 1000);
+    EXPECT_FALSE(exists(m_tree.home() + "/.cache/thumbnails"));
 }
 
 TEST_F(PreviewsOfRecords, TypesAreKnownByTheOriginalName) {
@@ -199,32 +191,6 @@ TEST_F(PreviewsOfRecords, TypesAreKnownByTheOriginalName) {
     EXPECT_EQ(m_previews->typeText(file), QStringLiteral("HTML document"));
     EXPECT_EQ(m_previews->typeText(folder), QStringLiteral("folder"));
     EXPECT_TRUE(m_previews->preview(folder).isNull());
-}
-
-// On two busy cores the kernel alone may hold up the interface for some milliseconds.
-TEST_F(PreviewsOfRecords, AThousandPreviewsLeaveTheInterfaceFree) {
-    make({.mostWaiting = 1000, .devicePixelRatio = 1});
-    const std::string content = previewFiles::image("png", {256, 256});
-    std::vector<ListedFile> files;
-    for (int count = 0; count < 1000; ++count)
-        files.push_back(add("p/" + std::to_string(count) + ".png", content));
-    qint64 longestGap = 0;
-    QElapsedTimer sinceLast, whole;
-    QTimer pulse;
-    QObject::connect(&pulse, &QTimer::timeout,
-                     [&] { longestGap = std::max(longestGap, sinceLast.restart()); });
-    pulse.start(0);
-    sinceLast.start();
-    whole.start();
-    for (const ListedFile& file : files)
-        m_previews->preview(file);
-    const qint64 asking = whole.elapsed();
-    EXPECT_TRUE(eventually([&] { return m_changes == 2000; }, std::chrono::minutes(1)));
-    RecordProperty("asking_ms", static_cast<int>(asking));
-    RecordProperty("whole_ms", static_cast<int>(whole.elapsed()));
-    RecordProperty("longest_gap_ms", static_cast<int>(longestGap));
-    EXPECT_LT(longestGap, 250);
-    EXPECT_FALSE(exists(m_tree.home() + "/.cache/thumbnails"));
 }
 
 } // namespace

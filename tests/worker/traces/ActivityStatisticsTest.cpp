@@ -1,14 +1,12 @@
 #include "worker/traces/ActivityStatistics.h"
 
-#include "core/base/UniqueFd.h"
 #include "tests/support/BackgroundProgram.h"
 #include "tests/support/ScratchTree.h"
+#include "tests/support/SilentSocket.h"
 
 #include <gio/gio.h>
 #include <gtest/gtest.h>
 
-#include <sys/socket.h>
-#include <sys/un.h>
 #include <unistd.h>
 
 namespace veilkeep::test {
@@ -86,14 +84,9 @@ TEST(ActivityStatistics, TheRunningManagerIsToldOfItemsAndWhatLiesBelow) {
 
 TEST(ActivityStatistics, ABusThatNeverAnswersIsGivenUp) {
     const ScratchTree tree;
-    const UniqueFd silent(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
-    sockaddr_un place = {};
-    place.sun_family = AF_UNIX;
     const std::string socket = tree.path("silent");
-    ASSERT_LT(socket.size(), sizeof place.sun_path);
-    socket.copy(place.sun_path, socket.size());
-    ASSERT_EQ(::bind(silent.get(), reinterpret_cast<const sockaddr*>(&place), sizeof place), 0);
-    ASSERT_EQ(::listen(silent.get(), 1), 0);
+    const UniqueFd silent = listenAt(socket);
+    ASSERT_TRUE(silent);
     const TracedItems items({"/a"});
     EXPECT_TRUE(removeActivityStatistics("unix:path=" + socket, items, std::chrono::milliseconds(20)));
     EXPECT_TRUE(removeActivityStatistics("unix:path=" + tree.path("missing"), items));

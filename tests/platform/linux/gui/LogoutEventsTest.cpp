@@ -2,7 +2,8 @@
 
 #include "tests/support/BackgroundProgram.h"
 #include "tests/support/ScratchTree.h"
-#include "tests/support/WaitUntil.h"
+#include "tests/support/TurnUntil.h"
+#include "tests/support/gui/VirtualDisplay.h"
 
 #include <gtest/gtest.h>
 
@@ -18,15 +19,12 @@ public:
 };
 
 TEST(LogoutEventsTest, TellsOfALogoutAndLetsItGoOn) {
-    constexpr const char* server = "/usr/bin/Xvfb";
-    if (!test::exists(server))
-        GTEST_SKIP() << server << " is missing";
     const test::ScratchTree tree;
-    test::BackgroundProgram screen({server, "-displayfd", "1", "-nolisten", "tcp"});
+    const test::VirtualDisplay display;
+    if (!display.trouble().empty())
+        GTEST_SKIP() << display.trouble();
     test::BackgroundProgram manager({VEILKEEP_SESSION_MANAGER});
-    ::setenv("DISPLAY", (":" + screen.readLine()).c_str(), 1);
     ::setenv("SESSION_MANAGER", manager.readLine().c_str(), 1);
-    ::setenv("QT_QPA_PLATFORM", "xcb", 1);
     ::unsetenv("DBUS_SESSION_BUS_ADDRESS");
     int count = 1;
     char name[] = "test";
@@ -37,10 +35,7 @@ TEST(LogoutEventsTest, TellsOfALogoutAndLetsItGoOn) {
     std::vector<Ending> told;
     QObject::connect(&events, &SessionEvents::endRequested, [&](Ending ending) { told.push_back(ending); });
 
-    EXPECT_TRUE(test::waitUntil([&] {
-        QCoreApplication::processEvents();
-        return !told.empty();
-    }));
+    EXPECT_TRUE(test::turnUntil([&] { return !told.empty(); }));
     EXPECT_EQ(manager.readLine(), "saved") << "neither asked nor cancelled";
     EXPECT_EQ(told, std::vector{Ending::Logout});
 }
