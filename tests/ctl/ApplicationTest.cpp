@@ -29,29 +29,27 @@ TEST(ApplicationTest, RequestsGoToWhoeverOwnsTheList) {
     const std::string hidden = tree.path("t/.SYS_INDEX/a\xFF");
     expectCalls(
         {
-            {{"hide", visible, "t/none"}, 1, hidden + "\n", "t/none: Item not found.\n"},
-            {{"list"}, 0, "hidden\t" + visible + "\n", ""},
-            {{"status"}, 0, "items\t1\nhidden\t1\nvisible\t0\nbroken\t0\nowner\tapplication\n", ""},
+            {{"hide", visible, "t/none"}, hidden + "\n", "t/none: Item not found.\n"},
+            {{"list"}, "hidden\t" + visible + "\n"},
+            {{"status"}, "items\t1\nhidden\t1\nvisible\t0\nbroken\t0\nowner\tapplication\n"},
             {{"remove", visible},
-             3,
              "",
              "Unhide all files\nYou are trying to remove some hidden files from list! Would you "
              "like to unhide them first?\nveilkeepctl: not asked, so answered with: Cancel\n"
-             "veilkeepctl: Nothing was removed.\n"},
-            {{"remove", "--answer=remove", visible}, 0, hidden + "\n", ""},
-            {{"unhide", hidden}, 0, visible + "\n", ""},
-            {{"group", "add", "\xFFWork"}, 0, "\xFFWork\n", ""},
-            {{"move", "--group=\xFFWork", visible}, 0, visible + "\n", ""},
+             "veilkeepctl: Nothing was removed.\n",
+             3},
+            {{"remove", "--answer=remove", visible}, hidden + "\n"},
+            {{"unhide", hidden}, visible + "\n"},
+            {{"group", "add", "\xFFWork"}, "\xFFWork\n"},
+            {{"move", "--group=\xFFWork", visible}, visible + "\n"},
             {{"groups"},
-             0,
              "shown\t-\t1\tAll Files\nshown\t-\t0\tSecret Pictures\nshown\t-\t0\tPrivate Files\n"
-             "shown\t-\t1\t\xFFWork\n",
-             ""},
-            {{"group", "autohide", "\xFFWork", "on"}, 0, "", ""},
-            {{"autohide"}, 0, "", ""},
-            {{"list", "--group=\xFFWork"}, 0, "hidden\t" + visible + "\n", ""},
-            {{"autounhide"}, 0, visible + "\n", ""},
-            {{"group", "remove", "\xFFWork", "--yes"}, 0, "", ""},
+             "shown\t-\t1\t\xFFWork\n"},
+            {{"group", "autohide", "\xFFWork", "on"}, ""},
+            {{"autohide"}, ""},
+            {{"list", "--group=\xFFWork"}, "hidden\t" + visible + "\n"},
+            {{"autounhide"}, visible + "\n"},
+            {{"group", "remove", "\xFFWork", "--yes"}, ""},
         },
         tree.root());
 }

@@ -252,42 +252,34 @@ TEST_F(CommandTest, TheListFromCallToCall) {
     expectCalls(
         {
             {{"add", "t/a", "t/moved", "t/a", "other/added"},
-             0,
-             t + "a\n" + t + "moved\n" + m_tree.path("other/.SYS_INDEX/dedda") + "\n",
-             ""},
+             t + "a\n" + t + "moved\n" + m_tree.path("other/.SYS_INDEX/dedda") + "\n"},
             {{"add", "t/a", "t/none"},
-             1,
              "",
              "t/a: The item is in the list already.\nveilkeepctl: t/none: Item not found.\n"},
-            {{"hide", "t/a", "t/b"}, 0, t + ".SYS_INDEX/a\n" + t + ".SYS_INDEX/b\n", ""},
+            {{"hide", "t/a", "t/b"}, t + ".SYS_INDEX/a\n" + t + ".SYS_INDEX/b\n"},
             {{"list", "--state", "hidden", "--name", "A"},
-             0,
-             "hidden\t" + m_tree.path("other/added") + "\nhidden\t" + t + "a\n",
-             ""},
-            {{"status"}, 0, "items\t4\nhidden\t3\nvisible\t1\nbroken\t0\nowner\tnone\n", ""},
-            {{"locate", "t/moved", "t/b"}, 1, "", "t/b: Item not found.\n"},
+             "hidden\t" + m_tree.path("other/added") + "\nhidden\t" + t + "a\n"},
+            {{"status"}, "items\t4\nhidden\t3\nvisible\t1\nbroken\t0\nowner\tnone\n"},
+            {{"locate", "t/moved", "t/b"}, "", "t/b: Item not found.\n"},
             {{"locate", "t/moved", "/"},
-             1,
              "",
              "/: It is not allowed to hide these items to avoid serious system malfunctions.\n"},
             {{"locate", "t/moved", "t/.SYS_INDEX/b"},
-             1,
              "",
              "t/moved: The item is not missing: it is at " + t + "moved.\n"},
             {{"remove", "--answer", "remove", "t/a", "t/none"},
-             1,
              t + ".SYS_INDEX/a\n",
              "t/none: The item is not in the list.\n"},
             {{"remove", "t/moved"},
-             3,
              "",
              "Are you sure you want to remove selected items from list?\n"
              "Items will be deleted only from list, not filesystem.\n"
-             "veilkeepctl: not asked, so answered with: Cancel\nveilkeepctl: Nothing was removed.\n"},
-            {{"remove", "--yes", "t/moved"}, 0, t + "moved\n", ""},
-            {{"unhide", "t/a"}, 0, t + "a\n", ""},
-            {{"list", "-0", "--state=visible"}, 0, t + "a" + '\0', ""},
-            {{"merge", "t/a"}, 1, "", "t/a: The file is damaged.\n"},
+             "veilkeepctl: not asked, so answered with: Cancel\nveilkeepctl: Nothing was removed.\n",
+             3},
+            {{"remove", "--yes", "t/moved"}, t + "moved\n"},
+            {{"unhide", "t/a"}, t + "a\n"},
+            {{"list", "-0", "--state=visible"}, t + "a" + '\0'},
+            {{"merge", "t/a"}, "", "t/a: The file is damaged.\n"},
         },
         m_tree.root());
 }
@@ -352,18 +344,12 @@ TEST_F(CommandTest, JsonCarriesAllNames) {
     const QJsonArray items =
         QJsonDocument::fromJson(QByteArray::fromStdString(ctl({"list", "--json"}).output)).array();
     ASSERT_EQ(items.size(), 3);
-    const auto bytes = [&](qsizetype item, const char* member) {
-        const QJsonValue value = items[item][QLatin1String(member)];
-        return (value.isString() ? value.toString().toUtf8()
-                                 : QByteArray::fromBase64(value["base64"].toString().toLatin1()))
-            .toStdString();
-    };
     EXPECT_TRUE(items[0]["path"].isString());
-    EXPECT_EQ(bytes(0, "path"), good);
+    EXPECT_EQ(bytesOf(items[0]["path"]), good);
     EXPECT_TRUE(items[1]["path"].isObject());
-    EXPECT_EQ(bytes(1, "originalPath"), bad);
-    EXPECT_EQ(bytes(2, "name"), "\xEF\xBB\xBF"
-                                "bom");
+    EXPECT_EQ(bytesOf(items[1]["originalPath"]), bad);
+    EXPECT_EQ(bytesOf(items[2]["name"]), "\xEF\xBB\xBF"
+                                         "bom");
     const QJsonObject status =
         QJsonDocument::fromJson(QByteArray::fromStdString(ctl({"status", "--json"}).output)).object();
     EXPECT_EQ(status["items"].toInt(), 3);

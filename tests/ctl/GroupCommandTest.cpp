@@ -26,12 +26,6 @@ protected:
             .toObject();
     }
 
-    static std::string bytes(const QJsonValue& value) {
-        return (value.isString() ? value.toString().toUtf8()
-                                 : QByteArray::fromBase64(value["base64"].toString().toLatin1()))
-            .toStdString();
-    }
-
     ScratchTree m_tree;
 };
 
@@ -69,60 +63,53 @@ TEST_F(GroupCommandTest, Groups) {
     const std::string fixed = ": The name and the icon of this group stay as they are.\n";
     const std::string unknown = ": There is no such group.\n";
     expectEach({
-        {{"groups"},
-         0,
-         "shown\t-\t0\tAll Files\nshown\t-\t0\tSecret Pictures\nshown\t-\t0\tPrivate Files\n",
-         ""},
-        {{"group", "add"}, 0, "New Group\n", ""},
-        {{"group", "add"}, 0, "New Group 1\n", ""},
-        {{"group", "add", "Work"}, 0, "Work\n", ""},
-        {{"group", "add", "Work"}, 1, "", "Work" + taken},
-        {{"group", "add", "Custom Groups"}, 1, "", "Custom Groups" + taken},
-        {{"group", "rename", "Work", "Play"}, 0, "", ""},
-        {{"group", "rename", "Play", "Play"}, 0, "", ""},
-        {{"group", "rename", "Play", "All Files"}, 1, "", "All Files" + taken},
-        {{"group", "rename", "Play", ""}, 1, "", ": This is no name for a group.\n"},
-        {{"group", "rename", "Work", "x"}, 1, "", "Work" + unknown},
-        {{"group", "rename", "Custom Groups", "x"}, 1, "", "Custom Groups" + unknown},
-        {{"group", "rename", "All Files", "x"}, 1, "", "All Files" + fixed},
-        {{"group", "icon", "All Files", "folder-pictures"}, 1, "", "All Files" + fixed},
-        {{"group", "icon", "Play", "./none.png"}, 1, "", m_tree.path("none.png") + ": Item not found.\n"},
-        {{"group", "icon", "Play", "./icon.png"}, 0, "", ""},
-        {{"group", "autohide", "Play", "on"}, 0, "", ""},
-        {{"group", "autohide", "Secret Pictures", "on"}, 0, "", ""},
-        {{"group", "autohide", "Secret Pictures", "off"}, 0, "", ""},
-        {{"group", "order", "Play", "1"}, 0, "", ""},
-        {{"group", "order", "Secret Pictures", "99999999999"}, 0, "", ""},
-        {{"group", "order", "New Group", "before", "Secret Pictures"}, 0, "", ""},
-        {{"group", "order", "New Group 1", "before", "Private Files"}, 0, "", ""},
-        {{"group", "order", "All Files", "2"}, 1, "", "All Files: This group stays where it is.\n"},
+        {{"groups"}, "shown\t-\t0\tAll Files\nshown\t-\t0\tSecret Pictures\nshown\t-\t0\tPrivate Files\n"},
+        {{"group", "add"}, "New Group\n"},
+        {{"group", "add"}, "New Group 1\n"},
+        {{"group", "add", "Work"}, "Work\n"},
+        {{"group", "add", "Work"}, "", "Work" + taken},
+        {{"group", "add", "Custom Groups"}, "", "Custom Groups" + taken},
+        {{"group", "rename", "Work", "Play"}, ""},
+        {{"group", "rename", "Play", "Play"}, ""},
+        {{"group", "rename", "Play", "All Files"}, "", "All Files" + taken},
+        {{"group", "rename", "Play", ""}, "", ": This is no name for a group.\n"},
+        {{"group", "rename", "Work", "x"}, "", "Work" + unknown},
+        {{"group", "rename", "Custom Groups", "x"}, "", "Custom Groups" + unknown},
+        {{"group", "rename", "All Files", "x"}, "", "All Files" + fixed},
+        {{"group", "icon", "All Files", "folder-pictures"}, "", "All Files" + fixed},
+        {{"group", "icon", "Play", "./none.png"}, "", m_tree.path("none.png") + ": Item not found.\n"},
+        {{"group", "icon", "Play", "./icon.png"}, ""},
+        {{"group", "autohide", "Play", "on"}, ""},
+        {{"group", "autohide", "Secret Pictures", "on"}, ""},
+        {{"group", "autohide", "Secret Pictures", "off"}, ""},
+        {{"group", "order", "Play", "1"}, ""},
+        {{"group", "order", "Secret Pictures", "99999999999"}, ""},
+        {{"group", "order", "New Group", "before", "Secret Pictures"}, ""},
+        {{"group", "order", "New Group 1", "before", "Private Files"}, ""},
+        {{"group", "order", "All Files", "2"}, "", "All Files: This group stays where it is.\n"},
         {{"group", "order", "Play", "before", "All Files"},
-         1,
          "",
          "All Files: No group can stand before this one.\n"},
-        {{"group", "order", "Play", "before", "Custom Groups"}, 1, "", "Custom Groups" + unknown},
+        {{"group", "order", "Play", "before", "Custom Groups"}, "", "Custom Groups" + unknown},
         {{"group", "remove", "All Files"},
-         1,
          "",
          "Unable to remove group \"All Files\".\nSorry, but this group cannot be removed because it contains "
          "all of files.\n"},
         {{"group", "remove", "New Group"},
-         3,
          "",
          "Are you sure you want to remove \"New Group\" group?\nAll files of this group will be moved to the "
          "\"All Files\" group.\nveilkeepctl: not asked, so answered with: Cancel\nveilkeepctl: Nothing was "
-         "removed.\n"},
+         "removed.\n",
+         3},
         {{"groups"},
-         0,
          "shown\t-\t0\tAll Files\nshown\tauto\t0\tPlay\nshown\t-\t0\tNew Group 1\nshown\t-\t0\tPrivate "
-         "Files\nshown\t-\t0\tNew Group\nshown\t-\t0\tSecret Pictures\n",
-         ""},
-        {{"group", "remove", "--yes", "New Group"}, 0, "", ""},
-        {{"group", "remove", "--answer=remove", "New Group 1"}, 0, "", ""},
-        {{"group", "add"}, 0, "New Group\n", ""},
+         "Files\nshown\t-\t0\tNew Group\nshown\t-\t0\tSecret Pictures\n"},
+        {{"group", "remove", "--yes", "New Group"}, ""},
+        {{"group", "remove", "--answer=remove", "New Group 1"}, ""},
+        {{"group", "add"}, "New Group\n"},
     });
     const QJsonObject play = jsonRow("groups", 1);
-    EXPECT_EQ(bytes(play["icon"]), icon);
+    EXPECT_EQ(bytesOf(play["icon"]), icon);
     EXPECT_TRUE(play["autoHide"].toBool() && play["removable"].toBool());
     EXPECT_FALSE(jsonRow("groups", 0)["removable"].toBool(true));
 }
@@ -133,28 +120,28 @@ TEST_F(GroupCommandTest, HostileNames) {
     const std::string hidden = m_tree.path("t/.SYS_INDEX/a");
     const std::string names[] = {"line\n\x1b[31mred", "\xFF\xFE", std::string(300, 'n'), "-rf",
                                  "\xE2\x80\xAEturned %1 %n \\ ' \""};
-    expectEach({{{"add", item}, 0, item + "\n", ""}});
+    expectEach({{{"add", item}, item + "\n"}});
     for (const std::string& name : names) {
         SCOPED_TRACE(name);
         const std::string other = name + "/other";
         expectEach({
-            {{"group", "add", "--", other}, 0, other + "\n", ""},
-            {{"group", "rename", "--", other, name}, 0, "", ""},
-            {{"group", "order", "--", name, "before", "Private Files"}, 0, "", ""},
-            {{"move", "--group=" + name, item}, 0, item + "\n", ""},
-            {{"hide", "--group=" + name}, 0, hidden + "\n", ""},
-            {{"list", "-0", "--group=" + name}, 0, item + '\0', ""},
-            {{"list", "--group=" + other}, 1, "", other + ": There is no such group.\n"},
+            {{"group", "add", "--", other}, other + "\n"},
+            {{"group", "rename", "--", other, name}, ""},
+            {{"group", "order", "--", name, "before", "Private Files"}, ""},
+            {{"move", "--group=" + name, item}, item + "\n"},
+            {{"hide", "--group=" + name}, hidden + "\n"},
+            {{"list", "-0", "--group=" + name}, item + '\0'},
+            {{"list", "--group=" + other}, "", other + ": There is no such group.\n"},
         });
         const QJsonObject group = jsonRow("groups", 2);
-        EXPECT_EQ(bytes(group["name"]), name);
+        EXPECT_EQ(bytesOf(group["name"]), name);
         EXPECT_EQ(group["state"].toString(), "hidden");
         EXPECT_EQ(group["items"].toInt(), 1);
         EXPECT_EQ(jsonRow("list", 0)["group"].toInt(), group["id"].toInt());
         expectEach({
-            {{"unhide", "--group=" + name}, 0, item + "\n", ""},
-            {{"group", "remove", "--yes", "--", name}, 0, "", ""},
-            {{"list", "--group", "All Files"}, 0, "visible\t" + item + "\n", ""},
+            {{"unhide", "--group=" + name}, item + "\n"},
+            {{"group", "remove", "--yes", "--", name}, ""},
+            {{"list", "--group", "All Files"}, "visible\t" + item + "\n"},
         });
         EXPECT_EQ(jsonRow("list", 0)["group"].toInt(-1), 0);
     }
@@ -172,28 +159,22 @@ TEST_F(GroupCommandTest, HidesAndBringsBackGroupsAndAll) {
     const std::string d = m_tree.path("t/d");
     const auto hidden = [&](const std::string& name) { return m_tree.path("t/.SYS_INDEX/" + name); };
     expectEach({
-        {{"add", "--group=Nobody", a}, 1, "", "Nobody: There is no such group.\n"},
-        {{"add", "--group=Private Files", a, c}, 0, a + "\n" + c + "\n", ""},
-        {{"add", b, d}, 0, b + "\n" + d + "\n", ""},
+        {{"add", "--group=Nobody", a}, "", "Nobody: There is no such group.\n"},
+        {{"add", "--group=Private Files", a, c}, a + "\n" + c + "\n"},
+        {{"add", b, d}, b + "\n" + d + "\n"},
         {{"move", "--group=Secret Pictures", c, "t/none"},
-         1,
          c + "\n",
          "t/none: The item is not in the list.\n"},
-        {{"hide", "--group=Private Files"}, 0, hidden("a") + "\n", ""},
-        {{"hide", "--group=Private Files"}, 0, "", ""},
-        {{"hide", "--group=private files"}, 1, "", "private files: There is no such group.\n"},
-        {{"list", "--group=Private Files"}, 0, "hidden\t" + a + "\n", ""},
-        {{"hide", d}, 0, hidden("d") + "\n", ""},
+        {{"hide", "--group=Private Files"}, hidden("a") + "\n"},
+        {{"hide", "--group=Private Files"}, ""},
+        {{"hide", "--group=private files"}, "", "private files: There is no such group.\n"},
+        {{"list", "--group=Private Files"}, "hidden\t" + a + "\n"},
+        {{"hide", d}, hidden("d") + "\n"},
         // What a hidden folder takes with it comes back with it, wherever it stands in the list.
-        {{"unhide", "--all"}, 0, a + "\n" + b + "\n" + d + "\n", ""},
+        {{"unhide", "--all"}, a + "\n" + b + "\n" + d + "\n"},
         {{"hide", "--all"},
-         0,
-         hidden("a") + "\n" + hidden("c") + "\n" + hidden("d/.SYS_INDEX/b") + "\n" + hidden("d") + "\n",
-         ""},
-        {{"groups"},
-         0,
-         "hidden\t-\t4\tAll Files\nshown\t-\t1\tSecret Pictures\nhidden\t-\t1\tPrivate Files\n",
-         ""},
+         hidden("a") + "\n" + hidden("c") + "\n" + hidden("d/.SYS_INDEX/b") + "\n" + hidden("d") + "\n"},
+        {{"groups"}, "hidden\t-\t4\tAll Files\nshown\t-\t1\tSecret Pictures\nhidden\t-\t1\tPrivate Files\n"},
     });
     m_tree.makeFile("t/a", "another");
     const ProgramRun unhide = ctl({"unhide", "--all"});
@@ -206,28 +187,27 @@ TEST_F(GroupCommandTest, HidesAndBringsBackGroupsAndAll) {
 TEST_F(GroupCommandTest, AutoHideFromCommandToCommand) {
     const std::string a = m_tree.makeFile("t/a"), b = m_tree.makeFile("t/b"), other = m_tree.makeFile("t/c");
     const std::string mark = OwnPlaces::current().dataDirectory + "/AutoHideItemsAreOut";
-    const CtlCall shown{{"autounhide"}, 0, a + "\n" + b + "\n", ""};
-    const CtlCall shownAlready{{"autounhide"}, 0, "", "The AutoHide groups are shown already.\n"};
-    const CtlCall hides{{"autohide"}, 0, "", ""};
+    const CtlCall shown{{"autounhide"}, a + "\n" + b + "\n"};
+    const CtlCall shownAlready{{"autounhide"}, "", "The AutoHide groups are shown already.\n", 0};
+    const CtlCall hides{{"autohide"}, ""};
     expectEach({
-        {{"add", "--group=Secret Pictures", a}, 0, a + "\n", ""},
-        {{"add", "--group=Private Files", b}, 0, b + "\n", ""},
-        {{"add", other}, 0, other + "\n", ""},
-        {{"group", "autohide", "Secret Pictures", "on"}, 0, "", ""},
+        {{"add", "--group=Secret Pictures", a}, a + "\n"},
+        {{"add", "--group=Private Files", b}, b + "\n"},
+        {{"add", other}, other + "\n"},
+        {{"group", "autohide", "Secret Pictures", "on"}, ""},
         hides,
-        {{"group", "autohide", "Private Files", "on"}, 0, "", ""},
+        {{"group", "autohide", "Private Files", "on"}, ""},
     });
     EXPECT_FALSE(exists(a));
     EXPECT_TRUE(exists(b));
     // That something is out does not mean that all is.
-    expectEach({{{"autounhide"}, 0, a + "\n", ""}, shownAlready, hides});
+    expectEach({{{"autounhide"}, a + "\n"}, shownAlready, hides});
     EXPECT_FALSE(exists(a) || exists(b) || exists(mark));
     EXPECT_TRUE(exists(other));
-    expectEach(
-        {{{"unhide", a}, 0, a + "\n", ""}, {{"autounhide"}, 0, b + "\n", ""}, shownAlready, hides, shown});
+    expectEach({{{"unhide", a}, a + "\n"}, {{"autounhide"}, b + "\n"}, shownAlready, hides, shown});
     const std::string stuck = m_tree.makeFile("u/stuck");
     m_tree.makeFile("u/.SYS_INDEX");
-    expectEach({{{"add", "--group=Private Files", stuck}, 0, stuck + "\n", ""}});
+    expectEach({{{"add", "--group=Private Files", stuck}, stuck + "\n"}});
     const ProgramRun left = ctl({"autohide"});
     EXPECT_EQ(left.exitStatus, 1);
     EXPECT_TRUE(left.errors.starts_with("veilkeepctl: " + stuck + ": ")) << left.errors;
