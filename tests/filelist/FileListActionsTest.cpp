@@ -41,26 +41,8 @@ public:
     std::vector<std::string> opened;
 };
 
-struct RevealedPaths : FileViewer {
-    void selectFile(const std::string& path) override { revealed.push_back(path); }
-    std::vector<std::string> revealed;
-};
-
 InstalledApplication application(const char* name, const char* version = "") {
     return {QString(name) + ".desktop", name, version, {}};
-}
-
-// Nothing of it lies on the disk.
-File record(const std::string& name, std::int32_t state = File::Visible, std::uint64_t size = unknownFileSize,
-            bool isFile = true) {
-    return File({{"Name", Bytes{name}},
-                 {"Path", Bytes{"/h/" + name}},
-                 {"OriginalPath", Bytes{"/h/" + name}},
-                 {"State", std::int64_t{state}},
-                 {"Size", size},
-                 {"IsFile", isFile},
-                 {"GroupID", std::int64_t{0}},
-                 {"Alias", Bytes{}}});
 }
 
 class FileListActionsTest : public ::testing::Test {
@@ -101,7 +83,7 @@ protected:
 };
 
 TEST_F(FileListActionsTest, HiddenItemsAreNeitherOpenedNorShown) {
-    list({record("a"), record("b", File::Hidden), record("c", File::Broken)});
+    list({listedOnly("a"), listedOnly("b", File::Hidden), listedOnly("c", File::Broken)});
     actions->openFileAction();
     actions->menuRevealFileInFinder();
     EXPECT_EQ(applications.opened, (std::vector<std::string>{"/h/a", "/h/c"}));
@@ -121,7 +103,7 @@ TEST_F(FileListActionsTest, HiddenItemsAreNeitherOpenedNorShown) {
 
 TEST_F(FileListActionsTest, WhatCannotBeOpenedIsToldOnce) {
     applications.faults = {{"/h/a", ENOENT}, {"/h/c", EACCES}};
-    list({record("a"), record("b"), record("c")});
+    list({listedOnly("a"), listedOnly("b"), listedOnly("c")});
     world->presenter.expect({.title = "Some items could not be opened.", .answer = "OK"});
     actions->openFileAction();
     EXPECT_EQ(applications.opened, std::vector<std::string>{"/h/b"});
@@ -162,14 +144,14 @@ TEST_F(FileListActionsTest, MenuItemsFollowTheSelection) {
     };
     const Row rows[] = {
         {"nothing", {}, false, false, 0},
-        {"visible", {record("a")}, true, true, 0},
-        {"hidden", {record("a", File::Hidden)}, false, false, 1},
-        {"broken", {record("a", File::Broken)}, true, true, 2},
-        {"folder", {record("a", File::Visible, 0, false)}, true, false, 0},
-        {"application", {record("a.app")}, true, false, 0},
-        {"two visible", {record("a"), record("b")}, true, false, 0},
-        {"two hidden", {record("a", File::Hidden), record("b", File::Hidden)}, false, false, 1},
-        {"both", {record("a", File::Hidden), record("b")}, true, false, 2},
+        {"visible", {listedOnly("a")}, true, true, 0},
+        {"hidden", {listedOnly("a", File::Hidden)}, false, false, 1},
+        {"broken", {listedOnly("a", File::Broken)}, true, true, 2},
+        {"folder", {listedOnly("a", File::Visible, 0, false)}, true, false, 0},
+        {"application", {listedOnly("a.app")}, true, false, 0},
+        {"two visible", {listedOnly("a"), listedOnly("b")}, true, false, 0},
+        {"two hidden", {listedOnly("a", File::Hidden), listedOnly("b", File::Hidden)}, false, false, 1},
+        {"both", {listedOnly("a", File::Hidden), listedOnly("b")}, true, false, 2},
     };
     for (const Row& row : rows) {
         world->list->files().assign({});
@@ -191,23 +173,8 @@ TEST_F(FileListActionsTest, MenuItemsFollowTheSelection) {
     EXPECT_TRUE(actions->validateToolbarItem(1).isEnabled);
 }
 
-TEST_F(FileListActionsTest, ToolTipsSayWhatAButtonDoes) {
-    using Part = FileListActions::RowPart;
-    const auto tip = [&](std::int32_t state, Part part) {
-        File file = record("a", state);
-        file.setOriginalPath(tree.home() + "/x");
-        return actions->toolTipFor(file, part);
-    };
-    EXPECT_EQ(tip(File::Visible, Part::Switch), "Hide file");
-    EXPECT_EQ(tip(File::Hidden, Part::Switch), "Unhide file");
-    EXPECT_EQ(tip(File::Broken, Part::Switch), "Fix broken file");
-    EXPECT_EQ(tip(-2, Part::Switch), "~/x");
-    EXPECT_EQ(tip(File::Visible, Part::Reveal), "Reveal in Finder");
-    EXPECT_EQ(tip(File::Visible, Part::Elsewhere), "~/x");
-}
-
 TEST_F(FileListActionsTest, TheContextMenuSelectsItsRowAlone) {
-    list({record("a"), record("b", File::Hidden), record("c", File::Hidden)});
+    list({listedOnly("a"), listedOnly("b", File::Hidden), listedOnly("c", File::Hidden)});
     auto& controller = world->list->filesController();
     EXPECT_EQ(actions->menuState(1), 2);
     EXPECT_EQ(controller.selectedCount(), 3u); // it was among them
@@ -237,8 +204,9 @@ TEST_F(FileListActionsTest, SortsTheListItselfAndKeepsTheSelection) {
     using Key = FileListActions::SortKey;
     const QLocale before;
     QLocale::setDefault(QLocale(QLocale::French, QLocale::France));
-    list({record("beta", File::Visible, 30), record("Alpha", File::Hidden, 30), record("émile", File::Broken),
-          record("alpha", File::Visible, 5), record("Zoe", File::Visible, 0), record("zebra\xFF")});
+    list({listedOnly("beta", File::Visible, 30), listedOnly("Alpha", File::Hidden, 30),
+          listedOnly("émile", File::Broken, unknownFileSize), listedOnly("alpha", File::Visible, 5),
+          listedOnly("Zoe", File::Visible, 0), listedOnly("zebra\xFF", File::Visible, unknownFileSize)});
     auto& controller = world->list->filesController();
     controller.setSelectedObjects({at(0), at(3)});
     struct Row {
@@ -275,7 +243,7 @@ TEST_F(FileListActionsTest, SortsTheListItselfAndKeepsTheSelection) {
 }
 
 TEST_F(FileListActionsTest, SortingWaitsForTheBatch) {
-    list({record("b"), record("a")});
+    list({listedOnly("b"), listedOnly("a")});
     world->turns.run([&] {
         actions->sort(FileListActions::SortKey::Name, true);
         EXPECT_EQ(order(), "b a");

@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <random>
 #include <ranges>
-#include <set>
 
 namespace veilkeep {
 namespace {

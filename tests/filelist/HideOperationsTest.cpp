@@ -15,17 +15,6 @@
 namespace veilkeep::test {
 namespace {
 
-// Answers as is wanted, whatever it is asked.
-class Authority : public RightsAuthority {
-public:
-    Answer check(const std::string&, Interaction interaction) override {
-        questions += interaction == Interaction::Allowed;
-        return Answer::Granted;
-    }
-    Answer giveUp(const std::string&) override { return Answer::Granted; }
-    int questions = 0;
-};
-
 // A bus without other programs.
 class Notifications : public DistributedNotifications {
 public:

@@ -8,11 +8,6 @@
 
 namespace veilkeep::test {
 
-struct ChosenGroup : CurrentGroup {
-    std::int64_t chosen = allFiles;
-    std::int64_t currentGroupID() const override { return chosen; }
-};
-
 // A list in a scratch tree of its own, with a clock and a current group to set.
 struct StoreWorld {
     ScratchTree tree;

@@ -14,17 +14,6 @@ namespace {
 
 using Files = FilesViewController::Files;
 
-class Authority : public RightsAuthority {
-public:
-    Answer check(const std::string&, Interaction interaction) override {
-        questions += interaction == Interaction::Allowed;
-        return answer;
-    }
-    Answer giveUp(const std::string&) override { return Answer::Granted; }
-    Answer answer = Answer::Granted;
-    int questions = 0;
-};
-
 class GroupHidingTest : public ::testing::Test {
 protected:
     static bool isLogged(const std::string& text) {

@@ -15,6 +15,42 @@
 
 namespace veilkeep::test {
 
+// Answers as is wanted, whatever it is asked.
+class Authority : public RightsAuthority {
+public:
+    Answer check(const std::string&, Interaction interaction) override {
+        questions += interaction == Interaction::Allowed;
+        return answer;
+    }
+    Answer giveUp(const std::string&) override { return Answer::Granted; }
+
+    Answer answer = Answer::Granted;
+    int questions = 0;
+};
+
+struct ChosenGroup : CurrentGroup {
+    std::int64_t chosen = allFiles;
+    std::int64_t currentGroupID() const override { return chosen; }
+};
+
+struct RevealedPaths : FileViewer {
+    void selectFile(const std::string& path) override { revealed.push_back(path); }
+    std::vector<std::string> revealed;
+};
+
+// A record of which nothing lies on the disk.
+inline File listedOnly(const std::string& name, std::int32_t state = File::Visible, std::uint64_t size = 1500,
+                       bool isFile = true) {
+    return File({{"Name", Bytes{name}},
+                 {"Path", Bytes{"/h/" + name}},
+                 {"OriginalPath", Bytes{"/h/" + name}},
+                 {"State", std::int64_t{state}},
+                 {"Size", size},
+                 {"IsFile", isFile},
+                 {"GroupID", std::int64_t{0}},
+                 {"Alias", Bytes{}}});
+}
+
 struct ListWorldOptions {
     std::string worker = bundledProgram("cloakWorker");
     VolumeMounter* mounter = nullptr;

@@ -7,32 +7,8 @@
 #include "widgets/filetable/FilesTableView.h"
 
 #include <string>
-#include <vector>
 
 namespace veilkeep::test {
-
-struct RevealedPaths : FileViewer {
-    void selectFile(const std::string& path) override { revealed.push_back(path); }
-    std::vector<std::string> revealed;
-};
-
-struct ChosenGroup : CurrentGroup {
-    std::int64_t chosen = allFiles;
-    std::int64_t currentGroupID() const override { return chosen; }
-};
-
-// A record of which nothing lies on the disk.
-inline File listedOnly(const std::string& name, std::int32_t state = File::Visible,
-                       std::uint64_t size = 1500) {
-    return File({{"Name", Bytes{name}},
-                 {"Path", Bytes{"/h/" + name}},
-                 {"OriginalPath", Bytes{"/h/" + name}},
-                 {"State", std::int64_t{state}},
-                 {"Size", size},
-                 {"IsFile", true},
-                 {"GroupID", std::int64_t{0}},
-                 {"Alias", Bytes{}}});
-}
 
 // The list, the real worker, and what the table needs of both.
 struct TableWorld {
