@@ -6,12 +6,14 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <stdexcept>
 #include <utility>
 
 namespace veilkeep::test {
 
-BackgroundProgram::BackgroundProgram(const std::vector<std::string>& arguments) {
+BackgroundProgram::BackgroundProgram(const std::vector<std::string>& arguments,
+                                     const std::function<void()>& inChild) {
     int ends[2];
     if (::pipe2(ends, O_CLOEXEC) != 0)
         throw std::runtime_error("pipe2");
@@ -25,6 +27,8 @@ BackgroundProgram::BackgroundProgram(const std::vector<std::string>& arguments) 
     if (m_process == 0) {
         ::prctl(PR_SET_PDEATHSIG, SIGKILL); // a test that crashes leaves nothing behind that CTest waits for
         ::dup2(writer.get(), STDOUT_FILENO);
+        if (inChild)
+            inChild();
         ::execv(argv[0], argv.data());
         ::_exit(123);
     }
@@ -48,6 +52,13 @@ std::string BackgroundProgram::readLine() {
     for (char character = 0; ::read(m_output.get(), &character, 1) == 1 && character != '\n';)
         line += character;
     return line;
+}
+
+std::string BackgroundProgram::readSome() {
+    std::string bytes(4096, '\0');
+    bytes.resize(
+        static_cast<std::size_t>(std::max<ssize_t>(::read(m_output.get(), bytes.data(), bytes.size()), 0)));
+    return bytes;
 }
 
 } // namespace veilkeep::test

@@ -10,7 +10,6 @@
 
 #include <cstdlib>
 #include <filesystem>
-#include <stdexcept>
 #include <system_error>
 
 namespace veilkeep::test {

@@ -5,15 +5,13 @@
 #include "tests/support/WaitUntil.h"
 #include "tests/worker/WorkerFixture.h"
 
-#include <fcntl.h>
 #include <signal.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <filesystem>
 #include <functional>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -26,10 +24,7 @@ class QuestionTest : public WorkerFixture {
 protected:
     // The script finds what the question is about in the file "fields", a line each.
     std::string workerBeside(const std::string& askingScript) {
-        for (const char* const program : {"cloakWorker", "cloakTraces"})
-            std::filesystem::copy_file(bundledProgram(program),
-                                       m_tree.makeDirectory("T.app/Contents/MacOS") + "/" + program,
-                                       std::filesystem::copy_options::overwrite_existing);
+        bundle("cloakTraces");
         m_tree.makeFile("T.app/Contents/MacOS/Veilkeep",
                         "#!/bin/bash\ncd " + m_tree.root() +
                             "\nwhile IFS= read -r -d '' field && [[ $field ]]; do printf '%s\\n' \"$field\"; "
@@ -37,7 +32,7 @@ protected:
                             "tr '\\0' '\\n' </proc/$$/cmdline >command\n" +
                             askingScript,
                         0755);
-        return m_tree.path("T.app/Contents/MacOS/cloakWorker");
+        return bundle("cloakWorker");
     }
 
     RunOptions asPerson(const std::function<void()>& more = [] {}) {
@@ -195,71 +190,38 @@ protected:
                                 "cat >/dev/null; echo >ended\n");
     }
 
-    void begin(const std::vector<std::string>& arguments, const RunOptions& options) {
-        int ends[2];
-        ASSERT_EQ(::pipe2(ends, O_CLOEXEC), 0);
-        m_output.reset(ends[0]);
-        const UniqueFd writer(ends[1]);
-        m_process = ::fork();
-        if (m_process == 0) {
-            ::dup2(writer.get(), STDOUT_FILENO);
+    void begin(std::vector<std::string> arguments) {
+        arguments.insert(arguments.begin(), m_worker);
+        const RunOptions options = asPerson();
+        m_running.emplace(arguments, [&] {
             if (options.asUser != 0 && (::setgid(options.asUser) != 0 || ::setuid(options.asUser) != 0))
                 ::_exit(125);
             options.inChild();
-            std::vector<char*> argv{m_worker.data()};
-            for (const std::string& argument : arguments)
-                argv.push_back(const_cast<char*>(argument.c_str()));
-            argv.push_back(nullptr);
-            ::execv(m_worker.c_str(), argv.data());
-            ::_exit(123);
-        }
+        });
         ASSERT_TRUE(waitUntil([&] { return exists(m_tree.path("asking")); }));
     }
 
-    std::string readSome() {
-        char bytes[4096];
-        const ssize_t count = ::read(m_output.get(), bytes, sizeof bytes);
-        return std::string(bytes, static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
-    }
-
-    int exitStatus() {
-        int status = 0;
-        ::waitpid(m_process, &status, 0);
-        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    }
-
     std::string m_worker;
-    UniqueFd m_output;
-    pid_t m_process = -1;
+    std::optional<BackgroundProgram> m_running;
 };
 
-TEST_F(OpenQuestionTest, EndsWithASignal) {
-    const std::string path = makeConflict();
-    begin({"-p", "-i", "-unhide", hiddenPathOf(path)}, asPerson());
-    ASSERT_EQ(::kill(m_process, SIGTERM), 0);
-    EXPECT_EQ(readSome(), "Error: 6");
-    EXPECT_EQ(exitStatus(), 0);
-    EXPECT_TRUE(waitUntil([&] { return exists(m_tree.path("ended")); }));
-    EXPECT_EQ(contentOf(path), "the one in the way");
-    EXPECT_EQ(contentOf(hiddenPathOf(path)), "hidden one");
-}
-
-TEST_F(OpenQuestionTest, EndsWithTheReader) {
-    const std::string path = makeConflict();
-    begin({"-p", "-i", "-unhide", hiddenPathOf(path)}, asPerson());
-    m_output.reset();
-    EXPECT_EQ(exitStatus(), 0);
-    EXPECT_TRUE(waitUntil([&] { return exists(m_tree.path("ended")); }));
-    EXPECT_EQ(contentOf(hiddenPathOf(path)), "hidden one");
-}
-
-TEST_F(OpenQuestionTest, EndsWithTheWorker) {
-    const std::string path = makeConflict();
-    begin({"-p", "-i", "-unhide", hiddenPathOf(path)}, asPerson());
-    ASSERT_EQ(::kill(m_process, SIGKILL), 0);
-    EXPECT_EQ(exitStatus(), -1);
-    EXPECT_TRUE(waitUntil([&] { return exists(m_tree.path("ended")); }));
-    EXPECT_EQ(contentOf(hiddenPathOf(path)), "hidden one");
+TEST_F(OpenQuestionTest, EndsWithASignalWithItsReaderAndWithTheWorker) {
+    for (const int signal : {SIGTERM, 0, SIGKILL}) {
+        SCOPED_TRACE(signal);
+        const std::string path = makeConflict();
+        begin({"-p", "-i", "-unhide", hiddenPathOf(path)});
+        if (signal == 0)
+            m_running->stopReading();
+        EXPECT_EQ(m_running->end(signal), signal == SIGKILL ? -1 : 0);
+        if (signal == SIGTERM) {
+            EXPECT_EQ(m_running->readLine(), "Error: 6");
+        }
+        EXPECT_TRUE(waitUntil([&] { return exists(m_tree.path("ended")); }));
+        EXPECT_EQ(contentOf(path), "the one in the way");
+        EXPECT_EQ(contentOf(hiddenPathOf(path)), "hidden one");
+        for (const char* const left : {"d", "asking", "ended"})
+            std::filesystem::remove_all(m_tree.path(left));
+    }
 }
 
 // The item is hidden and its place told before anybody is asked about its traces.
@@ -268,14 +230,12 @@ TEST_F(OpenQuestionTest, AboutRecentItemsKeepsNobodyFromTheAnswer) {
         std::filesystem::remove(m_tree.path("asking"));
         const std::string path = m_tree.makeFile("d/marker.txt");
         m_tree.makeFile("home/.local/share/recently-used.xbel", "\"file://" + path + "\"");
-        begin({"-p", "-i", "-hide", "-removeRecents", path}, asPerson());
-        EXPECT_EQ(readSome(), "NewFilename: " + hiddenPathOf(path));
+        begin({"-p", "-i", "-hide", "-removeRecents", path});
+        EXPECT_EQ(m_running->readSome(), "NewFilename: " + hiddenPathOf(path));
         EXPECT_TRUE(exists(hiddenPathOf(path)));
         if (readerGoes)
-            m_output.reset();
-        else
-            ASSERT_EQ(::kill(m_process, SIGTERM), 0);
-        EXPECT_EQ(exitStatus(), 4);
+            m_running->stopReading();
+        EXPECT_EQ(m_running->end(readerGoes ? 0 : SIGTERM), 4);
         expectOnlyRecord(m_tree.path("home/.local/share/Veilkeep/InProgress"),
                          {path, hiddenPathOf(path), 0, 1});
         std::filesystem::remove_all(m_tree.path("d"));

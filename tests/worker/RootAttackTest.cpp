@@ -10,7 +10,6 @@
 #include <atomic>
 #include <map>
 #include <random>
-#include <set>
 #include <thread>
 
 namespace veilkeep::test {

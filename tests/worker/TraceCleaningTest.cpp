@@ -25,12 +25,9 @@ protected:
 
     // A bundle with the real worker and whatever takes the place of cloakTraces.
     std::string workerBeside(const std::string& tracesScript) {
-        const std::string programs = m_tree.makeDirectory("T.app/Contents/MacOS");
-        std::filesystem::copy_file(bundledProgram("cloakWorker"), programs + "/cloakWorker",
-                                   std::filesystem::copy_options::overwrite_existing);
         if (!tracesScript.empty())
             m_tree.makeFile("T.app/Contents/MacOS/cloakTraces", "#!/bin/bash\n" + tracesScript, 0755);
-        return programs + "/cloakWorker";
+        return bundle("cloakWorker");
     }
 
     ProgramRun hide(const std::string& worker, const std::string& path) {

@@ -10,6 +10,7 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -29,6 +30,14 @@ protected:
         for (const std::string& injection : injections)
             options.insert(options.end(), {"-e", "inject=" + injection});
         return runProgram(traced(options, {bundledProgram("cloakWorker"), "-p", "-i", operation, path}));
+    }
+
+    // A copy of the program in a bundle of the test's own.
+    std::string bundle(const std::string& program) const {
+        const std::string copy = m_tree.makeDirectory("T.app/Contents/MacOS") + "/" + program;
+        std::filesystem::copy_file(bundledProgram(program), copy,
+                                   std::filesystem::copy_options::overwrite_existing);
+        return copy;
     }
 
     static std::string hiddenPathOf(const std::string& path) {
