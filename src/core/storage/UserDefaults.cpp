@@ -94,17 +94,11 @@ std::optional<Value> UserDefaults::value(PropertyKey key) const {
     const std::lock_guard lock(m_mutex);
     for (const Changes* changes : {&m_pending, &m_beingStored})
         for (const Change& change : *changes)
-            if (change.key == key) {
-                if (!change.value.isNull())
-                    return change.value;
-                const Value* registered = m_registered.find(key);
-                return registered ? std::optional(*registered) : std::nullopt;
-            }
+            if (change.key == key)
+                return change.value.isNull() ? std::nullopt : std::optional(change.value);
     refresh();
-    for (const PropertyDictionary* values : {&std::as_const(m_stored), &m_registered})
-        if (const Value* found = values->find(key))
-            return *found;
-    return std::nullopt;
+    const Value* stored = std::as_const(m_stored).find(key);
+    return stored ? std::optional(*stored) : std::nullopt;
 }
 
 bool UserDefaults::contains(PropertyKey key) const {
@@ -118,12 +112,6 @@ void UserDefaults::set(PropertyKey key, Value value) {
 
 void UserDefaults::remove(PropertyKey key) {
     set(key, Null());
-}
-
-void UserDefaults::registerDefaults(const PropertyDictionary& values) {
-    const std::lock_guard lock(m_mutex);
-    for (const auto& [key, value] : values)
-        m_registered.set(key, value);
 }
 
 Result<void> UserDefaults::synchronize() {

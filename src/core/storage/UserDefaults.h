@@ -9,16 +9,14 @@
 #include <mutex>
 #include <optional>
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace veilkeep {
 
 // The user's settings: an XML property list that several programs read and write at the same time. A read
-// answers from, in this order, what was set here and is not stored yet, the file as it is now, and the
-// registered values. What is set stays pending until synchronize(), the destructor writes nothing. A file
-// that cannot be understood reads as empty, with a line in the log, and is kept under a dated name when it is
-// replaced. Any thread.
+// answers from, in this order, what was set here and is not stored yet, and the file as it is now. What is
+// set stays pending until synchronize(), the destructor writes nothing. A file that cannot be understood
+// reads as empty, with a line in the log, and is kept under a dated name when it is replaced. Any thread.
 class UserDefaults {
 public:
     static constexpr std::chrono::milliseconds lockWait{5000};
@@ -42,9 +40,6 @@ public:
     // Stores the value at once unless the key has one by then, whoever gave it. After an error nothing is
     // pending.
     Result<void> storeIfAbsent(PropertyKey key, Value value);
-
-    // Values for keys that are stored nowhere; never stored themselves. Later calls add to earlier ones.
-    void registerDefaults(const PropertyDictionary& values);
 
     // Stores what is pending: under a lock that all processes share, key by key into the file as it is then,
     // so that nobody's change is lost and what this version does not know stays. After an error everything
@@ -71,7 +66,6 @@ private:
     SafeFile m_file;      // under m_storing
 
     mutable std::mutex m_mutex; // everything below
-    PropertyDictionary m_registered;
     Changes m_pending;
     Changes m_beingStored; // by the synchronize() that runs
     mutable PropertyDictionary m_stored;

@@ -73,24 +73,17 @@ TEST_F(UserDefaultsTest, TellsAbsentFromFalse) {
     EXPECT_FALSE(defaults.contains("absent"));
 }
 
-TEST_F(UserDefaultsTest, ReadsPendingThenStoredThenRegistered) {
+TEST_F(UserDefaultsTest, ReadsPendingThenStored) {
     store({{"key", "stored"}});
     UserDefaults defaults;
-    defaults.registerDefaults({{"key", "registered"}, {"other", "first"}});
-    defaults.registerDefaults({{"other", "registered"}});
-    EXPECT_EQ(defaults.string("key"), "stored");
-    EXPECT_EQ(defaults.string("other"), "registered");
     defaults.set("key", "pending");
     EXPECT_EQ(defaults.string("key"), "pending");
     EXPECT_EQ(stored(), (PropertyDictionary{{"key", "stored"}}));
     defaults.remove("key");
-    EXPECT_EQ(defaults.string("key"), "registered");
+    EXPECT_FALSE(defaults.contains("key"));
     ASSERT_TRUE(defaults.synchronize());
-    EXPECT_EQ(defaults.string("key"), "registered");
+    EXPECT_FALSE(defaults.contains("key"));
     EXPECT_TRUE(stored().empty());
-    defaults.set("key", "again");
-    ASSERT_TRUE(defaults.synchronize());
-    EXPECT_EQ(defaults.string("key"), "again");
 }
 
 TEST_F(UserDefaultsTest, KeepsWhatItDoesNotKnow) {
