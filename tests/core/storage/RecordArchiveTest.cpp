@@ -125,6 +125,13 @@ TEST(RecordArchive, RefusesWhatIsNotOneWholeEnvelope) {
     for (const auto& row : rows)
         EXPECT_EQ(errorOf(decodeArchive(row.bytes, "files")), Error::damaged("open archive")) << row.name;
     EXPECT_FALSE(openArchiveEnvelope(test::ZeroMapping(std::size_t{1} << 30).view()));
+    const std::string sample = encoded(sampleRecords());
+    for (std::size_t at = 0; at < sample.size(); ++at) {
+        EXPECT_FALSE(decodeArchive(sample.substr(0, at), "files")) << "cut at " << at;
+        std::string bent = sample;
+        bent[at] = static_cast<char>(~bent[at]);
+        EXPECT_FALSE(decodeArchive(bent, "files")) << "bent at " << at;
+    }
 }
 
 // Payloads with a digest that is right: what remains is for the structure to be checked.
