@@ -7,6 +7,7 @@
 #include <unistd.h>
 
 #include <set>
+#include <sstream>
 
 namespace veilkeep {
 namespace {
@@ -30,116 +31,59 @@ LinuxProtectedPaths::Surroundings surroundingsOf(const std::string& home) {
     return surroundings;
 }
 
-struct Row {
-    std::string path; // "~" is the home
-    bool isProtected;
-};
+std::vector<std::string> words(const std::string& text) {
+    std::vector<std::string> all;
+    std::istringstream stream(text);
+    for (std::string word; std::getline(stream, word, ' ');)
+        all.push_back(word);
+    return all;
+}
 
-void expectRows(const ProtectedPaths& paths, const std::string& home, const std::vector<Row>& rows) {
-    for (Row row : rows) {
-        if (row.path.starts_with('~'))
-            row.path.replace(0, 1, home);
-        EXPECT_EQ(paths.contains(row.path), row.isProtected) << testing::PrintToString(row.path);
-    }
+// "~" in them is the home.
+void expectRows(const ProtectedPaths& paths, const std::string& home,
+                const std::vector<std::string>& protectedOnes, const std::vector<std::string>& free) {
+    for (const auto* rows : {&protectedOnes, &free})
+        for (std::string path : *rows) {
+            if (path.starts_with('~'))
+                path.replace(0, 1, home);
+            EXPECT_EQ(paths.contains(path), rows == &protectedOnes) << testing::PrintToString(path);
+        }
 }
 
 TEST(ProtectedPaths, HoldsForEveryHome) {
-    const std::vector<Row> rows = {
-        {"/", true},
-        {"/net", true},
-        {"/Library", true},
-        {"/Volumes/asadsd/", true},
-        {"/Volumes/asadsd/blahblah", false},
-        {"~", true},
-        {"~/blahblah", false},
-        {"~/Desktop", true},
-        {"~/Desktop/", true},
-        {"~/Desktop/test", false},
-        {"~/Library", true},
-        {"/Applications/Some.app", false},
-        {"/Applications", true},
-        {"/Users/somebody", true},
-        {"/network", false},
-        {"/usr/share/line\nbreak", true},
-    };
+    const auto protectedOnes = words("/ /net /Library /Volumes/asadsd/ ~ ~/Desktop ~/Desktop/ ~/Library "
+                                     "/Applications /Users/somebody /usr/share/line\nbreak");
+    const std::vector<std::string> free = {"/Volumes/asadsd/blahblah", "~/blahblah", "~/Desktop/test",
+                                           "/Applications/Some.app", "/network"};
     for (const std::string home :
          {"/Users/u", "/home/u", "/home/first.last", "/data/homes/c++", "/home/a(b", "/home/with blank",
           "/home/\xFF\xFE", "/home/[x]", "/deep/er/home/u", "/home/line\nbreak"}) {
         SCOPED_TRACE(testing::PrintToString(home));
-        expectRows(ProtectedPaths(surroundingsOf(home)), home, rows);
+        expectRows(ProtectedPaths(surroundingsOf(home)), home, protectedOnes, free);
     }
 }
 
 TEST(ProtectedPaths, HoldsForLinux) {
     expectRows(ProtectedPaths(surroundingsOf("/home/u")), "/home/u",
-               {
-                   {"/boot", true},
-                   {"/boot/vmlinuz", true},
-                   {"/bootx", false},
-                   {"/lib", true},
-                   {"/lib64/x", true},
-                   {"/libx32", true},
-                   {"/proc/1", true},
-                   {"/sys/kernel", true},
-                   {"/run/user/1000/x", true},
-                   {"/run/media", true},
-                   {"/run/media/u", true},
-                   {"/run/media/u/DISK", true},
-                   {"/run/media/u/DISK/x", false},
-                   {"/run/media/u/other/x", true},
-                   {"/run/media/STICK/x", false},
-                   {"/run/mediax/x", true},
-                   {"/home", true},
-                   {"/home/somebody", true},
-                   {"/home/somebody/x", false},
-                   {"/root", true},
-                   {"/srv", true},
-                   {"/snap", true},
-                   {"/media", true},
-                   {"/media/u", true},
-                   {"/media/u/x", false},
-                   {"/mnt", true},
-                   {"/data/disk", true},
-                   {"/export/u", true},
-                   {"/export", false},
-                   {"~/Schreibtisch", true},
-                   {"~/Schreibtisch/x", false},
-                   {"/data/Musik/", true},
-                   {"~/.cache", true},
-                   {"~/.local", true},
-                   {"~/.local/share", true},
-                   {"~/.local/share/x", false},
-                   {"~/.local/share/Veilkeep", true},
-                   {"~/.local/share/Veilkeep/InProgress/x", true},
-                   {"~/.local/share/Veilkeeper", false},
-                   {"~/.local/state/Veilkeep/Veilkeep.log", true},
-                   {"~/.config/com.ostrel.Veilkeep.plist", true},
-                   {"~/.config/com.ostrel.Veilkeep.plist2", false},
-                   {"/programs", true},
-                   {"/programs/veilkeep", true},
-                   {"/programs/veilkeep/Veilkeep.app", true},
-                   {"/programs/veilkeep/Veilkeep.app/Contents/MacOS/cloakWorker", true},
-                   {"/programs/veilkeep/Veilkeep.app2/Contents/x", false},
-                   {"~/x/.SYS_INDEX", true},
-                   {"~/x/.SYS_INDEX/", true},
-                   {"~/x/.SYS_INDEX/y", false},
-                   {"~/x/.SYS_INDEXes", false},
-               });
+               words("/boot /boot/vmlinuz /lib /lib64/x /libx32 /proc/1 /sys/kernel /run/user/1000/x "
+                     "/run/media /run/media/u /run/media/u/DISK /run/media/u/other/x /run/mediax/x /home "
+                     "/home/somebody /root /srv /snap /media /media/u /mnt /data/disk /export/u "
+                     "~/Schreibtisch /data/Musik/ ~/.cache ~/.local ~/.local/share "
+                     "~/.local/share/Veilkeep ~/.local/share/Veilkeep/InProgress/x "
+                     "~/.local/state/Veilkeep/Veilkeep.log ~/.config/com.ostrel.Veilkeep.plist /programs "
+                     "/programs/veilkeep /programs/veilkeep/Veilkeep.app "
+                     "/programs/veilkeep/Veilkeep.app/Contents/MacOS/cloakWorker ~/x/.SYS_INDEX "
+                     "~/x/.SYS_INDEX/"),
+               words("/bootx /run/media/u/DISK/x /run/media/STICK/x /home/somebody/x /media/u/x /export "
+                     "~/Schreibtisch/x ~/.local/share/x ~/.local/share/Veilkeeper "
+                     "~/.config/com.ostrel.Veilkeep.plist2 /programs/veilkeep/Veilkeep.app2/Contents/x "
+                     "~/x/.SYS_INDEX/y ~/x/.SYS_INDEXes"));
 }
 
 TEST(ProtectedPaths, ComparesCleanPaths) {
     expectRows(ProtectedPaths(surroundingsOf("/home/u")), "/home/u",
-               {
-                   {"~/x/../Desktop", true},
-                   {"~//Desktop//", true},
-                   {"~/x/..", true},
-                   {"/home/../boot/x", true},
-                   {"//home", true},
-                   {"//", true},
-                   {"~/Desktop/../x", false},
-                   {"/../home/u/x", false},
-                   {"", false},
-               });
+               {"~/x/../Desktop", "~//Desktop//", "~/x/..", "/home/../boot/x", "//home", "//"},
+               {"~/Desktop/../x", "/../home/u/x", ""});
 }
 
 TEST(ProtectedPaths, ComparesWithTheParentsLinksResolved) {
@@ -158,33 +102,15 @@ TEST(ProtectedPaths, ComparesWithTheParentsLinksResolved) {
     const std::string home = tree.path("home2");
     const auto in = [&](const std::string& path) { return tree.path(path); };
     expectRows(ProtectedPaths(surroundingsOf(home)), home,
-               {
-                   {in("outside/system/passwd"), true},
-                   {in("outside/system"), false}, // a link is an item of its own
-                   {in("outside/dangling"), false},
-                   {in("outside/user"), false},
-                   {in("outside/user/Documents"), true},
-                   {in("real/Schreibtisch"), true},
-                   {in("outside/user/Arbeit"), true}, // what a user directory's link leads to
-                   {in("outside/user/config/com.ostrel.Veilkeep.plist"), true},
-                   {in("outside/user/.local/share/Veilkeep/x"), true},
-                   {in("real"), true}, // the home by its real name
-                   {in("real/Documents"), true},
-                   {in("real/config"), true},
-                   {in("real/config/com.ostrel.Veilkeep.plist"), true},
-                   {"~", true},
-                   {"~/.config", true},
-                   {"~/Documents/x", false},
-                   {in("outside/system/.."), true}, // "/"
-                   {in("outside/user/../real"), true},
-               });
+               {in("outside/system/passwd"), in("outside/user/Documents"), in("real/Schreibtisch"),
+                in("outside/user/Arbeit"), in("outside/user/config/com.ostrel.Veilkeep.plist"),
+                in("outside/user/.local/share/Veilkeep/x"), in("real"), in("real/Documents"),
+                in("real/config"), in("real/config/com.ostrel.Veilkeep.plist"), "~", "~/.config",
+                in("outside/system/.."), in("outside/user/../real")},
+               {in("outside/system"), in("outside/dangling"), in("outside/user"), "~/Documents/x"});
     ASSERT_EQ(::chdir(tree.path("outside").c_str()), 0);
     expectRows(ProtectedPaths(surroundingsOf(home)), home,
-               {{"user/Documents", true},
-                {"user/x", false},
-                {"..", true},
-                {"system/passwd", true},
-                {"/proc/self/cwd/x", true}});
+               {"user/Documents", "..", "system/passwd", "/proc/self/cwd/x"}, {"user/x"});
     ASSERT_EQ(::chdir("/"), 0);
 }
 
@@ -195,8 +121,8 @@ TEST(ProtectedPaths, TakesAHomeBehindALinkForWhereItIsNamed) {
     ASSERT_NE(::mkdtemp(real.data()), nullptr);
     const std::string home = tree.path("named");
     ASSERT_EQ(::symlink(real.c_str(), home.c_str()), 0);
-    expectRows(ProtectedPaths(surroundingsOf(home)), home,
-               {{"~/x", false}, {"~/Desktop", true}, {"~", true}, {real + "/x", true}, {"/var/tmp/x", true}});
+    expectRows(ProtectedPaths(surroundingsOf(home)), home, {"~/Desktop", "~", real + "/x", "/var/tmp/x"},
+               {"~/x"});
     ::rmdir(real.c_str());
 }
 
