@@ -21,7 +21,7 @@ void getUrl(const QString& text) {
     if (text.isEmpty() || !url.isValid())
         return logLine("Empty custom URL. Just ignoring this.");
     logLine("Got url to handle: " + shown(text).toStdString());
-    if (url.scheme().toLower() != QLatin1String("veilkeep"))
+    if (url.scheme() != QLatin1String("veilkeep"))
         return logLine("Unsupported URL scheme " + shown(url.scheme()).toStdString() +
                        ". Just ignoring this.");
     if (url.query().split(u'&', Qt::SkipEmptyParts).isEmpty())

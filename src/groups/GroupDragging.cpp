@@ -5,7 +5,6 @@
 namespace veilkeep {
 namespace {
 
-constexpr std::size_t headerRow = 1;
 constexpr std::ptrdiff_t firstDropRow = 3; // nothing goes in front of the first group of the user's
 
 } // namespace

@@ -157,14 +157,6 @@ QVariant FilesTableModel::data(const QModelIndex& index, int role) const {
     switch (role) {
     case Qt::DisplayRole:
         return name(*file);
-    case PlaceRole:
-        return place(*file);
-    case SizeRole:
-        return sizeText(*file);
-    case StateRole:
-        return file->state();
-    case TroubleRole:
-        return trouble(file);
     case Qt::AccessibleTextRole:
         return accessibleText(file);
     default:

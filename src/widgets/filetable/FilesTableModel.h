@@ -21,8 +21,6 @@ class FilesTableModel : public QAbstractTableModel {
     Q_OBJECT
 
 public:
-    enum Role { PlaceRole = Qt::UserRole + 1, SizeRole, StateRole, TroubleRole };
-
     FilesTableModel(FilesViewController& files, Previews& previews, QObject* parent = nullptr);
 
     void update(); // now

@@ -10,8 +10,6 @@
 #include <QScrollBar>
 #include <QStyle>
 
-#include <algorithm>
-
 namespace veilkeep {
 
 FilesTableView::FilesTableView(FilesViewController& files, FileListActions& actions, Previews& previews,

@@ -21,7 +21,6 @@ public:
 
     void setDuration(int milliseconds) { m_duration = milliseconds; } // 0: nothing slides
     double position(const ListedFile& file);                          // to be painted now: 0 off to 1 on
-    bool areRunning() const { return m_frames.isActive(); }
 
 signals:
     void moved(); // the rows are to be painted again

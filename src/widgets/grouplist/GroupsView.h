@@ -7,8 +7,6 @@
 #include <QPersistentModelIndex>
 #include <QPointer>
 
-#include <optional>
-
 namespace veilkeep {
 
 class GroupDelegate;

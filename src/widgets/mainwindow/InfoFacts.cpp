@@ -7,7 +7,6 @@
 #include "groups/GroupNames.h"
 
 #include <algorithm>
-#include <functional>
 
 namespace veilkeep {
 namespace {

@@ -1,8 +1,7 @@
 #include "widgets/mainwindow/Mnemonics.h"
 
 #include <QAction>
-
-#include <utility>
+#include <QWidget>
 
 namespace veilkeep {
 namespace {

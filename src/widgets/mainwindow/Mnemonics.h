@@ -1,7 +1,9 @@
 #pragma once
 
-#include <QMenu>
 #include <QString>
+
+class QAction;
+class QWidget;
 
 namespace veilkeep {
 

@@ -7,8 +7,6 @@
 #include <QStringList>
 #include <QVBoxLayout>
 
-#include <algorithm>
-
 namespace veilkeep {
 
 WindowMessages::WindowMessages(FilesViewController& files, GroupViewController& groups, QWidget* parent)

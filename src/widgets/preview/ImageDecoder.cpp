@@ -3,8 +3,6 @@
 #include "widgets/preview/SelfContainedSvg.h"
 
 #include <algorithm>
-#include <initializer_list>
-#include <optional>
 
 #include <QBuffer>
 #include <QImageReader>

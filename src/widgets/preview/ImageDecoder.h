@@ -2,7 +2,6 @@
 
 #include "widgets/preview/ItemType.h"
 
-#include <QByteArray>
 #include <QImage>
 #include <QSize>
 

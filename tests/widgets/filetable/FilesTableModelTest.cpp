@@ -63,8 +63,8 @@ TEST(FilesTableModel, SaysWhatARowShows) {
     FilesTableModel model(world.list, world.previews);
     const auto said = [&](int role) { return model.index(0, 0).data(role).toString(); };
     EXPECT_EQ(said(Qt::DisplayRole), "a\\nb");
-    EXPECT_EQ(said(FilesTableModel::PlaceRole), "~/a\\nb");
-    const QString size = said(FilesTableModel::SizeRole);
+    EXPECT_EQ(model.place(*listed), "~/a\\nb");
+    const QString size = model.sizeText(*listed);
     struct Row {
         std::int32_t state;
         QString trouble, word;
@@ -74,7 +74,7 @@ TEST(FilesTableModel, SaysWhatARowShows) {
                         {File::Broken, "Not found", "Not found"}};
     for (const Row& row : rows) {
         world.list.files().change(listed, [&](File& changed) { changed.setState(row.state); });
-        EXPECT_EQ(said(FilesTableModel::TroubleRole), row.trouble);
+        EXPECT_EQ(model.trouble(listed), row.trouble);
         EXPECT_EQ(said(Qt::AccessibleTextRole), "a\\nb, ~/a\\nb, " + size + ", " + row.word);
     }
 }
