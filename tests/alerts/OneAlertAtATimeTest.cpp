@@ -9,7 +9,6 @@
 #include <atomic>
 #include <chrono>
 #include <future>
-#include <vector>
 
 namespace veilkeep {
 namespace {
@@ -40,23 +39,6 @@ protected:
     Alerts m_alerts{m_presenter, m_defaults};
     std::atomic<int> m_asking = 0;
 };
-
-TEST_F(OneAlertAtATimeTest, ThreadsWaitForEachOther) {
-    constexpr int threads = 8;
-    const auto countOpen = [&] {
-        EXPECT_EQ(m_presenter.openAlerts(), 1);
-        EXPECT_TRUE(test::waitUntil([&] { return m_asking == threads; }));
-        m_presenter.serveOthers(); // had another one come through, it would be shown above this one
-        EXPECT_EQ(m_presenter.openAlerts(), 1);
-    };
-    std::vector<std::future<int>> answers;
-    for (int thread = 0; thread < threads; ++thread)
-        m_presenter.expect({.title = "Question", .answer = "Go on", .whileOpen = countOpen});
-    for (int thread = 0; thread < threads; ++thread)
-        answers.push_back(askOnAThread("Question"));
-    for (std::future<int>& answer : answers)
-        EXPECT_EQ(answerOf(answer), 1);
-}
 
 TEST_F(OneAlertAtATimeTest, TheMainThreadShowsAnothersAlertWhileItWaits) {
     // The other thread has the lock and waits for the main thread, which asks for something itself.

@@ -8,7 +8,6 @@
 #include <gtest/gtest.h>
 
 #include <QLocale>
-#include <QTimeZone>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -168,13 +167,6 @@ TEST_F(ValueFormatting, PlacesBelowTheHomeFolder) {
     };
     for (const auto& [path, shown] : rows)
         EXPECT_EQ(placeWithTilde(path), shown);
-}
-
-TEST_F(ValueFormatting, BadgesAndTab) {
-    EXPECT_EQ(VisibleValueTransformer::transformedValue(0), "visible");
-    EXPECT_EQ(VisibleValueTransformer::transformedValue(1), "hidden");
-    EXPECT_EQ(VisibleValueTransformer::transformedValue(-1), "hidden");
-    EXPECT_EQ(SelectionTabValueTransformer::transformedValue(), "Info");
 }
 
 TEST(WindowCentering, IsExact) {

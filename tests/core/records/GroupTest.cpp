@@ -30,35 +30,6 @@ TEST(Group, HoldsTheStoredKeys) {
     EXPECT_EQ(Group::headerGroupWithName("GROUPS").properties(), named("GROUPS", 0, true));
 }
 
-TEST(Group, AccessorsReadAndWriteOneKey) {
-    Group group = Group::initWithName("Work", 5);
-    group.setName("Play");
-    group.setGroupID(6);
-    group.setIconPath("/icons/play.png");
-    group.setIconData(Bytes{"\x89PNG"});
-    group.setCountOfFiles(9);
-    group.setState(-128);
-    group.setAutoHide(true);
-    group.setCanBeRemoved(false);
-    EXPECT_EQ(group.properties(), (PropertyDictionary{{"CanBeRemoved", false},
-                                                      {"Predicate", std::int64_t{6}},
-                                                      {"Header", false},
-                                                      {"Name", Bytes{"Play"}},
-                                                      {"Count", std::int64_t{9}},
-                                                      {"Icon", Bytes{"\x89PNG"}},
-                                                      {"IconPath", Bytes{"/icons/play.png"}},
-                                                      {"State", std::int64_t{-128}},
-                                                      {"AutoHide", true}}));
-    EXPECT_EQ(std::string(group.name()).append(group.iconPath()).append(group.iconData()),
-              "Play/icons/play.png\x89PNG");
-    EXPECT_EQ(group.groupID(), 6);
-    EXPECT_EQ(group.countOfFiles(), 9);
-    EXPECT_EQ(group.state(), -128);
-    EXPECT_EQ(group.autoHide(), true);
-    EXPECT_FALSE(group.canBeRemoved() || group.isHeaderRow());
-    EXPECT_TRUE(Group::headerGroupWithName("x").isHeaderRow());
-}
-
 TEST(Group, TellsAbsentFromZero) {
     EXPECT_EQ(Group().groupID(), std::nullopt) << "though there is a GroupID";
     EXPECT_EQ(Group::initWithHeaderRowWithName("x").groupID(), 0);

@@ -5,7 +5,6 @@
 #include <QImage>
 
 #include <set>
-#include <string>
 
 namespace veilkeep::test {
 namespace {

@@ -109,13 +109,9 @@ TEST_F(AlertWindowsTest, TheCheckBoxDecidesWhetherItIsAskedAgain) {
 }
 
 TEST_F(AlertWindowsTest, TextsOfAnyLengthStayPlainAndOnTheScreen) {
-    const QString rows[] = {
-        QStringLiteral("<b>bold</b> & <img src=x>"),
-        QStringLiteral("two\nlines"),
-        QString(4000, u'x'),
-        QStringLiteral("many words ").repeated(400),
-        QStringLiteral("line\n").repeated(400),
-    };
+    const QString rows[] = {QStringLiteral("<b>bold</b> & <img src=x>"), QStringLiteral("two\nlines"),
+                            QString(4000, u'x'), QStringLiteral("many words ").repeated(400),
+                            QStringLiteral("line\n").repeated(400)};
     for (const QString& text : rows) {
         whenOpen<AlertWindow>([&](AlertWindow& window) {
             for (const TextBlock* const block : window.findChildren<TextBlock*>())

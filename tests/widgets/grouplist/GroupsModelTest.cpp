@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractItemModelTester>
-#include <QSignalSpy>
 
 #include <random>
 #include <sstream>

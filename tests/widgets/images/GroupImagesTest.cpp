@@ -10,7 +10,6 @@
 #include <unistd.h>
 
 #include <QBuffer>
-#include <QImageReader>
 #include <QImageWriter>
 
 #include <random>
