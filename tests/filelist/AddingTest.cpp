@@ -24,13 +24,12 @@ const QString moreListed =
 const QString protectedText = "Veilkeep is not allowed to hide it to avoid serious system malfunctions.";
 
 TEST(AddingTest, AddsWhatIsThereAndNotListedYet) {
-    struct Row {
+    const struct {
         const char* name;
         Paths dropped; // below the scratch tree, where they are relative
         Paths added;
         std::vector<test::ExpectedAlert> alerts;
-    };
-    const Row rows[] = {
+    } rows[] = {
         {"nothing", {}, {}, {}},
         {"an empty path", {"/", ""}, {}, {{"The \"/\" item is a protected system file or folder.", "OK"}}},
         {"in their order", {"b", "folder", "a"}, {"b", "folder", "a"}, {}},
@@ -61,7 +60,7 @@ TEST(AddingTest, AddsWhatIsThereAndNotListedYet) {
            Alert::Style::Informational},
           {"The \"/etc\" item is a protected system file or folder.", "OK", protectedText}}},
     };
-    for (const Row& row : rows) {
+    for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
         StoreWorld world;
         const auto full = [&](const std::string& path) {
@@ -120,18 +119,17 @@ TEST(AddingTest, EndsWithTheListWhateverItIsAt) {
     const auto isAsking = [](StoreWorld&) { // the thread is, and waits for this one
         return OneAlertLock::onlyOneAlertSheetAtATimeLock().isTaken();
     };
-    struct Row {
+    const struct {
         const char* name;
         Paths (*paths)(StoreWorld&);
         bool (*mayEnd)(StoreWorld&);
-    };
-    const Row rows[] = {
+    } rows[] = {
         {"at the first path", [](StoreWorld& world) { return Paths{world.tree.makeFile("a")}; },
          [](StoreWorld&) { return true; }},
         {"in the midst", [](StoreWorld& world) { return Paths(100'000, world.tree.makeFile("a")); }, isAdded},
         {"in an alert", [](StoreWorld&) { return Paths(1000, "/usr"); }, isAsking},
     };
-    for (const Row& row : rows) {
+    for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
         StoreWorld world;
         world->list->addFiles(row.paths(world));

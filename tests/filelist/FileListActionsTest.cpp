@@ -136,13 +136,12 @@ TEST_F(FileListActionsTest, OpenWithListsTenApplicationsBehindTheDefaultOne) {
 }
 
 TEST_F(FileListActionsTest, MenuItemsFollowTheSelection) {
-    struct Row {
+    const struct {
         const char* what;
         std::vector<File> selected;
         bool opens, opensWith;
         int switchValue;
-    };
-    const Row rows[] = {
+    } rows[] = {
         {"nothing", {}, false, false, 0},
         {"visible", {listedOnly("a")}, true, true, 0},
         {"hidden", {listedOnly("a", File::Hidden)}, false, false, 1},
@@ -153,7 +152,7 @@ TEST_F(FileListActionsTest, MenuItemsFollowTheSelection) {
         {"two hidden", {listedOnly("a", File::Hidden), listedOnly("b", File::Hidden)}, false, false, 1},
         {"both", {listedOnly("a", File::Hidden), listedOnly("b")}, true, false, 2},
     };
-    for (const Row& row : rows) {
+    for (const auto& row : rows) {
         world->list->files().assign({});
         list(row.selected);
         EXPECT_EQ(actions->validateMenuItem(103, "All Files").isEnabled, row.opens) << row.what;
@@ -209,12 +208,11 @@ TEST_F(FileListActionsTest, SortsTheListItselfAndKeepsTheSelection) {
           listedOnly("Zoe", File::Visible, 0), listedOnly("zebra\xFF", File::Visible, unknownFileSize)});
     auto& controller = world->list->filesController();
     controller.setSelectedObjects({at(0), at(3)});
-    struct Row {
+    const struct {
         Key key;
         bool ascending;
         const char* order;
-    };
-    const Row rows[] = {
+    } rows[] = {
         {Key::Name, true, "Alpha alpha beta émile zebra\xFF Zoe"},
         {Key::Size, true, "émile zebra\xFF Zoe alpha Alpha beta"},
         {Key::Size, false, "Alpha beta alpha Zoe émile zebra\xFF"}, // equal ones stay as they lie
@@ -224,7 +222,7 @@ TEST_F(FileListActionsTest, SortsTheListItselfAndKeepsTheSelection) {
     };
     int sorted = 0;
     QObject::connect(&world->list->files(), &FileList::filesSorted, [&] { ++sorted; });
-    for (const Row& row : rows) {
+    for (const auto& row : rows) {
         actions->sort(row.key, row.ascending);
         EXPECT_EQ(order(), row.order);
         for (const ListedFile& file : world->list->files().all())

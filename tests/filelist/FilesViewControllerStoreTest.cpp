@@ -71,12 +71,11 @@ TEST(FilesViewControllerStoreTest, TellsLastinglyThatASaveFailed) {
     if (::geteuid() != 0)
         GTEST_SKIP() << "only root can mount";
     using Mount = std::optional<test::PrivateMount>;
-    struct Row {
+    const struct {
         const char* name;
         void (*breakIt)(const std::string& directory, Mount& mount);
         const char* reason;
-    };
-    const Row rows[] = {
+    } rows[] = {
         {"full disk",
          [](const std::string& directory, Mount& mount) {
              const std::string content = test::readFile(directory + "/FilesInfo.Veilkeep");
@@ -94,7 +93,7 @@ TEST(FilesViewControllerStoreTest, TellsLastinglyThatASaveFailed) {
         {"no rename", [](const std::string&, Mount&) { ASSERT_TRUE(test::failCall(SYS_renameat, EIO)); },
          "Input/output error"},
     };
-    for (const Row& row : rows) {
+    for (const auto& row : rows) {
         StoreWorld world;
         fill(world);
         ASSERT_TRUE(world->list->saveDataToDisk());
@@ -158,13 +157,12 @@ TEST(FilesViewControllerStoreTest, WhatIsNoFileInTheListsPlace) {
 }
 
 TEST(FilesViewControllerStoreTest, TellsOnceWhatWasFoundInTheListsPlace) {
-    struct Row {
+    const struct {
         const char* name;
         std::string content;
         bool hasEarlierCopy, canBeSaved;
         std::vector<const char*> told;
-    };
-    const Row rows[] = {
+    } rows[] = {
         {"damaged",
          "rubbish",
          true,
@@ -181,7 +179,7 @@ TEST(FilesViewControllerStoreTest, TellsOnceWhatWasFoundInTheListsPlace) {
          true,
          false,
          {"written by a newer version of Veilkeep", "not changed", "stays as it is"}}};
-    for (const Row& row : rows) {
+    for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
         StoreWorld world;
         fill(world);
@@ -219,14 +217,13 @@ TEST(FilesViewControllerStoreTest, TellsOnceWhatWasFoundInTheListsPlace) {
 }
 
 TEST(FilesViewControllerStoreTest, MergesWhatIsNotListedYet) {
-    struct Row {
+    const struct {
         const char* name;
         bool intoOwnFile;
         std::vector<File> source;
         std::size_t brought;
         Paths merged; // after the target's own
-    };
-    const Row rows[] = {
+    } rows[] = {
         {"own",
          true,
          {fileOf("/h/x", "/x", 5, 1), fileOf("/v/2", "/v/2", 5), fileOf("/y", "/x", 5)},
@@ -235,7 +232,7 @@ TEST(FilesViewControllerStoreTest, MergesWhatIsNotListedYet) {
         {"other", false, {fileOf("/h/x", "/x", 5, 1), fileOf("/V/2", "/V/2", 5)}, 2, {"/x", "/V/2"}},
         {"empty", false, {}, 0, {}},
     };
-    for (const Row& row : rows) {
+    for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
         StoreWorld world;
         fill(world);
@@ -302,7 +299,7 @@ TEST(FilesViewControllerStoreTest, AsksBeforeItRemoves) {
         "You are trying to remove some hidden files from list! Would you like to unhide them first?",
         QStringList{"Unhide", "Remove", "Cancel"},
         Alert::Style::Critical};
-    struct Row {
+    const struct {
         const char* name;
         std::vector<std::size_t> selected;
         std::int64_t group;
@@ -312,8 +309,7 @@ TEST(FilesViewControllerStoreTest, AsksBeforeItRemoves) {
         bool suppress;
         std::size_t left;
         std::size_t inGroupOne;
-    };
-    const Row rows[] = {
+    } rows[] = {
         {"nothing selected", {}, 0, true, nullptr, "", false, 7, 2},
         {"cancelled", {0, 1}, 0, false, &sure, "Cancel", false, 7, 2},
         {"removed", {0, 1}, 0, false, &sure, "Remove", false, 5, 1},
@@ -322,7 +318,7 @@ TEST(FilesViewControllerStoreTest, AsksBeforeItRemoves) {
         {"hidden, cancelled", {1, 2}, 0, false, &hidden, "Cancel", false, 7, 2},
         {"hidden, removed", {1, 2}, 0, false, &hidden, "Remove", false, 5, 1},
     };
-    for (const Row& row : rows) {
+    for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
         StoreWorld world;
         fill(world);

@@ -20,12 +20,11 @@ File record(const std::string& name, std::int32_t state = File::Visible, std::in
 }
 
 TEST(NamePattern, FindsAnywhereWithWildcardsAndWithoutCase) {
-    struct Row {
+    const struct {
         const char* search;
         std::string name;
         bool isIn;
-    };
-    const Row rows[] = {
+    } rows[] = {
         {"", "", true},
         {"*", "", true},
         {"?", "", false},
@@ -56,7 +55,7 @@ TEST(NamePattern, FindsAnywhereWithWildcardsAndWithoutCase) {
         {"*", std::string("\0", 1), true},
         {"b", std::string("a\0b", 3), true},
     };
-    for (const Row& row : rows)
+    for (const auto& row : rows)
         EXPECT_EQ(NamePattern(row.search).isIn(row.name), row.isIn) << row.search << " in " << row.name;
 }
 
@@ -69,13 +68,12 @@ TEST(NamePattern, HostilePatternsEnd) {
 }
 
 TEST(FilterController, BuildsThePredicateOfModeGroupAndSearch) {
-    struct Row {
+    const struct {
         void (FilterController::*setMode)(bool);
         std::optional<std::int64_t> groupID;
         const char* search;
         const char* text;
-    };
-    const Row rows[] = {
+    } rows[] = {
         {&FilterController::setShowAll, {}, "", ""},
         {&FilterController::setShowAll, 0, "o'brien", "(properties.Name like[c] '*o brien*')"},
         {&FilterController::setShowAll, -1, "", "(properties.GroupID = -1)"},
@@ -86,7 +84,7 @@ TEST(FilterController, BuildsThePredicateOfModeGroupAndSearch) {
         {&FilterController::setShowOnlyHidden, 3, "%1",
          "(properties.State = 1) and (properties.GroupID = 3) and (properties.Name like[c] '*%1*')"},
     };
-    for (const Row& row : rows) {
+    for (const auto& row : rows) {
         FilterController filter;
         filter.setGroup(row.groupID);
         (filter.*row.setMode)(false);

@@ -48,12 +48,11 @@ TEST(OwnershipTest, BelongsToOneUntilThatOneEnds) {
 TEST(OwnershipTest, IsNobodysWhereItCannotBeTold) {
     if (::geteuid() != 0)
         GTEST_SKIP() << "only root can become another user and mount";
-    struct Row {
+    const struct {
         const char* name;
         std::function<void(const ScratchTree&)> prepare;
         int error;
-    };
-    const Row rows[] = {
+    } rows[] = {
         {"a file for a directory", [](const ScratchTree& tree) { tree.makeFile("data"); }, ENOTDIR},
         {"a read-only directory",
          [](const ScratchTree& tree) {
@@ -78,7 +77,7 @@ TEST(OwnershipTest, IsNobodysWhereItCannotBeTold) {
         {"a file system without locks",
          [](const ScratchTree&) { ASSERT_TRUE(test::failCall(SYS_flock, ENOLCK)); }, ENOLCK},
     };
-    for (const Row& row : rows) {
+    for (const auto& row : rows) {
         const ScratchTree tree;
         EXPECT_TRUE(test::runInChild([&] {
             row.prepare(tree);

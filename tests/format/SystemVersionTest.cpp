@@ -8,11 +8,10 @@ namespace veilkeep {
 namespace {
 
 TEST(SystemVersion, TestsCompareTheWholePart) {
-    struct Row {
+    const struct {
         double version;
         std::array<bool, 4> answers; // Tiger or better, Tiger, Leopard or better, Snow Leopard or better
-    };
-    const Row rows[] = {
+    } rows[] = {
         {743.36, {false, false, false, false}},    {744, {true, false, false, false}},
         {824.48, {true, true, false, false}},      {825, {true, false, true, false}},
         {949.54, {true, false, true, false}},      {950, {true, false, true, true}},

@@ -33,11 +33,10 @@ protected:
 };
 
 TEST_F(ValueFormatting, SizesInBothSystemsOfUnits) {
-    struct Row {
+    const struct {
         std::int64_t size;
         QString decimal, binary;
-    };
-    const Row rows[] = {
+    } rows[] = {
         {-1, "N/A", "N/A"},
         {0, "Zero KB", "Zero KB"},
         {1, "4 KB", "4 KB"},
@@ -64,11 +63,10 @@ TEST_F(ValueFormatting, SizesInBothSystemsOfUnits) {
 }
 
 TEST_F(ValueFormatting, SizesAndDatesAreWrittenAsTheLocaleHasIt) {
-    struct Row {
+    const struct {
         const char* locale;
         QString size, date;
-    };
-    const Row rows[] = {
+    } rows[] = {
         {"en_US", "1.5 MB", "3/4/26 10:12 AM"},
         {"de_DE", "1,5 MB", "04.03.26 10:12"},
         {"ar_EG", QStringLiteral("١٫٥ MB"), QStringLiteral("٤‏/٣‏/٢٠٢٦ ١٠:١٢ ص")},

@@ -33,18 +33,17 @@ protected:
 };
 
 TEST_F(AdministratorTest, MakesNothingForMoreThanTheParentIsFor) {
-    struct Row {
+    const struct {
         const char* name;
         unsigned int owner, mode;
-    };
-    const Row rows[] = {{"user's", ordinaryUser, 0755},
-                        {"locked", ordinaryUser, 0555},
-                        {"shut", ordinaryUser, 0},
-                        {"root's", 0, 0755},
-                        {"closed", 0, 0700},
-                        {"another's", 1, 02775},
-                        {"everybody's", 0, 01777}};
-    for (const Row& row : rows) {
+    } rows[] = {{"user's", ordinaryUser, 0755},
+                {"locked", ordinaryUser, 0555},
+                {"shut", ordinaryUser, 0},
+                {"root's", 0, 0755},
+                {"closed", 0, 0700},
+                {"another's", 1, 02775},
+                {"everybody's", 0, 01777}};
+    for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
         const std::string folder = m_tree.makeDirectory("t/" + std::string(row.name) + "/folder");
         const std::string parent(parentPath(folder));
@@ -69,12 +68,11 @@ TEST_F(AdministratorTest, MakesNothingForMoreThanTheParentIsFor) {
 
 // What the mode says of the group is then what another user in the list may do.
 TEST_F(AdministratorTest, MakesNothingForMoreThanAnAccessListAllows) {
-    struct Row {
+    const struct {
         const char* list;
         mode_t mode; // with the group's rights alone
-    };
-    const Row rows[] = {{"u:2:rwx", 0755}, {"g::-,u:2:rwx", 0705}, {"g::rwx,u:2:rwx,m::rwx", 0775}};
-    for (const Row& row : rows) {
+    } rows[] = {{"u:2:rwx", 0755}, {"g::-,u:2:rwx", 0705}, {"g::rwx,u:2:rwx,m::rwx", 0775}};
+    for (const auto& row : rows) {
         SCOPED_TRACE(row.list);
         const std::string path = m_tree.makeFile(std::string("t/") + row.list + "/a.txt");
         const std::string parent(parentPath(path)), index = hiddenDirectoryBeside(path);
@@ -155,11 +153,10 @@ TEST(RequestInput, CallerThatNeverCloses) {
 
 TEST_F(AdministratorTest, RightsAreForOneUserAndOneForm) {
     const std::string worker = bundledProgram("cloakWorker");
-    struct Row {
+    const struct {
         const char* askedBy;
         std::vector<std::string> arguments;
-    };
-    const Row rows[] = {
+    } rows[] = {
         {nullptr, {worker, "-p", "-hide", "-"}},         {"", {worker, "-p", "-hide", "-"}},
         {"nobody", {worker, "-p", "-hide", "-"}},        {" 65534", {worker, "-p", "-hide", "-"}},
         {"065534", {worker, "-p", "-hide", "-"}},        {"-1", {worker, "-p", "-hide", "-"}},
@@ -169,7 +166,7 @@ TEST_F(AdministratorTest, RightsAreForOneUserAndOneForm) {
         {nullptr, {worker, "-p", "-restore", "-"}},      {"65534", {worker, "-p", "-hide", "-", "-"}},
         {"65534", {worker, "-p", "-hide", "-", m_path}},
     };
-    for (const Row& row : rows) {
+    for (const auto& row : rows) {
         SCOPED_TRACE(::testing::PrintToString(row.arguments) + (row.askedBy ? row.askedBy : " by nobody"));
         const auto inChild = [&] {
             row.askedBy ? ::setenv("PKEXEC_UID", row.askedBy, 1) : ::unsetenv("PKEXEC_UID");
@@ -183,11 +180,10 @@ TEST_F(AdministratorTest, RightsAreForOneUserAndOneForm) {
 }
 
 TEST_F(AdministratorTest, HiddenDirectoryThatOthersCouldUse) {
-    struct Row {
+    const struct {
         unsigned int parentsOwner, parentsMode, owner, mode;
         bool taken;
-    };
-    const Row rows[] = {
+    } rows[] = {
         {1, 0755, 1, 0755, true},  {1, 0755, 0, 0755, true},    {1, 0755, ordinaryUser, 0755, true},
         {1, 0775, 1, 0775, true},  {0, 01777, 0, 01777, true},  {0, 01777, ordinaryUser, 0755, true},
         {1, 0755, 2, 0755, false}, {0, 01777, 2, 01777, false}, {1, 0755, 1, 0775, false},
@@ -195,7 +191,7 @@ TEST_F(AdministratorTest, HiddenDirectoryThatOthersCouldUse) {
         {1, 0700, 0, 0700, false}, // root's own secrets
         {1, 0775, 0, 0775, false}, // writable for another group
     };
-    for (const Row& row : rows) {
+    for (const auto& row : rows) {
         SCOPED_TRACE(::testing::Message() << row.parentsOwner << std::oct << " " << row.parentsMode << " "
                                           << row.owner << " " << row.mode);
         const std::string index = m_tree.makeDirectory("t/.SYS_INDEX");

@@ -135,17 +135,16 @@ TEST_F(MoveTest, GroupOfTheHiddenDirectory) {
     if (!isRoot())
         GTEST_SKIP() << "needs root to make directories of another group";
     constexpr gid_t team = 100;
-    struct Row {
+    const struct {
         unsigned int parentsMode;
         bool isMember;
         unsigned int mode;
         gid_t group;
-    };
-    const Row rows[] = {{0775, true, 0775, team},          {0770, true, 0770, team},
-                        {0700, false, 0700, ordinaryUser}, {01777, false, 01777, ordinaryUser},
-                        {0775, false, 0755, ordinaryUser}, {0770, false, 0700, ordinaryUser},
-                        {0777, false, 0777, ordinaryUser}, {02775, false, 02775, team}};
-    for (const Row& row : rows) {
+    } rows[] = {{0775, true, 0775, team},          {0770, true, 0770, team},
+                {0700, false, 0700, ordinaryUser}, {01777, false, 01777, ordinaryUser},
+                {0775, false, 0755, ordinaryUser}, {0770, false, 0700, ordinaryUser},
+                {0777, false, 0777, ordinaryUser}, {02775, false, 02775, team}};
+    for (const auto& row : rows) {
         SCOPED_TRACE(::testing::Message() << std::oct << row.parentsMode << (row.isMember ? " member" : ""));
         const std::string path = m_tree.makeFile("team/a.txt"), parent = m_tree.path("team");
         ASSERT_EQ(::chown(parent.c_str(), ordinaryUser, team), 0);

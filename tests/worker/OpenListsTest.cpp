@@ -59,12 +59,11 @@ TEST(OpenLists, NamesProgramsThatRunAndRemember) {
 
 TEST(NumberedName, KeepsTheExtension) {
     const std::string longest = std::string(248, 'a') + "\xc3\xa4.txt";
-    struct Row {
+    const struct {
         std::string name;
         bool isDirectory;
         std::string numbered;
-    };
-    const Row rows[] = {
+    } rows[] = {
         {"a.txt", false, "a 12.txt"},
         {"a", false, "a 12"},
         {"a.tar.gz", false, "a.tar 12.gz"},
@@ -75,7 +74,7 @@ TEST(NumberedName, KeepsTheExtension) {
         {longest, false, std::string(248, 'a') + " 12.txt"},
         {"x." + std::string(253, 'e'), false, "x." + std::string(250, 'e') + " 12"},
     };
-    for (const Row& row : rows)
+    for (const auto& row : rows)
         EXPECT_EQ(numberedName(row.name, 12, row.isDirectory, 255), row.numbered);
 }
 

@@ -145,13 +145,12 @@ TEST_F(QuestionTest, TellsWhatItIsAboutToTheAskingProgramAlone) {
 }
 
 TEST_F(QuestionTest, AsksOnlyWhereSomebodyIsToBeAsked) {
-    struct Row {
+    const struct {
         std::string name;
         std::function<void()> inChild;
         bool asRoot = false;
         bool isAsked = false;
-    };
-    const Row rows[] = {
+    } rows[] = {
         {"with a display", [] {}, false, true},
         {"on Wayland", [] { ::unsetenv("DISPLAY"), ::setenv("WAYLAND_DISPLAY", "wayland-0", 1); }, false,
          true},
@@ -165,7 +164,7 @@ TEST_F(QuestionTest, AsksOnlyWhereSomebodyIsToBeAsked) {
     };
     const std::string path = makeConflict();
     const std::string worker = workerBeside("echo Cancel");
-    for (const Row& row : rows) {
+    for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
         if (row.asRoot && !isRoot())
             continue;
@@ -243,13 +242,12 @@ TEST_F(OpenQuestionTest, AboutRecentItemsKeepsNobodyFromTheAnswer) {
 }
 
 TEST_F(QuestionTest, AboutRecentItems) {
-    struct Row {
+    const struct {
         std::string name, script, wish;
         bool hasTrace = true;
         int status = 1;
         bool isCleaned = true;
-    };
-    const Row rows[] = {
+    } rows[] = {
         {"yes", "echo Yes", "", true, 2, true},
         {"no", "echo No", "", true, 3, false},
         {"other case", "echo yes", "", true, 4, true},
@@ -258,7 +256,7 @@ TEST_F(QuestionTest, AboutRecentItems) {
         {"decided against", "echo Yes", "0", true, 1, false},
         {"no trace", "echo No", "", false, 1, false},
     };
-    for (const Row& row : rows) {
+    for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
         const std::string path = m_tree.makeFile("d/marker.txt");
         if (row.hasTrace)

@@ -242,11 +242,10 @@ TEST_F(RefusalTest, ErrorsOfTheSystem) {
     if (!straceWorks())
         GTEST_SKIP() << "strace cannot trace here";
     const std::string path = m_tree.makeFile("t/a.txt", "content");
-    struct Row {
+    const struct {
         std::string injection;
         int number;
-    };
-    const Row rows[] = {
+    } rows[] = {
         {"renameat2:error=EIO", 13},      {"renameat2:error=ENOSPC", 10},      {"renameat2:error=EDQUOT", 10},
         {"renameat2:error=EROFS", 11},    {"renameat2:error=EXDEV", 12},       {"renameat2:error=EBUSY", 12},
         {"renameat2:error=EACCES", 3},    {"renameat2:error=EPERM", 3},        {"renameat2:error=EEXIST", 6},
@@ -254,7 +253,7 @@ TEST_F(RefusalTest, ErrorsOfTheSystem) {
         {"renameat2:error=ENOMEM", 1},    {"mkdirat:error=ENOSPC", 10},        {"mkdirat:error=EMLINK", 5},
     };
     const auto before = snapshotOf(path);
-    for (const Row& row : rows) {
+    for (const auto& row : rows) {
         SCOPED_TRACE(row.injection);
         expectError(workInjected({row.injection}, "-hide", path), row.number);
         EXPECT_EQ(snapshotOf(path), before);

@@ -38,16 +38,15 @@ protected:
 // Where cloakTraces is missing the log tells that it was to be started, before the worker ends.
 TEST_F(TraceCleaning, IsWantedOrNot) {
     const std::string worker = workerBeside("");
-    struct Row {
+    const struct {
         TraceWishes wishes;
         bool isWanted;
-    };
-    const Row rows[] = {
+    } rows[] = {
         {{std::nullopt, false}, true}, {{true, false}, true}, {{false, false}, false}, {{true, true}, false}};
     CloakWorkerComunicator comunicator(worker, m_tree.path("InProgress"));
     const std::string item = m_tree.path("d/marker.txt");
     remember(item);
-    for (const Row& row : rows) {
+    for (const auto& row : rows) {
         m_tree.makeFile("d/marker.txt");
         comunicator.setTraceWishes(row.wishes);
         EXPECT_EQ(comunicator.hideFileWithPath(item).errorCode(), 0);

@@ -6,15 +6,14 @@ namespace veilkeep {
 namespace {
 
 TEST(PathText, SplitsAPath) {
-    struct Row {
+    const struct {
         std::string path, parent, last;
-    };
-    const Row rows[] = {
+    } rows[] = {
         {"/a/b", "/a", "b"}, {"/a/b/", "/a", "b"}, {"/a//b//", "/a", "b"}, {"/a", "/", "a"},
         {"/", "/", "/"},     {"//", "/", "/"},     {"a", "", "a"},         {"a/b", "a", "b"},
         {"", "", ""},        {"//a", "/", "a"},    {"/a/ ", "/a", " "},    {"/a/\n", "/a", "\n"},
     };
-    for (const Row& row : rows) {
+    for (const auto& row : rows) {
         EXPECT_EQ(parentPath(row.path), row.parent) << row.path;
         EXPECT_EQ(lastPathComponent(row.path), row.last) << row.path;
     }

@@ -11,19 +11,18 @@ namespace {
 
 TEST(XdgDirectories, FollowTheEnvironment) {
     const ScratchTree tree; // whose end the variables that are changed here do not outlive
-    struct Row {
+    const struct {
         const char* home;
         const char* dataHome;
         std::string data;
         std::string inProgress;
-    };
-    const Row rows[] = {
+    } rows[] = {
         {"/home/ada", "/data", "/data", "/data/Veilkeep/InProgress"},
         {"/home/ada", "", "/home/ada/.local/share", "/home/ada/.local/share/Veilkeep/InProgress"},
         {"/home/ada/", "relative", "/home/ada/.local/share", "/home/ada/.local/share/Veilkeep/InProgress"},
         {"/home/ada", "/data//./x/", "/data/x", "/data/x/Veilkeep/InProgress"},
     };
-    for (const Row& row : rows) {
+    for (const auto& row : rows) {
         ::setenv("HOME", row.home, 1);
         ::setenv("XDG_DATA_HOME", row.dataHome, 1);
         EXPECT_EQ(XdgDirectories::current().dataHome, row.data);

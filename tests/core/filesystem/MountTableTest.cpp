@@ -6,11 +6,10 @@ namespace veilkeep {
 namespace {
 
 TEST(MountTable, ReadsLines) {
-    struct Row {
+    const struct {
         const char* line;
         Mount mount;
-    };
-    const Row rows[] = {
+    } rows[] = {
         {"27 1 254:0 / / rw,relatime - ext4 /dev/vda rw,discard",
          {27, 1, 254, 0, "/", "/", "ext4", "/dev/vda"}},
         {"36 35 98:1 /mnt1 /mnt2 rw shared:2 master:1 - ext3 /dev/root rw,errors=continue",
@@ -22,7 +21,7 @@ TEST(MountTable, ReadsLines) {
         {"42 27 0:45 / /no-source rw - tmpfs  rw", {42, 27, 0, 45, "/", "/no-source", "tmpfs", ""}},
     };
     std::string all;
-    for (const Row& row : rows) {
+    for (const auto& row : rows) {
         const MountTable table = MountTable::parse(row.line);
         ASSERT_EQ(table.mounts().size(), 1u) << row.line;
         EXPECT_EQ(table.mounts().front(), row.mount) << row.line;
@@ -62,10 +61,9 @@ TEST(MountTable, FindsTheMountThatHoldsAPath) {
 }
 
 TEST(MountTable, TellsThePathOnTheVolume) {
-    struct Row {
+    const struct {
         std::string root, mountPoint, path, onVolume;
-    };
-    const Row rows[] = {
+    } rows[] = {
         {"/", "/", "/a/b", "/a/b"},
         {"/", "/", "/", "/"},
         {"/", "/mnt", "/mnt/a", "/a"},
@@ -75,7 +73,7 @@ TEST(MountTable, TellsThePathOnTheVolume) {
         {"/sub", "/", "/a", "/sub/a"},
         {"/sub", "/", "/", "/sub"},
     };
-    for (const Row& row : rows) {
+    for (const auto& row : rows) {
         Mount mount;
         mount.root = row.root;
         mount.mountPoint = row.mountPoint;

@@ -135,12 +135,11 @@ TEST(ChildProcess, GivesTheChildNothingButItsStreams) {
 
 TEST(ChildProcess, GivesTheChildItsInputDirectoryAndVariables) {
     const std::string input(300'000, 'i'); // more than a pipe holds
-    struct Script {
+    const struct {
         const char* text;
         bool inherits;
         std::string output;
-    };
-    const Script scripts[] = {
+    } scripts[] = {
         {"cat", true, input},
         {"pwd", true, "/proc\n"},
         {"echo $FIRST-$SECOND-$INHERITED", true, "one-two=2-yes\n"},
@@ -148,7 +147,7 @@ TEST(ChildProcess, GivesTheChildItsInputDirectoryAndVariables) {
     };
     ::setenv("FIRST", "inherited", 1);
     ::setenv("INHERITED", "yes", 1);
-    for (const Script& script : scripts) {
+    for (const auto& script : scripts) {
         ChildProcessOptions options;
         options.input = input;
         options.directory = "/proc";

@@ -100,12 +100,11 @@ TEST(InProgressFolder, TakesAwayWhatKilledWritersLeft) {
     const std::string folder = tree.makeDirectory("InProgress");
     const long now = std::time(nullptr), day = 24 * 60 * 60;
     const std::string name = ".veilkeep-0123456789abcdef";
-    struct Row {
+    const struct {
         std::string name;
         long age; // seconds
         bool goes;
-    };
-    const Row rows[] = {
+    } rows[] = {
         {name, day + 60, true},
         {".veilkeep-0000000000000000", day - 60, false},
         {".veilkeep-0000000000000001", -day - 60, false}, // made while the clock was wrong
@@ -115,13 +114,13 @@ TEST(InProgressFolder, TakesAwayWhatKilledWritersLeft) {
         {".veilkeep-0123456789abcde", 2 * day, false},
         {"0123456789abcdef.plist", 2 * day, false},
     };
-    for (const Row& row : rows)
+    for (const auto& row : rows)
         setTime(tree.makeFile("InProgress/" + row.name), now - row.age);
     tree.makeDirectory("InProgress/.veilkeep-0000000000000002");
     setTime(tree.path("InProgress/.veilkeep-0000000000000002"), now - 2 * day);
 
     auto expected = test::namesIn(folder);
-    for (const Row& row : rows)
+    for (const auto& row : rows)
         if (row.goes)
             expected.erase(row.name);
     EXPECT_TRUE(InProgressFolder(folder).removeAbandonedFiles());

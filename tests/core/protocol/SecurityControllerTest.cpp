@@ -81,13 +81,12 @@ TEST_F(SecurityControllerTest, IsDisabledUntilTheUserAllowsIt) {
 }
 
 TEST_F(SecurityControllerTest, IsAuthorizedByTheAnswer) {
-    struct Row {
+    const struct {
         Answer asked;
         bool authorized;
         int status;
         std::string logged;
-    };
-    const Row rows[] = {
+    } rows[] = {
         {Answer::Refused, false, 2, "was not granted"},
         {Answer::Dismissed, false, 3, "was dismissed"},
         {Answer::NoAgent, false, 4, "nobody who could"},
@@ -95,7 +94,7 @@ TEST_F(SecurityControllerTest, IsAuthorizedByTheAnswer) {
         {Answer::Granted, true, 0, ""},
         {Answer::AskedEachRun, true, 0, ""},
     };
-    for (const Row& row : rows) {
+    for (const auto& row : rows) {
         m_authority.asked = row.asked;
         m_authority.held = Answer::Refused;
         m_controller.authorize();
@@ -169,13 +168,12 @@ TEST_F(SecurityControllerTest, FollowsLinksAmongTheParentsFirst) {
 
 TEST_F(SecurityControllerTest, ReadsWhatARunLeaves) {
     m_controller.authorize();
-    struct Row {
+    const struct {
         std::string script;
         int code;
         std::string newFileName;
         int status;
-    };
-    const Row rows[] = {
+    } rows[] = {
         {"printf 'NewFilename: /x/.SYS_INDEX/y'; exit 1", 0, "/x/.SYS_INDEX/y", 0},
         {"printf 'NewFilename: /x/.SYS_INDEX/y'; exit 0", 0, "/x/.SYS_INDEX/y", 0},
         {"printf 'NewFilename: /x'; exit 126", 0, "/x", 0},
@@ -188,7 +186,7 @@ TEST_F(SecurityControllerTest, ReadsWhatARunLeaves) {
         {"exit 126", 3, "", 3},
         {"exit 127", 3, "", 2},
     };
-    for (const Row& row : rows) {
+    for (const auto& row : rows) {
         SCOPED_TRACE(row.script);
         behave(row.script);
         const CloakWorkerResult result = hide();

@@ -43,14 +43,13 @@ TEST_F(FileLocationTest, SyncsWithANewPathStepByStep) {
     ASSERT_EQ(::symlink("nowhere", m_other.c_str()), 0);
     const std::string deep = m_tree.makeFile("d/.SYS_INDEX/olof/.SYS_INDEX/txt");
     const std::string odd = m_tree.makeFile("d/my.SYS_INDEXes");
-    struct Row {
+    const struct {
         const char* what;
         std::string path;
         int state;
         std::optional<std::string> newPath;
         Expected expected;
-    };
-    const Row rows[] = {
+    } rows[] = {
         {"nothing stands for the path", m_item, 0, std::nullopt, {m_item, m_item, "a.txt", 0}},
         {"an existing path wins", m_item, 0, m_other, {m_item, m_item, "a.txt", 0}},
         {"a dangling link exists", m_gone, 0, m_other, {m_other, m_other, "other", 0}},
@@ -61,7 +60,7 @@ TEST_F(FileLocationTest, SyncsWithANewPathStepByStep) {
         {"the text anywhere in the path", m_gone, 0, odd, {odd, odd, "my.SYS_INDEXes", 1}},
         {"hidden as it was", deep, 1, std::nullopt, {deep, m_tree.path("d/folo/txt"), "txt", 1}},
     };
-    for (const Row& row : rows) {
+    for (const auto& row : rows) {
         File file = File::initWithPath(row.path, row.state);
         file.syncPathWithNewPath(row.newPath);
         expect(file, row.expected, row.what);
@@ -81,18 +80,17 @@ TEST_F(FileLocationTest, MountsByThePlaceAndTheWish) {
     };
     AliasRecord record = decodeAliasRecord(aliasRecordFromPath(m_item).value()).value();
     record.volume = {"6f1c-22", "ext4", ""};
-    struct Row {
+    const struct {
         const char* path;
         const char* without;
         const char* with;
-    };
-    const Row rows[] = {
+    } rows[] = {
         {"/Volumes/Stick/x", "", "asking"},        {"/media/me/Stick/x", "", "asking"},
         {"/run/media/me/x", "", "asking"},         {"/mnt/x", "", "asking"},
         {"/home/me/x", "silently", "asking"},      {"/srv/Volumes/x", "silently", "asking"},
         {"/srv/media/me/x", "silently", "asking"},
     };
-    for (const Row& row : rows) {
+    for (const auto& row : rows) {
         record.lastPath = row.path;
         PropertyDictionary properties = File::initWithPath(row.path).properties();
         properties.set("Alias", Bytes{encodeAliasRecord(record)});
@@ -108,13 +106,12 @@ TEST_F(FileLocationTest, MountsByThePlaceAndTheWish) {
 }
 
 TEST_F(FileLocationTest, TellsStateAndHolderByThePathAlone) {
-    struct Row {
+    const struct {
         const char* path;
         int state;
         std::optional<std::string> holder;
         bool isLogged;
-    };
-    const Row rows[] = {
+    } rows[] = {
         {"/a/b", 0, {}, false},
         {"/a/.SYS_INDEX/x", 1, {}, true},
         {"/a/.SYS_INDEX/x/y", 0, "/a/.SYS_INDEX/x", false},
@@ -123,7 +120,7 @@ TEST_F(FileLocationTest, TellsStateAndHolderByThePathAlone) {
         {"/a/.SYS_INDEX/x/.SYS_INDEX/y", 1, {}, true},
         {"/a/.SYS_INDEX", 0, {}, true},
     };
-    for (const Row& row : rows) {
+    for (const auto& row : rows) {
         File file;
         file.setPath(row.path);
         const std::string line =
@@ -142,13 +139,12 @@ TEST_F(FileLocationTest, ChecksThatTheItemIsStillTheOne) {
         m_tree.makeFile("d/new", "saved by an editor");
         move(m_tree.path("d/new"), m_item);
     };
-    struct Row {
+    const struct {
         const char* what;
         std::function<void()> happening;
         Check answer;
         Expected expected;
-    };
-    const Row rows[] = {
+    } rows[] = {
         {"nothing", [] {}, Check::Confirmed, {m_item, m_item, "a.txt", 0}},
         {"written to",
          [&] { test::writeFile(m_item, "more"); },
@@ -169,7 +165,7 @@ TEST_F(FileLocationTest, ChecksThatTheItemIsStillTheOne) {
          {m_tree.path("d/.SYS_INDEX/rehto"), m_other, "other", 1}},
     };
     File file = File::initWithPath(m_item);
-    for (const Row& row : rows) {
+    for (const auto& row : rows) {
         row.happening();
         EXPECT_EQ(file.checkIdentity(), row.answer) << row.what;
         expect(file, row.expected, row.what);

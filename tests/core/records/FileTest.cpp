@@ -41,12 +41,11 @@ TEST(File, HoldsTheStoredKeys) {
                                   {"Alias", std::move(alias)}};
     };
     const std::string unreachable = tree.path(std::string(300, 'n'));
-    struct Row {
+    const struct {
         const char* what;
         File file;
         PropertyDictionary expected;
-    };
-    const Row rows[] = {
+    } rows[] = {
         {"plain", File(), properties("Some path", "OriginalPath", "OriginalPath", 0, 0, false, bytes(""))},
         {"missing", File::initWithPath(visible),
          properties("b.txt", visible, visible, 0, 0, true, aliasValue(visible))},
@@ -68,7 +67,7 @@ TEST(File, HoldsTheStoredKeys) {
          properties(std::string(300, 'n'), unreachable, unreachable, 0, 0, true, bytes(""))},
         {"no path", File::initWithPath(""), properties("", "", "", 0, 0, true, bytes(""))},
     };
-    for (const Row& row : rows)
+    for (const auto& row : rows)
         EXPECT_EQ(row.file.properties(), row.expected) << row.what;
 }
 

@@ -67,13 +67,12 @@ TEST_F(SafeFileTest, SavesOnlyWhatChanged) {
 
 TEST_F(SafeFileTest, KeepsWhatItHasNotReadUnderADatedName) {
     const std::string dated = "list.damaged-2026-01-31T12-00-00Z";
-    struct Row {
+    const struct {
         const char* name;
         std::string content;
         void (*look)(SafeFile&);
         bool isKept;
-    };
-    const Row rows[] = {
+    } rows[] = {
         {"read", "old", [](SafeFile& file) { EXPECT_TRUE(file.read()); }, false},
         {"damaged", "old",
          [](SafeFile& file) {
@@ -96,7 +95,7 @@ TEST_F(SafeFileTest, KeepsWhatItHasNotReadUnderADatedName) {
          },
          true},
     };
-    for (const Row& row : rows) {
+    for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
         std::filesystem::remove_all(tree.path("d"));
         tree.makeFile("d/list", row.content);

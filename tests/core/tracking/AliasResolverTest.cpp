@@ -61,13 +61,12 @@ protected:
 // The item of every row is "a/b/c/item.txt" when its record is made.
 TEST_F(AliasResolverTest, FindsWhatWasMoved) {
     using Moves = std::vector<std::pair<std::string, std::string>>;
-    struct Row {
+    const struct {
         const char* what;
         Moves moves;
         std::string now;
         bool isNearby;
-    };
-    const Row rows[] = {
+    } rows[] = {
         {"nothing happened", {}, "a/b/c/item.txt", true},
         {"hidden", {{"a/b/c/item.txt", "a/b/c/.SYS_INDEX/meti.txt"}}, "a/b/c/.SYS_INDEX/meti.txt", true},
         {"its folder hidden", {{"a/b/c", "a/b/.SYS_INDEX/c"}}, "a/b/.SYS_INDEX/c/item.txt", true},
@@ -88,7 +87,7 @@ TEST_F(AliasResolverTest, FindsWhatWasMoved) {
          "z/item.txt",
          false},
     };
-    for (const Row& row : rows) {
+    for (const auto& row : rows) {
         SCOPED_TRACE(row.what);
         const std::string item = makeFile("a/b/c/item.txt");
         makeFile("a/decoy");

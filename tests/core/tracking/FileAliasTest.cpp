@@ -43,12 +43,11 @@ TEST(FileAlias, DescribesTheItemItself) {
     while (tree.path(deep).size() < 3'700)
         deep += "/" + std::string(250, 'd');
     deep += "/" + std::string(4'000 - tree.path(deep).size() - 1, 'f');
-    struct Row {
+    const struct {
         const char* what;
         std::string path, item; // the item's own path, free of links and of "/" at its end
         ItemKind kind;
-    };
-    const Row rows[] = {
+    } rows[] = {
         {"file", file, file, ItemKind::File},
         {"directory", directory, directory, ItemKind::Directory},
         {"directory with a slash", directory + "//", directory, ItemKind::Directory},
@@ -66,7 +65,7 @@ TEST(FileAlias, DescribesTheItemItself) {
         {"root", "/", "/", ItemKind::Directory},
         {"no file system of the disk", "/proc/self/status", "", ItemKind::File},
     };
-    for (const Row& row : rows) {
+    for (const auto& row : rows) {
         const auto alias = aliasOf(row.path);
         ASSERT_TRUE(alias) << row.what;
         EXPECT_EQ(alias->lastPath, row.path) << row.what;

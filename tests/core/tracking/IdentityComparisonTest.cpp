@@ -21,12 +21,11 @@ FileIdentity knownFile() {
 TEST(IdentityComparison, GoesByTheMarksThatLast) {
     using Change = std::function<void(FileIdentity&)>;
     const auto D = Likeness::Different, U = Likeness::Unsure, S = Likeness::Same;
-    struct Row {
+    const struct {
         const char* what;
         Change change;
         Likeness byHandle, byBirthTime, byInodeAndContents, byNone;
-    };
-    const Row rows[] = {
+    } rows[] = {
         {"nothing", [](FileIdentity&) {}, S, S, S, S},
         {"content",
          [](FileIdentity& f) {
@@ -61,7 +60,7 @@ TEST(IdentityComparison, GoesByTheMarksThatLast) {
          S, S, S, S},
         {"nothing there", [](FileIdentity& f) { f = {}; }, D, D, D, D},
     };
-    for (const Row& row : rows) {
+    for (const auto& row : rows) {
         FileIdentity seen = knownFile();
         row.change(seen);
         const auto compare = [&](LastingMarks marks) { return compareIdentities(knownFile(), seen, marks); };

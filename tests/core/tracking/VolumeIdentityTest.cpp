@@ -27,19 +27,18 @@ TEST(VolumeIdentity, IsTheUuidWhereALinkTellsIt) {
     const auto mount = [](unsigned int major, unsigned int minor, std::string type, std::string source) {
         return Mount{1, 0, major, minor, "/", "/m", std::move(type), std::move(source)};
     };
-    struct Row {
+    const struct {
         const char* what;
         Mount mount;
         VolumeIdentity identity;
-    };
-    const Row rows[] = {
+    } rows[] = {
         {"device by number", mount(7, 3, "ext4", "/dev/x"), {"6f1c-22", "ext4", ""}},
         {"device by source", mount(0, 50, "btrfs", device), {"6f1c-22", "btrfs", ""}},
         {"other device", mount(7, 4, "ext4", "/dev/x"), {"", "ext4", "/dev/x"}},
         {"source that is no device", mount(0, 50, "btrfs", links), {"", "btrfs", links}},
         {"source that is no path", mount(0, 50, "fuse.sshfs", "me@host:"), {"", "fuse.sshfs", "me@host:"}},
     };
-    for (const Row& row : rows)
+    for (const auto& row : rows)
         EXPECT_EQ(volumeIdentityOfMount(row.mount, links), row.identity) << row.what;
     EXPECT_EQ(volumeIdentityOfMount(rows[0].mount, tree.path("missing")).source, "/dev/x");
 }

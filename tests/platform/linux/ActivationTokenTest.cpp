@@ -11,18 +11,17 @@ constexpr const char* newer = "XDG_ACTIVATION_TOKEN";
 constexpr const char* older = "DESKTOP_STARTUP_ID";
 
 TEST(ActivationTokenTest, IsTakenOnceAndGivenToNobodyElse) {
-    struct Row {
+    const struct {
         QByteArray newer, older;
         QString token;
-    };
-    const Row rows[] = {
+    } rows[] = {
         {"a", "b", "a"},
         {"", "host-1_TIME7", "host-1_TIME7"},
         {"", "", ""},
         {"a\nb", "b", "b"},
         {QByteArray(2000, 'x'), QByteArray("\x1b[2J"), ""},
     };
-    for (const Row& row : rows) {
+    for (const auto& row : rows) {
         qputenv(newer, row.newer);
         qputenv(older, row.older);
         EXPECT_EQ(inheritedActivationToken(), row.token) << row.newer.data();

@@ -17,18 +17,17 @@ TEST(BusProbe, TellsABusFromWhatOnlyListens) {
     const UniqueFd listening = test::listenAt(tree.path("a socket"));
     ASSERT_TRUE(listening);
     const std::string silent = "unix:guid=1,path=" + tree.path("a%20socket");
-    struct Row {
+    const struct {
         std::string address;
         bool answers;
-    };
-    const Row rows[] = {
+    } rows[] = {
         {sessionBusAddress(), true},
         {silent, false},
         {silent + ";" + sessionBusAddress(), false},
         {"unix:path=" + tree.path("nothing"), false},
         {"unixexec:path=/bin/true", true},
     };
-    for (const Row& row : rows)
+    for (const auto& row : rows)
         EXPECT_EQ(answersAsBus(row.address, std::chrono::milliseconds(row.answers ? 5000 : 20)), row.answers)
             << row.address;
 }

@@ -30,12 +30,11 @@ protected:
 
 // "mate" alone lets the screen saver come, "mate!" lets it go, "mate+" lets it say that it covers the screen.
 TEST_F(LinuxSessionEventsTest, TellsOfEachLeavingAndComingBackOnce) {
-    struct Row {
+    const struct {
         const char* what;
         const char* said;
         const char* told;
-    };
-    const Row rows[] = {
+    } rows[] = {
         {"sleep", "sleep+ sleep-", "S+ S-"},
         {"sleep, each said twice", "sleep+ sleep+ sleep- sleep-", "S+ S-"},
         {"an end without a beginning", "sleep- hint- active+ Unlock mate-", ""},
@@ -73,7 +72,7 @@ TEST_F(LinuxSessionEventsTest, TellsOfEachLeavingAndComingBackOnce) {
         {"signals after the first was dealt with", "TERM release INT", "signal signal"},
         {"signal during a sleep", "sleep+ TERM sleep-", "S+ signal S-"},
     };
-    for (const Row& row : rows) {
+    for (const auto& row : rows) {
         m_world.listen();
         m_world.settle();
         m_world.sayAll(row.said);
@@ -83,11 +82,10 @@ TEST_F(LinuxSessionEventsTest, TellsOfEachLeavingAndComingBackOnce) {
 }
 
 TEST_F(LinuxSessionEventsTest, HoldsUpWhatIsUnderWayUntilReleased) {
-    struct Row {
+    const struct {
         const char* said;
         const char* held; // soon after
-    };
-    const Row rows[] = {
+    } rows[] = {
         {"", "shutdown sleep"},
         {"hint+ release", "shutdown sleep"},
         {"sleep+", "shutdown sleep"},
@@ -100,7 +98,7 @@ TEST_F(LinuxSessionEventsTest, HoldsUpWhatIsUnderWayUntilReleased) {
         {"shutdown+ release shutdown-", "shutdown sleep"},
         {"sleep+ shutdown+ release", ""},
     };
-    for (const Row& row : rows) {
+    for (const auto& row : rows) {
         ASSERT_TRUE(test::waitUntil([&] { return m_world.logind->inhibitors().isEmpty(); }));
         m_world.listen();
         m_world.settle();
@@ -173,14 +171,13 @@ TEST_F(LinuxSessionEventsTest, FindsWhatCameAgain) {
 
 TEST_F(LinuxSessionEventsTest, ListensToTheUsersOwnSession) {
     const QString c2 = test::logindSessions + "c2";
-    struct Row {
+    const struct {
         const char* what;
         const char* found;    // by the name that GetSession is asked for: a Python dictionary
         QString display;      // of the user
         const char* variable; // XDG_SESSION_ID
         const char* heard;
-    };
-    const Row rows[] = {
+    } rows[] = {
         {"the caller's", "{'auto': 'c2'}", {}, "", "c2"},
         {"the caller's is the manager's", "{'auto': 'm1'}", c2, "", "c2"},
         {"the caller's is unknown", "{}", c2, "m1", "c2"},
@@ -188,7 +185,7 @@ TEST_F(LinuxSessionEventsTest, ListensToTheUsersOwnSession) {
         {"only the variable, of the manager's", "{'m1': 'm1'}", {}, "m1", ""},
         {"none", "{}", {}, "", ""},
     };
-    for (const Row& row : rows) {
+    for (const auto& row : rows) {
         SCOPED_TRACE(row.what);
         m_world.logind->answer(
             "GetSession", "s o",

@@ -85,13 +85,12 @@ protected:
 };
 
 TEST_F(PolkitAuthorityTest, ReadsWhatPolkitAnswers) {
-    struct Row {
+    const struct {
         const char* what;
         PolkitResult held, afterQuestion;
         Answer withoutInteraction, withInteraction;
         std::size_t questions;
-    };
-    const Row rows[] = {
+    } rows[] = {
         {"held", granted, refused, Answer::Granted, Answer::Granted, 0},
         {"never", refused, granted, Answer::Refused, Answer::Refused, 0},
         {"granted when asked", askable, grantedForAWhile, Answer::Refused, Answer::Granted, 1},
@@ -102,7 +101,7 @@ TEST_F(PolkitAuthorityTest, ReadsWhatPolkitAnswers) {
     };
     PolkitAuthority authority;
     std::size_t before = 0;
-    for (const Row& row : rows) {
+    for (const auto& row : rows) {
         SCOPED_TRACE(row.what);
         m_held = row.held;
         m_afterQuestion = row.afterQuestion;

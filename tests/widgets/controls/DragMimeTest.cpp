@@ -65,12 +65,11 @@ TEST(DragMimeTest, BelievesNoNumber) {
             text += static_cast<char>(value >> shift);
         return text;
     };
-    struct Case {
+    const struct {
         const char* what;
         const char* type;
         QByteArray bytes;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"no entry", filesType, pathsMark + number(0, 4)},
         {"four milliards of paths", filesType, pathsMark + number(0xffffffff, 4) + number(1, 4) + "a"},
         {"a path longer than all", filesType, pathsMark + number(1, 4) + number(0xffffffff, 4) + "a"},
@@ -81,7 +80,7 @@ TEST(DragMimeTest, BelievesNoNumber) {
         {"a row that no list has", rowsType, rowsMark + number(1, 4) + number(std::uint64_t(1) << 31, 8)},
         {"a row below zero", rowsType, rowsMark + number(1, 4) + number(~std::uint64_t(0), 8)},
     };
-    for (const Case& each : cases) {
+    for (const auto& each : cases) {
         QMimeData data;
         data.setData(each.type, each.bytes);
         EXPECT_FALSE(dragMime::paths(data)) << each.what;

@@ -29,11 +29,10 @@ std::vector<ListedFile> filesOf(const std::string& letters) {
 
 TEST(RowChanges, AreRunsOfRows) {
     using Runs = std::vector<RowRun>;
-    struct Row {
+    const struct {
         const char *before, *after, *list;
         std::optional<std::pair<Runs, Runs>> changes; // removed, inserted
-    };
-    const Row rows[] = {
+    } rows[] = {
         {"", "", "", {{{}, {}}}},
         {"ab", "ab", "ab", {{{}, {}}}},
         {"ab", "abcd", "abcd", {{{}, {{2, 2}}}}},
@@ -45,7 +44,7 @@ TEST(RowChanges, AreRunsOfRows) {
         {"abc", "xy", "xy", {}},           // all is new
         {"abcdefg", "bdf", "abcdefg", {}}, // four runs
     };
-    for (const Row& row : rows) {
+    for (const auto& row : rows) {
         const auto changes = rowChanges(filesOf(row.before), filesOf(row.after), filesOf(row.list), 3);
         ASSERT_EQ(changes.has_value(), row.changes.has_value()) << row.before << " to " << row.after;
         if (!changes)
@@ -65,14 +64,13 @@ TEST(FilesTableModel, SaysWhatARowShows) {
     EXPECT_EQ(said(Qt::DisplayRole), "a\\nb");
     EXPECT_EQ(model.place(*listed), "~/a\\nb");
     const QString size = model.sizeText(*listed);
-    struct Row {
+    const struct {
         std::int32_t state;
         QString trouble, word;
-    };
-    const Row rows[] = {{File::Visible, "", "visible"},
-                        {File::Hidden, "", "hidden"},
-                        {File::Broken, "Not found", "Not found"}};
-    for (const Row& row : rows) {
+    } rows[] = {{File::Visible, "", "visible"},
+                {File::Hidden, "", "hidden"},
+                {File::Broken, "Not found", "Not found"}};
+    for (const auto& row : rows) {
         world.list.files().change(listed, [&](File& changed) { changed.setState(row.state); });
         EXPECT_EQ(model.trouble(listed), row.trouble);
         EXPECT_EQ(said(Qt::AccessibleTextRole), "a\\nb, ~/a\\nb, " + size + ", " + row.word);

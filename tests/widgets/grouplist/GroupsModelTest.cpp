@@ -134,13 +134,12 @@ TEST(GroupsModelTest, SaysWhatAGroupIs) {
     GroupWorld world;
     world.started();
     WatchedModel watched(world);
-    struct Case {
+    const struct {
         std::size_t row;
         bool hides, autoHide;
         const char* detail;
         const char* accessible;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {0, false, false, "0 items", "All Files, shown, 0 items"},
         {0, true, false, "hidden · 0 items", "All Files, hidden, 0 items"},
         {2, false, false, "shown · 0 items", "Secret Pictures, shown, 0 items"},
@@ -148,7 +147,7 @@ TEST(GroupsModelTest, SaysWhatAGroupIs) {
         {2, false, true, "AutoHide · 0 items", "Secret Pictures, shown, 0 items, AutoHide"},
         {2, true, true, "AutoHide, hidden · 0 items", "Secret Pictures, hidden, 0 items, AutoHide"},
     };
-    for (const Case& each : cases) {
+    for (const auto& each : cases) {
         const ListedGroup group = world.row(each.row);
         world.groups.setAutoHide(each.autoHide, group);
         each.hides ? world.groups.hideGroup(group, false) : world.groups.unhideGroup(group, false);

@@ -172,11 +172,10 @@ TEST(GroupsViewTest, RowsAreDraggedToAnotherPlace) {
         world.groups.setNewName(name, "", world.groups.addGroup());
     world.groups.setNewName("b", "", "Secret Pictures");
     world.groups.setNewName("c", "", "Private Files");
-    struct Case {
+    const struct {
         int from, to, below;
         const char* order;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {2, 4, -12, "ACcbde"}, // above d
         {2, 5, 12, "ACbdec"},  // below e, the last one
         {5, 3, 12, "ACbcde"},  // below d: one place higher
@@ -184,7 +183,7 @@ TEST(GroupsViewTest, RowsAreDraggedToAnotherPlace) {
         {0, 4, 12, "ACbcde"},  // all files stay
         {1, 4, 12, "ACbcde"},
     };
-    for (const Case& each : cases) {
+    for (const auto& each : cases) {
         realInput::drag(world.onScreen(each.from), world.onScreen(each.to, each.below));
         settle();
         std::string order;
