@@ -28,9 +28,8 @@ struct Panel : PanelWorld {
 };
 
 TEST(GroupPanelTest, TheSwitchHidesAGroupsItems) {
-    const ScratchTree tree;
     Panel world;
-    const std::string mine = tree.makeFile("folder/mine"), other = tree.makeFile("folder/other");
+    const std::string mine = world.tree.makeFile("folder/mine"), other = world.tree.makeFile("folder/other");
     world.add(mine, world.row(2));
     world.add(other, world.row(3));
     world.clickRow(2);
@@ -53,9 +52,8 @@ TEST(GroupPanelTest, TheSwitchHidesAGroupsItems) {
 }
 
 TEST(GroupPanelTest, TheSwitchStandsApartWhileABatchRuns) {
-    const ScratchTree tree;
     Panel world;
-    world.add(tree.makeFile("folder/item"), world.row(2));
+    world.add(world.tree.makeFile("folder/item"), world.row(2));
     world.clickRow(2);
     int valueMeanwhile = -1;
     QObject::connect(&world.list.list->hideOperations(), &HideOperations::batchRunningChanged,
@@ -71,7 +69,6 @@ TEST(GroupPanelTest, TheSwitchStandsApartWhileABatchRuns) {
 }
 
 TEST(GroupPanelTest, TheAutoHideBoxIsOfTheSelectedGroup) {
-    const ScratchTree tree;
     Panel world;
     EXPECT_FALSE(world.autoHideBox().isVisible());
     world.clickRow(2);
@@ -90,7 +87,6 @@ TEST(GroupPanelTest, TheAutoHideBoxIsOfTheSelectedGroup) {
 }
 
 TEST(GroupPanelTest, TheButtonsAddRemoveAndEdit) {
-    const ScratchTree tree;
     Panel world;
     QSignalSpy edits(&world.groups, &GroupViewController::editGroupRequested);
     realInput::click(world.button("Add a group"));
@@ -111,7 +107,6 @@ TEST(GroupPanelTest, TheButtonsAddRemoveAndEdit) {
 }
 
 TEST(GroupPanelTest, EverythingHasANameAndTakesTheFocus) {
-    const ScratchTree tree;
     Panel world;
     world.panel->setEditingOffered(true);
     world.clickRow(2);

@@ -17,7 +17,6 @@ std::string onlyPath(const ListWorld& list) {
 // --- Selecting ---
 
 TEST(GroupsViewTest, SelectsGroupsAndNothingElse) {
-    const ScratchTree tree;
     PanelWorld world;
     EXPECT_EQ(world.selectedRow(), 0);
     const std::pair<const char*, int> keys[] = {{"Down", 2}, {"Down", 3}, {"Down", 3},
@@ -44,7 +43,6 @@ TEST(GroupsViewTest, SelectsGroupsAndNothingElse) {
 }
 
 TEST(GroupsViewTest, IsReadRowByRow) {
-    const ScratchTree tree;
     PanelWorld world;
     QAccessibleInterface* const list = QAccessible::queryAccessibleInterface(world.view);
     ASSERT_EQ(list->childCount(), 4);
@@ -53,10 +51,9 @@ TEST(GroupsViewTest, IsReadRowByRow) {
 }
 
 TEST(GroupsViewTest, TakingTheFocusUnselectsTheItems) {
-    const ScratchTree tree;
     PanelWorld world;
     FilesController& files = world.list.list->filesController();
-    files.setSelectedObjects({world.list.add(tree.makeFile("item"))});
+    files.setSelectedObjects({world.list.add(world.tree.makeFile("item"))});
     QSignalSpy toFiles(world.panel.get(), &GroupPanel::rightKeyPressed);
     realInput::key("Right");
     EXPECT_EQ(toFiles.size(), 1);
@@ -71,7 +68,6 @@ TEST(GroupsViewTest, TakingTheFocusUnselectsTheItems) {
 // --- Keys and menu ---
 
 TEST(GroupsViewTest, TheDeleteKeyAsks) {
-    const ScratchTree tree;
     PanelWorld world;
     const ListedGroup first = world.row(2);
     world.clickRow(2);
@@ -84,9 +80,8 @@ TEST(GroupsViewTest, TheDeleteKeyAsks) {
 }
 
 TEST(GroupsViewTest, ControlAndArrowHideAndShow) {
-    const ScratchTree tree;
     PanelWorld world;
-    const std::string path = tree.makeFile("folder/item");
+    const std::string path = world.tree.makeFile("folder/item");
     world.add(path, world.row(2));
     world.clickRow(2);
     realInput::key("Ctrl+Left");
@@ -99,9 +94,8 @@ TEST(GroupsViewTest, ControlAndArrowHideAndShow) {
 }
 
 TEST(GroupsViewTest, TheMenuActsOnTheRowThatWasClicked) {
-    const ScratchTree tree;
     PanelWorld world;
-    const std::string path = tree.makeFile("folder/item");
+    const std::string path = world.tree.makeFile("folder/item");
     world.groups.setNewName("Tom & Jerry", "", world.row(3));
     world.add(path, world.row(3));
     world.clickRow(3, Qt::RightButton);
@@ -123,7 +117,6 @@ TEST(GroupsViewTest, TheMenuActsOnTheRowThatWasClicked) {
 }
 
 TEST(GroupsViewTest, TheMenuKeyOpensTheMenuOfTheCurrentRow) {
-    const ScratchTree tree;
     PanelWorld world;
     QSignalSpy edits(&world.groups, &GroupViewController::editGroupRequested);
     world.panel->setEditingOffered(true);
@@ -141,7 +134,6 @@ TEST(GroupsViewTest, TheMenuKeyOpensTheMenuOfTheCurrentRow) {
 }
 
 TEST(GroupsViewTest, TheEditButtonIsThereWhileEditingIsOffered) {
-    const ScratchTree tree;
     PanelWorld world;
     QSignalSpy edits(&world.groups, &GroupViewController::editGroupRequested);
     const auto clickButton = [&](int row) {
@@ -166,7 +158,6 @@ TEST(GroupsViewTest, TheEditButtonIsThereWhileEditingIsOffered) {
 // --- Dragging ---
 
 TEST(GroupsViewTest, RowsAreDraggedToAnotherPlace) {
-    const ScratchTree tree;
     PanelWorld world;
     for (const char* name : {"d", "e"})
         world.groups.setNewName(name, "", world.groups.addGroup());
@@ -195,7 +186,6 @@ TEST(GroupsViewTest, RowsAreDraggedToAnotherPlace) {
 }
 
 TEST(GroupsViewTest, RowsAreMovedByKeys) {
-    const ScratchTree tree;
     PanelWorld world;
     const auto before = world.names();
     const auto swapped =
@@ -213,9 +203,8 @@ TEST(GroupsViewTest, RowsAreMovedByKeys) {
 }
 
 TEST(GroupsViewTest, ItemsAreDroppedOnAGroup) {
-    const ScratchTree tree;
     PanelWorld world;
-    const std::string path = tree.makeFile("item");
+    const std::string path = world.tree.makeFile("item");
     const ListedFile item = world.list.add(path);
     const auto fill = [&](QMimeData& data) {
         dragMime::setPaths(data, {path});
@@ -231,10 +220,9 @@ TEST(GroupsViewTest, ItemsAreDroppedOnAGroup) {
 }
 
 TEST(GroupsViewTest, FilesAreAddedToTheGroupTheyAreDroppedOn) {
-    const ScratchTree tree;
-    const std::string path = tree.makeFile("a \xff name");
-    const auto fill = [&](QMimeData& data) { dragMime::setFileNames(data, {path}); };
     PanelWorld world;
+    const std::string path = world.tree.makeFile("a \xff name");
+    const auto fill = [&](QMimeData& data) { dragMime::setFileNames(data, {path}); };
     EXPECT_EQ(dragTo(world.onScreen(2), DragSource(fill, Qt::MoveAction)), Qt::IgnoreAction);
     EXPECT_EQ(dragTo(world.onScreen(2), DragSource(fill)), Qt::CopyAction);
     EXPECT_TRUE(eventually([&] { return onlyPath(world.list) == path; }));
@@ -243,7 +231,6 @@ TEST(GroupsViewTest, FilesAreAddedToTheGroupTheyAreDroppedOn) {
 }
 
 TEST(GroupsViewTest, RowsOfAnotherListAreRefused) {
-    const ScratchTree tree;
     PanelWorld world;
     const auto before = world.names();
     const auto fill = [](QMimeData& data) { dragMime::setRows(data, {2}); };

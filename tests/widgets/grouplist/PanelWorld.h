@@ -12,8 +12,12 @@
 
 namespace veilkeep::test {
 
+struct PanelScratch { // made before what works in it
+    const ScratchTree tree;
+};
+
 // The panel in a window on the screen, with the real groups and the real worker.
-struct PanelWorld : GroupWorld {
+struct PanelWorld : PanelScratch, GroupWorld {
     PanelWorld() {
         started();
         panel = std::make_unique<GroupPanel>(groups, *list.list);
