@@ -1,9 +1,10 @@
+#include "tests/support/RunProgram.h"
 #include "tests/support/ScratchTree.h"
+#include "tests/support/Strace.h"
 
 #include <gtest/gtest.h>
 
 #include <cerrno>
-#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <set>
@@ -20,8 +21,8 @@ using test::ScratchTree;
 class SaveFault : public ::testing::Test {
 protected:
     void SetUp() override {
-        if (std::system("strace -o /dev/null true") != 0)
-            GTEST_SKIP() << "strace is missing or may not trace here";
+        if (!test::straceWorks())
+            GTEST_SKIP() << "strace cannot trace here";
         // No leak check: it does not work in a traced process.
         ::setenv("ASAN_OPTIONS", "detect_leaks=0", 1);
         tree.makeDirectory("d");
@@ -33,11 +34,8 @@ protected:
         const std::string command = "strace -f -y -o '" + tree.path("trace") +
                                     "' -e trace=openat,write,fsync,close,renameat,?link,linkat " + injection +
                                     " " VEILKEEP_SAVE_FILE " " + arguments;
-        std::string output;
-        std::FILE* pipe = ::popen(command.c_str(), "r");
-        for (int character = 0; pipe && (character = std::fgetc(pipe)) != EOF;)
-            output += static_cast<char>(character);
-        return pipe && ::pclose(pipe) == 0 ? output : "did not end well: " + output;
+        const test::ProgramRun run = test::runProgram({"/bin/sh", "-c", command});
+        return run.exitStatus == 0 ? run.output : "did not end well: " + run.output + run.errors;
     }
 
     std::vector<std::string> trace() const {

@@ -57,6 +57,9 @@ TEST(VeilkeepWindowTest, TitlesAndStatesAreThoseOfValidation) {
     ASSERT_TRUE(remove);
     EXPECT_FALSE(remove->isEnabled());
     EXPECT_EQ(remove->toolTip(), "Remove selected items from the list");
+    for (const QToolButton* const button : window.findChildren<QToolButton*>())
+        EXPECT_TRUE(button->toolButtonStyle() == Qt::ToolButtonTextOnly || !button->icon().isNull())
+            << button->text().toStdString();
     ASSERT_TRUE(buttonNamed(window, "Hide Info"));
     EXPECT_EQ(buttonNamed(window, "Hide Info")->text(), " Hide Info");
     EXPECT_TRUE(window.action(Command::ShowHidden)->isChecked());
