@@ -3,11 +3,11 @@
 
 #include "benchmarks/support/SideBySide.h"
 #include "core/base/UniqueFd.h"
-#include "tests/platform/linux/BusService.h"
-#include "tests/platform/linux/PrivateBus.h"
 #include "tests/support/BackgroundProgram.h"
 #include "tests/support/RunProgram.h"
 #include "tests/support/WaitUntil.h"
+#include "tests/support/bus/BusService.h"
+#include "tests/support/bus/PrivateBus.h"
 
 #include <QCoreApplication>
 #include <QDBusArgument>

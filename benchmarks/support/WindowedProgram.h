@@ -1,8 +1,8 @@
 #pragma once
 
-#include "tests/platform/linux/PrivateBus.h"
 #include "tests/support/BackgroundProgram.h"
 #include "tests/support/ScratchTree.h"
+#include "tests/support/bus/PrivateBus.h"
 #include "tests/support/gui/VirtualDisplay.h"
 
 #include <string>

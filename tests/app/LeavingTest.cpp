@@ -1,6 +1,6 @@
 #include "tests/app/AppWorld.h"
-#include "tests/platform/linux/FakeLogind.h"
-#include "tests/platform/linux/PrivateBus.h"
+#include "tests/support/bus/FakeLogind.h"
+#include "tests/support/bus/PrivateBus.h"
 
 #include <gtest/gtest.h>
 

@@ -2,10 +2,10 @@
 #include "prefs/PasswordManager.h"
 #include "tests/ctl/CtlCalls.h"
 #include "tests/ctl/Terminal.h"
-#include "tests/platform/linux/PrivateBus.h"
 #include "tests/support/BackgroundProgram.h"
 #include "tests/support/RunProgram.h"
 #include "tests/support/ScratchTree.h"
+#include "tests/support/bus/PrivateBus.h"
 
 #include <gtest/gtest.h>
 

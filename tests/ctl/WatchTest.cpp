@@ -1,12 +1,12 @@
 #include "core/base/UniqueFd.h"
 #include "platform/Request.h"
 #include "tests/ctl/CtlCalls.h"
-#include "tests/platform/linux/BusService.h"
-#include "tests/platform/linux/FakeLogind.h"
-#include "tests/platform/linux/PrivateBus.h"
 #include "tests/session/LeavingWorld.h"
 #include "tests/support/BackgroundProgram.h"
 #include "tests/support/RunProgram.h"
+#include "tests/support/bus/BusService.h"
+#include "tests/support/bus/FakeLogind.h"
+#include "tests/support/bus/PrivateBus.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #include "app/ask/RecentsNotice.h"
 
 #include "tests/app/ask/SignalListener.h"
-#include "tests/platform/linux/PrivateBus.h"
+#include "tests/support/bus/PrivateBus.h"
 #include "tests/support/gui/RealInput.h"
 
 #include <gtest/gtest.h>

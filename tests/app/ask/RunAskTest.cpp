@@ -3,9 +3,9 @@
 #include "core/base/UniqueFd.h"
 #include "platform/linux/SessionBusConnection.h"
 #include "tests/app/ask/SignalListener.h"
-#include "tests/platform/linux/PrivateBus.h"
 #include "tests/support/RunProgram.h"
 #include "tests/support/ScratchTree.h"
+#include "tests/support/bus/PrivateBus.h"
 #include "tests/support/gui/RealInput.h"
 
 #include <gtest/gtest.h>

@@ -1,11 +1,11 @@
 #pragma once
 
 #include "tests/app/process/Screen.h"
-#include "tests/platform/linux/PrivateBus.h"
 #include "tests/support/BackgroundProgram.h"
 #include "tests/support/RunProgram.h"
 #include "tests/support/ScratchTree.h"
 #include "tests/support/WaitUntil.h"
+#include "tests/support/bus/PrivateBus.h"
 
 #include <gtest/gtest.h>
 

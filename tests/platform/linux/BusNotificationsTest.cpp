@@ -1,8 +1,8 @@
 #include "platform/linux/BusNotifications.h"
 
-#include "tests/platform/linux/PrivateBus.h"
 #include "tests/support/RunProgram.h"
 #include "tests/support/TurnUntil.h"
+#include "tests/support/bus/PrivateBus.h"
 
 #include <gtest/gtest.h>
 

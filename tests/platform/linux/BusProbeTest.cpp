@@ -1,8 +1,8 @@
 #include "platform/linux/BusProbe.h"
 
 #include "core/environment/SessionBus.h"
-#include "tests/platform/linux/PrivateBus.h"
 #include "tests/support/SilentSocket.h"
+#include "tests/support/bus/PrivateBus.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/linux/PolkitTypes.h"
-#include "tests/platform/linux/BusService.h"
+#include "tests/support/bus/BusService.h"
 
 #include <sys/types.h>
 

@@ -1,8 +1,8 @@
 #include "platform/linux/FileManagerViewer.h"
 
-#include "tests/platform/linux/BusService.h"
-#include "tests/platform/linux/PrivateBus.h"
 #include "tests/support/TurnUntil.h"
+#include "tests/support/bus/BusService.h"
+#include "tests/support/bus/PrivateBus.h"
 
 #include <gtest/gtest.h>
 

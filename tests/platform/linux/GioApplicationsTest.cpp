@@ -1,9 +1,9 @@
 #include "platform/linux/GioApplications.h"
 
-#include "tests/platform/linux/BusService.h"
-#include "tests/platform/linux/PrivateBus.h"
 #include "tests/support/ScratchTree.h"
 #include "tests/support/TurnUntil.h"
+#include "tests/support/bus/BusService.h"
+#include "tests/support/bus/PrivateBus.h"
 
 #include <gtest/gtest.h>
 

@@ -2,10 +2,10 @@
 
 #include "platform/linux/BusRequest.h"
 #include "platform/linux/RequestClient.h"
-#include "tests/platform/linux/BusService.h"
-#include "tests/platform/linux/PrivateBus.h"
 #include "tests/support/RunProgram.h"
 #include "tests/support/TurnUntil.h"
+#include "tests/support/bus/BusService.h"
+#include "tests/support/bus/PrivateBus.h"
 
 #include <gtest/gtest.h>
 

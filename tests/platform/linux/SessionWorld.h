@@ -1,9 +1,9 @@
 #pragma once
 
 #include "platform/linux/LinuxSessionEvents.h"
-#include "tests/platform/linux/BusService.h"
-#include "tests/platform/linux/FakeLogind.h"
-#include "tests/platform/linux/PrivateBus.h"
+#include "tests/support/bus/BusService.h"
+#include "tests/support/bus/FakeLogind.h"
+#include "tests/support/bus/PrivateBus.h"
 
 #include <functional>
 #include <map>

@@ -1,7 +1,7 @@
 #include "platform/linux/UdisksVolumeMounter.h"
 
-#include "tests/platform/linux/BusService.h"
-#include "tests/platform/linux/PrivateBus.h"
+#include "tests/support/bus/BusService.h"
+#include "tests/support/bus/PrivateBus.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #include "platform/linux/gui/TrayIcon.h"
 
-#include "tests/platform/linux/FakeTray.h"
-#include "tests/platform/linux/PrivateBus.h"
+#include "tests/support/bus/FakeTray.h"
+#include "tests/support/bus/PrivateBus.h"
 #include "tests/support/gui/RealInput.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "tests/platform/linux/PrivateBus.h"
+#include "tests/support/bus/PrivateBus.h"
 
 #include <unistd.h>
 

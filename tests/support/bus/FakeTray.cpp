@@ -1,7 +1,7 @@
-#include "tests/platform/linux/FakeTray.h"
+#include "tests/support/bus/FakeTray.h"
 
 #include "core/environment/SessionBus.h"
-#include "tests/platform/linux/FakeTrayWatcher.h"
+#include "tests/support/bus/FakeTrayWatcher.h"
 
 #include <QDBusArgument>
 #include <QDBusObjectPath>

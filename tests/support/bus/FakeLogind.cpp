@@ -1,4 +1,4 @@
-#include "tests/platform/linux/FakeLogind.h"
+#include "tests/support/bus/FakeLogind.h"
 
 #include "platform/linux/LogindCalls.h"
 #include "tests/support/WaitUntil.h"

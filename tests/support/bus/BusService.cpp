@@ -1,4 +1,4 @@
-#include "tests/platform/linux/BusService.h"
+#include "tests/support/bus/BusService.h"
 
 #include "core/environment/SessionBus.h"
 

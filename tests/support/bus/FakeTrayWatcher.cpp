@@ -1,4 +1,4 @@
-#include "tests/platform/linux/FakeTrayWatcher.h"
+#include "tests/support/bus/FakeTrayWatcher.h"
 
 #include "core/environment/SessionBus.h"
 
