@@ -2,7 +2,6 @@
 
 #include "core/log/Log.h"
 #include "filelist/Texts.h"
-#include "format/WindowCentering.h"
 #include "widgets/filetable/FilesTableView.h"
 #include "widgets/grouplist/GroupPanel.h"
 #include "widgets/mainwindow/CommandActions.h"
@@ -28,11 +27,15 @@
 #include <QShortcut>
 #include <QTimer>
 #include <QVBoxLayout>
+#include <QWindow>
+
+#include <utility>
 
 namespace veilkeep {
 namespace {
 
 constexpr QSize usualSize{1120, 700};
+constexpr QSize roomForFrame{16, 48}; // of which nothing is known before the window is seen
 constexpr int usualGroupsWidth = 235;
 constexpr int usualInfoWidth = 251;
 
@@ -62,6 +65,7 @@ public:
     void validateSoon() { m_validation.start(0); }
     void setInfoShown(bool isShown);
     void keepPlace();
+    bool eventFilter(QObject* watched, QEvent* event) override; // of the window's handle
 
     VeilkeepWindow& m_window;
     const VeilkeepWindowParts m_parts;
@@ -79,10 +83,13 @@ private:
     void connectPanes();
     void connectValidation();
     void restorePlace();
+    void learnFrame();
     void setWidths(int groups, int info);
     void readWidths();
     void keep(const char* key, const Value& value);
 
+    bool m_isToBeCentred = false; // once its frame is known
+    QMargins m_frame;             // while it is not maximized
     int m_groupsWidth = usualGroupsWidth;
     int m_infoWidth = usualInfoWidth;
 };
@@ -193,10 +200,13 @@ void VeilkeepWindow::Private::connectValidation() {
 void VeilkeepWindow::Private::restorePlace() {
     const auto kept = WindowPlace::fromText(m_parts.defaults.string(geometryKey).value_or(""));
     const QList<QRect> areas = visibleAreas();
-    const WindowPlace usual{betterCenter(usualSize.boundedTo(areas.first().size()), areas.first())};
-    const WindowPlace place = placeOnScreens(kept.value_or(usual), areas);
-    m_window.setGeometry(place.frame);
-    if (place.isMaximized)
+    m_isToBeCentred = !kept || !canBeReached(*kept, areas);
+    const QSize size = kept ? kept->frame.size() : usualSize;
+    const QSize fitting = size.boundedTo(areas.first().size() - roomForFrame);
+    const QRect middle = placeInMiddle(fitting, {}, areas.first());
+    m_window.resize(m_isToBeCentred ? fitting : size);
+    m_window.move(m_isToBeCentred ? middle.topLeft() : kept->frame.topLeft()); // of the frame
+    if (kept && kept->isMaximized)
         m_window.setWindowState(Qt::WindowMaximized);
     if (const auto widths = widthsFromText(m_parts.defaults.string(splitterKey).value_or(""), 2)) {
         m_groupsWidth = widths->at(0);
@@ -204,6 +214,21 @@ void VeilkeepWindow::Private::restorePlace() {
     }
     m_info->setVisible(!m_parts.defaults.boolean(infoHiddenKey).value_or(false));
     setWidths(m_groupsWidth, m_infoWidth);
+}
+
+bool VeilkeepWindow::Private::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::Expose && m_window.windowHandle()->isExposed())
+        learnFrame();
+    return QObject::eventFilter(watched, event);
+}
+
+// The window manager has given the window its frame by now.
+void VeilkeepWindow::Private::learnFrame() {
+    if (m_window.isMaximized())
+        return;
+    m_frame = m_window.windowHandle()->frameMargins();
+    if (std::exchange(m_isToBeCentred, false))
+        m_window.setGeometry(placeInMiddle(m_window.size(), m_frame, visibleAreas().first()));
 }
 
 void VeilkeepWindow::Private::setWidths(int groups, int info) {
@@ -231,7 +256,8 @@ void VeilkeepWindow::Private::setInfoShown(bool isShown) {
 void VeilkeepWindow::Private::keepPlace() {
     readWidths();
     const bool isMaximized = m_window.isMaximized();
-    const QRect frame = isMaximized ? m_window.normalGeometry() : m_window.geometry();
+    const QRect within = isMaximized ? m_window.normalGeometry() : m_window.geometry();
+    const QRect frame = within.translated(-m_frame.left(), -m_frame.top());
     keep(geometryKey, WindowPlace{frame, isMaximized}.text());
     keep(splitterKey, textOfWidths({m_groupsWidth, m_infoWidth}));
     if (const auto stored = m_parts.defaults.synchronize(); !stored)
@@ -313,6 +339,8 @@ void VeilkeepWindow::hideEvent(QHideEvent* event) {
 bool VeilkeepWindow::event(QEvent* event) {
     if ((event->type() == QEvent::WindowUnblocked || event->type() == QEvent::Show) && m_private)
         m_private->validateSoon();
+    if (event->type() == QEvent::Show && m_private)
+        windowHandle()->installEventFilter(m_private.get());
     return QMainWindow::event(event);
 }
 

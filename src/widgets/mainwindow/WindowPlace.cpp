@@ -32,11 +32,6 @@ std::optional<QList<int>> numbersOf(const QStringList& words) {
     return numbers;
 }
 
-bool canBeReached(const QRect& frame, const QRect& visibleArea) {
-    const QRect seen = QRect(frame.topLeft(), QSize(frame.width(), toGrab.height())) & visibleArea;
-    return seen.width() >= toGrab.width() && seen.height() == toGrab.height();
-}
-
 } // namespace
 
 std::optional<WindowPlace> WindowPlace::fromText(std::string_view text) {
@@ -58,13 +53,17 @@ std::string WindowPlace::text() const {
     return (isMaximized ? place + QLatin1Char(' ') + maximizedWord : place).toStdString();
 }
 
-WindowPlace placeOnScreens(const WindowPlace& kept, const QList<QRect>& visibleAreas) {
-    const bool isOnScreen = std::any_of(visibleAreas.begin(), visibleAreas.end(),
-                                        [&](const QRect& area) { return canBeReached(kept.frame, area); });
-    if (isOnScreen || visibleAreas.isEmpty())
-        return kept;
-    const QRect& area = visibleAreas.first();
-    return {betterCenter(kept.frame.size().boundedTo(area.size()), area), kept.isMaximized};
+bool canBeReached(const WindowPlace& place, const QList<QRect>& visibleAreas) {
+    const QRect edge(place.frame.topLeft(), QSize(place.frame.width(), toGrab.height()));
+    return std::any_of(visibleAreas.begin(), visibleAreas.end(), [&](const QRect& area) {
+        const QRect seen = edge & area;
+        return seen.width() >= toGrab.width() && seen.height() == toGrab.height();
+    });
+}
+
+QRect placeInMiddle(const QSize& size, const QMargins& frame, const QRect& visibleArea) {
+    const QSize outer = size.grownBy(frame).boundedTo(visibleArea.size());
+    return betterCenter(outer, visibleArea).marginsRemoved(frame);
 }
 
 std::optional<QList<int>> widthsFromText(std::string_view text, qsizetype count) {

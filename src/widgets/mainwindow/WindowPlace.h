@@ -3,6 +3,7 @@
 #include "core/storage/UserDefaults.h"
 
 #include <QList>
+#include <QMargins>
 #include <QRect>
 
 #include <optional>
@@ -14,7 +15,7 @@ namespace veilkeep {
 // Where a window lies, and whether it fills the screen; as text "X Y WIDTH HEIGHT" with " maximized" after
 // it.
 struct WindowPlace {
-    QRect frame;
+    QRect frame; // its corner; the size is that of what is within
     bool isMaximized = false;
 
     static std::optional<WindowPlace> fromText(std::string_view text); // nothing for what makes no sense
@@ -23,9 +24,10 @@ struct WindowPlace {
     bool operator==(const WindowPlace&) const = default;
 };
 
-// The place as it was kept, as long as its upper edge can be reached on one of the screens' visible areas;
-// else, no larger than the first of them, in its middle.
-WindowPlace placeOnScreens(const WindowPlace& kept, const QList<QRect>& visibleAreas);
+// Whether its upper edge can be taken hold of on one of the screens' visible areas.
+bool canBeReached(const WindowPlace& place, const QList<QRect>& visibleAreas);
+// Where a window of that size goes: into the middle, its frame no larger than the area.
+QRect placeInMiddle(const QSize& size, const QMargins& frame, const QRect& visibleArea);
 
 // Positive widths, exactly so many; nothing for anything else.
 std::optional<QList<int>> widthsFromText(std::string_view text, qsizetype count);

@@ -23,18 +23,23 @@ TEST(WindowPlaceTest, TextComesBackAndRubbishDoesNot) {
 
 TEST(WindowPlaceTest, TheUpperEdgeMustBeWithinReach) {
     const QList<QRect> screens{{0, 30, 1000, 770}, {1000, 0, 800, 600}};
-    const struct {
-        QRect kept, frame;
-    } rows[] = {
-        {{100, 100, 600, 400}, {100, 100, 600, 400}},
-        {{1700, 500, 600, 400}, {1700, 500, 600, 400}}, // a corner on the second
-        {{-500, 100, 600, 400}, {-500, 100, 600, 400}}, // just enough of it
-        {{-501, 100, 600, 400}, {200, 215, 600, 400}},  // not enough
-        {{100, -300, 600, 400}, {200, 215, 600, 400}},  // nothing to drag it by
-        {{5000, 5000, 1200, 900}, {0, 30, 1000, 770}},  // and larger than the screen
+    const std::pair<QRect, bool> rows[] = {
+        {{100, 100, 600, 400}, true},     {{1700, 500, 600, 400}, true}, // a corner on the second
+        {{-500, 100, 600, 400}, true},                                   // just enough of it
+        {{-501, 100, 600, 400}, false},                                  // not enough
+        {{100, 29, 600, 400}, false},                                    // half of a title bar
+        {{100, -300, 600, 400}, false},                                  // nothing to drag it by
+        {{5000, 5000, 1200, 900}, false},
     };
-    for (const auto& [kept, frame] : rows)
-        EXPECT_EQ(placeOnScreens({kept, false}, screens).frame, frame) << kept.x() << " " << kept.y();
+    for (const auto& [kept, isReached] : rows)
+        EXPECT_EQ(canBeReached({kept, false}, screens), isReached) << kept.x() << " " << kept.y();
+}
+
+TEST(WindowPlaceTest, TheFrameLiesInTheMiddle) {
+    const QMargins frame{1, 20, 1, 5};
+    const QRect area{0, 30, 1000, 770};
+    EXPECT_EQ(placeInMiddle({600, 400}, frame, area), QRect(200, 222, 600, 400));
+    EXPECT_EQ(placeInMiddle({1200, 900}, frame, area), QRect(1, 50, 998, 745));
 }
 
 TEST(MnemonicsTest, EachGetsALetterOfItsOwn) {
