@@ -107,7 +107,7 @@ void MessageBar::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     const QColor color = kindColor(m_kind, palette());
     painter.fillRect(rect(), blended(palette().color(QPalette::Base), color, 0.1));
-    painter.fillRect(0, height() - 1, width(), 1, blended(palette().color(QPalette::Base), color, 0.4));
+    fillSeparator(painter, rect(), Qt::BottomEdge, blended(palette().color(QPalette::Base), color, 0.4));
     painter.setRenderHint(QPainter::Antialiasing);
     painter.translate(m_icon->geometry().topLeft());
     painter.fillPath(shape(m_kind), color);

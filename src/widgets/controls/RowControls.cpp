@@ -12,25 +12,6 @@ namespace {
 constexpr double textContrast = 4.5, shapeContrast = 3;
 constexpr double disabledOpacity = 0.45;
 
-// The rectangle moved and stretched to whole pixels of the device.
-QRectF onPixels(const QPainter& painter, const QRectF& rect) {
-    bool isInvertible = false;
-    const QTransform toDevice = painter.deviceTransform();
-    const QTransform fromDevice = toDevice.inverted(&isInvertible);
-    if (!isInvertible || toDevice.type() > QTransform::TxScale)
-        return rect;
-    const QRectF device = toDevice.mapRect(rect);
-    const QPointF corner(std::round(device.x()), std::round(device.y()));
-    const QSizeF size(std::round(device.width()), std::round(device.height()));
-    return fromDevice.mapRect(QRectF(corner, size));
-}
-
-// A line within the rectangle's edge, so wide that it fills whole pixels.
-double lineWidth(const QPainter& painter, double wanted) {
-    const double scale = std::max(0.1, painter.deviceTransform().m11());
-    return std::max(1.0, std::round(wanted * scale)) / scale;
-}
-
 QRectF within(const QRectF& rect, double margin) {
     return rect.adjusted(margin, margin, -margin, -margin);
 }
@@ -142,6 +123,43 @@ QColor rowSelectionColor(const QPalette& palette, bool isActive) {
 
 QColor separatorColor(const QPalette& palette) {
     return blended(palette.color(QPalette::Base), palette.color(QPalette::Text), 0.15);
+}
+
+// --- Whole pixels ---
+
+QRectF onPixels(const QPainter& painter, const QRectF& rect) {
+    bool isInvertible = false;
+    const QTransform toDevice = painter.deviceTransform();
+    const QTransform fromDevice = toDevice.inverted(&isInvertible);
+    if (!isInvertible || toDevice.type() > QTransform::TxScale)
+        return rect;
+    const QRectF device = toDevice.mapRect(rect);
+    const QPointF corner(std::round(device.x()), std::round(device.y()));
+    const QSizeF size(std::round(device.width()), std::round(device.height()));
+    return fromDevice.mapRect(QRectF(corner, size));
+}
+
+double lineWidth(const QPainter& painter, double wanted) {
+    const double scale = std::max(0.1, painter.deviceTransform().m11());
+    return std::max(1.0, std::round(wanted * scale)) / scale;
+}
+
+void fillGround(QPainter& painter, const QRectF& rect, const QColor& color) {
+    const bool isSmooth = painter.testRenderHint(QPainter::Antialiasing);
+    painter.setRenderHint(QPainter::Antialiasing, false); // which rounds each edge by itself
+    painter.fillRect(rect, color);
+    painter.setRenderHint(QPainter::Antialiasing, isSmooth);
+}
+
+void fillSeparator(QPainter& painter, const QRect& rect, Qt::Edge edge, const QColor& color) {
+    const QTransform toDevice = painter.deviceTransform();
+    const double scale = std::max(0.1, toDevice.m22());
+    const double width = std::max(1.0, std::floor(scale));
+    const double deviceTop = edge == Qt::TopEdge
+                                 ? std::round(toDevice.map(QPointF(rect.topLeft())).y())
+                                 : std::round(toDevice.map(QPointF(0, rect.y() + rect.height())).y()) - width;
+    const double top = (deviceTop - toDevice.dy()) / scale;
+    fillGround(painter, QRectF(rect.x(), top, rect.width(), width / scale), color);
 }
 
 // --- Controls ---

@@ -25,6 +25,16 @@ constexpr int focusRingWidth = 3;
 void paintSwitch(QPainter& painter, const QRectF& rect, double position, const QPalette& palette,
                  const ControlLook& look);
 
+// --- Whole pixels of the device, at any scale ---
+
+QRectF onPixels(const QPainter& painter, const QRectF& rect); // moved and stretched to them
+// A line within the rectangle's edge, so wide that it fills them.
+double lineWidth(const QPainter& painter, double wanted);
+// Neighbours have neither a gap nor an edge that shines through.
+void fillGround(QPainter& painter, const QRectF& rect, const QColor& color);
+// The thinnest that is as wide at every place; edge: top or bottom.
+void fillSeparator(QPainter& painter, const QRect& rect, Qt::Edge edge, const QColor& color);
+
 // In a switch's place on the row of a broken item: an exclamation mark in an outline, told by its shape as
 // well as by its colour.
 void paintFixButton(QPainter& painter, const QRectF& rect, const QPalette& palette, const ControlLook& look);

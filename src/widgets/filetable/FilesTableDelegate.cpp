@@ -62,15 +62,17 @@ void FilesTableDelegate::paint(QPainter* painter, const QStyleOptionViewItem& op
 void FilesTableDelegate::paintGround(const Row& row) const {
     const QRect& rect = row.layout.row;
     if (row.isSelected())
-        row.painter.fillRect(rect, rowSelectionColor(row.option.palette, row.isActive()));
+        fillGround(row.painter, rect, rowSelectionColor(row.option.palette, row.isActive()));
     QColor line = row.textColor();
     line.setAlphaF(lineOpacity);
-    row.painter.fillRect(QRect(rect.left(), rect.bottom(), rect.width(), 1), line);
+    fillSeparator(row.painter, rect, Qt::BottomEdge, line);
     if (!(row.option.state & QStyle::State_HasFocus) || !row.isActive())
         return;
-    row.painter.setPen(QPen(row.option.palette.color(QPalette::Highlight), 1.5));
+    const double width = lineWidth(row.painter, 1.5), middle = width / 2;
+    const QRectF ring = onPixels(row.painter, QRectF(rect).adjusted(1, 1, -1, -2));
+    row.painter.setPen(QPen(row.option.palette.color(QPalette::Highlight), width));
     row.painter.setBrush(Qt::NoBrush);
-    row.painter.drawRoundedRect(QRectF(rect).adjusted(2, 1.5, -2, -2.5), 4, 4);
+    row.painter.drawRoundedRect(ring.adjusted(middle, middle, -middle, -middle), 4, 4);
 }
 
 void FilesTableDelegate::paintImage(const Row& row) const {

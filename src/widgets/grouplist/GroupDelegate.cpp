@@ -154,14 +154,16 @@ void GroupDelegate::paintGround(QPainter& painter, const QStyleOptionViewItem& o
     const QPalette palette = groundPalette(option);
     const QColor base = palette.color(QPalette::Base);
     if (isSelected(option))
-        painter.fillRect(option.rect, selectionColor(option));
+        fillGround(painter, option.rect, selectionColor(option));
     else if (option.state & QStyle::State_MouseOver)
-        painter.fillRect(option.rect, blended(base, palette.color(QPalette::Text), 0.05));
+        fillGround(painter, option.rect, blended(base, palette.color(QPalette::Text), 0.05));
     if (!(option.state & QStyle::State_HasFocus) && m_marked != index)
         return;
-    painter.setPen(QPen(withContrast(palette.color(QPalette::Highlight), base, 3), 2));
+    const double width = lineWidth(painter, 2), middle = width / 2;
+    const QRectF ring = onPixels(painter, QRectF(option.rect).adjusted(1, 1, -1, -1));
+    painter.setPen(QPen(withContrast(palette.color(QPalette::Highlight), base, 3), width));
     painter.setBrush(Qt::NoBrush);
-    painter.drawRoundedRect(QRectF(option.rect).adjusted(2, 2, -2, -2), 3, 3);
+    painter.drawRoundedRect(ring.adjusted(middle, middle, -middle, -middle), 3, 3);
 }
 
 void GroupDelegate::paintHeader(QPainter& painter, const QStyleOptionViewItem& option,

@@ -114,7 +114,7 @@ void MainToolBar::nameButtons() {
 void MainToolBar::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.fillRect(rect(), palette().window());
-    painter.fillRect(0, height() - 1, width(), 1, separatorColor(palette()));
+    fillSeparator(painter, rect(), Qt::BottomEdge, separatorColor(palette()));
 }
 
 bool MainToolBar::eventFilter(QObject* watched, QEvent* event) {

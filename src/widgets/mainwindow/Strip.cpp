@@ -13,7 +13,8 @@ Strip::Strip(Line line, QWidget* parent) : QWidget(parent), m_line(line) {
 void Strip::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.fillRect(rect(), palette().base());
-    painter.fillRect(0, m_line == Line::Top ? 0 : height() - 1, width(), 1, separatorColor(palette()));
+    fillSeparator(painter, rect(), m_line == Line::Top ? Qt::TopEdge : Qt::BottomEdge,
+                  separatorColor(palette()));
 }
 
 } // namespace veilkeep

@@ -14,6 +14,8 @@
 #include <QSignalSpy>
 #include <QToolTip>
 
+#include <algorithm>
+#include <map>
 #include <tuple>
 
 namespace veilkeep {
@@ -87,6 +89,25 @@ TEST_F(FilesTableViewTest, SizesAreShownWhole) {
             const int width = view.rowLayout(row).size.width();
             EXPECT_EQ(QFontMetrics(font).elidedText(text, Qt::ElideMiddle, width), text) << points;
         }
+    }
+}
+
+TEST_F(FilesTableViewTest, RowsAndTheirLinesFillWholePixels) {
+    for (int number = 0; number < 4; ++number)
+        world.list.files().append(listedOnly(std::to_string(number)));
+    world.shown.setSelectedObjects({world.at(1)});
+    show();
+    for (const double scale : {1.0, 1.3, 1.5, 2.0}) {
+        QImage image((QSizeF(view.size()) * scale).toSize(), QImage::Format_RGB32);
+        image.setDevicePixelRatio(scale);
+        view.render(&image);
+        std::map<QRgb, int> pixels; // of a column beside all that the rows show
+        for (int y = 0; y < image.height(); ++y)
+            ++pixels[image.pixel(0, y)];
+        EXPECT_EQ(pixels.size(), 4u) << scale; // two grounds, a line on each
+        const int line = static_cast<int>(scale), lines = 4;
+        EXPECT_EQ(std::ranges::count_if(pixels, [&](const auto& of) { return of.second <= line * lines; }), 2)
+            << scale;
     }
 }
 
