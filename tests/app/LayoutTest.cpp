@@ -92,6 +92,15 @@ void lookForCutTexts(AppWorld& world, double largerLetters) {
     EveryWindow windows(world, [&](const std::string& name, QWidget& window) {
         EXPECT_EQ(cutTexts(window).join(u'\n').toStdString(), "") << name;
         EXPECT_TRUE(window.width() <= screen.width() && window.height() <= screen.height()) << name;
+        if (&window != world.window())
+            return;
+        const QSize usual = window.size();
+        window.resize(1, 1);
+        settle();
+        EXPECT_TRUE(window.width() >= 640 && window.height() >= 400) << name;
+        EXPECT_EQ(cutTexts(window).join(u'\n').toStdString(), "") << name << " at its smallest";
+        window.resize(usual);
+        settle();
     });
     windows.lookAtAll();
 }

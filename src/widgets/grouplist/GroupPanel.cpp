@@ -63,6 +63,9 @@ QWidget* GroupPanel::makeControls() {
     m_autoHide = new QCheckBox(tr("AutoHide"), controls);
     m_autoHide->setToolTip(tr("Hide this group whenever you leave the computer"));
     auto* const layout = new QHBoxLayout(controls);
+    QSizePolicy always = m_autoHide->sizePolicy();
+    always.setRetainSizeWhenHidden(true); // or the window would grow with another group
+    m_autoHide->setSizePolicy(always);
     layout->setContentsMargins(9, 7, 12, 7);
     layout->addWidget(m_switch);
     layout->addWidget(m_state);

@@ -12,13 +12,15 @@
 #include <QStylePainter>
 #include <QToolButton>
 
+#include <algorithm>
+
 namespace veilkeep {
 namespace {
 
 constexpr int controlHeight = 32;
-constexpr int searchWidth = 230;
+constexpr int searchWidth = 230, leastSearchWidth = 120;
 constexpr int padding = 12; // beside a button's text
-constexpr int gap = 6;
+constexpr int gap = 6, markGap = 4;
 
 // A tool button that looks like a push button.
 class FramedButton : public QToolButton {
@@ -64,7 +66,7 @@ MainToolBar::MainToolBar(CommandActions& actions, QWidget* parent) : QWidget(par
     addButton(*row, Command::Password, QStringLiteral("key"));
     row->addStretch(1);
     m_searchField = makeSearchField();
-    row->addWidget(m_searchField);
+    row->addWidget(m_searchField, 1000); // as wide as it may be, before there are gaps
     addButton(*row, Command::ToggleInfo, {});
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     connect(&m_actions, &CommandActions::validated, this, &MainToolBar::nameButtons);
@@ -98,7 +100,8 @@ QLineEdit* MainToolBar::makeSearchField() {
             [clear](const QString& text) { clear->setVisible(!text.isEmpty()); });
     field->addAction(programImage::symbol(QStringLiteral("search")), QLineEdit::LeadingPosition)
         ->setText(tr("Search"));
-    field->setFixedWidth(searchWidth);
+    field->setMinimumWidth(leastSearchWidth);
+    field->setMaximumWidth(searchWidth);
     field->setMinimumHeight(controlHeight);
     field->installEventFilter(this);
     return field;

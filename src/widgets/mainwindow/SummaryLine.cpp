@@ -17,7 +17,7 @@ SummaryLine::SummaryLine(FilesViewController& files, FileListActions& actions, Q
     : Strip(Line::Top, parent),
       m_files(files),
       m_actions(actions),
-      m_text(new QLabel(this)),
+      m_text(new ElidedLabel(this)),
       m_label(new QLabel(tr("Selection"), this)),
       m_switch(new OnOffSwitch(this)) {
     auto* const layout = new QHBoxLayout(this);
@@ -27,8 +27,7 @@ SummaryLine::SummaryLine(FilesViewController& files, FileListActions& actions, Q
     layout->addWidget(m_label);
     layout->addWidget(m_switch);
     setMinimumHeight(lineHeight);
-    for (QLabel* const label : {m_text, m_label})
-        label->setTextFormat(Qt::PlainText);
+    m_label->setTextFormat(Qt::PlainText);
     m_text->setAccessibleDescription(tr("Summary"));
     m_switch->setAccessibleName(tr("Hide Selected Items"));
     m_switch->setToolTip(tr("Hides the selected items, or shows them again"));
@@ -82,7 +81,7 @@ void SummaryLine::updateSwitch() {
 void SummaryLine::colour() {
     QPalette faint = palette();
     faint.setColor(QPalette::WindowText, secondaryTextColor(palette()));
-    for (QLabel* const label : {m_text, m_label})
+    for (QLabel* const label : std::initializer_list<QLabel*>{m_text, m_label})
         label->setPalette(faint);
 }
 

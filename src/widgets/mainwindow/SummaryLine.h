@@ -1,6 +1,7 @@
 #pragma once
 
 #include "filelist/FileListActions.h"
+#include "widgets/controls/ElidedLabel.h"
 #include "widgets/controls/OnOffSwitch.h"
 #include "widgets/mainwindow/Strip.h"
 
@@ -35,7 +36,7 @@ private:
 
     FilesViewController& m_files;
     FileListActions& m_actions;
-    QLabel* m_text;
+    ElidedLabel* m_text;
     QLabel* m_label;
     OnOffSwitch* m_switch;
     QTimer m_update; // one for many changes

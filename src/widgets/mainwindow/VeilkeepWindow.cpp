@@ -35,6 +35,7 @@ namespace veilkeep {
 namespace {
 
 constexpr QSize usualSize{1120, 700};
+constexpr QSize smallestSize{640, 400};
 constexpr QSize roomForFrame{16, 48}; // of which nothing is known before the window is seen
 constexpr int usualGroupsWidth = 235;
 constexpr int usualInfoWidth = 251;
@@ -45,6 +46,13 @@ QList<QRect> visibleAreas() {
         areas << screen->availableGeometry();
     return areas;
 }
+
+// What the layouts need, and some more.
+class Panes : public QWidget {
+public:
+    using QWidget::QWidget;
+    QSize minimumSizeHint() const override { return QWidget::minimumSizeHint().expandedTo(smallestSize); }
+};
 
 // As the menu key does, which not every keyboard has.
 void openContextMenu() {
@@ -104,7 +112,6 @@ VeilkeepWindow::Private::Private(VeilkeepWindow& window, const VeilkeepWindowPar
       m_groupPanel(new GroupPanel(parts.groups, parts.files, m_splitter)) {
     window.setWindowTitle(applicationName());
     window.setContextMenuPolicy(Qt::NoContextMenu);
-    window.setMinimumSize(640, 400);
     auto* const menu = new MainMenu(*window.menuBar(), m_actions, parts.files, parts.groups, parts.actions);
     menu->setParent(this);
     connect(menu, &MainMenu::chooseApplicationRequested, &window,
@@ -120,7 +127,7 @@ VeilkeepWindow::Private::Private(VeilkeepWindow& window, const VeilkeepWindowPar
     m_splitter->setStretchFactor(0, 0);
     m_splitter->setStretchFactor(1, 1);
     m_splitter->setStretchFactor(2, 0);
-    auto* const panes = new QWidget(&window);
+    auto* const panes = new Panes(&window);
     auto* const layout = new QVBoxLayout(panes);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
