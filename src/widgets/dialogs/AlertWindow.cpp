@@ -1,6 +1,7 @@
 #include "widgets/dialogs/AlertWindow.h"
 
 #include "filelist/Texts.h"
+#include "widgets/controls/CheckBox.h"
 #include "widgets/dialogs/ErrorTable.h"
 #include "widgets/dialogs/IconView.h"
 #include "widgets/dialogs/TextBlock.h"
@@ -95,7 +96,7 @@ void AlertWindow::addAccessoryViews(QVBoxLayout& column) {
         column.addWidget(list);
     }
     if (m_alert.offersSuppression) {
-        m_suppress = new QCheckBox(tr("Do not ask again"));
+        m_suppress = new CheckBox(tr("Do not ask again"));
         column.addWidget(m_suppress);
     }
     if (!m_errors)

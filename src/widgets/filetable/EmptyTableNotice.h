@@ -8,6 +8,14 @@
 
 namespace veilkeep {
 
+// A button that stands alone, with more room around its text than among others.
+class RoomyButton : public QPushButton {
+public:
+    using QPushButton::QPushButton;
+    QSize sizeHint() const override { return QPushButton::sizeHint() + QSize(24, 8); }
+    QSize minimumSizeHint() const override { return sizeHint(); }
+};
+
 // Stands in the files table where it has no rows: says why, and offers what helps. Owned by FilesTableView;
 // main thread.
 class EmptyTableNotice : public QWidget {
@@ -33,7 +41,7 @@ private:
     FilesViewController& m_files;
     Help m_help = Help::None;
     QLabel m_text;
-    QPushButton m_button;
+    RoomyButton m_button;
 };
 
 } // namespace veilkeep

@@ -59,7 +59,9 @@ QRect iconRect(const QStyleOptionViewItem& option) {
 
 void paintElided(QPainter& painter, const QRect& rect, const QString& text, Qt::LayoutDirection direction) {
     const QString shown = painter.fontMetrics().elidedText(text, Qt::ElideRight, rect.width());
-    const auto side = QStyle::visualAlignment(direction, Qt::AlignLeft | Qt::AlignVCenter);
+    const auto side =
+        QStyle::visualAlignment(direction, Qt::AlignLeft | Qt::AlignVCenter) | Qt::AlignAbsolute;
+    painter.setLayoutDirection(Qt::LayoutDirectionAuto); // each text runs as its own letters do
     painter.drawText(rect, static_cast<int>(side) | Qt::TextSingleLine, shown);
 }
 

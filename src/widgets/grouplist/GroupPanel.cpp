@@ -1,6 +1,7 @@
 #include "widgets/grouplist/GroupPanel.h"
 
 #include "groups/AutoHideVisibleValue.h"
+#include "widgets/controls/CheckBox.h"
 #include "widgets/controls/OnOffSwitch.h"
 #include "widgets/controls/RowControls.h"
 #include "widgets/grouplist/GroupsView.h"
@@ -60,7 +61,7 @@ QWidget* GroupPanel::makeControls() {
     m_switch = new OnOffSwitch(controls);
     m_switch->setAccessibleName(tr("Hide the group"));
     m_state = new QLabel(controls);
-    m_autoHide = new QCheckBox(tr("AutoHide"), controls);
+    m_autoHide = new CheckBox(tr("AutoHide"), controls);
     m_autoHide->setToolTip(tr("Hide this group whenever you leave the computer"));
     auto* const layout = new QHBoxLayout(controls);
     QSizePolicy always = m_autoHide->sizePolicy();

@@ -28,8 +28,9 @@ public:
     using QToolButton::QToolButton;
 
     QSize sizeHint() const override {
-        const int icon = toolButtonStyle() == Qt::ToolButtonTextOnly ? 0 : iconSize().width() + 4;
-        return {fontMetrics().horizontalAdvance(text()) + icon + 2 * padding, controlHeight};
+        const int icon = toolButtonStyle() == Qt::ToolButtonTextOnly ? 0 : iconSize().width() + markGap;
+        return {fontMetrics().horizontalAdvance(text()) + icon + 2 * padding,
+                std::max(controlHeight, fontMetrics().height() + 12)};
     }
     QSize minimumSizeHint() const override { return sizeHint(); }
 
@@ -39,18 +40,29 @@ protected:
         QStyleOptionButton button;
         button.initFrom(this);
         button.state |= isDown() ? QStyle::State_Sunken : QStyle::State_Raised;
-        button.text = text();
-        if (toolButtonStyle() != Qt::ToolButtonTextOnly)
-            button.icon = icon();
-        button.iconSize = iconSize();
         painter.drawControl(QStyle::CE_PushButtonBevel, button);
-        painter.drawControl(QStyle::CE_PushButtonLabel, button);
+        drawLabel(painter);
         if (!hasFocus())
             return;
         QStyleOptionFocusRect focus;
         focus.initFrom(this);
         focus.rect.adjust(3, 3, -3, -3);
         painter.drawPrimitive(QStyle::PE_FrameFocusRect, focus);
+    }
+
+private:
+    // Styles leave no room beside the text of a button with an icon from right to left.
+    void drawLabel(QStylePainter& painter) const {
+        QRect place = rect();
+        if (toolButtonStyle() != Qt::ToolButtonTextOnly) {
+            const QRect mark(QPoint(padding, (height() - iconSize().height()) / 2), iconSize());
+            icon().paint(&painter, QStyle::visualRect(layoutDirection(), rect(), mark), Qt::AlignCenter,
+                         isEnabled() ? QIcon::Normal : QIcon::Disabled);
+            place.adjust(mark.right() + 1 + markGap, 0, -padding, 0);
+        }
+        painter.drawItemText(QStyle::visualRect(layoutDirection(), rect(), place),
+                             Qt::AlignCenter | Qt::TextSingleLine, palette(), isEnabled(), text(),
+                             QPalette::ButtonText);
     }
 };
 
