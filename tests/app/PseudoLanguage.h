@@ -4,7 +4,7 @@
 
 namespace veilkeep::test {
 
-// A language that no text of the program is shorter in: "Hide items" is "[Ḥḭḍḛ ḭṭḛṃṡ ~~~~]". Only what the
+// A language that no text of the program is shorter in: "Hide items" is "[Ḥịḍẹ ịṭẹṃṣ ~~~]". Only what the
 // real translations have is translated, so that a text they cannot reach is found out.
 class PseudoLanguage : public QTranslator {
 public:
