@@ -5,6 +5,7 @@
 #include "core/filesystem/ItemAtPath.h"
 #include "filelist/Texts.h"
 #include "format/ErrorText.h"
+#include "widgets/controls/CheckBox.h"
 #include "widgets/dialogs/FolderModel.h"
 #include "widgets/dialogs/PlaceList.h"
 
@@ -115,7 +116,7 @@ QWidget* ItemPanel::makeButtons() {
     auto* const row = new QWidget;
     auto* const columns = new QHBoxLayout(row);
     columns->setContentsMargins({});
-    m_hidden = new QCheckBox(tr("Show hidden items"));
+    m_hidden = new CheckBox(tr("Show hidden items"));
     connect(m_hidden, &QCheckBox::toggled, m_model, &FolderModel::setHiddenShown);
     auto* const box = new QDialogButtonBox;
     m_choose = box->addButton(m_wishes.button, QDialogButtonBox::AcceptRole);
