@@ -3,6 +3,7 @@
 #include "filelist/MainThread.h"
 
 #include <algorithm>
+#include <exception>
 #include <memory>
 #include <system_error>
 #include <utility>
@@ -41,8 +42,13 @@ void CertaintyCheck::startPart() {
     for (std::size_t number = m_next; number < end; ++number)
         copies->push_back(*m_files[number]);
     const auto work = [this, run = m_run, copies] {
-        MainThread::post(
-            this, [this, run, areCertain = areCertainlyAtTheirPlaces(*copies)] { take(run, areCertain); });
+        try {
+            MainThread::post(this, [this, run, areCertain = areCertainlyAtTheirPlaces(*copies)] {
+                take(run, areCertain);
+            });
+        } catch (...) { // as uncaught as on the main thread, where it is reported
+            MainThread::post(this, [thrown = std::current_exception()] { std::rethrow_exception(thrown); });
+        }
     };
     try {
         m_thread = std::jthread(work);

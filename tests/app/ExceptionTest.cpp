@@ -1,5 +1,6 @@
 #include "app/UncaughtExceptions.h"
 #include "tests/app/AppWorld.h"
+#include "widgets/preview/WorkQueue.h"
 
 #include <gtest/gtest.h>
 
@@ -67,6 +68,16 @@ TEST(ExceptionTest, IsReportedAndTheApplicationGoesOn) {
     world.files().hideOrUnhideFileInTable(other);
     world.waitForBatch();
     EXPECT_TRUE(world.isHiddenOnDisk(other));
+}
+
+TEST(ExceptionTest, IsHandedOverByAnotherThread) {
+    AppWorld world;
+    ASSERT_TRUE(world.start());
+    WorkQueue queue(1);
+    queue.add({.run = [](const WorkStop&) { throw std::runtime_error("of an image"); }});
+    EXPECT_TRUE(reportWindow());
+    ASSERT_EQ(reports().size(), 1U);
+    EXPECT_NE(readFile(reports()[0]).find("of an image"), std::string::npos);
 }
 
 TEST(ExceptionTest, SomeAreOnlyLogged) {

@@ -1,13 +1,17 @@
 #include "widgets/preview/WorkQueue.h"
 
+#include "filelist/MainThread.h"
+
 #include <sys/resource.h>
 #include <unistd.h>
 
 #include <chrono>
 #include <deque>
+#include <exception>
 #include <mutex>
 #include <utility>
 
+#include <QCoreApplication>
 #include <QThreadPool>
 
 namespace veilkeep {
@@ -73,7 +77,13 @@ void WorkQueue::add(Work work) {
     }
     if (givenUp)
         givenUp();
-    m_shared->pool.start([shared = m_shared.get()] { shared->runNewest(); });
+    m_shared->pool.start([shared = m_shared.get()] {
+        try {
+            shared->runNewest();
+        } catch (...) { // as uncaught as on the main thread, where it is reported
+            MainThread::post(qApp, [thrown = std::current_exception()] { std::rethrow_exception(thrown); });
+        }
+    });
 }
 
 void WorkQueue::dropWaiting() {
