@@ -157,13 +157,11 @@ void ADApp::whenAllowed(const std::function<void()>& operation) {
     });
 }
 
-// One at a time: what is open comes to the front.
+// One at a time: one that is open comes to the front.
 void ADApp::openFilesPanel() {
-    if (QWidget* const open = activeModalWidget()) {
-        open->raise();
-        return open->activateWindow();
-    }
     whenIdle([this] {
+        if (m_parts->panels.raiseOpen())
+            return;
         const std::vector<std::string> chosen = m_parts->panels.chooseItemsToAdd();
         if (!chosen.empty())
             m_parts->list.window().addFiles(chosen);

@@ -90,6 +90,7 @@ TEST_F(ProgressTest, OfABatchIsPaintedWhileTheListTakesNoInput) {
             const realInput::WhileBusy busy;
             world.clickRow("100", AppWorld::Part::Switch);
             realInput::key("Ctrl+Q");
+            world.app().perform(Command::AddFiles); // as from the panel's icon: it waits
             gate.letThrough(30);
         });
     world.when(
@@ -103,6 +104,10 @@ TEST_F(ProgressTest, OfABatchIsPaintedWhileTheListTakesNoInput) {
             realInput::key("Escape");
             gate.letThrough(items);
         });
+    world.whenOpen("Add Items", [&](QWidget&) {
+        EXPECT_TRUE(world.isHiddenOnDisk(paths.back()));
+        realInput::key("Escape");
+    });
     realInput::key("Ctrl+Right");
     EXPECT_TRUE(world.areAllAnswered());
     world.expectKeysToArrive();

@@ -32,8 +32,8 @@ RequestService::~RequestService() {
     for (const Requests* const requests : {&m_urgent, &m_requests})
         for (const auto& request : *requests)
             request->cancel();
-    if (m_bus &&
-        m_bus->isConnected()) // the connection itself may last: whoever answers a call later holds it
+    // The connection itself may last: whoever answers a call later holds it.
+    if (m_bus && m_bus->isConnected())
         m_bus->connection().unregisterService(requestService);
 }
 

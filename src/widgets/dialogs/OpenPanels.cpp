@@ -7,6 +7,7 @@
 
 #include <QCoreApplication>
 
+#include <algorithm>
 #include <utility>
 
 namespace veilkeep {
@@ -64,6 +65,16 @@ bool OpenPanels::isAccepted(QDialog& panel) {
     std::erase_if(m_open, [](const auto& each) { return each.isNull(); });
     m_open.emplace_back(&panel);
     return runModal(panel) && panel.result() == QDialog::Accepted;
+}
+
+bool OpenPanels::raiseOpen() {
+    const auto open =
+        std::ranges::find_if(m_open, [](const auto& each) { return each && each->isVisible(); });
+    if (open == m_open.end())
+        return false;
+    (*open)->raise();
+    (*open)->activateWindow();
+    return true;
 }
 
 void OpenPanels::cancelOpen() {

@@ -29,6 +29,7 @@ public:
     // The identifier; nothing when the user cancels.
     std::optional<QString> chooseApplication(const std::vector<InstalledApplication>& applications);
 
+    bool raiseOpen();  // to the front; false where none is
     void cancelOpen(); // at any time: nothing is chosen
 
 private:

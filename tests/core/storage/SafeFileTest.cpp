@@ -56,11 +56,14 @@ TEST_F(SafeFileTest, SavesOnlyWhatChanged) {
     expectWritten(file, "two");
     expectWritten(file, "one");
     SafeFile another = open("new/list");
+    EXPECT_FALSE(another.isAsLeft()) << "never looked at";
     ASSERT_EQ(*another.read(), "one");
+    EXPECT_TRUE(another.isAsLeft());
     const auto before = fileStamp(another.path());
     EXPECT_EQ(*another.save("one"), Saved::Unchanged);
     EXPECT_EQ(*fileStamp(another.path()), *before);
     std::filesystem::remove(another.path());
+    EXPECT_FALSE(another.isAsLeft());
     expectWritten(another, "one"); // the content is the same, but the file was gone
     EXPECT_EQ(readFile(another.path()), "one");
 }
