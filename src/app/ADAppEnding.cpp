@@ -2,15 +2,11 @@
 #include "app/ADAppParts.h"
 
 #include "core/log/Log.h"
+#include "core/storage/DefaultsKeys.h"
 #include "filelist/Texts.h"
 #include "format/ErrorText.h"
 
 namespace veilkeep {
-namespace {
-
-constexpr const char* toldOfNoIconKey = "ToldOfMissingMenuIcon";
-
-} // namespace
 
 void ADApp::applicationShouldTerminate() {
     if (!m_parts || m_isTerminating)
@@ -85,12 +81,13 @@ void ADApp::closeAsked() {
         return applicationShouldTerminate();
     m_parts->list.window().hideWindow();
     const bool isWished = m_parts->prefs.showsMenuIcon();
-    if (!hasStatusBarItem() && isWished && !m_parts->defaults.boolean(toldOfNoIconKey).value_or(false))
+    if (!hasStatusBarItem() && isWished &&
+        !m_parts->defaults.boolean(defaultsKey::toldOfNoMenuIcon).value_or(false))
         whenIdle([this] { tellOfNoIcon(); });
 }
 
 void ADApp::tellOfNoIcon() {
-    m_parts->defaults.set(toldOfNoIconKey, true);
+    m_parts->defaults.set(defaultsKey::toldOfNoMenuIcon, true);
     if (const auto stored = m_parts->defaults.synchronize(); !stored)
         logError("That the user was told of the missing icon is not stored", stored.error());
     m_parts->list.alerts().beginInformationalAlertSheet(

@@ -1,5 +1,6 @@
 #include "ctl/PasswordCommand.h"
 
+#include "core/storage/DefaultsKeys.h"
 #include "filelist/Texts.h"
 #include "format/ErrorText.h"
 #include "requests/CallerPrompt.h"
@@ -55,7 +56,7 @@ RequestStatus PasswordCommand::set() {
     const auto password = newOne();
     if (!password)
         return RequestStatus::Refused;
-    m_defaults.set(PasswordManager::enabledKey, true); // stored together with the digest
+    m_defaults.set(defaultsKey::passwordEnabled, true); // stored together with the digest
     return afterStoring(m_passwords.setPassword(*password));
 }
 
@@ -73,7 +74,7 @@ RequestStatus PasswordCommand::switchOff() {
         return told(Texts::tr("no password is set"), RequestStatus::AllWell);
     if (!isGivenByCaller(m_passwords, m_caller))
         return RequestStatus::Refused;
-    m_defaults.set(PasswordManager::enabledKey, false);
+    m_defaults.set(defaultsKey::passwordEnabled, false);
     return afterStoring(m_defaults.synchronize());
 }
 

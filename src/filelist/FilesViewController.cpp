@@ -5,6 +5,7 @@
 #include "core/filesystem/FileStamp.h"
 #include "core/filesystem/ItemAtPath.h"
 #include "core/log/Log.h"
+#include "core/storage/DefaultsKeys.h"
 #include "filelist/AddBatches.h"
 #include "filelist/LoadingTrouble.h"
 #include "filelist/RecordsByItem.h"
@@ -206,11 +207,11 @@ void FilesViewController::removeFiles(const Files& files) {
 void FilesViewController::tryToRemoveFiles(const Files& files) {
     Alerts& alerts = m_parts.alerts;
     if (ifNoHiddenInArray(files)) {
-        if (m_parts.defaults.contains("ShowRemoveWarning") ||
+        if (m_parts.defaults.contains(defaultsKey::noRemoveWarning) ||
             alerts.ADRunWarningAlert(Texts::tr("Are you sure you want to remove selected items from list?"),
                                      Texts::tr("Items will be deleted only from list, not filesystem."),
                                      Texts::tr("Remove"), Texts::tr("Cancel"), {},
-                                     "ShowRemoveWarning") == Alerts::firstButton)
+                                     defaultsKey::noRemoveWarning) == Alerts::firstButton)
             removeFiles(files);
         return;
     }

@@ -1,5 +1,6 @@
 #include "core/log/Log.h"
 #include "core/protocol/InProgressRecord.h"
+#include "core/storage/DefaultsKeys.h"
 #include "filelist/FilesViewController.h"
 #include "filelist/MainThread.h"
 #include "filelist/RecordsByItem.h"
@@ -124,8 +125,8 @@ void FilesViewController::checkTempFiles() {
 }
 
 void FilesViewController::shouldCleanRecents(const QString& answer) {
-    m_parts.defaults.set("CleanRecentItems", answer == "Yes");
-    m_parts.defaults.set("CleanRecentItems_UserAcknowledged", true);
+    m_parts.defaults.set(defaultsKey::cleanRecentItems, answer == "Yes");
+    m_parts.defaults.set(defaultsKey::recentsQuestionAnswered, true);
     if (const auto stored = m_parts.defaults.synchronize(); !stored)
         logError("The answer about recent items could not be stored", stored.error());
 }

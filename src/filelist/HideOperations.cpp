@@ -5,6 +5,7 @@
 #include "core/names/BaseCloakLogic.h"
 #include "core/protocol/SecurityController.h"
 #include "core/protocol/WorkerError.h"
+#include "core/storage/DefaultsKeys.h"
 #include "filelist/Texts.h"
 #include "format/ErrorText.h"
 
@@ -211,7 +212,7 @@ bool HideOperations::runBatch(WorkerOperation operation, const Files& files, boo
         return refuseToHide(batch, collectErrors);
     emit batchRunningChanged(true);
     m_parts.cloakWorker.setTraceWishes(
-        {m_parts.defaults.boolean("CleanRecentItems"), m_missing.isNobodyThere()});
+        {m_parts.defaults.boolean(defaultsKey::cleanRecentItems), m_missing.isNobodyThere()});
     bool allWell = true;
     try {
         m_missing.beginBatch(batch);

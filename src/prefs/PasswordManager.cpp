@@ -1,6 +1,7 @@
 #include "prefs/PasswordManager.h"
 
 #include "core/log/Log.h"
+#include "core/storage/DefaultsKeys.h"
 #include "filelist/Texts.h"
 
 #include <QCoreApplication>
@@ -39,20 +40,20 @@ QString PasswordManager::cypher(const QString& password) {
 }
 
 Result<void> PasswordManager::setPassword(const QString& password) {
-    m_defaults.set(digestKey, cypher(password).toStdString());
+    m_defaults.set(defaultsKey::passwordDigest, cypher(password).toStdString());
     return m_defaults.synchronize();
 }
 
 std::optional<QString> PasswordManager::storedPassword() const {
-    const auto digest = m_defaults.string(digestKey);
+    const auto digest = m_defaults.string(defaultsKey::passwordDigest);
     return digest ? std::optional(QString::fromStdString(*digest)) : std::nullopt;
 }
 
 bool PasswordManager::isPasswordEnabled() {
-    if (!m_defaults.contains(enabledKey))
-        if (const auto stored = m_defaults.storeIfAbsent(enabledKey, false); !stored)
+    if (!m_defaults.contains(defaultsKey::passwordEnabled))
+        if (const auto stored = m_defaults.storeIfAbsent(defaultsKey::passwordEnabled, false); !stored)
             logError("The setting that no password is asked for could not be stored", stored.error());
-    return m_defaults.boolean(enabledKey).value_or(false);
+    return m_defaults.boolean(defaultsKey::passwordEnabled).value_or(false);
 }
 
 bool PasswordManager::checkPassword(const QString& password) {

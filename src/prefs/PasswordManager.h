@@ -13,8 +13,6 @@ namespace veilkeep {
 // prompt. It protects this program's own operations and enciphers nothing. Main thread.
 class PasswordManager {
 public:
-    static constexpr const char* enabledKey = "UPW";
-    static constexpr const char* digestKey = "Password";
     static constexpr int mostRetries = 3; // the wrong entry after these ends the prompt
 
     explicit PasswordManager(UserDefaults& defaults); // not owned

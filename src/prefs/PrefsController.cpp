@@ -1,13 +1,14 @@
 #include "prefs/PrefsController.h"
 
 #include "core/log/Log.h"
+#include "core/storage/DefaultsKeys.h"
 
 namespace veilkeep {
 
 bool PrefsController::needToCreateAutoHideExample() {
-    if (m_defaults.contains(autoHideExampleKey))
+    if (m_defaults.contains(defaultsKey::autoHideExample))
         return false;
-    m_defaults.set(autoHideExampleKey, std::int64_t{1});
+    m_defaults.set(defaultsKey::autoHideExample, std::int64_t{1});
     const auto stored = m_defaults.synchronize();
     if (!stored)
         logError("That the example group was made is not stored", stored.error());
@@ -15,9 +16,9 @@ bool PrefsController::needToCreateAutoHideExample() {
 }
 
 bool PrefsController::showsMenuIcon() {
-    if (const auto stored = m_defaults.storeIfAbsent(showMenuIconKey, true); !stored)
+    if (const auto stored = m_defaults.storeIfAbsent(defaultsKey::showMenuIcon, true); !stored)
         logError("That the icon is shown is not stored", stored.error());
-    return m_defaults.boolean(showMenuIconKey).value_or(true);
+    return m_defaults.boolean(defaultsKey::showMenuIcon).value_or(true);
 }
 
 } // namespace veilkeep

@@ -7,9 +7,6 @@ namespace veilkeep {
 // The settings that users change. Owned by the application; main thread.
 class PrefsController {
 public:
-    static constexpr const char* autoHideExampleKey = "AutoHideExample";
-    static constexpr const char* showMenuIconKey = "ADShowMenuIcon";
-
     explicit PrefsController(UserDefaults& defaults) : m_defaults(defaults) {} // not owned
 
     // True once for each user, who gets an example of an AutoHide group then.

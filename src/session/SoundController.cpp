@@ -2,6 +2,7 @@
 
 #include "core/base/PathText.h"
 #include "core/log/Log.h"
+#include "core/storage/DefaultsKeys.h"
 
 #include <unistd.h>
 
@@ -9,8 +10,6 @@
 
 namespace veilkeep {
 namespace {
-
-constexpr const char* playKey = "PlaySounds";
 
 constexpr std::pair<const char*, const char*> sounds[] = {
     {"DropSound", "drop.aif"},
@@ -28,7 +27,7 @@ SoundController::SoundController(const std::string& folder, UserDefaults& defaul
     for (const auto& [key, file] : sounds)
         if (const std::string path = joinPath(folder, file); ::access(path.c_str(), R_OK) == 0)
             m_sounds.emplace(key, path);
-    if (const auto stored = m_defaults.storeIfAbsent(playKey, true); !stored)
+    if (const auto stored = m_defaults.storeIfAbsent(defaultsKey::playSounds, true); !stored)
         logError("That sounds are played is not stored", stored.error());
     shared = this;
 }
@@ -44,7 +43,7 @@ SoundController* SoundController::sharedInstance() {
 
 void SoundController::playSound(const char* key) {
     const auto sound = m_sounds.find(key);
-    if (sound != m_sounds.end() && m_defaults.boolean(playKey).value_or(false))
+    if (sound != m_sounds.end() && m_defaults.boolean(defaultsKey::playSounds).value_or(false))
         m_player.play(sound->second);
 }
 

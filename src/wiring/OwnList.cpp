@@ -1,6 +1,7 @@
 #include "wiring/OwnList.h"
 
 #include "core/base/PathText.h"
+#include "core/storage/DefaultsKeys.h"
 #include "filelist/MainThread.h"
 
 #include <algorithm>
@@ -58,7 +59,7 @@ OwnList::OwnList(UserDefaults& defaults, const std::string& workerPath, const Ow
     });
     m_security.setShouldEnd([this] { return m_turns.isLeaving(); });
     m_cloakWorker.setMayAsk(options.mayAsk, [this] { return m_turns.isLeaving(); });
-    m_cloakWorker.setTraceWishes({m_defaults.boolean("CleanRecentItems"), false});
+    m_cloakWorker.setTraceWishes({m_defaults.boolean(defaultsKey::cleanRecentItems), false});
 }
 
 RequestStatus OwnList::run(const Request& request, RequestCaller& caller, bool mayChange) {

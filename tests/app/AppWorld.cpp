@@ -1,4 +1,5 @@
 #include "tests/app/AppWorld.h"
+#include "core/storage/DefaultsKeys.h"
 
 #include "core/base/PathText.h"
 #include "core/names/BaseCloakLogic.h"
@@ -67,8 +68,8 @@ bool AppWorld::quits(const std::function<void()>& steps) {
 
 void AppWorld::setPassword(const QString& password) {
     UserDefaults defaults;
-    defaults.set(PasswordManager::enabledKey, true);
-    defaults.set(PasswordManager::digestKey, PasswordManager::cypher(password).toStdString());
+    defaults.set(defaultsKey::passwordEnabled, true);
+    defaults.set(defaultsKey::passwordDigest, PasswordManager::cypher(password).toStdString());
     EXPECT_TRUE(defaults.synchronize());
 }
 

@@ -1,3 +1,4 @@
+#include "core/storage/DefaultsKeys.h"
 #include "core/storage/UserDefaults.h"
 #include "prefs/PasswordManager.h"
 #include "tests/ctl/CtlCalls.h"
@@ -61,7 +62,7 @@ TEST(ApplicationTest, ThePasswordIsAskedForWhereTheRequestWasMade) {
     if (!bus.whyMissing().empty())
         GTEST_SKIP() << bus.whyMissing();
     UserDefaults defaults;
-    defaults.set(PasswordManager::enabledKey, true);
+    defaults.set(defaultsKey::passwordEnabled, true);
     ASSERT_TRUE(PasswordManager(defaults).setPassword("abc"));
     tree.makeFile("a");
     std::optional<BackgroundProgram> owner;

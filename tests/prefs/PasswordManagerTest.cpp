@@ -1,4 +1,5 @@
 #include "prefs/PasswordManager.h"
+#include "core/storage/DefaultsKeys.h"
 
 #include "core/log/Log.h"
 #include "tests/support/ScratchTree.h"
@@ -80,27 +81,27 @@ TEST_F(PasswordManagerTest, WhatIsAccepted) {
         {true, digestOfNothing, QStringLiteral("\u00e9"), true},
     };
     for (const auto& row : rows) {
-        m_defaults.remove(PasswordManager::enabledKey);
-        m_defaults.remove(PasswordManager::digestKey);
+        m_defaults.remove(defaultsKey::passwordEnabled);
+        m_defaults.remove(defaultsKey::passwordDigest);
         if (row.isEnabled)
-            m_defaults.set(PasswordManager::enabledKey, *row.isEnabled);
+            m_defaults.set(defaultsKey::passwordEnabled, *row.isEnabled);
         if (row.digest)
-            m_defaults.set(PasswordManager::digestKey, *row.digest);
+            m_defaults.set(defaultsKey::passwordDigest, *row.digest);
         ASSERT_TRUE(m_defaults.synchronize());
         EXPECT_EQ(m_passwords.checkPassword(row.entered), row.isAccepted) << row.entered.toStdString();
-        EXPECT_TRUE(UserDefaults().contains(PasswordManager::enabledKey)) << "stored where it was absent";
+        EXPECT_TRUE(UserDefaults().contains(defaultsKey::passwordEnabled)) << "stored where it was absent";
     }
     ASSERT_TRUE(m_passwords.setPassword("new"));
     EXPECT_TRUE(m_passwords.isPasswordEnabled());
-    EXPECT_EQ(UserDefaults().string(PasswordManager::digestKey),
+    EXPECT_EQ(UserDefaults().string(defaultsKey::passwordDigest),
               PasswordManager::cypher("new").toStdString());
 }
 
 TEST_F(PasswordManagerTest, AnAbsentSwitchIsNotStoredOverWhatAnotherProgramJustSet) {
     UserDefaults other;
-    other.set(PasswordManager::enabledKey, true);
+    other.set(defaultsKey::passwordEnabled, true);
     ASSERT_TRUE(other.synchronize());
-    ASSERT_TRUE(m_defaults.storeIfAbsent(PasswordManager::enabledKey, false));
+    ASSERT_TRUE(m_defaults.storeIfAbsent(defaultsKey::passwordEnabled, false));
     EXPECT_TRUE(m_passwords.isPasswordEnabled());
 }
 
@@ -109,12 +110,12 @@ TEST_F(PasswordManagerTest, AnAbsentSwitchThatCannotBeStored) {
     UserDefaults defaults(m_tree.path("file/settings.plist"));
     PasswordManager passwords(defaults);
     EXPECT_FALSE(passwords.isPasswordEnabled());
-    EXPECT_FALSE(defaults.contains(PasswordManager::enabledKey)) << "nothing of it is pending";
+    EXPECT_FALSE(defaults.contains(defaultsKey::passwordEnabled)) << "nothing of it is pending";
     EXPECT_NE(readFile(Log::shared().path()).find("could not be stored"), std::string::npos);
 }
 
 TEST_F(PasswordManagerTest, PromptsFromOpeningToEnd) {
-    m_defaults.set(PasswordManager::enabledKey, true);
+    m_defaults.set(defaultsKey::passwordEnabled, true);
     ASSERT_TRUE(m_passwords.setPassword("abc"));
     EXPECT_EQ(m_passwords.showModalWindow(), 0) << "nobody asks";
     const auto openAnother = [](PasswordManager& manager) { EXPECT_EQ(manager.showModalWindow(), 0); };

@@ -1,4 +1,5 @@
 #include "requests/RequestRunner.h"
+#include "core/storage/DefaultsKeys.h"
 
 #include "core/storage/ArchiveEnvelope.h"
 #include "filelist/MainThread.h"
@@ -133,7 +134,7 @@ protected:
 
 // Every command there is, and every way in which the password is not given.
 TEST_F(RequestRunnerTest, NothingIsDoneWithoutThePassword) {
-    m_defaults.set(PasswordManager::enabledKey, true);
+    m_defaults.set(defaultsKey::passwordEnabled, true);
     ASSERT_TRUE(m_passwords.setPassword("abc"));
     m_turns.setInterrupt([this] { m_passwords.cancelClick(); });
     const std::string item = m_tree.makeFile("t/a");
@@ -210,7 +211,7 @@ TEST_F(RequestRunnerTest, CallersAreToldInEnglish) {
         bool setTranslating(bool translates) override { return std::exchange(isTranslating, translates); }
         bool isTranslating = true;
     } language;
-    m_defaults.set(PasswordManager::enabledKey, true);
+    m_defaults.set(defaultsKey::passwordEnabled, true);
     ASSERT_TRUE(m_passwords.setPassword("abc"));
     WindowPrompt window;
     int prompts = 0;

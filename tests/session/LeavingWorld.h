@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/storage/DefaultsKeys.h"
 #include "session/MainWindowController.h"
 #include "tests/support/ListWorld.h"
 #include "tests/support/TurnUntil.h"
@@ -92,7 +93,7 @@ public:
     }
 
     void setPassword() {
-        list.defaults.set(PasswordManager::enabledKey, true);
+        list.defaults.set(defaultsKey::passwordEnabled, true);
         ASSERT_TRUE(passwords.setPassword(password));
     }
 

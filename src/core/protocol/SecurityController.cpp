@@ -5,6 +5,7 @@
 #include "core/protocol/TrustedProgram.h"
 #include "core/protocol/WorkerAnswer.h"
 #include "core/protocol/WorkerError.h"
+#include "core/storage/DefaultsKeys.h"
 
 #include <cassert>
 #include <string_view>
@@ -16,7 +17,6 @@ namespace {
 using Answer = RightsAuthority::Answer;
 using Interaction = RightsAuthority::Interaction;
 
-constexpr const char* enabledKey = "allowPrivilidgedFiles";
 constexpr std::string_view topic = "Administrator rights"; // of every line in the log
 constexpr int dismissedExit = 126;                         // pkexec's own
 constexpr int refusedExit = 127; // the same, for whatever else keeps it from running the worker
@@ -87,9 +87,9 @@ SecurityController* SecurityController::sharedInstance() {
 }
 
 bool SecurityController::isEnabled() {
-    if (m_defaults.contains(enabledKey))
-        return m_defaults.boolean(enabledKey).value_or(false);
-    m_defaults.set(enabledKey, false);
+    if (m_defaults.contains(defaultsKey::allowPrivilidgedFiles))
+        return m_defaults.boolean(defaultsKey::allowPrivilidgedFiles).value_or(false);
+    m_defaults.set(defaultsKey::allowPrivilidgedFiles, false);
     if (const Result<void> stored = m_defaults.synchronize(); !stored)
         logError(topic, stored.error());
     return false;

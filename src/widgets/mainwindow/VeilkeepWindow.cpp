@@ -1,6 +1,7 @@
 #include "widgets/mainwindow/VeilkeepWindow.h"
 
 #include "core/log/Log.h"
+#include "core/storage/DefaultsKeys.h"
 #include "filelist/Texts.h"
 #include "widgets/filetable/FilesTableView.h"
 #include "widgets/grouplist/GroupPanel.h"
@@ -205,7 +206,8 @@ void VeilkeepWindow::Private::connectValidation() {
 }
 
 void VeilkeepWindow::Private::restorePlace() {
-    const auto kept = WindowPlace::fromText(m_parts.defaults.string(geometryKey).value_or(""));
+    const auto kept =
+        WindowPlace::fromText(m_parts.defaults.string(defaultsKey::windowGeometry).value_or(""));
     const QList<QRect> areas = visibleAreas();
     m_isToBeCentred = !kept || !canBeReached(*kept, areas);
     const QSize size = kept ? kept->frame.size() : usualSize;
@@ -215,11 +217,12 @@ void VeilkeepWindow::Private::restorePlace() {
     m_window.move(m_isToBeCentred ? middle.topLeft() : kept->frame.topLeft()); // of the frame
     if (kept && kept->isMaximized)
         m_window.setWindowState(Qt::WindowMaximized);
-    if (const auto widths = widthsFromText(m_parts.defaults.string(splitterKey).value_or(""), 2)) {
+    if (const auto widths =
+            widthsFromText(m_parts.defaults.string(defaultsKey::windowSplitter).value_or(""), 2)) {
         m_groupsWidth = widths->at(0);
         m_infoWidth = widths->at(1);
     }
-    m_info->setVisible(!m_parts.defaults.boolean(infoHiddenKey).value_or(false));
+    m_info->setVisible(!m_parts.defaults.boolean(defaultsKey::infoPaneHidden).value_or(false));
     setWidths(m_groupsWidth, m_infoWidth);
 }
 
@@ -255,7 +258,7 @@ void VeilkeepWindow::Private::setInfoShown(bool isShown) {
     readWidths();
     m_info->setVisible(isShown);
     setWidths(m_groupsWidth, m_infoWidth);
-    keep(infoHiddenKey, !isShown);
+    keep(defaultsKey::infoPaneHidden, !isShown);
     emit m_window.infoViewStateChangedTo(isShown);
     m_actions.validate();
 }
@@ -265,8 +268,8 @@ void VeilkeepWindow::Private::keepPlace() {
     const bool isMaximized = m_window.isMaximized();
     const QRect within = isMaximized ? m_window.normalGeometry() : m_window.geometry();
     const QRect frame = within.translated(-m_frame.left(), -m_frame.top());
-    keep(geometryKey, WindowPlace{frame, isMaximized}.text());
-    keep(splitterKey, textOfWidths({m_groupsWidth, m_infoWidth}));
+    keep(defaultsKey::windowGeometry, WindowPlace{frame, isMaximized}.text());
+    keep(defaultsKey::windowSplitter, textOfWidths({m_groupsWidth, m_infoWidth}));
     if (const auto stored = m_parts.defaults.synchronize(); !stored)
         logError("The place of the window could not be kept", stored.error());
 }

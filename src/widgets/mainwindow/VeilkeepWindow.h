@@ -30,9 +30,6 @@ class VeilkeepWindow : public QMainWindow {
 
 public:
     // Where the window lay, which panes it had and how wide: "X Y WIDTH HEIGHT", "LEFT RIGHT", a boolean.
-    static constexpr const char* geometryKey = "MainWindow.geometry";
-    static constexpr const char* splitterKey = "MainWindow.splitter";
-    static constexpr const char* infoHiddenKey = "MainWindow.infoHidden";
 
     explicit VeilkeepWindow(const VeilkeepWindowParts& parts);
     ~VeilkeepWindow() override;

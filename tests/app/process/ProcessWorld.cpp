@@ -1,4 +1,5 @@
 #include "tests/app/process/ProcessWorld.h"
+#include "core/storage/DefaultsKeys.h"
 
 #include "core/storage/UserDefaults.h"
 #include "platform/linux/SessionBusConnection.h"
@@ -51,7 +52,7 @@ bool ProcessWorld::isLogged(const std::string& text) {
 
 void ProcessWorld::setPassword() {
     UserDefaults defaults;
-    defaults.set(PasswordManager::enabledKey, true);
+    defaults.set(defaultsKey::passwordEnabled, true);
     EXPECT_TRUE(PasswordManager(defaults).setPassword(password));
 }
 

@@ -1,4 +1,5 @@
 #include "widgets/dialogs/PasswordWindow.h"
+#include "core/storage/DefaultsKeys.h"
 
 #include "format/WindowCentering.h"
 #include "prefs/PasswordManager.h"
@@ -34,7 +35,7 @@ bool isLabelShown(const QWidget& panel, const QString& text) {
 class PasswordWindowTest : public ::testing::Test {
 protected:
     PasswordWindowTest() {
-        m_defaults.set(PasswordManager::enabledKey, true);
+        m_defaults.set(defaultsKey::passwordEnabled, true);
         EXPECT_TRUE(m_passwords.setPassword("abc"));
         m_passwords.setPrompt(&m_window);
     }

@@ -1,3 +1,4 @@
+#include "core/storage/DefaultsKeys.h"
 #include "tests/widgets/mainwindow/WindowWorld.h"
 #include "widgets/controls/FilterBar.h"
 #include "widgets/controls/MessageBar.h"
@@ -208,8 +209,8 @@ TEST(VeilkeepWindowTest, PlaceAndPanesAreKept) {
 
 TEST(VeilkeepWindowTest, APlaceOffTheScreensIsRepaired) {
     WindowWorld world;
-    world.world.list.defaults.set(VeilkeepWindow::geometryKey, "5000 4000 900 640");
-    world.world.list.defaults.set(VeilkeepWindow::splitterKey, "0 -7");
+    world.world.list.defaults.set(defaultsKey::windowGeometry, "5000 4000 900 640");
+    world.world.list.defaults.set(defaultsKey::windowSplitter, "0 -7");
     const QRect area = QGuiApplication::primaryScreen()->availableGeometry();
     const QRect frame = world.show().geometry();
     EXPECT_EQ(frame, QRect((area.width() - 900) / 2, (area.height() - 640) / 2, 900, 640));
