@@ -118,6 +118,7 @@ private:
     void visitForum();
     void visitSupportCenter();
     void showAboutWindow();
+    void checkForUpdates();
 
     // ADAppReports.cpp
     void startReport(const UncaughtException& exception, const QString& why);

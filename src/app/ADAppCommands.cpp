@@ -110,6 +110,7 @@ const ADApp::CommandRow ADApp::commandRows[] = {
     {Command::Forum, [](ADApp& app) { app.visitForum(); }},
     {Command::SupportCenter, [](ADApp& app) { app.visitSupportCenter(); }},
     {Command::Feedback, [](ADApp& app) { app.sendFeedback(); }},
+    {Command::CheckForUpdates, [](ADApp& app) { app.checkForUpdates(); }},
     {Command::About, [](ADApp& app) { app.showAboutWindow(); }},
     {Command::Quit, [](ADApp& app) { app.applicationShouldTerminate(); }},
 };

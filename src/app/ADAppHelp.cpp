@@ -65,4 +65,9 @@ void ADApp::showAboutWindow() {
     m_parts->about.show();
 }
 
+void ADApp::checkForUpdates() {
+    m_parts->update.show();
+    m_parts->updater.checkForUpdates();
+}
+
 } // namespace veilkeep

@@ -47,6 +47,9 @@ ADApp::Parts::Parts(ADApp& application, ListOwnership taken, const OwnPlaces& pl
         return std::make_unique<VeilkeepWindow>(
             VeilkeepWindowParts{list.files(), list.groups(), actions, previews, defaults, application});
     });
+    QObject::connect(
+        &updater, &SoftwareUpdater::ended, &updater,
+        [this](const SoftwareUpdater::Answer& answer) { update.showAnswer(answer.title, answer.message); });
 }
 
 // The window shows what goes before it.

@@ -12,12 +12,14 @@
 #include "platform/linux/FileManagerViewer.h"
 #include "platform/linux/GioApplications.h"
 #include "platform/linux/LinuxSessionEvents.h"
+#include "platform/linux/PackageKitUpdates.h"
 #include "platform/linux/ProcessSoundPlayer.h"
 #include "platform/linux/RequestService.h"
 #include "platform/linux/TrayHost.h"
 #include "platform/linux/gui/LogoutEvents.h"
 #include "platform/linux/gui/TrayIcon.h"
 #include "prefs/PrefsController.h"
+#include "prefs/SoftwareUpdater.h"
 #include "session/SoundController.h"
 #include "widgets/dialogs/AboutWindow.h"
 #include "widgets/dialogs/AlertWindows.h"
@@ -25,6 +27,7 @@
 #include "widgets/dialogs/PasswordWindow.h"
 #include "widgets/dialogs/ProgressSheet.h"
 #include "widgets/dialogs/ReportWindow.h"
+#include "widgets/dialogs/UpdateWindow.h"
 #include "widgets/images/ProgramImages.h"
 #include "widgets/preview/Previews.h"
 #include "wiring/OwnList.h"
@@ -70,6 +73,9 @@ struct ADApp::Parts {
     std::unique_ptr<TrayIcon> statusItem;
     AboutWindow about;
     ReportWindow report;
+    PackageKitUpdates packages{events.systemBus()};
+    SoftwareUpdater updater{packages, defaults};
+    UpdateWindow update{[this] { return window.visibleWindow(); }, [this] { updater.cancel(); }};
 };
 
 } // namespace veilkeep

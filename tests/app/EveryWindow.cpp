@@ -322,6 +322,16 @@ void EveryWindow::lookAtPanels() {
         look("report", *report);
     m_world.parts().report.close();
     settle();
+    m_world.parts().update.show();
+    if (QWidget* const update = otherWindow()) {
+        const UpdateOutcome newer{UpdateOutcome::Kind::Newer, "2.0-1", "1.0-1", {}};
+        const SoftwareUpdater::Answer answer = SoftwareUpdater::answerFor(newer);
+        m_look("update-looking", *update); // its bar moves on
+        m_world.parts().update.showAnswer(answer.title, answer.message);
+        look("update-newer", *update);
+    }
+    m_world.parts().update.close();
+    settle();
 }
 
 void EveryWindow::lookAtMenus() {

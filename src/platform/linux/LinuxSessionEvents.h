@@ -25,7 +25,8 @@ public:
     void start() override;
     void release() override;
 
-    BusLink& sessionBus() { return m_sessionBus; } // for whoever else listens there
+    BusLink& systemBus() { return m_systemBus; } // for whoever else listens there
+    BusLink& sessionBus() { return m_sessionBus; }
 
 signals:
     void sessionBusCameUp(); // for the first time, or once more after it was lost

@@ -1,0 +1,158 @@
+#include "platform/linux/PackageKitUpdates.h"
+
+#include "platform/linux/BusLink.h"
+#include "tests/support/TurnUntil.h"
+#include "tests/support/bus/FakePackageKit.h"
+#include "tests/support/bus/PrivateBus.h"
+
+#include <gtest/gtest.h>
+
+#include <optional>
+
+namespace veilkeep {
+namespace {
+
+using Kind = UpdateOutcome::Kind;
+using Said = test::FakePackageKit::Said;
+
+class PackageKitUpdatesTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        if (!m_bus.whyMissing().empty())
+            GTEST_SKIP() << m_bus.whyMissing();
+        m_link.start();
+        ASSERT_TRUE(test::turnUntil([this] { return m_link.isUp(); }));
+    }
+
+    void check() {
+        m_updates.check([this](const UpdateOutcome& outcome) { m_told = outcome; });
+    }
+    bool isTold() {
+        return test::turnUntil([this] { return m_told.has_value(); });
+    }
+
+    test::ScratchTree m_tree;
+    std::optional<test::PrivateBus> m_daemon{std::in_place, m_tree};
+    test::PrivateBus& m_bus = *m_daemon;
+    BusLink m_link{BusLink::Bus::System};
+    PackageKitUpdates m_updates{m_link};
+    std::optional<UpdateOutcome> m_told;
+};
+
+TEST_F(PackageKitUpdatesTest, TellsWhatTheServiceKnows) {
+    const QString ours = QStringLiteral("veilkeep;1.0-1;amd64;installed"),
+                  newer = QStringLiteral("veilkeep;1:1.2~rc1-1;amd64;main"),
+                  other = QStringLiteral("veilkeep-doc;9;all;main"), offline = QStringLiteral("no network");
+    const struct {
+        const char* what;
+        std::map<QString, Said> said;
+        Kind kind;
+        const char* version;
+        const char* yourVersion;
+        const char* reason;
+    } rows[] = {
+        {"none newer",
+         {{"RefreshCache", {}}, {"Resolve installed", {{ours}}}, {"GetUpdates", {{other}}}},
+         Kind::UpToDate,
+         "",
+         "1.0-1",
+         ""},
+        {"a newer one",
+         {{"RefreshCache", {}}, {"Resolve installed", {{ours}}}, {"GetUpdates", {{other, newer}}}},
+         Kind::Newer,
+         "1:1.2~rc1-1",
+         "1.0-1",
+         ""},
+        {"told as later versions do",
+         {{"RefreshCache", {}},
+          {"Resolve installed", {{ours}, {}, true}},
+          {"GetUpdates", {{other, newer}, {}, true}}},
+         Kind::Newer,
+         "1:1.2~rc1-1",
+         "1.0-1",
+         ""},
+        {"no network, but known already",
+         {{"RefreshCache", {{}, offline}}, {"Resolve installed", {{ours}}}, {"GetUpdates", {{newer}}}},
+         Kind::Newer,
+         "1:1.2~rc1-1",
+         "1.0-1",
+         ""},
+        {"no network",
+         {{"RefreshCache", {{}, offline}}, {"Resolve installed", {{ours}}}, {"GetUpdates", {}}},
+         Kind::Failed,
+         "",
+         "1.0-1",
+         "no network"},
+        {"not a package",
+         {{"RefreshCache", {}}, {"Resolve installed", {}}, {"Resolve", {{}, "not found"}}},
+         Kind::NotPackaged,
+         "",
+         "",
+         ""},
+        {"offered as a package",
+         {{"RefreshCache", {}}, {"Resolve installed", {}}, {"Resolve", {{newer}}}},
+         Kind::NotPackaged,
+         "1:1.2~rc1-1",
+         "",
+         ""},
+        {"rubbish",
+         {{"RefreshCache", {}}, {"Resolve installed", {{"veilkeep", ";;", ""}}}, {"Resolve", {}}},
+         Kind::NotPackaged,
+         "",
+         "",
+         ""},
+        {"it fails",
+         {{"RefreshCache", {}}, {"Resolve installed", {{}, "locked"}}},
+         Kind::Failed,
+         "",
+         "",
+         "locked"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.what);
+        const test::FakePackageKit service(row.said);
+        m_told.reset();
+        check();
+        ASSERT_TRUE(isTold());
+        EXPECT_EQ(m_told->kind, row.kind);
+        EXPECT_EQ(m_told->version.toStdString(), row.version);
+        EXPECT_EQ(m_told->yourVersion.toStdString(), row.yourVersion);
+        EXPECT_EQ(m_told->reason.toStdString(), row.reason);
+    }
+}
+
+TEST_F(PackageKitUpdatesTest, NoticesThatThereIsNoServiceAndThatItGoes) {
+    check();
+    ASSERT_TRUE(isTold());
+    EXPECT_EQ(m_told->kind, Kind::NoService) << "never started";
+
+    for (const bool goesWithTheBus : {false, true}) {
+        std::optional<test::FakePackageKit> service{
+            std::in_place, std::map<QString, Said>{{"RefreshCache", {{}, {}, false, true}}}};
+        m_told.reset();
+        check();
+        ASSERT_TRUE(test::turnUntil([&] { return !service->calls("RefreshCache").empty(); }));
+        if (goesWithTheBus)
+            m_daemon.reset();
+        else
+            service.reset();
+        ASSERT_TRUE(isTold());
+        EXPECT_EQ(m_told->kind, goesWithTheBus ? Kind::NoService : Kind::Failed);
+    }
+    m_told.reset();
+    check();
+    ASSERT_TRUE(isTold());
+    EXPECT_EQ(m_told->kind, Kind::NoService) << "no bus";
+}
+
+TEST_F(PackageKitUpdatesTest, CancelsWhatTheServiceWorksOn) {
+    const test::FakePackageKit service({{"RefreshCache", {{}, {}, false, true}}});
+    check();
+    ASSERT_TRUE(test::turnUntil([&] { return !service.calls("RefreshCache").empty(); }));
+    m_updates.cancel();
+    EXPECT_TRUE(test::turnUntil([&] { return !service.calls("Cancel").empty(); }));
+    EXPECT_FALSE(m_told);
+}
+
+} // namespace
+} // namespace veilkeep
