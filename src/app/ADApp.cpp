@@ -7,6 +7,7 @@
 #include "filelist/Texts.h"
 #include "format/ErrorText.h"
 #include "platform/linux/BusRequest.h"
+#include "session/ProcessInfo.h"
 #include "widgets/controls/DarkPalette.h"
 #include "widgets/images/ProgramImages.h"
 
@@ -32,7 +33,7 @@ ADApp::ADApp(int& argc, char** argv, StartOptions options)
     m_translations.install();
     setApplicationName(veilkeep::applicationName());
     setApplicationDisplayName(veilkeep::applicationName());
-    setApplicationVersion(QStringLiteral(VEILKEEP_VERSION));
+    setApplicationVersion(ProcessInfo::applicationVersion());
     setDesktopFileName(QStringLiteral("com.ostrel.Veilkeep"));
     setQuitOnLastWindowClosed(false);
     setWindowIcon(programImage::named(QStringLiteral("com.ostrel.Veilkeep")));
@@ -59,9 +60,8 @@ bool ADApp::start() {
 
 void ADApp::init() {
     dropInheritedActivationToken();
-    logLine(veilkeep::applicationName().toStdString() +
-            " v. " VEILKEEP_VERSION "/" VEILKEEP_REVISION " started with arguments " + m_options.arguments +
-            ".");
+    logLine(veilkeep::applicationName().toStdString() + " v. " + applicationVersion().toStdString() +
+            "/" VEILKEEP_REVISION " started with arguments " + m_options.arguments + ".");
     connect(m_onBus.get(), &ApplicationOnBus::activated, this, [this](const QString& token) {
         if (m_isStillLaunching && m_options.opensWindow())
             return; // comes anyway

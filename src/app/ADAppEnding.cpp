@@ -63,7 +63,7 @@ void ADApp::stayAfterAll() {
 void ADApp::end() {
     m_parts->list.turns().close();
     logLine(QStringLiteral("%1 v. %2 terminated...")
-                .arg(veilkeep::applicationName(), QStringLiteral(VEILKEEP_VERSION))
+                .arg(veilkeep::applicationName(), applicationVersion())
                 .toStdString());
     quitAlsoWhileStarting();
 }

@@ -54,7 +54,7 @@ void ADApp::visitForum() {
 void ADApp::visitSupportCenter() {
     QUrlQuery query;
     query.addQueryItem(QStringLiteral("product"), veilkeep::applicationName());
-    query.addQueryItem(QStringLiteral("version"), QStringLiteral(VEILKEEP_VERSION));
+    query.addQueryItem(QStringLiteral("version"), applicationVersion());
     const passwd* const user = ::getpwuid(::getuid());
     query.addQueryItem(QStringLiteral("user"), QString::fromLatin1(QUrl::toPercentEncoding(
                                                    QString::fromLocal8Bit(user ? user->pw_name : ""))));

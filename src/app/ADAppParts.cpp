@@ -42,7 +42,7 @@ ADApp::Parts::Parts(ADApp& application, ListOwnership taken, const OwnPlaces& pl
             .interrupt = [this] { panels.cancelOpen(); },
             .language = &application.translations(),
             .mayAsk = true}),
-      about(QStringLiteral(VEILKEEP_VERSION), [&application] { application.perform(Command::Help); }) {
+      about(applicationVersion(), [&application] { application.perform(Command::Help); }) {
     window.setMake([this, &application] {
         return std::make_unique<VeilkeepWindow>(
             VeilkeepWindowParts{list.files(), list.groups(), actions, previews, defaults, application});
