@@ -149,6 +149,10 @@ void ADApp::awakeFromNib() {
     });
     connect(&m_parts->events, &LinuxSessionEvents::sessionBusCameUp, this,
             [this] { m_bus = m_onBus->start(); });
+    connect(&m_parts->relaunching, &Relaunching::QSApplicationWillRelaunchNotification, this, [this] {
+        updaterWillRelaunchApplication();
+        dropInheritedActivationToken();
+    });
     connect(&m_parts->colorScheme, &ColorScheme::darkChanged, this, &ADApp::followColorScheme);
     connect(&list.files().hideOperations(), &HideOperations::batchRunningChanged, this,
             [this](bool isRunning) {
@@ -157,7 +161,7 @@ void ADApp::awakeFromNib() {
                     m_parts->sounds.playSound("HideSound");
             });
     list.load();
-    list.follow(); // hides first what a former run left visible
+    list.follow(m_options.isRelaunch); // else hides first what a former run left visible
     m_parts->serve();
 }
 

@@ -43,7 +43,6 @@ public:
 
     bool isStillLaunching() const { return m_isStillLaunching; }
     void setTestCrashesMode(bool crashes) { m_testCrashesMode = crashes; }
-    void applicationWillBeRelaunched() { m_willBeRelaunched = true; } // the next quit hides nothing
 
     // --- Showing the application; each asks for the password where it has to ---
     void showVeilkeepActivateApp(bool ignoringOthers);
@@ -52,6 +51,10 @@ public:
     void openFiles(const std::vector<std::string>& paths); // with the application
 
     void applicationShouldTerminate(); // hides, asks where that failed, saves and ends
+
+    // --- A relaunch (ADAppRelaunch.cpp), which parts().relaunching begins ---
+    void applicationWillBeRelaunched();    // the next quit hides nothing
+    void updaterWillRelaunchApplication(); // takes messages that nothing depends on out of the way
 
     // --- CommandTarget (ADAppCommands.cpp) ---
     void perform(Command command) override;

@@ -57,6 +57,8 @@ bool ADApp::mayEndUnsaved() {
 
 void ADApp::stayAfterAll() {
     m_isTerminating = false;
+    m_willBeRelaunched = false;
+    m_parts->relaunching.takeBack();
     showVeilkeep();
 }
 

@@ -42,6 +42,8 @@ ADApp::Parts::Parts(ADApp& application, ListOwnership taken, const OwnPlaces& pl
             .interrupt = [this] { panels.cancelOpen(); },
             .language = &application.translations(),
             .mayAsk = true}),
+      relaunching(list.alerts(), {[&application] { application.applicationWillBeRelaunched(); },
+                                  [&application] { application.applicationShouldTerminate(); }}),
       about(applicationVersion(), [&application] { application.perform(Command::Help); }) {
     window.setMake([this, &application] {
         return std::make_unique<VeilkeepWindow>(

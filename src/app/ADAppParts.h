@@ -20,6 +20,7 @@
 #include "platform/linux/gui/TrayIcon.h"
 #include "prefs/PrefsController.h"
 #include "prefs/SoftwareUpdater.h"
+#include "session/Relaunching.h"
 #include "session/SoundController.h"
 #include "widgets/dialogs/AboutWindow.h"
 #include "widgets/dialogs/AlertWindows.h"
@@ -66,6 +67,7 @@ struct ADApp::Parts {
     Previews previews{list.files().files()};
     FileListActions actions{list.files(), list.alerts(), &applications};
     RequestService requests{list.requests()};
+    Relaunching relaunching;
 
     ColorScheme colorScheme{events.sessionBus()};
     TrayHost trayHost{events.sessionBus()};

@@ -18,6 +18,7 @@ struct StartOptions {
     bool byLogin = false;   // --login: the session started it; no window
     bool asService = false; // --service: a message bus did, which says itself what is wanted
 
+    bool isRelaunch = false;    // goes on where a former process ended
     std::string arguments = {}; // all of them, for the log
     OpenRequest toOpen = {};
     QString activationToken = {}; // by which the desktop lets the window come to the front

@@ -7,6 +7,8 @@
 #include "app/UncaughtExceptions.h"
 #include "app/ask/RunAsk.h"
 #include "platform/linux/ActivationToken.h"
+#include "session/ProcessInfo.h"
+#include "session/Relaunching.h"
 #include "widgets/dialogs/AlertWindows.h"
 
 #include <QGuiApplication>
@@ -94,6 +96,8 @@ int main(int argc, char** argv) {
         std::fputs("veilkeep: there is no display; veilkeepctl works without one\n", stderr);
         return failed;
     }
+    options.isRelaunch = Relaunching::waitForFormerProcess();
+    options.byLogin |= !options.isRelaunch && ProcessInfo::wasLaunchedAtLogin();
     options.activationToken = inheritedActivationToken();
     reportWhatEndsTheProgram();
     int noArguments = 1; // Qt would take some for its own

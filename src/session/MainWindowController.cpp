@@ -66,8 +66,8 @@ std::string MainWindowController::cloakWorkerPath() {
     return bundledProgramPath(applicationBundlePath(), "cloakWorker");
 }
 
-void MainWindowController::start() {
-    if (m_parts.mark.isSet())
+void MainWindowController::start(bool goesOn) {
+    if (m_parts.mark.isSet() && !goesOn)
         m_parts.turns.leave(
             [this] { m_parts.groups.makeAutoHide(QStringLiteral("found visible from a former run")); });
     if (m_parts.events)

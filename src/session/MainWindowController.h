@@ -53,8 +53,8 @@ public:
     static MainWindowController* sharedInstance(); // null where none was made
     static std::string cloakWorkerPath();
 
-    // Hides first what a former run left visible, then listens.
-    void start();
+    // Hides first what a former run left visible, unless this one goes on in its place, then listens.
+    void start(bool goesOn = false);
 
     // The window goes once the groups are hidden. An open prompt goes at once.
     void lockApplication(Absence kind);

@@ -100,8 +100,8 @@ void OwnList::load() {
     });
 }
 
-void OwnList::follow() {
-    m_window.start();
+void OwnList::follow(bool goesOn) {
+    m_window.start(goesOn);
 }
 
 void OwnList::check() {

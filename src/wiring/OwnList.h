@@ -48,7 +48,7 @@ public:
 
     // The same, but that items are looked for later: by check(), once there is something to be seen.
     void load();
-    void follow();
+    void follow(bool goesOn = false); // after a relaunch: what the former process left visible stays
     void check();
 
     void save();

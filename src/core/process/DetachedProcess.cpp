@@ -6,7 +6,7 @@
 
 namespace veilkeep {
 
-Result<void> startDetachedProcess(const std::string& program, const std::vector<std::string>& arguments) {
+Result<pid_t> startDetachedProcess(const std::string& program, const std::vector<std::string>& arguments) {
     SpawnSettings settings;
     for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
         settings.openNullDevice(stream);
@@ -17,7 +17,7 @@ Result<void> startDetachedProcess(const std::string& program, const std::vector<
     pid_t child = -1;
     if (const int failure = settings.spawn(child, program, arguments, environ))
         return Error::system("posix_spawn", program, failure);
-    return {};
+    return child;
 }
 
 } // namespace veilkeep

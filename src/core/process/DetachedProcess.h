@@ -2,13 +2,16 @@
 
 #include "core/base/Result.h"
 
+#include <sys/types.h>
+
 #include <string>
 #include <vector>
 
 namespace veilkeep {
 
 // Starts a program that nobody waits for, and that holds nothing which somebody may wait for: no descriptor
-// of this process, no working directory, no terminal. The system reaps it after this process has ended.
-Result<void> startDetachedProcess(const std::string& program, const std::vector<std::string>& arguments);
+// of this process, no working directory, no terminal. The system reaps it after this process has ended. The
+// answer is its number.
+Result<pid_t> startDetachedProcess(const std::string& program, const std::vector<std::string>& arguments);
 
 } // namespace veilkeep

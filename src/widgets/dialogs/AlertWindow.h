@@ -23,6 +23,9 @@ public:
     AlertAnswer answer() const; // that of the last button until it is answered
     void reject() override;
 
+    // Nothing is to be decided: one button alone.
+    bool isDismissible() const { return m_alert.buttons.size() == 1; }
+
 protected:
     void showEvent(QShowEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;

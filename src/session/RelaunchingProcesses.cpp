@@ -1,0 +1,118 @@
+#include "session/Relaunching.h"
+
+#include "core/base/SystemCall.h"
+#include "core/base/UniqueFd.h"
+#include "core/environment/Bundle.h"
+#include "core/environment/ProcessStatus.h"
+#include "core/log/Log.h"
+#include "core/process/ChildProcess.h"
+#include "platform/EventLoop.h"
+
+#include <QEventLoop>
+#include <QTimer>
+
+#include <poll.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <charconv>
+#include <cstdlib>
+#include <string_view>
+
+namespace veilkeep {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+// Whoever has the number is taken for the old process only where it can be that: the one that started this
+// one, or else another run of the same program, which was there before. Numbers are used again.
+bool mayBeFormer(pid_t process) {
+    if (process == ::getppid())
+        return true;
+    const auto own = ProcessStatus::of(::getpid()), other = ProcessStatus::of(process);
+    return own && other && other->user == own->user && other->name == own->name &&
+           other->startTime < own->startTime;
+}
+
+pid_t numberIn(std::string_view text) {
+    pid_t number = 0;
+    const auto [end, failure] = std::from_chars(text.data(), text.data() + text.size(), number);
+    return failure == std::errc() && end == text.data() + text.size() ? number : 0;
+}
+
+// The descriptor first: what it stands for cannot be taken for another one later.
+void waitFor(pid_t process, std::chrono::milliseconds limit) {
+    const UniqueFd former(static_cast<int>(::syscall(SYS_pidfd_open, process, 0)));
+    if (!former || !mayBeFormer(process))
+        return;
+    const auto end = Clock::now() + limit;
+    pollfd entry{former.get(), POLLIN, 0};
+    int ready = -1;
+    do {
+        const auto left = std::chrono::ceil<std::chrono::milliseconds>(end - Clock::now());
+        ready = ::poll(&entry, 1, static_cast<int>(std::max<std::int64_t>(left.count(), 0)));
+    } while (ready < 0 && errno == EINTR);
+    if (ready == 0)
+        logLine("The process " + std::to_string(process) + " that is to be replaced does not end");
+}
+
+// The signal is worked on by the event loop, which ends every loop when the program is to end.
+bool isEnding(std::chrono::milliseconds patience) {
+    QEventLoop loop;
+    QTimer limit;
+    bool isOver = false;
+    QObject::connect(&limit, &QTimer::timeout, &loop, [&] {
+        isOver = true;
+        loop.quit();
+    });
+    limit.setSingleShot(true);
+    limit.start(patience);
+    wakeEventLoop();
+    loop.exec();
+    return !isOver;
+}
+
+void runScript(const std::string& script, const std::vector<std::string>& arguments) {
+    std::vector<std::string> all{"-c", script, ""};
+    all.insert(all.end(), arguments.begin(), arguments.end());
+    const ChildProcessResult result = runChildProcess("/bin/sh", all);
+    if (result.end == ChildProcessResult::End::NotStarted)
+        logError("The program cannot end itself", result.error);
+}
+
+[[noreturn]] void failStillRunning(const std::string& told, int line) {
+    logLine(told + applicationBundlePath() + " should have been terminated, but we are still running");
+    logLine("Additions/NSApplicationAdditions:" + std::to_string(line) + ": We should not be running!");
+    std::abort();
+}
+
+} // namespace
+
+bool Relaunching::waitForFormerProcess(std::chrono::milliseconds limit) {
+    const char* const text = std::getenv(marker);
+    const pid_t former = numberIn(text ? text : "");
+    ::unsetenv(marker);
+    if (former > 0)
+        waitFor(former, limit);
+    return former > 0;
+}
+
+void Relaunching::killOurselves(std::chrono::milliseconds patience) {
+    logLine("Application is going to kill ourselves");
+    runScript("kill -15 $1", {std::to_string(::getpid())});
+    if (!isEnding(patience))
+        failStillRunning("Error: ", 322);
+}
+
+// The new process is started by nobody who is still there, and waits as well.
+void Relaunching::restartOurselves(std::chrono::milliseconds patience) {
+    logLine("Application is going to restart ourselves");
+    runScript("kill -15 $1\n" + std::string(marker) +
+                  "=$1 setsid \"$2/Contents/MacOS/Veilkeep\" </dev/null >/dev/null 2>&1 &",
+              {std::to_string(::getpid()), applicationBundlePath()});
+    if (!isEnding(patience))
+        failStillRunning("ERROR: ", 348);
+}
+
+} // namespace veilkeep

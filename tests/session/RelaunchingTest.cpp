@@ -1,0 +1,195 @@
+#include "session/Relaunching.h"
+
+#include "session/MovedBundle.h"
+#include "tests/support/PrivateMount.h"
+#include "tests/support/RunInChild.h"
+#include "tests/support/ScratchTree.h"
+#include "tests/support/ScriptedPresenter.h"
+#include "tests/support/WaitUntil.h"
+
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+#include <QTimer>
+
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <cstdlib>
+#include <vector>
+
+namespace veilkeep::test {
+namespace {
+
+class RelaunchingTest : public ::testing::Test {
+protected:
+    RelaunchingTest() {
+        QObject::connect(&m_relaunching, &Relaunching::QSApplicationWillRelaunchNotification, &m_relaunching,
+                         [this] { m_steps.push_back("told"); });
+    }
+
+    // A program that writes what it was started with.
+    std::string makeBundle(const std::string& name) const {
+        m_tree.makeFile(name + "/Contents/MacOS/Veilkeep",
+                        "#!/bin/sh\nprintf '%s|%s' \"$#\" \"$relaunchFromPid\" > " + m_tree.path("new") +
+                            " && mv " + m_tree.path("new") + " " + m_tree.path("started") + "\n",
+                        0755);
+        return m_tree.path(name);
+    }
+
+    const ScratchTree m_tree;
+    UserDefaults m_defaults;
+    ScriptedPresenter m_presenter;
+    Alerts m_alerts{m_presenter, m_defaults};
+    std::vector<std::string> m_steps;
+    Relaunching m_relaunching{
+        m_alerts, {[this] { m_steps.push_back("relaunch"); }, [this] { m_steps.push_back("end"); }}};
+};
+
+TEST_F(RelaunchingTest, StartsTheNewProcessAndEndsThisOne) {
+    m_presenter.expect({"Relaunch required", "Later",
+                        "Veilkeep needs to be relaunched for some changes to take effect",
+                        QStringList{"Relaunch", "Later"}});
+    m_relaunching.requestRelaunch();
+    EXPECT_EQ(m_steps, std::vector<std::string>());
+
+    m_relaunching.relaunchFromPath(makeBundle("A b.app"));
+    EXPECT_EQ(m_steps, (std::vector<std::string>{"told", "relaunch", "end"}));
+    const std::string told = m_tree.path("started");
+    ASSERT_TRUE(waitUntil([&] { return exists(told); }));
+    EXPECT_EQ(readFile(told), "0|" + std::to_string(::getpid()));
+    m_relaunching.takeBack();
+    EXPECT_EQ(std::getenv(Relaunching::marker), nullptr);
+}
+
+TEST_F(RelaunchingTest, NothingEndsWhereTheProgramIsGone) {
+    const std::string bundle = m_tree.makeDirectory("A.app");
+    m_presenter.expect(
+        {"Veilkeep could not be relaunched.", "OK",
+         QString::fromStdString(bundle + "/Contents/MacOS/Veilkeep: No such file or directory")});
+    m_relaunching.relaunchFromPath(bundle);
+    m_tree.makeFile("A.app/Contents/MacOS/Veilkeep", "no program", 0755);
+    m_presenter.expect({"Veilkeep could not be relaunched.", "OK"});
+    m_relaunching.relaunchFromPath(bundle);
+    m_presenter.expect({"Veilkeep could not be replaced. The former one is still there.", "OK"});
+    m_relaunching.relaunchAtPath(bundle, m_tree.path("missing.app"));
+    EXPECT_EQ(m_steps, std::vector<std::string>{"told"});
+    EXPECT_EQ(std::getenv(Relaunching::marker), nullptr);
+}
+
+TEST_F(RelaunchingTest, AnUpdateTakesTheFormerPlace) {
+    const std::string path = makeBundle("A.app"), source = m_tree.path("down/load.app");
+    m_tree.makeFile("A.app/which", "former");
+    m_tree.makeFile("Veilkeep.old.app/which", "long gone");
+    m_tree.makeFile("down/load.app/which", "new");
+    EXPECT_TRUE(moveToPath(path, source).value_or(false));
+    EXPECT_EQ(readFile(path + "/which"), "new");
+    EXPECT_FALSE(exists(source));
+    EXPECT_FALSE(exists(m_tree.path("Veilkeep.old.app")));
+    EXPECT_FALSE(moveToPath(m_tree.path("nothing.app"), path).value_or(true)) << "none was aside";
+    EXPECT_EQ(readFile(m_tree.path("nothing.app/which")), "new");
+}
+
+// By volumes of their own: a source that may be read only is copied first and fails then, or is too large.
+TEST_F(RelaunchingTest, NothingIsLostWhereTheUpdateCannotBeMoved) {
+    const std::string volume = m_tree.makeDirectory("volume");
+    const PrivateMount mount("none", volume, "tmpfs", 0, "size=1m");
+    if (!mount.whyMissing().empty())
+        GTEST_SKIP() << mount.whyMissing();
+    m_tree.makeFile("volume/A.app/which", "former");
+    const std::string source = m_tree.makeFile("new.app/which", "new");
+    const std::string path = m_tree.path("volume/A.app");
+    m_tree.makeFile("new.app/large", std::string(std::size_t{2} << 20, 'x'));
+    EXPECT_FALSE(moveToPath(path, m_tree.path("new.app")));
+    EXPECT_EQ(readFile(path + "/which"), "former");
+    EXPECT_EQ(namesIn(volume), std::set<std::string>{"A.app"});
+    EXPECT_EQ(namesIn(m_tree.path("new.app")), (std::set<std::string>{"large", "which"}));
+    ::unlink(m_tree.path("new.app/large").c_str());
+    EXPECT_TRUE(moveToPath(path, m_tree.path("new.app")).value_or(false));
+    EXPECT_EQ(readFile(path + "/which"), "new");
+    EXPECT_FALSE(exists(source));
+}
+
+// --- The processes ---
+
+TEST(RelaunchingProcessesTest, TheNewOneWaitsForItsFormerAlone) {
+    using Clock = std::chrono::steady_clock;
+    constexpr std::chrono::milliseconds limit(200);
+    const pid_t sleeper = startChild([] { ::pause(); });
+    ::kill(sleeper, SIGSTOP); // a child of ours: neither our parent nor here before us
+    const struct {
+        std::string marker;
+        bool isRelaunch, waits;
+    } rows[] = {
+        {std::to_string(::getppid()), true, true}, // it stays, so all of the limit
+        {std::to_string(sleeper), true, false},
+        {"1", true, false},
+        {"99999999", true, false},
+        {"-1", false, false},
+        {"12x", false, false},
+        {"", false, false},
+    };
+    for (const auto& row : rows) {
+        ::setenv(Relaunching::marker, row.marker.c_str(), 1);
+        const auto begin = Clock::now();
+        EXPECT_EQ(Relaunching::waitForFormerProcess(limit), row.isRelaunch) << row.marker;
+        EXPECT_EQ(Clock::now() - begin >= limit, row.waits) << row.marker;
+        EXPECT_EQ(std::getenv(Relaunching::marker), nullptr);
+    }
+    ::kill(sleeper, SIGKILL);
+    ::waitpid(sleeper, nullptr, 0);
+
+    // One that ends while it is waited for.
+    const ScratchTree tree;
+    const std::string result = tree.path("result");
+    EXPECT_TRUE(runInChild([&] {
+        startChild([former = ::getpid(), &result] {
+            ::setenv(Relaunching::marker, std::to_string(former).c_str(), 1);
+            Relaunching::waitForFormerProcess(std::chrono::minutes(1));
+            writeFile(result, ::getppid() == former ? "too early" : "it has ended");
+        });
+    }));
+    EXPECT_TRUE(waitUntil([&] { return exists(result) && readFile(result) == "it has ended"; }));
+}
+
+TEST(RelaunchingProcessesTest, KillAndRestartGoByTheSignal) {
+    const ScratchTree tree;
+    const std::string log = tree.path("home/.local/state/Veilkeep/Veilkeep.log");
+    const auto endOf = [](const std::function<void()>& body) {
+        int status = 0;
+        const pid_t child = startChild(body);
+        ::waitpid(child, &status, 0);
+        return WIFSIGNALED(status) ? WTERMSIG(status) : -WEXITSTATUS(status);
+    };
+    EXPECT_EQ(endOf([] { Relaunching::killOurselves(); }), SIGTERM);
+    EXPECT_NE(readFile(log).find("Application is going to kill ourselves"), std::string::npos);
+    EXPECT_EQ(endOf([] {
+                  ::signal(SIGTERM, SIG_IGN);
+                  Relaunching::killOurselves(std::chrono::milliseconds(1));
+              }),
+              SIGABRT);
+    const std::string still = " should have been terminated, but we are still running";
+    EXPECT_NE(readFile(log).find("Error: " + still), std::string::npos);
+    EXPECT_NE(readFile(log).find("We should not be running!"), std::string::npos);
+    EXPECT_EQ(endOf([] {
+                  ::signal(SIGTERM, SIG_IGN);
+                  Relaunching::restartOurselves(std::chrono::milliseconds(1));
+              }),
+              SIGABRT);
+    EXPECT_NE(readFile(log).find("ERROR: " + still), std::string::npos);
+    EXPECT_EQ(endOf([] {
+                  ::signal(SIGTERM, SIG_IGN); // the event loop ends the program
+                  const auto kill = [] {
+                      QTimer::singleShot(0, QCoreApplication::instance(), &QCoreApplication::quit);
+                      Relaunching::killOurselves();
+                  };
+                  QTimer::singleShot(0, QCoreApplication::instance(), kill);
+                  QCoreApplication::exec();
+              }),
+              0);
+}
+
+} // namespace
+} // namespace veilkeep::test
