@@ -12,7 +12,10 @@
 #include <sys/stat.h>
 #include <sys/wait.h>
 
-#include <algorithm>
+#include <unistd.h>
+
+#include <fstream>
+#include <iterator>
 #include <sstream>
 
 namespace veilkeep::test {
@@ -45,6 +48,23 @@ std::string statusText() {
     return runProgram({bundledProgram("veilkeepctl"), "status"}).output;
 }
 
+std::string contentOf(const std::string& path) { // also while it vanishes
+    std::ifstream file(path);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+// Whether a child has a descriptor that stands for this process.
+bool isWaitedForByChild() {
+    const std::string own = std::to_string(::getpid());
+    std::istringstream children(contentOf("/proc/self/task/" + own + "/children"));
+    for (std::string child; children >> child;)
+        for (int descriptor = 3; descriptor < 16; ++descriptor)
+            if (contentOf("/proc/" + child + "/fdinfo/" + std::to_string(descriptor))
+                    .find("Pid:\t" + own + "\n") != std::string::npos)
+                return true;
+    return false;
+}
+
 // The former process is a child of the test; the new one, which nobody waits for, becomes one as well.
 TEST(RelaunchTest, TheNewProcessTakesOverAndNothingIsHidden) {
     ASSERT_EQ(::prctl(PR_SET_CHILD_SUBREAPER, 1), 0);
@@ -59,6 +79,7 @@ TEST(RelaunchTest, TheNewProcessTakesOverAndNothingIsHidden) {
         world.groups().setAutoHide(true, "AutoHide Group");
         EXPECT_TRUE(world.isShown(item));
         EXPECT_TRUE(world.quits([&] { world.parts().relaunching.relaunch(); }));
+        EXPECT_TRUE(waitUntil(isWaitedForByChild)) << "the list and the name on the bus are still taken";
     });
     EXPECT_TRUE(endedWell(former));
     const auto before = changeOf(item);
