@@ -17,3 +17,17 @@ foreach(page index.html index.de.html index.es.html)
 endforeach()
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/resources/guide/"
         DESTINATION "${VEILKEEP_INSTALLED_BUNDLE}/Contents/Resources/guide")
+
+# A copy of the bundle alone can install itself for a user: it carries what the desktop is to know, and the places in it
+# are filled in then.
+set(templates "${VEILKEEP_BUNDLE}/Contents/Resources/desktop")
+foreach(file desktop/com.ostrel.Veilkeep.desktop.in desktop/com.ostrel.Veilkeep.service.in images/com.ostrel.Veilkeep.svg
+             images/com.ostrel.Veilkeep-symbolic.svg)
+    get_filename_component(name "${file}" NAME)
+    configure_file("${PROJECT_SOURCE_DIR}/resources/${file}" "${templates}/${name}" COPYONLY)
+endforeach()
+configure_file("${PROJECT_SOURCE_DIR}/docs/veilkeepctl.1" "${templates}/veilkeepctl.1" COPYONLY)
+foreach(shell bash fish)
+    configure_file("${PROJECT_SOURCE_DIR}/resources/completions/${shell}" "${templates}/veilkeepctl.${shell}" COPYONLY)
+endforeach()
+install(DIRECTORY "${templates}/" DESTINATION "${VEILKEEP_INSTALLED_BUNDLE}/Contents/Resources/desktop")

@@ -34,10 +34,11 @@ void ADApp::askAfterPass(bool allWell) {
         }
     }
     m_parts->list.save();
-    if (mayEndUnsaved())
-        end();
-    else
-        stayAfterAll();
+    if (!mayEndUnsaved())
+        return stayAfterAll();
+    if (!m_willBeRelaunched)
+        m_parts->offer.handleApplicationLaunchFromDiskImage();
+    end();
 }
 
 // What a full disk keeps from the lists would be lost with the program.

@@ -18,8 +18,10 @@
 #include "platform/linux/TrayHost.h"
 #include "platform/linux/gui/LogoutEvents.h"
 #include "platform/linux/gui/TrayIcon.h"
+#include "platform/linux/installation/UserInstallation.h"
 #include "prefs/PrefsController.h"
 #include "prefs/SoftwareUpdater.h"
+#include "session/InstallationOffer.h"
 #include "session/Relaunching.h"
 #include "session/SoundController.h"
 #include "widgets/dialogs/AboutWindow.h"
@@ -68,6 +70,8 @@ struct ADApp::Parts {
     FileListActions actions{list.files(), list.alerts(), &applications};
     RequestService requests{list.requests()};
     Relaunching relaunching;
+    UserInstallation installation;
+    InstallationOffer offer{list.alerts(), defaults, installation};
 
     ColorScheme colorScheme{events.sessionBus()};
     TrayHost trayHost{events.sessionBus()};

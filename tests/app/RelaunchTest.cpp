@@ -1,3 +1,4 @@
+#include "core/filesystem/ReadWholeFile.h"
 #include "tests/app/AppWorld.h"
 #include "tests/support/RunInChild.h"
 #include "tests/support/RunProgram.h"
@@ -14,8 +15,6 @@
 
 #include <unistd.h>
 
-#include <fstream>
-#include <iterator>
 #include <sstream>
 
 namespace veilkeep::test {
@@ -49,8 +48,7 @@ std::string statusText() {
 }
 
 std::string contentOf(const std::string& path) { // also while it vanishes
-    std::ifstream file(path);
-    return {std::istreambuf_iterator<char>(file), {}};
+    return readWholeFile(path, std::size_t{1} << 16).value_or(std::string());
 }
 
 // Whether a child has a descriptor that stands for this process.

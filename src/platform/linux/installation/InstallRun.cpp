@@ -1,0 +1,229 @@
+#include "platform/linux/installation/InstallRun.h"
+
+#include "core/base/PathText.h"
+#include "core/filesystem/Directories.h"
+#include "core/filesystem/FileLock.h"
+#include "core/filesystem/ItemAtPath.h"
+#include "core/filesystem/ReadWholeFile.h"
+#include "core/filesystem/ResolvedPath.h"
+#include "core/filesystem/TreeCopy.h"
+#include "core/log/Log.h"
+#include "core/storage/FileDigest.h"
+#include "core/storage/ReplaceFile.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+
+namespace veilkeep {
+namespace {
+
+// What was written by us and is as we left it.
+Result<DesktopItem> itemAt(const std::string& path) {
+    if (const auto target = readLink(path))
+        return DesktopItem{path, {}, *target};
+    auto content = readWholeFile(path, Manifest::maximumSize);
+    if (!content)
+        return content.error();
+    return DesktopItem{path, std::move(*content), {}};
+}
+
+Result<void> writeItem(const DesktopItem& item) {
+    if (item.target.empty()) {
+        auto written = replaceFile(item.path, item.content);
+        if (written && ::chmod(item.path.c_str(), 0644) != 0)
+            return Error::system("chmod", item.path, errno);
+        return written;
+    }
+    (void)::unlink(item.path.c_str());
+    if (::symlink(item.target.c_str(), item.path.c_str()) != 0)
+        return Error::system("symlink", item.path, errno);
+    return syncDirectory(directoryOf(item.path));
+}
+
+Manifest::Item manifestItem(const DesktopItem& item) {
+    using Kind = Manifest::Item::Kind;
+    return item.target.empty() ? Manifest::Item{Kind::File, item.path, digestOf(item.content)}
+                               : Manifest::Item{Kind::Link, item.path, item.target};
+}
+
+Result<void> renameItem(const std::string& from, const std::string& to, unsigned int flags) {
+    if (::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), flags) != 0)
+        return Error::system("rename", from, errno);
+    return {};
+}
+
+void logIfFailed(const char* what, const Result<void>& result) {
+    if (!result)
+        logError(what, result.error());
+}
+
+} // namespace
+
+Result<UniqueFd> lockInstallation(const InstallationPlaces& places) {
+    UniqueFd directory(::open(places.programs.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (!directory)
+        return Error::system("open", places.programs, errno);
+    if (const auto locked = lockExclusively(directory.get(), places.programs, std::chrono::seconds(5));
+        !locked)
+        return locked.error();
+    return directory;
+}
+
+std::string unfinishedCopy(const InstallationPlaces& places) {
+    return joinPath(places.programs, ".Veilkeep.app.new");
+}
+
+Result<void> InstallRun::run() {
+    auto done = steps();
+    if (!done)
+        takeBack();
+    return done;
+}
+
+Result<void> InstallRun::steps() {
+    if (auto made = makeDirectory(m_places.programs); !made)
+        return made;
+    auto lock = lockInstallation(m_places);
+    if (!lock)
+        return lock.error();
+    m_lock = std::move(*lock);
+    if (auto bytes = readWholeFile(m_places.manifest, Manifest::maximumSize)) {
+        m_formerManifest = std::move(*bytes);
+        if (auto former = Manifest::parse(*m_formerManifest))
+            m_former = std::move(*former);
+    }
+    for (const auto step : {&InstallRun::copyBundle, &InstallRun::planItems, &InstallRun::writeManifest,
+                            &InstallRun::writeItems, &InstallRun::putInPlace})
+        if (auto done = (this->*step)(); !done)
+            return done;
+    removeOutdated();
+    return {};
+}
+
+Result<void> InstallRun::copyBundle() {
+    if (auto removed = removeTree(m_copy); !removed)
+        return removed;
+    if (auto copied = copyTree(m_source, m_copy); !copied)
+        return copied;
+    return m_manifest.addTree(m_copy, m_places.bundle);
+}
+
+// What is there already stays, but what an earlier installation made and nobody changed.
+Result<void> InstallRun::planItems() {
+    auto items = desktopItems(m_source, m_places);
+    if (!items)
+        return items.error();
+    for (DesktopItem& item : *items) {
+        const Manifest::Item* const former = m_former.find(item.path);
+        if (itemExistsAt(item.path) && !(former && isUnchanged(*former))) {
+            logLine(item.path + " is not replaced: it is not as an installation left it");
+            if (former)
+                m_manifest.items.push_back(*former);
+            continue;
+        }
+        if (auto made = makeDirectory(directoryOf(item.path)); !made)
+            return made;
+        m_manifest.items.push_back(manifestItem(item));
+        m_items.push_back(std::move(item));
+    }
+    return {};
+}
+
+// Before what it names is there: a run that is cut off can be taken back by it.
+Result<void> InstallRun::writeManifest() {
+    m_manifest.directories.insert(m_former.directories.begin(), m_former.directories.end());
+    m_manifest.directories.insert(m_madeDirectories.begin(), m_madeDirectories.end());
+    return replaceFile(m_places.manifest, m_manifest.text());
+}
+
+Result<void> InstallRun::writeItems() {
+    for (const DesktopItem& item : m_items)
+        if (auto written = write(item); !written)
+            return written;
+    return {};
+}
+
+Result<void> InstallRun::write(const DesktopItem& item) {
+    Former former{item.path, std::nullopt};
+    if (itemExistsAt(item.path)) {
+        auto there = itemAt(item.path);
+        if (!there)
+            return there.error();
+        former.item = std::move(*there);
+    }
+    m_replaced.push_back(std::move(former));
+    return writeItem(item);
+}
+
+// What was there goes the other way, and is removed. Processes that run from it have their programs still,
+// and find what they open later at the same path.
+Result<void> InstallRun::putInPlace() {
+    const bool isThere = itemExistsAt(m_places.bundle);
+    auto placed = renameItem(m_copy, m_places.bundle, isThere ? RENAME_EXCHANGE : 0);
+    if (!placed && isThere && (placed.error().systemError == EINVAL || placed.error().systemError == ENOSYS))
+        placed = putInPlaceByTwo();
+    if (!placed)
+        return placed;
+    logIfFailed("An installation may be lost with the power", syncDirectory(m_places.programs));
+    logIfFailed("What was installed before is left aside", removeTree(m_copy));
+    return {};
+}
+
+Result<void> InstallRun::putInPlaceByTwo() {
+    const std::string aside = joinPath(m_places.programs, ".Veilkeep.app.old");
+    if (auto removed = removeTree(aside); !removed)
+        return removed;
+    if (auto moved = renameItem(m_places.bundle, aside, 0); !moved)
+        return moved;
+    auto placed = renameItem(m_copy, m_places.bundle, 0);
+    if (placed)
+        return renameItem(aside, m_copy, 0);
+    logIfFailed("The former program could not be put back", renameItem(aside, m_places.bundle, 0));
+    return placed;
+}
+
+// Every missing directory is noted, from the top down.
+Result<void> InstallRun::makeDirectory(const std::string& path) {
+    std::vector<std::string> missing;
+    for (std::string each = path; !itemExistsAt(each); each = directoryOf(each))
+        missing.push_back(each);
+    std::ranges::reverse(missing);
+    for (const std::string& each : missing) {
+        if (auto made = makeDirectories(each, 0755); !made)
+            return made;
+        m_madeDirectories.push_back(each);
+    }
+    return {};
+}
+
+// What an older version had beside its bundle and this one has not.
+void InstallRun::removeOutdated() {
+    for (const Manifest::Item& item : m_former.items)
+        if (!isSameOrBelow(item.path, m_places.bundle) && !m_manifest.find(item.path) && isUnchanged(item))
+            (void)::unlink(item.path.c_str());
+}
+
+void InstallRun::takeBack() {
+    std::ranges::reverse(m_replaced);
+    for (const Former& former : m_replaced)
+        if (former.item)
+            logIfFailed("A former file could not be put back", writeItem(*former.item));
+        else
+            (void)::unlink(former.path.c_str());
+    if (m_lock && m_formerManifest)
+        logIfFailed("What was installed is not noted", replaceFile(m_places.manifest, *m_formerManifest));
+    else if (m_lock)
+        (void)::unlink(m_places.manifest.c_str());
+    if (m_lock)
+        logIfFailed("A part of a copy is left", removeTree(m_copy));
+    std::ranges::reverse(m_madeDirectories);
+    for (const std::string& directory : m_madeDirectories)
+        (void)::rmdir(directory.c_str());
+}
+
+} // namespace veilkeep

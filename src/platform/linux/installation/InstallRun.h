@@ -1,0 +1,56 @@
+#pragma once
+
+#include "core/base/UniqueFd.h"
+#include "core/environment/InstallationPlaces.h"
+#include "platform/linux/installation/DesktopItems.h"
+#include "platform/linux/installation/Manifest.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace veilkeep {
+
+// The lock that who installs or removes holds on the directory of the programs.
+Result<UniqueFd> lockInstallation(const InstallationPlaces& places);
+std::string unfinishedCopy(const InstallationPlaces& places); // what a killed run may leave
+
+// One installation from its beginning to its end. The copied bundle gets its name last, by one rename; what
+// was done before is taken back where a step fails.
+class InstallRun {
+public:
+    InstallRun(const std::string& source, const InstallationPlaces& places)
+        : m_source(source), m_places(places), m_copy(unfinishedCopy(places)) {}
+
+    Result<void> run();
+
+private:
+    struct Former {
+        std::string path;
+        std::optional<DesktopItem> item; // nothing: there was none
+    };
+
+    Result<void> steps();
+    Result<void> copyBundle();
+    Result<void> planItems();
+    Result<void> writeManifest();
+    Result<void> writeItems();
+    Result<void> write(const DesktopItem& item);
+    Result<void> putInPlace();
+    Result<void> putInPlaceByTwo();
+    Result<void> makeDirectory(const std::string& path);
+    void removeOutdated();
+    void takeBack();
+
+    const std::string& m_source;
+    const InstallationPlaces& m_places;
+    const std::string m_copy;
+    UniqueFd m_lock;
+    std::optional<std::string> m_formerManifest; // its bytes
+    Manifest m_former, m_manifest;
+    std::vector<DesktopItem> m_items; // to be written
+    std::vector<Former> m_replaced;
+    std::vector<std::string> m_madeDirectories;
+};
+
+} // namespace veilkeep
