@@ -109,7 +109,7 @@ private:
             takeGroupWords();
         else if (rule)
             checkPaths(*rule);
-        else if (!line.paths.empty()) // "watch" is no request
+        else if (!line.paths.empty()) // "watch" and "uninstall" are no requests
             mistake = "'" + std::string(line.command->name) + "' takes no paths";
     }
 

@@ -101,6 +101,12 @@ constexpr CommandSyntax commands[] = {
      "it meanwhile. Where a systemd user session runs, let that start it:\n"
      "systemctl --user enable --now veilkeep-watch",
      0},
+    {"uninstall", "", "removes Veilkeep where you installed it for yourself",
+     "Takes away what Veilkeep made when it offered to install itself: its program, its entry in\n"
+     "menus, its commands, and the entry that starts it at login. What was changed since stays and\n"
+     "is named. The list, the settings and all items stay, hidden ones hidden: bring them back\n"
+     "first, with veilkeepctl unhide --all. Veilkeep must not be running. Asks first.",
+     Answer | Yes | PasswordStdin},
 };
 
 std::string padded(std::string text, std::size_t width) {

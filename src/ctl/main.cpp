@@ -7,6 +7,7 @@
 #include "ctl/TerminalCaller.h"
 #include "ctl/TerminalOutput.h"
 #include "ctl/TerminalQuestions.h"
+#include "ctl/UninstallCommand.h"
 #include "ctl/Watch.h"
 #include "format/ErrorText.h"
 #include "requests/RequestRules.h"
@@ -98,6 +99,8 @@ RequestStatus run(const CommandLine& line) {
         questions.takePasswordsFromInput();
     if (line.isPasswordCommand())
         return PasswordCommand(output, questions, caller).run(line.paths.front());
+    if (line.command->name == std::string_view("uninstall"))
+        return UninstallCommand(output, caller).run();
 
     Request request{QString::fromLatin1(line.command->name), {}, requestOptions(line)};
     RequestStatus status = takePaths(line, request, output, caller);

@@ -40,6 +40,9 @@ QMenu* openMenu() {
 AppWorld::AppWorld(StartOptions options) {
     QApplication::setStyle(QStringLiteral("Fusion"));
     QApplication::setDesktopSettingsAware(false);
+    UserDefaults defaults;
+    defaults.set(defaultsKey::noOfferToInstall, true); // a build tree's copy would
+    EXPECT_TRUE(defaults.synchronize());
     m_app = std::make_unique<ADApp>(m_count, m_arguments, std::move(options));
     QApplication::setCursorFlashTime(0);
 }

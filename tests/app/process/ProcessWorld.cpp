@@ -14,6 +14,7 @@ namespace veilkeep::test {
 void ProcessWorld::SetUp() {
     if (!m_bus->whyMissing().empty())
         GTEST_SKIP() << m_bus->whyMissing();
+    setOffersToInstall(false);
 }
 
 void ProcessWorld::start(const std::vector<std::string>& arguments) {
@@ -54,6 +55,12 @@ void ProcessWorld::setPassword() {
     UserDefaults defaults;
     defaults.set(defaultsKey::passwordEnabled, true);
     EXPECT_TRUE(PasswordManager(defaults).setPassword(password));
+}
+
+void ProcessWorld::setOffersToInstall(bool offers) {
+    UserDefaults defaults;
+    defaults.set(defaultsKey::noOfferToInstall, !offers);
+    EXPECT_TRUE(defaults.synchronize());
 }
 
 void ProcessWorld::setTold() {

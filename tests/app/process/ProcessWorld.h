@@ -42,7 +42,8 @@ protected:
     static bool becomesListed(const std::string& text);
     static bool isLogged(const std::string& text);
     static void setPassword();
-    static void setTold();                                                     // that there is no icon
+    static void setOffersToInstall(bool offers); // on quitting, as a build tree's copy does
+    static void setTold();                       // that there is no icon
     static QString call(const QString& method, const QVariantList& arguments); // the error's name, if any
 
     void stopSessionBus() { m_bus.reset(); }

@@ -74,8 +74,12 @@ Result<UniqueFd> lockInstallation(const InstallationPlaces& places) {
     return directory;
 }
 
-std::string unfinishedCopy(const InstallationPlaces& places) {
+std::string newCopy(const InstallationPlaces& places) {
     return joinPath(places.programs, ".Veilkeep.app.new");
+}
+
+std::string formerCopy(const InstallationPlaces& places) {
+    return joinPath(places.programs, ".Veilkeep.app.old");
 }
 
 Result<void> InstallRun::run() {
@@ -170,20 +174,20 @@ Result<void> InstallRun::putInPlace() {
     if (!placed)
         return placed;
     logIfFailed("An installation may be lost with the power", syncDirectory(m_places.programs));
-    logIfFailed("What was installed before is left aside", removeTree(m_copy));
+    for (const std::string& former : {m_copy, formerCopy(m_places)})
+        logIfFailed("What was installed before is left aside", removeTree(former));
     return {};
 }
 
 Result<void> InstallRun::putInPlaceByTwo() {
-    const std::string aside = joinPath(m_places.programs, ".Veilkeep.app.old");
+    const std::string aside = formerCopy(m_places);
     if (auto removed = removeTree(aside); !removed)
         return removed;
     if (auto moved = renameItem(m_places.bundle, aside, 0); !moved)
         return moved;
     auto placed = renameItem(m_copy, m_places.bundle, 0);
-    if (placed)
-        return renameItem(aside, m_copy, 0);
-    logIfFailed("The former program could not be put back", renameItem(aside, m_places.bundle, 0));
+    if (!placed)
+        logIfFailed("The former program could not be put back", renameItem(aside, m_places.bundle, 0));
     return placed;
 }
 

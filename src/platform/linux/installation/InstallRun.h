@@ -13,14 +13,17 @@ namespace veilkeep {
 
 // The lock that who installs or removes holds on the directory of the programs.
 Result<UniqueFd> lockInstallation(const InstallationPlaces& places);
-std::string unfinishedCopy(const InstallationPlaces& places); // what a killed run may leave
+
+// What a run works with, and may leave where it is killed: the new copy, and the former one.
+std::string newCopy(const InstallationPlaces& places);
+std::string formerCopy(const InstallationPlaces& places);
 
 // One installation from its beginning to its end. The copied bundle gets its name last, by one rename; what
 // was done before is taken back where a step fails.
 class InstallRun {
 public:
     InstallRun(const std::string& source, const InstallationPlaces& places)
-        : m_source(source), m_places(places), m_copy(unfinishedCopy(places)) {}
+        : m_source(source), m_places(places), m_copy(newCopy(places)) {}
 
     Result<void> run();
 

@@ -26,8 +26,9 @@ Result<std::vector<std::string>> UninstallRun::run() {
     m_manifest = std::move(*manifest);
     removeAutostart(); // whose program is looked at
     removeItems();
-    if (const auto removed = removeTree(unfinishedCopy(m_places)); !removed)
-        keep(unfinishedCopy(m_places));
+    for (const std::string& leftover : {newCopy(m_places), formerCopy(m_places)})
+        if (const auto removed = removeTree(leftover); !removed)
+            keep(leftover);
     remove(m_places.manifest);
     removeDirectories();
     return std::move(m_kept);

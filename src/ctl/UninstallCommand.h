@@ -1,0 +1,37 @@
+#pragma once
+
+#include "core/environment/XdgDirectories.h"
+#include "core/storage/ListOwnership.h"
+#include "ctl/TerminalCaller.h"
+#include "ctl/TerminalOutput.h"
+#include "platform/linux/installation/UserInstallation.h"
+
+#include <optional>
+
+namespace veilkeep {
+
+// "uninstall": takes the program away that a user installed for himself, be it this one or another. Items,
+// lists and settings stay. Nothing of what it is given is owned. Main thread.
+class UninstallCommand {
+public:
+    UninstallCommand(TerminalOutput& output, TerminalCaller& caller) : m_output(output), m_caller(caller) {}
+
+    RequestStatus run();
+
+private:
+    RequestStatus refused(const QString& why);
+    RequestStatus remove();
+    bool isPasswordGiven();
+    bool isWanted();
+
+    // While the program or a command of it works on the list. Without a list nobody does.
+    bool isInUse();
+
+    TerminalOutput& m_output;
+    TerminalCaller& m_caller;
+    UserInstallation m_installation;
+    const OwnPlaces m_places = OwnPlaces::current();
+    std::optional<ListOwnership> m_list;
+};
+
+} // namespace veilkeep
