@@ -98,6 +98,7 @@ int main(int argc, char** argv) {
     }
     options.isRelaunch = Relaunching::waitForFormerProcess();
     options.byLogin |= !options.isRelaunch && ProcessInfo::wasLaunchedAtLogin();
+    ::unsetenv("DESKTOP_AUTOSTART_ID"); // is this process' alone
     options.activationToken = inheritedActivationToken();
     reportWhatEndsTheProgram();
     int noArguments = 1; // Qt would take some for its own

@@ -4,6 +4,8 @@
 #include "platform/linux/installation/UserInstallation.h"
 #include "tests/support/ItemSnapshot.h"
 
+#include <QVariantMap>
+
 #include <signal.h>
 
 #include <algorithm>
@@ -17,6 +19,8 @@ class InstallationTest : public ProcessWorld {
 protected:
     void SetUp() override {
         ProcessWorld::SetUp();
+        stopSessionBus();
+        m_bus.emplace(m_tree, PrivateBus::Place::Session, inHome(".local/share/dbus-1/services"));
         setTold();
         setOffersToInstall(true);
         EXPECT_EQ(ctl({"add", m_item}).exitStatus, 0); // the program's own places are there
@@ -48,6 +52,14 @@ protected:
                m_screen.waitForDialog();
     }
 
+    // By one that was there before, and whose directory of services was not.
+    bool isStartedByTheBus() const {
+        EXPECT_EQ(call("Activate", {QVariantMap()}), QString());
+        const auto shown = window();
+        return shown && ::kill(shown->process, SIGTERM) == 0 &&
+               waitUntil([&] { return ::kill(shown->process, 0) != 0; });
+    }
+
     void startInstalled() {
         m_application = std::make_unique<BackgroundProgram>(std::vector{m_program});
         ASSERT_TRUE(window());
@@ -67,6 +79,9 @@ TEST_F(InstallationTest, FromTheOfferToItsRemoval) {
     const auto before = home();
     ASSERT_TRUE(startToWindow());
     EXPECT_EQ(end(SIGTERM), 0) << "a signal asks nothing";
+    ASSERT_TRUE(startToWindow());
+    ASSERT_TRUE(quitsWithOffer());
+    EXPECT_EQ(end(SIGTERM), 0) << "and answers what is open";
     EXPECT_EQ(home(), before);
 
     ASSERT_TRUE(startToWindow());
@@ -77,6 +92,7 @@ TEST_F(InstallationTest, FromTheOfferToItsRemoval) {
     EXPECT_EQ(installedCtl({"list"}).output, "visible\t" + m_item + "\n");
     EXPECT_EQ(runProgram({inHome(".local/bin/veilkeep"), "--self-test"}).exitStatus, 0);
 
+    EXPECT_TRUE(isStartedByTheBus());
     startInstalled();
     EXPECT_EQ(installedCtl({"uninstall", "--yes"}).exitStatus, 3) << "while it runs";
     ASSERT_TRUE(UserInstallation(VEILKEEP_BUNDLE).install()) << "over the running one";
