@@ -7,6 +7,7 @@
 #include "filelist/FileListActions.h"
 #include "platform/linux/ActivationToken.h"
 #include "platform/linux/ApplicationOnBus.h"
+#include "platform/linux/AutostartEntry.h"
 #include "platform/linux/BusNotifications.h"
 #include "platform/linux/ColorScheme.h"
 #include "platform/linux/FileManagerViewer.h"
@@ -70,6 +71,7 @@ struct ADApp::Parts {
     FileListActions actions{list.files(), list.alerts(), &applications};
     RequestService requests{list.requests()};
     Relaunching relaunching;
+    AutostartEntry loginItem;
     UserInstallation installation;
     InstallationOffer offer{list.alerts(), defaults, installation};
 
