@@ -1,6 +1,6 @@
 #include "ctl/GroupWords.h"
 
-#include "ctl/ItemPath.h"
+#include "core/filesystem/ItemPath.h"
 #include "format/ErrorText.h"
 #include "format/PrintableName.h"
 #include "requests/RequestRules.h"

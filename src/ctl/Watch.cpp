@@ -2,7 +2,6 @@
 
 #include "core/log/Log.h"
 #include "ctl/Interruption.h"
-#include "ctl/RequestRoute.h"
 #include "ctl/UnattendedPresenter.h"
 #include "format/ErrorText.h"
 #include "platform/EventLoop.h"
@@ -12,6 +11,7 @@
 #include "platform/linux/QuitSignals.h"
 #include "platform/linux/RequestService.h"
 #include "wiring/OwnList.h"
+#include "wiring/RequestRoute.h"
 
 #include <QCoreApplication>
 
@@ -68,7 +68,9 @@ Watch::Watch(TerminalOutput& output) : m_output(output) {
 Watch::~Watch() = default;
 
 RequestStatus Watch::run() {
-    const auto worker = usableWorker(m_output);
+    const auto worker = usableWorker([this](const std::string& path, const QString& reason) {
+        m_output.printError(path, reason.toStdString());
+    });
     if (!worker)
         return RequestStatus::SomeFailed;
     m_workerPath = *worker;

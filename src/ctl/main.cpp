@@ -1,8 +1,7 @@
+#include "core/filesystem/ItemPath.h"
 #include "ctl/CommandLine.h"
 #include "ctl/Interruption.h"
-#include "ctl/ItemPath.h"
 #include "ctl/PasswordCommand.h"
-#include "ctl/RequestRoute.h"
 #include "ctl/RowOutput.h"
 #include "ctl/TerminalCaller.h"
 #include "ctl/TerminalOutput.h"
@@ -11,6 +10,7 @@
 #include "ctl/Watch.h"
 #include "format/ErrorText.h"
 #include "requests/RequestRules.h"
+#include "wiring/RequestRoute.h"
 
 #include <QCoreApplication>
 
@@ -82,6 +82,10 @@ QVariantMap requestOptions(const CommandLine& line) {
     return options;
 }
 
+QString ownerName(RequestOwner owner) {
+    return owner == RequestOwner::Application ? QStringLiteral("application") : QStringLiteral("other");
+}
+
 RequestStatus run(const CommandLine& line) {
     Interruption::watch();
     TerminalOutput output(line.endNamesWithNul);
@@ -105,8 +109,10 @@ RequestStatus run(const CommandLine& line) {
     Request request{QString::fromLatin1(line.command->name), {}, requestOptions(line)};
     RequestStatus status = takePaths(line, request, output, caller);
     request.options.insert(QLatin1String(requestOption::interactive), questions.isInteractive());
+    RequestRoute route(caller, {.repeatPassword = [&] { caller.repeatPassword(); },
+                                .ownerFound = [&](RequestOwner owner) { rows.setOwner(ownerName(owner)); }});
     if (line.paths.empty() || request.paths.size() >= requestRule(request.command)->leastPaths)
-        status = std::max(status, RequestRoute(output, caller, rows).run(request));
+        status = std::max(status, route.run(request));
     if (requestRule(request.command)->onlyReads() && status == RequestStatus::AllWell)
         rows.finish();
     return output.flush() ? status : std::max(status, RequestStatus::SomeFailed);

@@ -33,4 +33,15 @@ const RequestRule* requestRule(const QString& command) {
     return rule == requestRules().end() ? nullptr : &*rule;
 }
 
+bool isFromMenu(const Request& request) {
+    const RequestRule* const rule = requestRule(request.command);
+    return rule && rule->command == RequestCommand::Hide && !request.paths.empty() &&
+           request.options.value(QLatin1String(requestOption::fromMenu)).toBool();
+}
+
+bool passesGate(const Request& request) {
+    const RequestRule* const rule = requestRule(request.command);
+    return rule && rule->passesGate && !isFromMenu(request);
+}
+
 } // namespace veilkeep

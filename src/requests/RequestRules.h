@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/Request.h"
+
 #include <QString>
 
 #include <cstddef>
@@ -58,6 +60,13 @@ std::span<const RequestRule> requestRules();
 // Null for a command that is not known.
 const RequestRule* requestRule(const QString& command);
 
+// Whether the user hides items by a menu of the desktop: he is told in his language.
+bool isFromMenu(const Request& request);
+
+// Whether the password is asked for before the request is worked on. What is hidden by a menu shows nothing,
+// and goes without.
+bool passesGate(const Request& request);
+
 // Names of options of a Request, beside its paths.
 namespace requestOption {
 inline constexpr auto interactive = "interactive"; // bool: questions are answered, so ask rather than collect
@@ -65,6 +74,7 @@ inline constexpr auto state = "state";             // of "list", a text: stateNa
 inline constexpr auto name = "name";               // of "list", a text: what their names hold
 inline constexpr auto group = "group";             // bytes: a group's name
 inline constexpr auto all = "all";                 // bool, of "hide" and "unhide": instead of paths
+inline constexpr auto fromMenu = "fromMenu";       // bool, of "hide" with paths: isFromMenu()
 
 // Of "group": what is done, a text, and what that takes beside the group.
 inline constexpr auto action = "action";     // groupAction

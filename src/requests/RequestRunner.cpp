@@ -70,13 +70,13 @@ bool RequestRunner::isUrgent(const QString& command) const {
 }
 
 RequestStatus RequestRunner::run(const Request& request, RequestCaller& caller) {
-    const LanguageGuard callersLanguage(m_parts.language, false);
+    const LanguageGuard callersLanguage(m_parts.language, isFromMenu(request));
     const RequestRule* rule = requestRule(request.command);
     if (!isWellFormed(request, rule)) {
         caller.message(Texts::tr("This request is not understood."));
         return RequestStatus::WrongUsage;
     }
-    if (!isAllowed(*rule, caller))
+    if (!isAllowed(*rule, request, caller))
         return RequestStatus::Refused;
     // What hides when the user leaves runs to its end, even if the screen locker that asked for it is gone.
     const Attention attention(m_parts, caller, rule->command != RequestCommand::AutoHide);
@@ -106,7 +106,7 @@ void RequestRunner::tellSaveTrouble(RequestWork& work) {
         tell(Texts::tr("the groups could not be saved: %1").arg(errorReason(*trouble)));
 }
 
-bool RequestRunner::isAllowed(const RequestRule& rule, RequestCaller& caller) {
+bool RequestRunner::isAllowed(const RequestRule& rule, const Request& request, RequestCaller& caller) {
     if (rule.changesList && m_parts.dataFile.isOfNewerVersion()) {
         caller.message(
             Texts::tr("The list was written by a newer version of Veilkeep and cannot be changed."));
@@ -117,7 +117,7 @@ bool RequestRunner::isAllowed(const RequestRule& rule, RequestCaller& caller) {
             Texts::tr("The groups were written by a newer version of Veilkeep and cannot be changed."));
         return false;
     }
-    if (!rule.passesGate || !m_parts.gate || m_parts.gate->operationAllowedWithoutAsking())
+    if (!passesGate(request) || !m_parts.gate || m_parts.gate->operationAllowedWithoutAsking())
         return true;
     if (askPassword(caller))
         return true;

@@ -42,7 +42,7 @@ public:
 
 private:
     RequestStatus run(const Request& request, RequestCaller& caller);
-    bool isAllowed(const RequestRule& rule, RequestCaller& caller);
+    bool isAllowed(const RequestRule& rule, const Request& request, RequestCaller& caller);
     void tellSaveTrouble(RequestWork& work);
     bool askPassword(RequestCaller& caller);
     void work(RequestCommand command, RequestWork& work);

@@ -1,4 +1,4 @@
-#include "ctl/ItemPath.h"
+#include "core/filesystem/ItemPath.h"
 
 #include "core/base/CHandles.h"
 #include "core/base/PathText.h"

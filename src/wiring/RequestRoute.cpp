@@ -1,12 +1,10 @@
-#include "ctl/RequestRoute.h"
+#include "wiring/RequestRoute.h"
 
 #include "core/storage/ListOwnership.h"
-#include "ctl/Interruption.h"
 #include "format/ErrorText.h"
 #include "prefs/PasswordManager.h"
 #include "requests/CallerPrompt.h"
 #include "requests/RequestRules.h"
-#include "wiring/OwnList.h"
 
 #include <QCoreApplication>
 
@@ -14,6 +12,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <utility>
 
 namespace veilkeep {
 namespace {
@@ -32,18 +31,16 @@ bool onlyReads(const Request& request) {
 
 } // namespace
 
-std::optional<std::string> usableWorker(TerminalOutput& output) {
+std::optional<std::string> usableWorker(const TellTrouble& tell) {
     const std::string worker = MainWindowController::cloakWorkerPath();
     if (::access(worker.c_str(), X_OK) == 0)
         return worker;
-    output.printError(
-        worker,
-        Texts::tr("this program is missing or may not be run; please install Veilkeep anew").toStdString());
+    tell(worker, Texts::tr("this program is missing or may not be run; please install Veilkeep anew"));
     return std::nullopt;
 }
 
-RequestRoute::RequestRoute(TerminalOutput& output, TerminalCaller& caller, RowOutput& rows)
-    : m_output(output), m_caller(caller), m_rows(rows) {}
+RequestRoute::RequestRoute(RequestCaller& caller, RequestRouteOptions options)
+    : m_caller(caller), m_options(std::move(options)) {}
 
 RequestStatus RequestRoute::run(const Request& request) {
     if (!isPasswordGiven(request))
@@ -57,27 +54,26 @@ RequestStatus RequestRoute::run(const Request& request) {
         return waitForList(request);
     if (const auto status = runInApplication(request))
         return *status;
-    m_rows.setOwner(QStringLiteral("other"));
+    m_options.ownerFound(RequestOwner::Other);
     return runHere(request, false);
 }
 
 // Asks where this program is about to work by itself, before it takes the list: others, a screen locker among
 // them, need not wait for a person. Whoever has the list then decides whether the entry is the right one.
 bool RequestRoute::isPasswordGiven(const Request& request) {
-    const RequestRule* rule = requestRule(request.command);
     UserDefaults defaults;
     PasswordManager passwords(defaults);
-    if (!rule || !rule->passesGate || !passwords.isPasswordEnabled() || m_application.isServed())
+    if (!passesGate(request) || !passwords.isPasswordEnabled() || m_application.isServed())
         return true;
     const bool isGiven = isGivenByCaller(passwords, m_caller);
     if (isGiven)
-        m_caller.repeatPassword();
+        m_options.repeatPassword();
     return isGiven;
 }
 
 RequestStatus RequestRoute::waitForList(const Request& request) {
     const auto end = Clock::now() + ownerWait;
-    while (!Interruption::isAsked()) {
+    while (!m_caller.isCancelled()) {
         if (const auto status = runInApplication(request))
             return *status;
         const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(end - Clock::now());
@@ -88,11 +84,11 @@ RequestStatus RequestRoute::waitForList(const Request& request) {
         if (ownership.error().systemError != EWOULDBLOCK)
             return runWithoutOwnership(request, ownership.error());
         if (left.count() <= 0) {
-            m_output.printMessage(Texts::tr("another process owns the list and did not answer"));
+            m_caller.message(Texts::tr("another process owns the list and did not answer"));
             return RequestStatus::OwnerSilent;
         }
     }
-    m_output.printMessage(Texts::tr("interrupted; nothing was done"));
+    m_caller.message(Texts::tr("interrupted; nothing was done"));
     return RequestStatus::SomeFailed;
 }
 
@@ -100,13 +96,13 @@ RequestStatus RequestRoute::waitForList(const Request& request) {
 std::optional<RequestStatus> RequestRoute::runInApplication(const Request& request) {
     if (!m_application.isServed())
         return std::nullopt;
-    m_rows.setOwner(QStringLiteral("application"));
+    m_options.ownerFound(RequestOwner::Application);
     const auto status = m_application.run(request, m_caller);
     if (status == RequestStatus::OwnerSilent)
-        m_output.printMessage(Texts::tr("the application owns the list and did not answer"));
+        m_caller.message(Texts::tr("the application owns the list and did not answer"));
     if (status || m_application.failure() != RequestClient::Failure::Vanished)
         return status;
-    m_output.printMessage(Texts::tr("the application ended before it was through"));
+    m_caller.message(Texts::tr("the application ended before it was through"));
     return RequestStatus::SomeFailed;
 }
 
@@ -115,16 +111,17 @@ RequestStatus RequestRoute::runWithoutOwnership(const Request& request, const Er
     const RequestRule* rule = requestRule(request.command);
     const bool bringsBack = rule && rule->command == RequestCommand::Unhide;
     if (!onlyReads(request))
-        m_output.printError(error.path, errorReason(error).toStdString());
+        m_caller.itemFailed(error.path, errorReason(error));
     return onlyReads(request) || bringsBack ? runHere(request, bringsBack) : RequestStatus::Refused;
 }
 
 RequestStatus RequestRoute::runHere(const Request& request, bool mayChange) {
-    const auto worker = usableWorker(m_output);
+    const auto worker = usableWorker(
+        [this](const std::string& path, const QString& reason) { m_caller.itemFailed(path, reason); });
     if (!worker)
         return RequestStatus::SomeFailed;
     UserDefaults defaults;
-    return OwnList(defaults, *worker, m_places).run(request, m_caller, mayChange);
+    return OwnList(defaults, *worker, m_places, m_options.list).run(request, m_caller, mayChange);
 }
 
 } // namespace veilkeep

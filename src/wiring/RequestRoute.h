@@ -2,27 +2,39 @@
 
 #include "core/base/Error.h"
 #include "core/environment/XdgDirectories.h"
-#include "ctl/RowOutput.h"
-#include "ctl/TerminalCaller.h"
 #include "platform/linux/RequestClient.h"
+#include "wiring/OwnList.h"
 
 #include <chrono>
+#include <functional>
 #include <optional>
 #include <string>
 
 namespace veilkeep {
 
+// Who works on a request, as status rows name it; nobody else does where it is not told.
+enum class RequestOwner { Application, Other };
+
+// Beside the caller. Nothing of it is owned.
+struct RequestRouteOptions {
+    // The caller gave the password before the list was taken; the next question for it has the same answer.
+    std::function<void()> repeatPassword = [] {};
+    std::function<void(RequestOwner)> ownerFound = [](RequestOwner) {};
+    OwnListOptions list = {}; // where this program works on the request
+};
+
 // The path of cloakWorker; nothing where it cannot be run, which is told.
-std::optional<std::string> usableWorker(TerminalOutput& output);
+using TellTrouble = std::function<void(const std::string& path, const QString& reason)>;
+std::optional<std::string> usableWorker(const TellTrouble& tell);
 
 // Has a request worked on by whoever owns the list: by this program where nobody does, by the application
-// where it runs. Nothing of what it is given is owned. Main thread.
+// where it runs. Main thread.
 class RequestRoute {
 public:
     // How long another veilkeepctl may take to finish.
     static constexpr std::chrono::seconds ownerWait{10};
 
-    RequestRoute(TerminalOutput& output, TerminalCaller& caller, RowOutput& rows);
+    explicit RequestRoute(RequestCaller& caller, RequestRouteOptions options = {}); // it is not owned
 
     RequestStatus run(const Request& request);
 
@@ -33,9 +45,8 @@ private:
     RequestStatus runHere(const Request& request, bool mayChange);
     RequestStatus runWithoutOwnership(const Request& request, const Error& error);
 
-    TerminalOutput& m_output;
-    TerminalCaller& m_caller;
-    RowOutput& m_rows;
+    RequestCaller& m_caller;
+    const RequestRouteOptions m_options;
     const OwnPlaces m_places = OwnPlaces::current();
     RequestClient m_application;
 };
