@@ -1,6 +1,5 @@
 #include "app/ADApp.h"
 #include "app/ADAppParts.h"
-#include "app/OwnUrls.h"
 #include "app/UncaughtExceptions.h"
 
 #include "core/log/Log.h"
@@ -197,12 +196,6 @@ void ADApp::applicationDidFinishLaunching() {
     });
 }
 
-void ADApp::open(const OpenRequest& request) {
-    for (const QString& link : request.links)
-        getUrl(link);
-    openFiles(request.paths);
-}
-
 void ADApp::showVeilkeepActivateApp(bool ignoringOthers) {
     const auto show = [this, ignoringOthers] {
         m_parts->list.window().showVeilkeepActivateApp(ignoringOthers);
@@ -218,24 +211,6 @@ bool ADApp::applicationOpenUntitledFile() {
         return false;
     showVeilkeep();
     return true;
-}
-
-// Adding from outside is protected like every other change. What is hidden stays hidden where the window is
-// there.
-void ADApp::openFiles(const std::vector<std::string>& paths) {
-    if (paths.empty() || m_isTerminating)
-        return;
-    whenIdle([this, paths] {
-        MainWindowController& window = m_parts->list.window();
-        if (window.windowState()) {
-            m_parts->window.activate(true);
-            m_parts->window.show();
-        } else {
-            window.showVeilkeepActivateApp(true);
-        }
-        if (window.windowState())
-            window.addFiles(paths);
-    });
 }
 
 // What opens a window of its own would hold up a batch in whose midst it was asked for. Dropped where the

@@ -86,10 +86,15 @@ private:
     void followColorScheme(bool isDark);
     void finishLaunching();
     void applicationDidFinishLaunching();
-    void open(const OpenRequest& request);
     void whenLaunched(const std::function<void()>& request);
     void whenIdle(const std::function<void()>& operation);
     void refuse(const QString& title, const QString& message);
+
+    // Items from outside (ADAppItems.cpp).
+    void open(const OpenRequest& request);
+    void showItems(const OpenRequest& request);
+    void addAndSelect(const std::vector<std::string>& paths);
+    void inOpenWindow(const std::function<void()>& operation); // where it may be shown
 
     // Ending (ADAppEnding.cpp).
     void closeAsked();

@@ -59,6 +59,10 @@ std::variant<StartOptions, std::string> StartOptions::parse(std::span<char* cons
             options.byLogin = true;
         else if (argument == "--service")
             options.asService = true;
+        else if (argument == "--hide")
+            options.mode = Mode::Hide;
+        else if (argument == "--show")
+            options.toOpen.shows = true;
         else if (argument == "--self-test")
             options.mode = Mode::SelfTest;
         else if (argument == "--version")
@@ -68,16 +72,21 @@ std::variant<StartOptions, std::string> StartOptions::parse(std::span<char* cons
         else
             return "unknown option " + quotedName(argument);
     }
+    if (options.mode == Mode::Hide && options.toOpen.isEmpty())
+        return "there is nothing to hide";
     return options;
 }
 
 const char* StartOptions::helpText() {
     return "usage: veilkeep [--login] [FILE|URL]...\n"
+           "       veilkeep --hide | --show [--] FILE|URL...\n"
            "       veilkeep --self-test | --version | --help\n"
            "\n"
            "Hides files and folders from ordinary view and brings them back.\n"
            "\n"
            "  --login      stays in the background, as at the start of a session\n"
+           "  --hide       hides the items, and says in a window what could not be hidden\n"
+           "  --show       shows the items in the window; those that are not in the list are added to it\n"
            "  --self-test  looks whether everything that Veilkeep needs is there, and says so\n"
            "  --version    prints the version\n"
            "\n"

@@ -10,9 +10,9 @@
 
 namespace veilkeep {
 
-// What the program was started with.
+// What the program was started with. Hide: toOpen says what; it is not opened.
 struct StartOptions {
-    enum class Mode { Normal, SelfTest, Version, Help };
+    enum class Mode { Normal, Hide, SelfTest, Version, Help };
 
     Mode mode = Mode::Normal;
     bool byLogin = false;   // --login: the session started it; no window

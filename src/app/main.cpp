@@ -6,6 +6,7 @@
 #include "app/Translations.h"
 #include "app/UncaughtExceptions.h"
 #include "app/ask/RunAsk.h"
+#include "app/hide/RunHide.h"
 #include "platform/linux/ActivationToken.h"
 #include "session/ProcessInfo.h"
 #include "session/Relaunching.h"
@@ -85,6 +86,7 @@ int main(int argc, char** argv) {
         return print(StartOptions::helpText());
     case StartOptions::Mode::SelfTest:
         return selfTest(argv);
+    case StartOptions::Mode::Hide:
     case StartOptions::Mode::Normal:
         break;
     }
@@ -99,6 +101,8 @@ int main(int argc, char** argv) {
     options.isRelaunch = Relaunching::waitForFormerProcess();
     options.byLogin |= !options.isRelaunch && ProcessInfo::wasLaunchedAtLogin();
     ::unsetenv("DESKTOP_AUTOSTART_ID"); // is this process' alone
+    if (options.mode == StartOptions::Mode::Hide)
+        return runHide(argv, options.toOpen);
     options.activationToken = inheritedActivationToken();
     reportWhatEndsTheProgram();
     int noArguments = 1; // Qt would take some for its own

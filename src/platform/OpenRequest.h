@@ -13,6 +13,7 @@ namespace veilkeep {
 struct OpenRequest {
     std::vector<std::string> paths;
     QStringList links;
+    bool shows = false; // listed items are selected rather than added
 
     bool isEmpty() const { return paths.empty() && links.isEmpty(); }
     QStringList uris() const;

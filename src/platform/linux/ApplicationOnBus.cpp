@@ -15,6 +15,7 @@ constexpr QLatin1String applicationInterface("org.freedesktop.Application");
 constexpr QLatin1String waylandToken("activation-token");
 constexpr QLatin1String x11Token("desktop-startup-id");
 constexpr qsizetype longestActionName = 255;
+constexpr QLatin1String showItemsAction("show-items");
 
 struct Texts {
     Q_DECLARE_TR_FUNCTIONS(ApplicationOnBus)
@@ -30,6 +31,17 @@ QVariantMap platformDataWith(const QString& token) {
     if (token.isEmpty())
         return {};
     return {{waylandToken, token}, {x11Token, token}};
+}
+
+QDBusMessage callFor(const QString& owner, const OpenRequest& request, const QString& token) {
+    const char* const method = request.isEmpty() ? "Activate" : request.shows ? "ActivateAction" : "Open";
+    QDBusMessage call =
+        QDBusMessage::createMethodCall(owner, applicationObject, applicationInterface, QLatin1String(method));
+    if (!request.isEmpty() && request.shows)
+        call << QString(showItemsAction) << QVariantList{request.uris()};
+    else if (!request.isEmpty())
+        call << request.uris();
+    return call << platformDataWith(token);
 }
 
 bool isTooMuch(const QStringList& uris) {
@@ -86,14 +98,9 @@ bool ApplicationOnBus::forwardToRunning(const OpenRequest& request, const QStrin
         bus.askBus(QStringLiteral("GetNameOwner"), applicationName).arguments().value(0).toString();
     if (!owner.startsWith(QLatin1Char(':')) || !bus.isOwnUsers(owner))
         return false;
-    QDBusMessage call =
-        QDBusMessage::createMethodCall(owner, applicationObject, applicationInterface,
-                                       QLatin1String(request.isEmpty() ? "Activate" : "Open"));
-    if (!request.isEmpty())
-        call << request.uris();
-    call << platformDataWith(token);
-    return bus.connection().call(call, QDBus::Block, static_cast<int>(limit.count())).type() ==
-           QDBusMessage::ReplyMessage;
+    return bus.connection()
+               .call(callFor(owner, request, token), QDBus::Block, static_cast<int>(limit.count()))
+               .type() == QDBusMessage::ReplyMessage;
 }
 
 // Some launchers leave the bus before it can say whose they were. Showing the window does no harm.
@@ -117,21 +124,30 @@ void ApplicationOnBus::Open(const QStringList& uris, const QVariantMap& platform
         return;
     if (uris.isEmpty())
         return Activate(platformData);
+    take(uris, platformData, false);
+}
+
+void ApplicationOnBus::take(const QStringList& uris, const QVariantMap& platformData, bool shows) {
     if (isTooMuch(uris))
         return sendErrorReply(invalidArguments, Texts::tr("Too many items in one request."));
+    OpenRequest request = OpenRequest::fromUris(uris);
+    request.shows = shows;
     QMetaObject::invokeMethod(
-        this,
-        [this, request = OpenRequest::fromUris(uris), token = tokenIn(platformData)] {
-            emit opened(request, token);
-        },
+        this, [this, request, token = tokenIn(platformData)] { emit opened(request, token); },
         Qt::QueuedConnection);
 }
 
-void ApplicationOnBus::ActivateAction(const QString& name, const QVariantList& /*parameters*/,
-                                      const QVariantMap& /*platformData*/) {
-    if (!refuses(false))
-        sendErrorReply(invalidArguments,
-                       Texts::tr("There is no action “%1”.").arg(name.left(longestActionName)));
+void ApplicationOnBus::ActivateAction(const QString& name, const QVariantList& parameters,
+                                      const QVariantMap& platformData) {
+    if (refuses(false))
+        return;
+    if (name != showItemsAction)
+        return sendErrorReply(invalidArguments,
+                              Texts::tr("There is no action “%1”.").arg(name.left(longestActionName)));
+    const QStringList uris = parameters.size() == 1 ? parameters.front().toStringList() : QStringList();
+    if (uris.isEmpty())
+        return sendErrorReply(invalidArguments, Texts::tr("This action takes one list of URIs."));
+    take(uris, platformData, true);
 }
 
 } // namespace veilkeep

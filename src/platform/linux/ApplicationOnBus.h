@@ -47,6 +47,7 @@ public slots:
 
 private:
     bool refuses(bool isHarmless); // and has said so
+    void take(const QStringList& uris, const QVariantMap& platformData, bool shows);
     bool takeName();
 
     std::unique_ptr<SessionBusConnection> m_bus;
