@@ -27,6 +27,14 @@ foreach(sound autohide drop hideUnhide panel)
 endforeach()
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/resources/sounds/" DESTINATION "${VEILKEEP_INSTALLED_BUNDLE}/Contents/Resources")
 
+# Entries for the menus of file managers, of which the program installs copies for its user.
+foreach(entry dolphin.desktop hide.nemo_action script.sh show.nemo_action thunar.xml)
+    configure_file("${PROJECT_SOURCE_DIR}/resources/filemanagers/${entry}"
+                   "${VEILKEEP_BUNDLE}/Contents/Resources/filemanagers/${entry}" COPYONLY)
+endforeach()
+install(DIRECTORY "${PROJECT_SOURCE_DIR}/resources/filemanagers/"
+        DESTINATION "${VEILKEEP_INSTALLED_BUNDLE}/Contents/Resources/filemanagers")
+
 set(VEILKEEP_POLICY "${PROJECT_BINARY_DIR}/com.ostrel.Veilkeep.policy")
 configure_file("${PROJECT_SOURCE_DIR}/resources/com.ostrel.Veilkeep.policy.in" "${VEILKEEP_POLICY}" @ONLY)
 install(FILES "${VEILKEEP_POLICY}" DESTINATION /usr/share/polkit-1/actions)

@@ -72,8 +72,6 @@ std::variant<StartOptions, std::string> StartOptions::parse(std::span<char* cons
         else
             return "unknown option " + quotedName(argument);
     }
-    if (options.mode == Mode::Hide && options.toOpen.isEmpty())
-        return "there is nothing to hide";
     return options;
 }
 

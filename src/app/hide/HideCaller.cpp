@@ -47,6 +47,8 @@ void HideCaller::tellTroubles() {
     if (m_failed.size() == 1) {
         alert.title = Texts::tr("The item “%1” could not be hidden.").arg(m_failed.front().fileName);
         m_messages.prepend(m_failed.front().errorCode);
+    } else if (m_failed.empty()) {
+        alert.title = m_messages.takeFirst();
     } else {
         alert.title = Texts::tr("Some errors have been occured while hiding files");
         alert.errors = m_failed;

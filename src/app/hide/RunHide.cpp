@@ -65,6 +65,8 @@ RequestStatus hide(const OpenRequest& items) {
         RequestRoute route(caller, {.list = {.tick = turnEventLoop, .presenter = &windows, .mayAsk = true}});
         status = std::max(status, route.run(request));
     }
+    if (items.isEmpty())
+        caller.message(QCoreApplication::translate("RunHide", "No item was chosen."));
     caller.tellTroubles();
     return status;
 }

@@ -1,0 +1,55 @@
+#pragma once
+
+#include "core/base/Error.h"
+
+#include <string>
+#include <vector>
+
+namespace veilkeep {
+
+// What became of the program's entries in the menus of file managers. What failed is as it was before; the
+// paths of the errors name it.
+struct FileManagerChange {
+    // One that runs, and takes no notice of the file before it is started anew.
+    struct Restart {
+        std::string manager;
+        std::string path;
+    };
+
+    std::vector<std::string> changed; // files that were installed, removed, or had ours put in or taken out
+    std::vector<Error> noDirectory;   // directories that could not be made
+    std::vector<Error> notChanged;    // files
+    std::vector<Restart> toRestart;
+
+    bool hasFailed() const { return !noDirectory.empty() || !notChanged.empty(); }
+};
+
+// The entries "Hide with Veilkeep" and "Show in Veilkeep" in the menus of the user's file managers.
+// Everything is as the disk says at the time of the call. Main thread.
+class FileManagerMenu {
+public:
+    virtual ~FileManagerMenu() = default;
+
+    virtual bool isInstalled() const = 0;         // in any of them
+    virtual bool isSourceThere() const = 0;       // the bundle holds what is installed
+    virtual bool isAnyManagerPresent() const = 0; // that could show the entries
+
+    // For the file managers that are present. What the user made himself of an entry stays as it is.
+    virtual FileManagerChange install() = 0;
+
+    // Brings entries that an older version made, or that start another copy of the program, up to date.
+    virtual FileManagerChange renew() = 0;
+
+    // From all of them, with the directories that were made for it and are empty. An entry that the user
+    // changed has failed and stays.
+    virtual FileManagerChange remove() = 0;
+
+    virtual void restart(const std::vector<FileManagerChange::Restart>& toRestart) = 0;
+
+protected:
+    FileManagerMenu() = default;
+    FileManagerMenu(const FileManagerMenu&) = default;
+    FileManagerMenu& operator=(const FileManagerMenu&) = default;
+};
+
+} // namespace veilkeep

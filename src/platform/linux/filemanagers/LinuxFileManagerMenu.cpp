@@ -1,0 +1,175 @@
+#include "platform/linux/filemanagers/LinuxFileManagerMenu.h"
+
+#include "core/base/PathText.h"
+#include "core/environment/Bundle.h"
+#include "core/filesystem/ItemAtPath.h"
+#include "core/filesystem/ReadWholeFile.h"
+#include "core/log/Log.h"
+#include "core/process/ChildProcess.h"
+#include "core/process/DetachedProcess.h"
+#include "platform/linux/SessionBusConnection.h"
+#include "platform/linux/filemanagers/EntryFile.h"
+#include "platform/linux/filemanagers/EntryTemplate.h"
+#include "platform/linux/filemanagers/PlacedFile.h"
+#include "platform/linux/filemanagers/ThunarEntry.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <utility>
+
+namespace veilkeep {
+namespace {
+
+constexpr std::size_t largestTemplate = std::size_t{64} << 10;
+constexpr std::chrono::seconds quitLimit{10};
+
+using State = MenuEntry::State;
+
+std::string templatesIn(const std::string& bundle) {
+    return bundle + "/Contents/Resources/filemanagers";
+}
+
+bool isOurs(State state) {
+    return state == State::Current || state == State::Outdated || state == State::Changed;
+}
+
+} // namespace
+
+std::string LinuxFileManagerMenu::directoryOf(const FileManagerFile& file) const {
+    const bool isData = file.base == FileManagerFile::Base::DataHome;
+    return joinPath(isData ? m_parts.user.dataHome : m_parts.user.configHome, file.finderPluginLocation);
+}
+
+Result<std::string> LinuxFileManagerMenu::contentOf(const FileManagerFile& file) const {
+    const auto text =
+        readWholeFile(joinPath(templatesIn(m_parts.bundle), file.finderPluginName), largestTemplate);
+    if (!text)
+        return text.error();
+    const auto program = quotedProgram(bundledProgramPath(m_parts.bundle, "Veilkeep"), file.format);
+    if (!program)
+        return program.error();
+    return filledTemplate(*text, {{"PROGRAM", *program}, {"OPTION", file.option}, {"URIS", file.uris}});
+}
+
+std::unique_ptr<MenuEntry> LinuxFileManagerMenu::entryOf(const FileManagerFile& file,
+                                                         const std::string& content) const {
+    std::string path = joinPath(directoryOf(file), file.outputFinderPluginName);
+    if (file.format != EntryFormat::Xml)
+        return std::make_unique<EntryFile>(std::move(path), content, m_parts.version, file.mode);
+    std::vector<std::string> systemFiles;
+    for (const std::string& config : m_parts.places.config)
+        systemFiles.push_back(
+            joinPath(joinPath(config, file.finderPluginLocation), file.outputFinderPluginName));
+    return std::make_unique<ThunarEntry>(std::move(path), content, m_parts.version, std::move(systemFiles));
+}
+
+bool LinuxFileManagerMenu::isInstalled() const {
+    return std::ranges::any_of(fileManagerFiles(), [this](const FileManagerFile& file) {
+        return isOurs(entryOf(file, {})->state());
+    });
+}
+
+bool LinuxFileManagerMenu::isSourceThere() const {
+    return !m_parts.bundle.empty() && isDirectoryAt(templatesIn(m_parts.bundle));
+}
+
+bool LinuxFileManagerMenu::isAnyManagerPresent() const {
+    return std::ranges::any_of(
+        fileManagers(), [this](const FileManager& manager) { return isPresent(manager, m_parts.places); });
+}
+
+FileManagerChange LinuxFileManagerMenu::install() {
+    FileManagerChange change;
+    for (const FileManagerFile& file : fileManagerFiles())
+        if (isPresent(file.manager, m_parts.places))
+            install(file, change);
+    return change;
+}
+
+FileManagerChange LinuxFileManagerMenu::renew() {
+    FileManagerChange change;
+    for (const FileManagerFile& file : fileManagerFiles()) {
+        const auto content = contentOf(file);
+        if (content && entryOf(file, *content)->state() == State::Outdated)
+            install(file, change);
+    }
+    return change;
+}
+
+void LinuxFileManagerMenu::install(const FileManagerFile& file, FileManagerChange& change) const {
+    const auto content = contentOf(file);
+    if (!content && content.error().systemError == ENOENT)
+        return logError("A template of menu entries is missing", content.error());
+    const auto entry = entryOf(file, content ? *content : std::string());
+    if (!content)
+        return change.notChanged.push_back(
+            {content.error().code, content.error().operation, entry->path(), content.error().systemError});
+    const State before = entry->state();
+    const auto made = makePlace(directoryOf(file));
+    if (!made)
+        return change.noDirectory.push_back(
+            Error::system("mkdir", directoryOf(file), made.error().systemError));
+    if (const auto installed = entry->install(*made); !installed) {
+        removePlaces({{directoryOf(file), *made}});
+        return change.notChanged.push_back(installed.error());
+    }
+    if (before == State::Absent || before == State::Outdated)
+        noteChange(file, entry->path(), change);
+}
+
+FileManagerChange LinuxFileManagerMenu::remove() {
+    FileManagerChange change;
+    std::vector<MadePlace> made;
+    for (const FileManagerFile& file : fileManagerFiles()) {
+        const auto entry = entryOf(file, {});
+        const bool wasThere = isOurs(entry->state());
+        const auto removed = entry->remove();
+        if (!removed) {
+            change.notChanged.push_back(removed.error());
+            continue;
+        }
+        made.push_back({directoryOf(file), *removed});
+        if (wasThere)
+            noteChange(file, entry->path(), change);
+    }
+    removePlaces(made);
+    return change;
+}
+
+void LinuxFileManagerMenu::noteChange(const FileManagerFile& file, const std::string& path,
+                                      FileManagerChange& change) const {
+    change.changed.push_back(path);
+    const FileManager& manager = file.manager;
+    if (manager.restartedOnBus && m_parts.isOnBus(manager.restartedOnBus))
+        change.toRestart.push_back({manager.name, path});
+}
+
+// By its own command to quit, so that it can put things in order; then it is there again as a service, as
+// desktops start it.
+void LinuxFileManagerMenu::restart(const std::vector<FileManagerChange::Restart>& toRestart) {
+    for (const FileManager& manager : fileManagers()) {
+        if (std::ranges::find(toRestart, manager.name, &FileManagerChange::Restart::manager) ==
+            toRestart.end())
+            continue;
+        const std::string program = programIn(m_parts.places.programs, manager.program);
+        ChildProcessOptions options;
+        options.discardErrors = true;
+        options.timeLimit = quitLimit;
+        const auto quit = runChildProcess(program, {"--quit"}, options);
+        if (!quit.exitedWith(0))
+            logError("The file manager could not be quit",
+                     quit.error.path.empty() ? Error::system("quit", program, 0) : quit.error);
+        else if (const auto started = startDetachedProcess(program, {"--daemon"}); !started)
+            logError("The file manager could not be started again", started.error());
+    }
+}
+
+bool LinuxFileManagerMenu::isOnSessionBus(const std::string& name) {
+    const SessionBusConnection bus;
+    return bus.isConnected() && bus.askBus(QStringLiteral("NameHasOwner"), QString::fromStdString(name))
+                                    .arguments()
+                                    .value(0)
+                                    .toBool();
+}
+
+} // namespace veilkeep

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "core/environment/XdgDirectories.h"
+#include "platform/FileManagerMenu.h"
+#include "platform/linux/filemanagers/FileManagers.h"
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace veilkeep {
+
+class MenuEntry;
+
+// Entries as files among the user's settings, made of the templates in the bundle. Main thread.
+class LinuxFileManagerMenu : public FileManagerMenu {
+public:
+    struct Parts {
+        std::string bundle; // whose program the entries start; empty: there is nothing to install
+        std::string version;
+        XdgDirectories user = XdgDirectories::current();
+        FileManagerPlaces places = FileManagerPlaces::current();
+        std::function<bool(const std::string& name)> isOnBus = isOnSessionBus;
+    };
+
+    explicit LinuxFileManagerMenu(Parts parts) : m_parts(std::move(parts)) {}
+
+    bool isInstalled() const override;
+    bool isSourceThere() const override;
+    bool isAnyManagerPresent() const override;
+    FileManagerChange install() override;
+    FileManagerChange renew() override;
+    FileManagerChange remove() override;
+    void restart(const std::vector<FileManagerChange::Restart>& toRestart) override;
+
+    static bool isOnSessionBus(const std::string& name);
+
+private:
+    std::string directoryOf(const FileManagerFile& file) const;
+    Result<std::string> contentOf(const FileManagerFile& file) const;
+    std::unique_ptr<MenuEntry> entryOf(const FileManagerFile& file, const std::string& content) const;
+    void install(const FileManagerFile& file, FileManagerChange& change) const;
+    void noteChange(const FileManagerFile& file, const std::string& path, FileManagerChange& change) const;
+
+    const Parts m_parts;
+};
+
+} // namespace veilkeep
