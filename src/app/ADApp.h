@@ -49,6 +49,7 @@ public:
     void showVeilkeep() { showVeilkeepActivateApp(true); }
     bool applicationOpenUntitledFile(); // the launcher was used; false while the program starts
     void openFiles(const std::vector<std::string>& paths); // with the application
+    void showItems(const OpenRequest& request); // selected in the list; added to it where they are not there
 
     void applicationShouldTerminate(); // hides, asks where that failed, saves and ends
 
@@ -92,7 +93,6 @@ private:
 
     // Items from outside (ADAppItems.cpp).
     void open(const OpenRequest& request);
-    void showItems(const OpenRequest& request);
     void addAndSelect(const std::vector<std::string>& paths);
     void inOpenWindow(const std::function<void()>& operation); // where it may be shown
 

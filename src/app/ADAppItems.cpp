@@ -56,7 +56,7 @@ void ADApp::openFiles(const std::vector<std::string>& paths) {
 void ADApp::showItems(const OpenRequest& request) {
     inOpenWindow([this, request] {
         if (!request.paths.empty())
-            m_parts->list.turns().run([this, paths = request.paths] { addAndSelect(paths); });
+            m_parts->list.window().whenOpen([this, paths = request.paths] { addAndSelect(paths); });
         if (!request.links.isEmpty())
             m_parts->list.alerts().beginInformationalAlertSheet(
                 tr("Only files and folders of this computer can be shown."), shownLines(request.links));

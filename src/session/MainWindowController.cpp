@@ -135,6 +135,19 @@ void MainWindowController::addFiles(const std::vector<std::string>& paths) {
     m_parts.turns.run([this, paths] { m_parts.files.addFiles(paths); });
 }
 
+void MainWindowController::whenOpen(const std::function<void()>& operation) {
+    const auto take = [this, operation, departures = m_departures] {
+        m_parts.turns.run([this, operation, departures] {
+            if (windowState() && departures == m_departures)
+                operation();
+        });
+    };
+    if (m_unhide.isActive()) // what it starts comes first
+        connect(&m_unhide, &QTimer::timeout, this, take, Qt::SingleShotConnection);
+    else
+        take();
+}
+
 bool MainWindowController::operationAllowedWithoutAsking() const {
     return !m_parts.passwords.isPasswordEnabled() || windowState();
 }

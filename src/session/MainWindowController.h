@@ -75,6 +75,10 @@ public:
     void addFile(const std::string& path) { addFiles({path}); }
     void addFiles(const std::vector<std::string>& paths); // in their turn
 
+    // In its turn, after the AutoHide groups that come back with the window, which clears the selection.
+    // Dropped where the window goes before.
+    void whenOpen(const std::function<void()>& operation);
+
     // Gate
     bool operationAllowedWithoutAsking() const override;
     bool operationAllowed() override;

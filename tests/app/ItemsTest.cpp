@@ -71,6 +71,38 @@ TEST_F(ItemsTest, WhatCannotBeAddedIsSaid) {
     EXPECT_TRUE(world.shows({"letter"}));
 }
 
+// Whatever the list shows at the moment, and whether they are listed already.
+TEST_F(ItemsTest, ItemsThatAreToBeShownAreSelected) {
+    const std::string hidden = world.addFile("hidden"),
+                      visible = world.addFileToGroup("visible", "Private Files");
+    world.addFile("other");
+    ASSERT_TRUE(world.files().hideFiles({world.files().findFileWithPath(hidden)}, false));
+    ASSERT_TRUE(world.isHidden(hidden));
+    world.clickGroup("Private Files");
+    const std::string fresh = appScratch().makeFile("home/Docs/fresh");
+    const auto selected = [this] {
+        std::vector<std::string> paths;
+        for (const ListedFile& file : world.files().getAllSelectedFiles())
+            paths.emplace_back(file->path());
+        return paths;
+    };
+    OpenRequest request{{hidden, visible + "/", fresh}, {}, true};
+    world.app().showItems(request);
+    const std::vector<std::string> wanted{AppWorld::hiddenPathOf(hidden), visible, fresh};
+    EXPECT_TRUE(eventually([&] { return selected() == wanted; }));
+    EXPECT_TRUE(world.isHiddenOnDisk(hidden));
+
+    world.parts().list.window().hideWindow();
+    world.groups().setAutoUnhideHappened(false);
+    request.paths = {wanted[0]}; // as file managers see it
+    request.links = {"smb://host/item"};
+    world.answer("Only files and folders of this computer can be shown.", "OK");
+    world.app().showItems(request);
+    EXPECT_TRUE(world.areAllAnswered());
+    EXPECT_TRUE(eventually([&] { return world.groups().autoUnhideHappened(); }));
+    EXPECT_TRUE(eventually([&] { return selected() == std::vector{wanted[0]}; }));
+}
+
 TEST_F(ItemsTest, EachWayHidesAndShows) {
     const std::string path = world.addFile("letter"), other = world.addFile("other");
     auto* const summary = world.window()->findChild<SummaryLine*>();

@@ -120,8 +120,8 @@ class Session:
         assert states == ["broken", "hidden", "hidden", "visible", "visible", "visible"], states
         self.ctl("password", "set", "--password-stdin", text=PASSWORD + "\n")
 
-    def start_application(self):
-        return self.start(self.programs / "Veilkeep", stdout=self.log)
+    def start_application(self, *arguments):
+        return self.start(self.programs / "Veilkeep", *arguments, stdout=self.log)
 
     def close(self):
         for process in reversed(self.started):

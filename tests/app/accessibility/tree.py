@@ -78,18 +78,18 @@ class Node:
 
 
 class Application:
-    def __init__(self):
+    def __init__(self, name="Veilkeep"):
+        self.name = name
         self.focused = []
         self.listener = Atspi.EventListener.new(self._took_focus)
         self.listener.register("object:state-changed:focused")
-        self.root = until(self._find, "the application on the accessibility bus")
+        self.root = until(self._find, f"{name} on the accessibility bus")
 
-    @staticmethod
-    def _find():
+    def _find(self):
         desktop = Atspi.get_desktop(0)
         for number in range(desktop.get_child_count()):
             child = desktop.get_child_at_index(number)
-            if child and child.get_name() == "Veilkeep":
+            if child and child.get_name() == self.name:
                 return child
         return None
 
