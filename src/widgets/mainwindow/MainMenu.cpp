@@ -3,7 +3,7 @@
 #include "groups/GroupNames.h"
 #include "widgets/controls/FocusAfterMenu.h"
 #include "widgets/filetable/OpenWithItems.h"
-#include "widgets/mainwindow/Mnemonics.h"
+#include "widgets/controls/Mnemonics.h"
 
 #include <QActionGroup>
 #include <QApplication>

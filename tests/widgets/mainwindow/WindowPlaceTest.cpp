@@ -1,6 +1,6 @@
 #include "widgets/mainwindow/WindowPlace.h"
 
-#include "widgets/mainwindow/Mnemonics.h"
+#include "widgets/controls/Mnemonics.h"
 #include "widgets/mainwindow/SummaryLine.h"
 
 #include <gtest/gtest.h>

@@ -15,4 +15,7 @@ QString withMnemonic(const QString& title, QString& taken);
 void setTitle(QAction& action, const QString& title);
 void assignMnemonics(const QWidget& menu);
 
+// The same for the buttons and the names of fields below the widget, beside letters that are taken already.
+void assignMnemonicsWithin(const QWidget& page, QString taken);
+
 } // namespace veilkeep

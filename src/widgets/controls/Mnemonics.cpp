@@ -1,6 +1,8 @@
-#include "widgets/mainwindow/Mnemonics.h"
+#include "widgets/controls/Mnemonics.h"
 
+#include <QAbstractButton>
 #include <QAction>
+#include <QLabel>
 #include <QWidget>
 
 namespace veilkeep {
@@ -50,6 +52,17 @@ void assignMnemonics(const QWidget& menu) {
         const QString title = action->property(titleProperty).toString();
         if (!title.isEmpty() && action->isVisible())
             action->setText(withMnemonic(title, taken));
+    }
+}
+
+void assignMnemonicsWithin(const QWidget& page, QString taken) {
+    const auto plain = [](QString text) { return text.remove(QLatin1Char('&')); };
+    for (QWidget* const widget : page.findChildren<QWidget*>()) {
+        auto* const label = qobject_cast<QLabel*>(widget);
+        if (auto* const button = qobject_cast<QAbstractButton*>(widget))
+            button->setText(withMnemonic(plain(button->text()), taken));
+        else if (label && label->buddy())
+            label->setText(withMnemonic(plain(label->text()), taken));
     }
 }
 
