@@ -114,6 +114,11 @@ void UserDefaults::remove(PropertyKey key) {
     set(key, Null());
 }
 
+void UserDefaults::discard(PropertyKey key) {
+    const std::lock_guard lock(m_mutex);
+    std::erase_if(m_pending, [key](const Change& change) { return change.key == key; });
+}
+
 Result<void> UserDefaults::synchronize() {
     const std::lock_guard storing(m_storing);
     {

@@ -36,6 +36,7 @@ public:
 
     void set(PropertyKey key, Value value); // the null marker removes
     void remove(PropertyKey key);
+    void discard(PropertyKey key); // what was set and is not stored yet
 
     // Stores the value at once unless the key has one by then, whoever gave it. After an error nothing is
     // pending.
