@@ -152,6 +152,7 @@ void ADApp::awakeFromNib() {
         updaterWillRelaunchApplication();
         dropInheritedActivationToken();
     });
+    awakePreferences();
     connect(&m_parts->colorScheme, &ColorScheme::darkChanged, this, &ADApp::followColorScheme);
     connect(&list.files().hideOperations(), &HideOperations::batchRunningChanged, this,
             [this](bool isRunning) {

@@ -62,6 +62,11 @@ public:
     CommandState validate(Command command) const override;
     bool exists(Command command) const override;
 
+    // --- The preferences (ADAppPreferences.cpp) ---
+    void showPreferenceWindow();
+    void openPassDialog();        // where the password is set
+    void changePassButtonState(); // menu and toolbar say whether there is one
+
     // --- The status menu (ADAppStatusMenu.cpp) ---
     void setStatusBarItem();
     void removeStatusBarItem();
@@ -120,6 +125,12 @@ private:
     void makeManualAutoUnhide();
     void hideOrShowGroup(const ListedGroup& group, bool hides);
     void sort(SortKey key);
+
+    // ADAppPreferences.cpp
+    void awakePreferences();
+    void bringUpPreferences(const std::function<void()>& prepare);
+    void closePreferencesBehindPassword();
+    void namePassword(CommandState& state) const;
 
     // ADAppHelp.cpp
     void openGuide(const QString& section, const QUrlQuery& query = {});

@@ -106,6 +106,8 @@ const ADApp::CommandRow ADApp::commandRows[] = {
      [](Parts& parts, CommandState& state) { state.isEnabled = itemsIn(parts).selectedCount() > 0; }},
     {Command::Search, [](ADApp& app) { app.inWindow(&VeilkeepWindow::focusSearch); }},
     {Command::ToggleInfo, [](ADApp& app) { app.inWindow(&VeilkeepWindow::toggleInfoView); }},
+    {Command::Preferences, [](ADApp& app) { app.showPreferenceWindow(); }},
+    {Command::Password, [](ADApp& app) { app.openPassDialog(); }},
     {Command::Help, [](ADApp& app) { app.openGuide({}); }},
     {Command::Forum, [](ADApp& app) { app.visitForum(); }},
     {Command::SupportCenter, [](ADApp& app) { app.visitSupportCenter(); }},
@@ -209,6 +211,8 @@ CommandState ADApp::validate(Command command) const {
     CommandState state;
     if (command == Command::ToggleInfo)
         nameInfoPane(state);
+    if (command == Command::Password)
+        namePassword(state);
     const CommandRow* const row = rowOf(command);
     if (!m_parts || !row)
         return state;

@@ -83,6 +83,7 @@ void ADApp::closeAsked() {
     if (!hasStatusBarItem() && m_bus != ApplicationOnBus::Outcome::Primary)
         return applicationShouldTerminate();
     m_parts->list.window().hideWindow();
+    closePreferencesBehindPassword();
     const bool isWished = m_parts->prefs.showsMenuIcon();
     if (!hasStatusBarItem() && isWished &&
         !m_parts->defaults.boolean(defaultsKey::toldOfNoMenuIcon).value_or(false))

@@ -18,6 +18,7 @@ std::string soundsFolder() {
 
 ADApp::Parts::Parts(ADApp& application, ListOwnership taken, const OwnPlaces& places)
     : lock(std::move(taken)),
+      prefs({.defaults = defaults, .dockIcon = dockIcon}),
       logout(application, events),
       sounds(soundsFolder(), defaults, player),
       applications(

@@ -33,6 +33,7 @@
 #include "widgets/dialogs/ReportWindow.h"
 #include "widgets/dialogs/UpdateWindow.h"
 #include "widgets/images/ProgramImages.h"
+#include "widgets/preferences/PrefsWindow.h"
 #include "widgets/preview/Previews.h"
 #include "wiring/OwnList.h"
 
@@ -50,7 +51,8 @@ struct ADApp::Parts {
 
     ListOwnership lock; // is given back last
     UserDefaults defaults;
-    PrefsController prefs{defaults};
+    LSUIElementManipulation dockIcon{defaults};
+    PrefsController prefs;
     BusNotifications notifications;
     LinuxSessionEvents events;
     LogoutEvents logout;
@@ -79,6 +81,7 @@ struct ADApp::Parts {
     TrayHost trayHost{events.sessionBus()};
     std::unique_ptr<StatusMenu> statusMenu;
     std::unique_ptr<TrayIcon> statusItem;
+    std::unique_ptr<PrefsWindow> preferences; // null before it is asked for
     AboutWindow about;
     ReportWindow report;
     PackageKitUpdates packages{events.systemBus()};

@@ -88,6 +88,7 @@ void MainWindowController::leave(const std::function<void()>& pass) {
     m_isUnlocking = false;
     m_unhide.stop();
     m_parts.passwords.cancelClick();
+    emit left();
     m_parts.turns.leave(pass);
 }
 

@@ -84,6 +84,7 @@ public:
     bool operationAllowed() override;
 
 signals:
+    void left(); // the user leaves, or the program is to end: what must not stay open goes
     void ended(veilkeep::Ending ending); // everything that had to be done before the program ends is done
 
 private:

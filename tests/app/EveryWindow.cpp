@@ -120,6 +120,7 @@ void EveryWindow::lookAtAll() {
     lookAtQuickPreview();
     lookAtAlerts();
     lookAtPanels();
+    lookAtPreferences();
     lookAtMenus();
 }
 
@@ -342,6 +343,39 @@ void EveryWindow::lookAtPanels() {
         look("update-newer", *update);
     }
     m_world.parts().update.close();
+    settle();
+}
+
+void EveryWindow::lookAtPreferences() {
+    PrefsController& prefs = m_world.parts().prefs;
+    m_world.app().showPreferenceWindow();
+    PrefsWindow& window = *m_world.parts().preferences;
+    EXPECT_TRUE(showAndActivate(window));
+    window.setHidden(PrefsText::WarningAboutRestartText, false);
+    look("preferences-general", window);
+    prefs.setSelectedTab("TOOLBAR_UPDATE");
+    look("preferences-update", window);
+    prefs.setSelectedTab("TOOLBAR_SECURITY");
+    look("preferences-security", window);
+    window.showTrouble(text("veilkeep::PrefsController", "The setting could not be stored.") + " ~/settings");
+    look("preferences-trouble", window);
+    prefs.changePasswordClick();
+    prefs.setPasswordOkClick();
+    look("preferences-set-password", window);
+    prefs.setPasswordCancelClick();
+    window.setOn(PrefsBox::RequirePasswordBox, true);
+    prefs.changePasswordClick();
+    window.setHidden(PrefsText::WrongOldPasswordText, false);
+    look("preferences-change-password", window);
+    prefs.passwordCancelClick();
+    window.setOn(PrefsBox::RequirePasswordBox, false); // by the click
+    prefs.requirePasswordClick();
+    window.setStringValue(PrefsText::EnterTryNumberText, "2");
+    for (const PrefsText line : {PrefsText::EnterWrongPasswordText, PrefsText::EnterTryNumberText,
+                                 PrefsText::EnterTryNumberAppendixText})
+        window.setHidden(line, false);
+    look("preferences-ask-password", window);
+    window.close();
     settle();
 }
 

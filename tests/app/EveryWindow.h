@@ -23,6 +23,7 @@ public:
     void lookAtQuickPreview();
     void lookAtAlerts();
     void lookAtPanels();
+    void lookAtPreferences();
     void lookAtMenus();
 
 private:

@@ -1,0 +1,60 @@
+#include "app/ADApp.h"
+#include "app/ADAppParts.h"
+
+#include "widgets/dialogs/windowPlacement.h"
+
+namespace veilkeep {
+
+void ADApp::awakePreferences() {
+    PrefsController& prefs = m_parts->prefs;
+    prefs.setDelegate({[this] { setStatusBarItem(); }, [this] { removeStatusBarItem(); }});
+    prefs.setPasswordManager(&m_parts->list.passwords());
+    connect(&prefs, &PrefsController::PasswordChanged, this, &ADApp::changePassButtonState);
+    connect(&m_parts->list.window(), &MainWindowController::left, this,
+            &ADApp::closePreferencesBehindPassword);
+}
+
+void ADApp::showPreferenceWindow() {
+    whenAllowed([this] { bringUpPreferences([] {}); });
+}
+
+void ADApp::openPassDialog() {
+    whenAllowed([this] {
+        bringUpPreferences([this] {
+            m_parts->prefs.setSelectedTab(QStringLiteral("TOOLBAR_SECURITY"));
+            if (!m_parts->prefs.passwordProtected())
+                m_parts->prefs.makeActiveTabWithIdentifier(QStringLiteral("SET_PASSWORD"));
+        });
+    });
+}
+
+void ADApp::bringUpPreferences(const std::function<void()>& prepare) {
+    auto& window = m_parts->preferences;
+    if (!window)
+        window = std::make_unique<PrefsWindow>(m_parts->prefs);
+    prepare();
+    if (!window->isVisible())
+        window->betterCenter();
+    window->show();
+    window->raise();
+    window->activateWindow();
+}
+
+// Nobody who would have to enter the password may go on in there.
+void ADApp::closePreferencesBehindPassword() {
+    if (m_parts->preferences && m_parts->prefs.passwordProtected())
+        m_parts->preferences->close();
+}
+
+void ADApp::changePassButtonState() {
+    if (VeilkeepWindow* const window = m_parts->window.window())
+        window->validateCommands();
+}
+
+void ADApp::namePassword(CommandState& state) const {
+    const bool isProtected = m_parts && m_parts->prefs.passwordProtected();
+    state.title = isProtected ? tr("Change Password") : tr("Set Password");
+    state.toolTip = isProtected ? tr("Change application password") : tr("Set application password");
+}
+
+} // namespace veilkeep
