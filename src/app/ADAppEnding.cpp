@@ -5,6 +5,7 @@
 #include "core/storage/DefaultsKeys.h"
 #include "filelist/Texts.h"
 #include "format/ErrorText.h"
+#include "session/LeavingTriggers.h"
 
 namespace veilkeep {
 
@@ -15,7 +16,8 @@ void ADApp::applicationShouldTerminate() {
     auto allWell = std::make_shared<bool>(true);
     if (!m_willBeRelaunched)
         m_parts->list.window().leave([this, allWell] {
-            *allWell = m_parts->list.groups().makeAutoHide(QStringLiteral("the user quits"));
+            if (hidesOnQuit(m_parts->defaults))
+                *allWell = m_parts->list.groups().makeAutoHide(QStringLiteral("the user quits"));
             m_parts->list.window().hideWindow();
         });
     m_parts->list.turns().run([this, allWell] { askAfterPass(*allWell); });

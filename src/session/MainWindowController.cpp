@@ -3,6 +3,7 @@
 #include "core/environment/Bundle.h"
 #include "core/log/Log.h"
 #include "filelist/Texts.h"
+#include "session/LeavingTriggers.h"
 
 #include <chrono>
 
@@ -45,8 +46,10 @@ MainWindowController::MainWindowController(const MainWindowControllerParts& part
     m_unhide.setInterval(unhideDelay);
     connect(&m_unhide, &QTimer::timeout, this, &MainWindowController::unhideSoon);
     if (m_parts.events) {
-        m_presence = std::make_unique<Presence>(*m_parts.events);
+        m_presence = std::make_unique<Presence>(
+            *m_parts.events, [this](Absence kind) { return hidesOn(kind, m_parts.defaults); });
         connect(m_presence.get(), &Presence::left, this, &MainWindowController::lockApplication);
+        connect(m_presence.get(), &Presence::passedOver, this, &MainWindowController::passOver);
         connect(m_presence.get(), &Presence::cameBack, this, &MainWindowController::unlockApplication);
         connect(m_parts.events, &SessionEvents::endRequested, this, &MainWindowController::end);
     }
@@ -67,7 +70,7 @@ std::string MainWindowController::cloakWorkerPath() {
 }
 
 void MainWindowController::start(bool goesOn) {
-    if (m_parts.mark.isSet() && !goesOn)
+    if (m_parts.mark.isSet() && !goesOn && hidesOnQuit(m_parts.defaults))
         m_parts.turns.leave(
             [this] { m_parts.groups.makeAutoHide(QStringLiteral("found visible from a former run")); });
     if (m_parts.events)
@@ -75,12 +78,20 @@ void MainWindowController::start(bool goesOn) {
 }
 
 void MainWindowController::lockApplication(Absence kind) {
+    ++m_leavings;
     leave([this, kind] {
         m_parts.groups.makeAutoHide(reasonOf(kind));
         hideWindow();
+        --m_leavings;
         if (m_parts.events)
             m_parts.events->release();
     });
+}
+
+// Sleep is held up for what hides at another sign alone.
+void MainWindowController::passOver(Absence kind) {
+    if (kind == Absence::Sleep && m_leavings == 0)
+        m_parts.events->release();
 }
 
 void MainWindowController::leave(const std::function<void()>& pass) {
@@ -166,7 +177,8 @@ void MainWindowController::end(Ending ending) {
         return;
     m_isEnding = true;
     leave([this, ending] {
-        m_parts.groups.makeAutoHide(reasonOf(ending));
+        if (hidesOnQuit(m_parts.defaults))
+            m_parts.groups.makeAutoHide(reasonOf(ending));
         hideWindow();
         m_parts.groups.saveDataToDisk();
         m_parts.files.saveDataToDisk();

@@ -38,6 +38,7 @@ struct MainWindowControllerParts {
     const AutoHideMark& mark;
     PasswordManager& passwords;
     Turns& turns;
+    const UserDefaults& defaults;
     SessionEvents* events = nullptr; // none: nothing is observed
     MainWindow* window = nullptr;    // none: a program without one
 };
@@ -53,7 +54,8 @@ public:
     static MainWindowController* sharedInstance(); // null where none was made
     static std::string cloakWorkerPath();
 
-    // Hides first what a former run left visible, unless this one goes on in its place, then listens.
+    // Hides first what a former run left visible, unless this one goes on in its place or quitting does not
+    // hide, then listens.
     void start(bool goesOn = false);
 
     // The window goes once the groups are hidden. An open prompt goes at once.
@@ -90,11 +92,13 @@ signals:
 private:
     void end(Ending ending);
     void unhideSoon();
+    void passOver(Absence kind);
 
     const MainWindowControllerParts m_parts;
     std::unique_ptr<Presence> m_presence; // none where nothing is observed
     QTimer m_unhide;
     unsigned int m_departures = 0; // so far
+    int m_leavings = 0;            // whose passes have not come to their end
     bool m_isUnlocking = false;    // or waits for its turn
     bool m_isEnding = false;
 };

@@ -45,6 +45,7 @@ OwnList::OwnList(UserDefaults& defaults, const std::string& workerPath, const Ow
                 .mark = m_mark,
                 .passwords = m_passwords,
                 .turns = m_turns,
+                .defaults = m_defaults,
                 .events = options.events,
                 .window = options.window}),
       m_runner({m_controller, m_dataFile, m_cloakWorker, m_progress, m_turns, m_presenter, m_progressView,

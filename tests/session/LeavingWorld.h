@@ -133,6 +133,7 @@ public:
                                      .mark = mark,
                                      .passwords = passwords,
                                      .turns = list.turns,
+                                     .defaults = list.defaults,
                                      .events = &events,
                                      .window = &window}};
 };

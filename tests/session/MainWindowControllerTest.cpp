@@ -240,5 +240,82 @@ TEST_F(MainWindowControllerTest, HidesFirstWhatARunThatWasCutOffLeftVisible) {
     EXPECT_EQ(m_world->window.shows, 0);
 }
 
+// The window is open and all is visible, then a script as above.
+TEST_F(MainWindowControllerTest, WhatDoesNotCountAsLeaving) {
+    struct {
+        const char* off;
+        const char* script;
+        int releases;
+        int shows; // again
+        bool endsVisible;
+    } const rows[] = {
+        {defaultsKey::hideOnSleep, "Ss", 1, 0, true}, // what is held up goes on at once
+        {defaultsKey::hideOnLock, "Ll", 0, 0, true},
+        {defaultsKey::hideOnSessionSwitch, "Bb", 0, 0, true},
+        {defaultsKey::hideOnLock, "Ss.", 1, 1, true},
+        {defaultsKey::hideOnSleep, "Ll.", 1, 1, true},
+        {defaultsKey::hideOnSleep, "Bb.", 1, 1, true},
+        {defaultsKey::hideOnLock, "LSs.", 1, 1, true}, // locked all the while
+        {defaultsKey::hideOnLock, "SLs.l", 1, 1, true},
+        {defaultsKey::hideOnSleep, "LSs~", 2, 0, false},
+        {defaultsKey::hideOnSleep, "LSsl.", 2, 1, true},
+        {defaultsKey::hideOnQuit, "Ll.", 1, 1, true},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(std::string(row.off) + " off: " + row.script);
+        startAnew();
+        m_world->events.whenReleased = [] {};
+        m_world->window.whenShown = [] {};
+        m_world->list.defaults.set(row.off, false);
+        play("!.");
+        const int releasesBefore = m_world->events.releases, showsBefore = m_world->window.shows;
+        play(row.script);
+        EXPECT_EQ(m_world->events.releases - releasesBefore, row.releases);
+        EXPECT_EQ(m_world->window.shows - showsBefore, row.shows);
+        EXPECT_EQ(m_world->window.visible, row.endsVisible);
+        EXPECT_EQ(m_world->areVisible(), row.endsVisible);
+        m_world->list.defaults.remove(row.off);
+        emit m_world->events.endRequested(Ending::Logout);
+    }
+}
+
+TEST_F(MainWindowControllerTest, TheSwitchIsAskedWhenTheUserLeaves) {
+    play("!.L");
+    EXPECT_TRUE(m_world->areHidden());
+    m_world->list.defaults.set(defaultsKey::hideOnLock, false);
+    play("l.");
+    m_world->events.whenReleased = [] {};
+    play("L");
+    EXPECT_TRUE(m_world->areVisible());
+}
+
+TEST_F(MainWindowControllerTest, SleepThatDoesNotCountWaitsForWhatHidesAtAnotherSign) {
+    m_world->list.defaults.set(defaultsKey::hideOnSleep, false);
+    play("!.");
+    m_world->list.turns.run([this] {
+        tell(Absence::Lock, true);
+        tell(Absence::Sleep, true);
+        EXPECT_EQ(m_world->events.releases, 0);
+    });
+    EXPECT_EQ(m_world->events.releases, 1) << "and all was hidden by then";
+}
+
+TEST_F(MainWindowControllerTest, QuittingThatDoesNotHideLeavesAllVisibleForTheNextStart) {
+    for (const Ending ending : {Ending::Signal, Ending::Logout, Ending::Shutdown}) {
+        m_world->list.defaults.set(defaultsKey::hideOnQuit, false);
+        ASSERT_TRUE(m_world->list.defaults.synchronize());
+        play("!.");
+        m_world->events.whenReleased = [] {};
+        emit m_world->events.endRequested(ending);
+        EXPECT_EQ(m_world->events.releases, 1);
+        EXPECT_TRUE(m_world->areVisible());
+        startAnew();
+        EXPECT_TRUE(m_world->areVisible());
+        m_world->window.whenShown = [] {};
+    }
+    play("L");
+    EXPECT_TRUE(m_world->areHidden()) << "the screen is locked";
+}
+
 } // namespace
 } // namespace veilkeep::test
