@@ -153,6 +153,9 @@ void ADApp::awakeFromNib() {
         dropInheritedActivationToken();
     });
     awakePreferences();
+    connect(&m_parts->trayHost, &TrayHost::availableChanged, &m_parts->taskbarEntries,
+            &TaskbarEntries::update,
+            Qt::QueuedConnection); // once the icon has followed
     connect(&m_parts->colorScheme, &ColorScheme::darkChanged, this, &ADApp::followColorScheme);
     connect(&list.files().hideOperations(), &HideOperations::batchRunningChanged, this,
             [this](bool isRunning) {

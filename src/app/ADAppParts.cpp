@@ -45,6 +45,7 @@ ADApp::Parts::Parts(ADApp& application, ListOwnership taken, const OwnPlaces& pl
             .mayAsk = true}),
       relaunching(list.alerts(), {[&application] { application.applicationWillBeRelaunched(); },
                                   [&application] { application.applicationShouldTerminate(); }}),
+      taskbarEntries(application, [this] { return !dockIcon.shouldBeUIElement() || !hasStatusItem(); }),
       about(applicationVersion(), [&application] { application.perform(Command::Help); }) {
     window.setMake([this, &application] {
         return std::make_unique<VeilkeepWindow>(

@@ -18,6 +18,7 @@
 #include "platform/linux/RequestService.h"
 #include "platform/linux/TrayHost.h"
 #include "platform/linux/gui/LogoutEvents.h"
+#include "platform/linux/gui/TaskbarEntries.h"
 #include "platform/linux/gui/TrayIcon.h"
 #include "platform/linux/installation/UserInstallation.h"
 #include "prefs/PrefsController.h"
@@ -47,6 +48,7 @@ struct ADApp::Parts {
     ~Parts();
 
     void serve(); // requests of other programs, and on a session bus that came later
+    bool hasStatusItem() const { return statusItem && statusItem->isShown(); }
     void tellTrouble(const QString& what, const Error& error);
 
     ListOwnership lock; // is given back last
@@ -79,6 +81,7 @@ struct ADApp::Parts {
 
     ColorScheme colorScheme{events.sessionBus()};
     TrayHost trayHost{events.sessionBus()};
+    TaskbarEntries taskbarEntries;
     std::unique_ptr<StatusMenu> statusMenu;
     std::unique_ptr<TrayIcon> statusItem;
     std::unique_ptr<PrefsWindow> preferences; // null before it is asked for

@@ -6,7 +6,7 @@
 namespace veilkeep {
 
 // The icon is there as long as the desktop has a place for it; without its setting, only where nothing else
-// leads to the window.
+// leads to the window. One of both is always there, the icon or the windows' entries in the taskbar.
 void ADApp::setStatusBarItem() {
     removeStatusBarItem();
     if (!m_parts->prefs.showsMenuIcon())
@@ -20,15 +20,17 @@ void ADApp::setStatusBarItem() {
                                                      programImage::named("VeilkeepMenu"),
                                                      programImage::named("VeilkeepMenuPressed"));
     connect(m_parts->statusItem.get(), &TrayIcon::activated, this, &ADApp::showVeilkeep);
+    m_parts->taskbarEntries.update();
 }
 
 void ADApp::removeStatusBarItem() {
     m_parts->statusItem.reset();
     m_parts->statusMenu.reset();
+    m_parts->taskbarEntries.update();
 }
 
 bool ADApp::hasStatusBarItem() const {
-    return m_parts->statusItem && m_parts->statusItem->isShown();
+    return m_parts->hasStatusItem();
 }
 
 } // namespace veilkeep
