@@ -106,6 +106,7 @@ private:
     void askForNewPassword();
     void askForPassword();
     void setPasswordProtectedInternal(bool isProtected);
+    void tell(PrefsText text, PrefsField field);
     void empty(std::initializer_list<PrefsField> fields);
     void hide(std::initializer_list<PrefsText> texts);
 

@@ -43,9 +43,9 @@ void PrefsController::setPasswordOkClick() {
     const QString password = m_view->stringValue(PrefsField::SetPasswordSecureField);
     hide({PrefsText::SetDoesntMutchText, PrefsText::SetBlankPasswordText});
     if (password != m_view->stringValue(PrefsField::SetConfirfmSecureField))
-        return m_view->setHidden(PrefsText::SetDoesntMutchText, false);
+        return tell(PrefsText::SetDoesntMutchText, PrefsField::SetPasswordSecureField);
     if (password.isEmpty())
-        return m_view->setHidden(PrefsText::SetBlankPasswordText, false);
+        return tell(PrefsText::SetBlankPasswordText, PrefsField::SetPasswordSecureField);
     setPasswordProtectedInternal(true);
     if (const auto stored = m_passwordManager->setPassword(password); !stored) {
         m_parts.defaults.discard(defaultsKey::passwordDigest);
@@ -69,11 +69,11 @@ void PrefsController::changePasswordOkClick() {
     using enum PrefsField;
     hide({PrefsText::ChangeDoesntMutchText});
     if (!m_passwordManager->checkPassword(m_view->stringValue(ChangeOldPasswordSecureField)))
-        return m_view->setHidden(PrefsText::WrongOldPasswordText, false);
+        return tell(PrefsText::WrongOldPasswordText, ChangeOldPasswordSecureField);
     m_view->setHidden(PrefsText::WrongOldPasswordText, true);
     const QString password = m_view->stringValue(ChangeNewPasswordSecureField);
     if (password != m_view->stringValue(ChangeConfirmSecureField))
-        return m_view->setHidden(PrefsText::ChangeDoesntMutchText, false);
+        return tell(PrefsText::ChangeDoesntMutchText, ChangeNewPasswordSecureField);
     if (const auto stored = m_passwordManager->setPassword(password); !stored) {
         m_parts.defaults.discard(defaultsKey::passwordDigest);
         tell(tr("The password could not be stored."), stored.error());
@@ -91,7 +91,7 @@ void PrefsController::enterPasswordOkClick() {
         m_view->setStringValue(EnterTryNumberText, QString::number(++m_tryCount));
         for (const PrefsText text : {EnterWrongPasswordText, EnterTryNumberText, EnterTryNumberAppendixText})
             m_view->setHidden(text, false);
-        return;
+        return m_view->makeFirstResponder(PrefsField::EnterPasswordSecureField);
     }
     setPasswordProtectedInternal(!isRight);
     if (!store({defaultsKey::passwordEnabled})) {
@@ -110,6 +110,12 @@ void PrefsController::setPasswordProtectedInternal(bool isProtected) {
     m_parts.defaults.set(defaultsKey::passwordEnabled, isProtected);
     emit passwordProtectedChanged(isProtected);
     emit PasswordChanged();
+}
+
+// What is wrong, and the field in which it is put right.
+void PrefsController::tell(PrefsText text, PrefsField field) {
+    m_view->setHidden(text, false);
+    m_view->makeFirstResponder(field);
 }
 
 void PrefsController::empty(std::initializer_list<PrefsField> fields) {

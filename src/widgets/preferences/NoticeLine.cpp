@@ -4,6 +4,7 @@
 #include "widgets/controls/RowControls.h"
 
 #include <QAccessible>
+#include <QAccessibleWidget>
 #include <QPainter>
 #include <QStyle>
 
@@ -19,9 +20,17 @@ QColor noticeColor(NoticeLine::Kind kind, const QPalette& palette) {
     return withContrast(kind == NoticeLine::Kind::Wrong ? wrong : mind, ground, readable);
 }
 
+// What appears with this role is read out by screen readers.
+QAccessibleInterface* makeAccessible(const QString&, QObject* object) {
+    auto* const line = qobject_cast<NoticeLine*>(object);
+    return line ? new QAccessibleWidget(line, QAccessible::AlertMessage, line->text()) : nullptr;
+}
+
 } // namespace
 
 NoticeLine::NoticeLine(Kind kind, const QString& text, QWidget* parent) : QLabel(text, parent), m_kind(kind) {
+    static const bool isInstalled = (QAccessible::installFactory(makeAccessible), true);
+    Q_UNUSED(isInstalled);
     setTextFormat(Qt::PlainText);
     QSizePolicy kept = sizePolicy();
     kept.setRetainSizeWhenHidden(true);
@@ -30,9 +39,8 @@ NoticeLine::NoticeLine(Kind kind, const QString& text, QWidget* parent) : QLabel
 }
 
 void NoticeLine::tell() {
+    hide(); // one that is there is read out once more
     show();
-    QAccessibleEvent alert(this, QAccessible::Alert);
-    QAccessible::updateAccessibility(&alert);
 }
 
 void NoticeLine::paintEvent(QPaintEvent*) {

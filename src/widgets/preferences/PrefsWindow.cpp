@@ -32,7 +32,8 @@ PrefsWindow::PrefsWindow(PrefsController& controller)
       m_toolbar(new QWidget(this)),
       m_toolbarRow(new QHBoxLayout(m_toolbar)),
       m_trouble(new MessageBar(MessageBar::Kind::Warning, this)),
-      m_host(new PageHost(this)) {
+      m_host(new PageHost(this)),
+      m_slide(new QVariantAnimation(this)) {
     setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
                    Qt::WindowCloseButtonHint);
     m_toolbar->setAccessibleName(tr("Preferences Toolbar"));
@@ -50,9 +51,9 @@ PrefsWindow::PrefsWindow(PrefsController& controller)
     m_trouble->hide();
     connect(m_trouble, &MessageBar::dismissed, this, &PrefsWindow::fit);
     connect(m_host, &PageHost::neededSizeChanged, this, &PrefsWindow::fit);
-    connect(&m_slide, &QVariantAnimation::valueChanged, this,
+    connect(m_slide, &QVariantAnimation::valueChanged, this,
             [this](const QVariant& height) { setFixedSize(width(), height.toInt()); });
-    connect(&m_slide, &QVariantAnimation::finished, this, &PrefsWindow::fit);
+    connect(m_slide, &QVariantAnimation::finished, this, &PrefsWindow::fit);
     connect(new QShortcut(QKeySequence::Close, this), &QShortcut::activated, this, &QWidget::close);
     makePages();
     connectBoxes();
@@ -157,22 +158,22 @@ QSize PrefsWindow::neededSize() const {
 }
 
 void PrefsWindow::fit() {
-    if (m_slide.state() != QAbstractAnimation::Running && m_page != PrefsPage::None)
+    if (m_slide->state() != QAbstractAnimation::Running && m_page != PrefsPage::None)
         setFixedSize(neededSize());
 }
 
 // The top edge stays where it is.
 void PrefsWindow::slideToFit() {
     const int duration = style()->styleHint(QStyle::SH_Widget_Animation_Duration, nullptr, this);
-    m_slide.stop();
+    m_slide->stop();
     const QSize needed = neededSize();
     if (!isVisible() || duration <= 0 || needed.width() != width())
         return fit();
-    m_slide.setDuration(duration);
-    m_slide.setStartValue(height());
-    m_slide.setEndValue(needed.height());
-    m_slide.setEasingCurve(QEasingCurve::InOutQuad);
-    m_slide.start();
+    m_slide->setDuration(duration);
+    m_slide->setStartValue(height());
+    m_slide->setEndValue(needed.height());
+    m_slide->setEasingCurve(QEasingCurve::InOutQuad);
+    m_slide->start();
 }
 
 void PrefsWindow::betterCenter() {

@@ -67,7 +67,7 @@ private:
     PageHost* m_host;
     std::map<PrefsPage, QWidget*> m_pages;
     PrefsPage m_page = PrefsPage::None;
-    QVariantAnimation m_slide;
+    QVariantAnimation* m_slide;
 };
 
 } // namespace veilkeep

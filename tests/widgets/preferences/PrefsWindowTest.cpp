@@ -1,0 +1,272 @@
+#include "core/log/Log.h"
+#include "format/WindowCentering.h"
+#include "tests/widgets/preferences/PrefsWorld.h"
+
+#include <QApplication>
+#include <QDateTime>
+#include <QLocale>
+#include <QScopeGuard>
+#include <QScreen>
+
+#include <set>
+
+namespace veilkeep::test {
+namespace {
+
+class PrefsWindowTest : public ::testing::Test {
+protected:
+    void SetUp() override { startAnew(); }
+
+    void startAnew() {
+        m_world.reset();
+        m_world.emplace(m_tree);
+        ASSERT_TRUE(m_world->show());
+    }
+    PrefsWindow& window() { return *m_world->window; }
+    bool warnsOfRestart() { return !m_world->lines().isEmpty(); }
+
+    ScratchTree m_tree;
+    std::optional<PrefsWorld> m_world;
+};
+
+TEST_F(PrefsWindowTest, PagesAreChosenInTheToolbar) {
+    EXPECT_EQ(window().page(), PrefsPage::General);
+    EXPECT_EQ(
+        window().frameGeometry().topLeft(),
+        betterCenter(window().frameGeometry().size(), window().screen()->availableGeometry()).topLeft());
+    EXPECT_FALSE(window().windowFlags() & (Qt::WindowMinimizeButtonHint | Qt::WindowMaximizeButtonHint));
+    const QPoint corner = window().pos();
+    std::set<int> heights;
+    const std::pair<const char*, PrefsPage> rows[] = {
+        {"Security", PrefsPage::Security}, {"Update", PrefsPage::Update}, {"General", PrefsPage::General}};
+    for (const auto& [title, page] : rows) {
+        std::set<int> slid;
+        m_world->click(title);
+        EXPECT_EQ(window().page(), page);
+        EXPECT_EQ(window().windowTitle(), title);
+        const auto& slide = *window().findChild<QVariantAnimation*>();
+        EXPECT_TRUE(eventually([&] {
+            slid.insert(window().height());
+            return slide.state() == QAbstractAnimation::Stopped;
+        }));
+        EXPECT_EQ(window().pos(), corner);
+        EXPECT_GT(slid.size(), 2U) << "it slides there";
+        heights.insert(window().height());
+    }
+    EXPECT_EQ(heights.size(), 3U) << "each as high as it needs to be";
+    m_world->controller.setSelectedTab("TOOLBAR_SECURITY");
+    for (const char* const identifier : {"SET_PASSWORD", "CHANGE_PASSWORD", "ASK_PASSWORD", "nothing", ""}) {
+        m_world->controller.makeActiveTabWithIdentifier(identifier);
+        EXPECT_EQ(window().page(), PrefsPage::Security) << identifier;
+    }
+    m_world->controller.setPrefView(std::nullopt);
+    EXPECT_EQ(window().page(), PrefsPage::General);
+    EXPECT_EQ(window().windowTitle(), "Security") << "the toolbar's selected item";
+}
+
+// Written at once, for other programs to see; read anew when the window is shown.
+TEST_F(PrefsWindowTest, EachBoxIsWrittenAndReadAnew) {
+    using namespace defaultsKey;
+    const struct {
+        const char* title;
+        PrefsBox box;
+        const char* key;
+        bool whenAbsent;
+        std::optional<Value> other, back; // what is stored by the first click, and by the second
+        QString asked = {};
+    } rows[] = {
+        {"Icon in the panel", PrefsBox::ShowInMenuBarBox, showMenuIcon, true, false, true, "no icon icon "},
+        {"Allow those that need administrator rights", PrefsBox::AllowPrivilidgedFilesBox,
+         allowPrivilidgedFiles, false, true, false},
+        {"Play sounds", PrefsBox::PlaySoundsBox, playSounds, true, false, true},
+        {"Ask before removing them from the list", PrefsBox::AskBeforeRemovingBox, noRemoveWarning, true,
+         true, std::nullopt},
+        {"Remove their traces from lists of recent files while hiding", PrefsBox::CleanRecentItemsBox,
+         cleanRecentItems, false, true, false},
+        {"the computer goes to sleep", PrefsBox::HideOnSleepBox, hideOnSleep, true, false, true},
+        {"the screen is locked", PrefsBox::HideOnLockBox, hideOnLock, true, false, true},
+        {"another user's session comes to the front", PrefsBox::HideOnSessionSwitchBox, hideOnSessionSwitch,
+         true, false, true},
+        {"Veilkeep quits", PrefsBox::HideOnQuitBox, hideOnQuit, true, false, true},
+    };
+    EXPECT_EQ(m_world->stored(recentsQuestionAnswered), std::nullopt);
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.title);
+        if (row.box == PrefsBox::HideOnSleepBox)
+            m_world->click("Security");
+        m_world->asked.clear();
+        EXPECT_EQ(window().isOn(row.box), row.whenAbsent);
+        m_world->click(row.title);
+        EXPECT_EQ(m_world->stored(row.key), row.other);
+        EXPECT_EQ(window().isOn(row.box), !row.whenAbsent);
+        m_world->click(row.title);
+        EXPECT_EQ(m_world->stored(row.key), row.back);
+        EXPECT_EQ(m_world->asked, row.asked);
+        UserDefaults another;
+        another.set(row.key, *row.other);
+        ASSERT_TRUE(another.synchronize());
+    }
+    EXPECT_EQ(m_world->stored(recentsQuestionAnswered), Value(true));
+    window().close();
+    ASSERT_TRUE(m_world->show());
+    for (const auto& row : rows)
+        EXPECT_EQ(window().isOn(row.box), !row.whenAbsent) << row.title;
+}
+
+TEST_F(PrefsWindowTest, LoginAndFileManagers) {
+    const char *login = "Launch Veilkeep at login",
+               *menus = "“Hide with Veilkeep” and “Show in Veilkeep” in their menus";
+    m_world->click(login);
+    m_world->click(menus);
+    EXPECT_TRUE(m_world->loginItem.launches && m_world->isPluginInstalled);
+    m_world->loginItem.fails = true;
+    m_world->click(login);
+    EXPECT_TRUE(m_world->trouble().contains("Launching at login could not be changed. /autostart:"));
+    EXPECT_TRUE(window().isOn(PrefsBox::LoginItemCheckBox)) << "as it is";
+    m_world->loginItem.fails = false;
+    m_world->click(login);
+    EXPECT_EQ(m_world->trouble(), "");
+    EXPECT_FALSE(m_world->loginItem.launches);
+
+    window().close();
+    m_world->isPluginInstalled = false; // by somebody else
+    m_world->loginItem.launches = true;
+    ASSERT_TRUE(m_world->show());
+    EXPECT_FALSE(window().isOn(PrefsBox::InstallFinderPluginBox));
+    EXPECT_TRUE(window().isOn(PrefsBox::LoginItemCheckBox));
+    m_world->isPluginInstalled =
+        true; // while the box says that it is not: a click does the opposite of what is
+    m_world->click(menus);
+    EXPECT_FALSE(m_world->isPluginInstalled || window().isOn(PrefsBox::InstallFinderPluginBox));
+}
+
+TEST_F(PrefsWindowTest, WithoutAnEntryInTheTaskbar) {
+    const char* const inTaskbar = "Veilkeep in the taskbar";
+    m_world->click("Icon in the panel");
+    m_world->asked.clear();
+    for (int time = 0; time < 2; ++time) {
+        m_world->controller.setDockIconIsHidden(true);
+        EXPECT_EQ(m_world->asked, "relaunch icon ") << "each time";
+        m_world->asked.clear();
+        EXPECT_TRUE(warnsOfRestart());
+        EXPECT_EQ(m_world->stored(defaultsKey::dockIconHidden), Value(true));
+        EXPECT_EQ(m_world->stored(defaultsKey::showMenuIcon), Value(true));
+        EXPECT_EQ(m_world->stored(defaultsKey::showMenuIconOfOld), Value(std::int64_t{1}));
+        EXPECT_TRUE(window().isOn(PrefsBox::ShowInMenuBarBox));
+        EXPECT_FALSE(m_world->find<QCheckBox>("Icon in the panel")->isEnabled());
+        EXPECT_FALSE(m_world->controller.dockIconIsHidden()) << "before the next start";
+    }
+    window().close();
+    ASSERT_TRUE(m_world->show());
+    EXPECT_TRUE(warnsOfRestart());
+    m_world->click(inTaskbar);
+    EXPECT_EQ(m_world->asked, "") << "nothing is to change";
+    EXPECT_FALSE(warnsOfRestart());
+    EXPECT_TRUE(m_world->find<QCheckBox>("Icon in the panel")->isEnabled());
+    EXPECT_EQ(m_world->stored(defaultsKey::dockIconHidden), Value(false)) << "the user's word";
+
+    m_world->click(inTaskbar);
+    startAnew();
+    EXPECT_TRUE(m_world->controller.dockIconIsHidden());
+    EXPECT_FALSE(warnsOfRestart() || window().isOn(PrefsBox::ShowInDockBox));
+    EXPECT_FALSE(m_world->find<QCheckBox>("Icon in the panel")->isEnabled());
+    UserDefaults other;
+    other.set(defaultsKey::showMenuIcon, false);
+    ASSERT_TRUE(other.synchronize());
+    EXPECT_TRUE(m_world->controller.showsMenuIcon()) << "never without both";
+}
+
+TEST_F(PrefsWindowTest, WithoutAWordOfTheUserTheBundleSaysIt) {
+    m_tree.makeFile("Contents/Info.plist",
+                    "<plist version=\"1.0\"><dict><key>LSUIElement</key><true/></dict></plist>");
+    startAnew();
+    EXPECT_TRUE(m_world->controller.dockIconIsHidden());
+    m_world->click("Veilkeep in the taskbar");
+    EXPECT_TRUE(warnsOfRestart());
+    startAnew();
+    EXPECT_FALSE(m_world->controller.dockIconIsHidden());
+}
+
+TEST_F(PrefsWindowTest, EscapeClosesAndSynchronises) {
+    m_world->defaults.set("pending", true);
+    realInput::key("Tab");
+    ASSERT_NE(window().focusWidget(), nullptr);
+    realInput::key("Escape");
+    EXPECT_TRUE(eventually([this] { return !window().isVisible(); }));
+    EXPECT_EQ(m_world->stored("pending"), Value(true));
+    EXPECT_EQ(window().focusWidget(), nullptr);
+}
+
+TEST_F(PrefsWindowTest, TheUpdatePageSaysWhatIsKnown) {
+    const auto shown = [this] { return m_world->find<QLabel>("Last check")->text(); };
+    m_world->click("Update");
+    EXPECT_EQ(m_world->find<QLabel>("Version")->text().toStdString(), BundleInfo::main().version());
+    EXPECT_EQ(shown(), "Never");
+    UserDefaults other;
+    other.set(defaultsKey::lastUpdateCheck, "2026-01-31T12:00:00Z");
+    ASSERT_TRUE(other.synchronize());
+    m_world->click("Check Now");
+    EXPECT_EQ(m_world->asked, "updates ");
+    const QDateTime checked(QDate(2026, 1, 31), QTime(12, 0), Qt::UTC);
+    EXPECT_EQ(shown(), QLocale().toString(checked.toLocalTime(), QLocale::ShortFormat));
+}
+
+TEST_F(PrefsWindowTest, EverythingIsReachedByKeys) {
+    const auto leadsTo = [this](const char* key, PrefsPage page) {
+        realInput::key(key);
+        return eventually([&] { return window().page() == page; }, std::chrono::seconds(2));
+    };
+    realInput::key("Alt+p");
+    EXPECT_TRUE(eventually([&] { return m_world->stored(defaultsKey::playSounds) == Value(false); }));
+    EXPECT_TRUE(leadsTo("Alt+s", PrefsPage::Security));
+    EXPECT_TRUE(leadsTo("Alt+r", PrefsPage::SetPassword));
+    EXPECT_TRUE(leadsTo("Alt+c", PrefsPage::Security));
+    realInput::key("Ctrl+W");
+    EXPECT_TRUE(eventually([this] { return !window().isVisible(); }));
+}
+
+TEST_F(PrefsWindowTest, LargeLettersGetTheRoomThatTheyNeed) {
+    const QFont usual = QApplication::font();
+    const auto restore = qScopeGuard([&] { QApplication::setFont(usual); });
+    const QSize before = window().size();
+    QFont large = usual;
+    large.setPointSizeF(usual.pointSizeF() * 2);
+    QApplication::setFont(large);
+    EXPECT_TRUE(
+        eventually([&] { return window().height() > before.height() * 6 / 5; }, std::chrono::seconds(2)));
+    QStringList cut;
+    for (const QAbstractButton* const button : window().findChildren<QAbstractButton*>()) {
+        const QRect needed(button->mapTo(&window(), QPoint()), button->sizeHint());
+        if (button->isVisible() && !window().rect().contains(needed))
+            cut << button->text();
+    }
+    EXPECT_EQ(cut.join(u'|').toStdString(), "");
+}
+
+TEST(FailedSettingTest, IsToldAndTheBoxGoesBack) {
+    const ScratchTree tree;
+    tree.makeFile("file");
+    PrefsWorld world(tree, tree.path("file/settings.plist"));
+    ASSERT_TRUE(world.show());
+    const struct {
+        const char* title;
+        PrefsBox box;
+    } rows[] = {
+        {"Play sounds", PrefsBox::PlaySoundsBox},
+        {"Remove their traces from lists of recent files while hiding", PrefsBox::CleanRecentItemsBox},
+        {"Veilkeep in the taskbar", PrefsBox::ShowInDockBox}};
+    for (const auto& row : rows) {
+        const bool before = world.window->isOn(row.box);
+        world.click(row.title);
+        EXPECT_EQ(world.window->isOn(row.box), before) << row.title;
+        EXPECT_TRUE(world.trouble().contains("The setting could not be stored.")) << row.title;
+        world.find<QAbstractButton>("Dismiss this message")->click();
+        EXPECT_EQ(world.trouble(), "");
+    }
+    EXPECT_EQ(world.asked, "") << "no relaunch for what was not stored";
+    EXPECT_FALSE(world.defaults.contains(defaultsKey::recentsQuestionAnswered));
+    EXPECT_FALSE(world.defaults.contains(defaultsKey::showMenuIconOfOld));
+}
+
+} // namespace
+} // namespace veilkeep::test
