@@ -178,8 +178,10 @@ void ADApp::followColorScheme(bool isDark) {
 
 void ADApp::finishLaunching() {
     QTimer::singleShot(checkDelay, this, [this] {
-        if (m_parts) // events are worked on while they are taken down as well
-            m_parts->list.check();
+        if (!m_parts)
+            return; // events are worked on while they are taken down as well
+        m_parts->list.check();
+        m_parts->finderPlugin.renew();
     });
     m_parts->window.setActivationToken(m_options.activationToken);
     if (m_options.opensWindow())

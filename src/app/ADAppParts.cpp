@@ -2,6 +2,7 @@
 
 #include "core/environment/Bundle.h"
 #include "core/log/Log.h"
+#include "core/storage/BundleInfo.h"
 #include "filelist/Texts.h"
 #include "format/ErrorText.h"
 
@@ -45,6 +46,7 @@ ADApp::Parts::Parts(ADApp& application, ListOwnership taken, const OwnPlaces& pl
             .mayAsk = true}),
       relaunching(list.alerts(), {[&application] { application.applicationWillBeRelaunched(); },
                                   [&application] { application.applicationShouldTerminate(); }}),
+      fileManagerMenu({.bundle = applicationBundlePath(), .version = BundleInfo::main().version()}),
       taskbarEntries(application, [this] { return !dockIcon.shouldBeUIElement() || !hasStatusItem(); }),
       about(applicationVersion(), [&application] { application.perform(Command::Help); }) {
     window.setMake([this, &application] {

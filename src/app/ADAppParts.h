@@ -17,10 +17,12 @@
 #include "platform/linux/ProcessSoundPlayer.h"
 #include "platform/linux/RequestService.h"
 #include "platform/linux/TrayHost.h"
+#include "platform/linux/filemanagers/LinuxFileManagerMenu.h"
 #include "platform/linux/gui/LogoutEvents.h"
 #include "platform/linux/gui/TaskbarEntries.h"
 #include "platform/linux/gui/TrayIcon.h"
 #include "platform/linux/installation/UserInstallation.h"
+#include "prefs/FinderPlugin.h"
 #include "prefs/PrefsController.h"
 #include "prefs/SoftwareUpdater.h"
 #include "session/InstallationOffer.h"
@@ -78,6 +80,8 @@ struct ADApp::Parts {
     AutostartEntry loginItem;
     UserInstallation installation;
     InstallationOffer offer{list.alerts(), defaults, installation};
+    LinuxFileManagerMenu fileManagerMenu;
+    FinderPlugin finderPlugin{fileManagerMenu, list.alerts()};
 
     ColorScheme colorScheme{events.sessionBus()};
     TrayHost trayHost{events.sessionBus()};

@@ -16,10 +16,10 @@ struct FileManagerChange {
         std::string path;
     };
 
-    std::vector<std::string> changed; // files that were installed, removed, or had ours put in or taken out
-    std::vector<Error> noDirectory;   // directories that could not be made
-    std::vector<Error> notChanged;    // files
-    std::vector<Restart> toRestart;
+    std::vector<std::string> changed = {}; // files
+    std::vector<Error> noDirectory = {};   // directories that could not be made
+    std::vector<Error> notChanged = {};    // files
+    std::vector<Restart> toRestart = {};
 
     bool hasFailed() const { return !noDirectory.empty() || !notChanged.empty(); }
 };

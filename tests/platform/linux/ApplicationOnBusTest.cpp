@@ -48,12 +48,13 @@ protected:
     void listen() {
         QObject::connect(&application, &ApplicationOnBus::activated,
                          [this](const QString& token) { heard << "show " + token; });
-        QObject::connect(
-            &application, &ApplicationOnBus::opened,
-            [this](const OpenRequest& request, const QString& token) {
-                heard
-                    << QString("open %1 %2 %3").arg(request.paths.size()).arg(request.links.join(','), token);
-            });
+        QObject::connect(&application, &ApplicationOnBus::opened,
+                         [this](const OpenRequest& request, const QString& token) {
+                             heard << QString("%1 %2 %3 %4")
+                                          .arg(request.shows ? "select" : "open")
+                                          .arg(request.paths.size())
+                                          .arg(request.links.join(','), token);
+                         });
     }
 
     static QDBusMessage call(const QString& method, const QVariantList& arguments) {
@@ -103,6 +104,13 @@ TEST_F(ApplicationOnBusTest, TakesWhatTheDesktopMaySendAndNoMore) {
         {"one more", "Open", {all + QStringList{"veilkeep:"}, QVariantMap()}, {}},
         {"endless URI", "Open", {QStringList{longText + "x"}, QVariantMap()}, {}},
         {"too long together", "Open", {QStringList(257, longText), QVariantMap()}, {}},
+        {"items to show",
+         "ActivateAction",
+         {"show-items", QVariantList{QStringList{"file:///a%FFb", "smb://a/b"}}, tokens("t", "")},
+         "select 1 smb://a/b t"},
+        {"nothing to show", "ActivateAction", {"show-items", QVariantList(), QVariantMap()}, {}},
+        {"what is no item", "ActivateAction", {"show-items", QVariantList{3}, QVariantMap()}, {}},
+        {"too many to show", "ActivateAction", {"show-items", QVariantList{all + all}, QVariantMap()}, {}},
         {"action", "ActivateAction", {"lock", QVariantList{3}, tokens("t", "")}, {}},
         {"endless action", "ActivateAction", {longText, QVariantList(), QVariantMap()}, {}},
         {"wrong arguments", "Activate", {"text"}, {}},
