@@ -19,7 +19,14 @@ std::string soundsFolder() {
 
 ADApp::Parts::Parts(ADApp& application, ListOwnership taken, const OwnPlaces& places)
     : lock(std::move(taken)),
-      prefs({.defaults = defaults, .dockIcon = dockIcon}),
+      prefs({.defaults = defaults,
+             .dockIcon = dockIcon,
+             .loginItem = &loginItem,
+             .finderPluginInstalled = [this] { return finderPlugin.finderPluginInstalled(); },
+             .setFinderPluginInstalled =
+                 [this](bool isWished) { finderPlugin.setFinderPluginInstalled(isWished); },
+             .requestRelaunch = [this] { relaunching.requestRelaunch(); },
+             .checkForUpdates = [&application] { application.perform(Command::CheckForUpdates); }}),
       logout(application, events),
       sounds(soundsFolder(), defaults, player),
       applications(
@@ -53,9 +60,11 @@ ADApp::Parts::Parts(ADApp& application, ListOwnership taken, const OwnPlaces& pl
         return std::make_unique<VeilkeepWindow>(
             VeilkeepWindowParts{list.files(), list.groups(), actions, previews, defaults, application});
     });
-    QObject::connect(
-        &updater, &SoftwareUpdater::ended, &updater,
-        [this](const SoftwareUpdater::Answer& answer) { update.showAnswer(answer.title, answer.message); });
+    QObject::connect(&updater, &SoftwareUpdater::ended, &updater,
+                     [this](const SoftwareUpdater::Answer& answer) {
+                         update.showAnswer(answer.title, answer.message);
+                         prefs.lastCheckChanged();
+                     });
 }
 
 // The window shows what goes before it.

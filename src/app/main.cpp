@@ -98,11 +98,11 @@ int main(int argc, char** argv) {
         std::fputs("veilkeep: there is no display; veilkeepctl works without one\n", stderr);
         return failed;
     }
+    if (options.mode == StartOptions::Mode::Hide)
+        return runHide(argv, options.toOpen);
     options.isRelaunch = Relaunching::waitForFormerProcess();
     options.byLogin |= !options.isRelaunch && ProcessInfo::wasLaunchedAtLogin();
     ::unsetenv("DESKTOP_AUTOSTART_ID"); // is this process' alone
-    if (options.mode == StartOptions::Mode::Hide)
-        return runHide(argv, options.toOpen);
     options.activationToken = inheritedActivationToken();
     reportWhatEndsTheProgram();
     int noArguments = 1; // Qt would take some for its own

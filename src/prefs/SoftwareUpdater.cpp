@@ -5,7 +5,6 @@
 #include "filelist/Texts.h"
 
 #include <QDateTime>
-#include <QLocale>
 
 namespace veilkeep {
 namespace {
@@ -82,13 +81,6 @@ void SoftwareUpdater::end(const UpdateOutcome& outcome) {
             logError("When updates were looked for is not stored", stored.error());
     }
     emit ended(answerFor(outcome));
-}
-
-QString SoftwareUpdater::lastCheckDateText() const {
-    const auto stored = m_defaults.string(defaultsKey::lastUpdateCheck);
-    const QDateTime time =
-        stored ? QDateTime::fromString(QString::fromStdString(*stored), Qt::ISODate) : QDateTime();
-    return time.isValid() ? QLocale().toString(time.toLocalTime(), QLocale::LongFormat) : tr("never");
 }
 
 } // namespace veilkeep

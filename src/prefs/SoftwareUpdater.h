@@ -24,7 +24,6 @@ public:
     void cancel();
     bool isChecking() const { return m_isChecking; }
 
-    QString lastCheckDateText() const; // in the user's language
     static Answer answerFor(const UpdateOutcome& outcome);
 
 signals:
