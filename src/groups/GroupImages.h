@@ -15,6 +15,7 @@ public:
 
     virtual std::optional<Bytes> imageNamed(std::string_view name) const = 0; // of the program's own
     virtual std::optional<Bytes> imageAtPath(std::string_view path) const = 0;
+    virtual std::optional<Bytes> imageIn(std::string_view content) const = 0; // of such a file
 
 protected:
     GroupImages() = default;

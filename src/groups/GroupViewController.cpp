@@ -4,6 +4,7 @@
 #include "core/log/Log.h"
 #include "filelist/LoadingTrouble.h"
 #include "filelist/Texts.h"
+#include "groups/EnteredName.h"
 #include "groups/GroupNames.h"
 
 #include <algorithm>
@@ -223,6 +224,23 @@ void GroupViewController::setNewName(std::string_view newName, const std::string
     });
 }
 
+bool GroupViewController::renameInPlace(const ListedGroup& group, const QString& typed) {
+    if (!isListed(group) || !group->canBeRemoved())
+        return true;
+    const EnteredName entered(*this, *group, typed);
+    if (entered.fault) {
+        m_parts.alerts.beginInformationalAlertSheet(
+            EnteredName::faultText(*entered.fault),
+            Texts::tr("\"%1\" keeps its name until you enter another one.").arg(shownGroupName(*group)));
+        return false;
+    }
+    if (entered.name == group->name())
+        return true;
+    setNewName(entered.name, std::string(group->iconPath()), group);
+    emit GroupsUpdated();
+    return true;
+}
+
 void GroupViewController::incFilesOfGroup(std::string_view name) {
     change(groupForName(name), [](Group& group) { group.incCountOfFiles(); });
 }
@@ -337,6 +355,11 @@ void GroupViewController::editGroup(const ListedGroup& clickedGroup) {
         return;
     emit editGroupRequested(clickedGroup);
     emit GroupsUpdated();
+}
+
+void GroupViewController::editCell(const ListedGroup& group, const QString& typed) {
+    if (group)
+        emit editCellRequested(group, typed);
 }
 
 } // namespace veilkeep

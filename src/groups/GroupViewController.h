@@ -62,6 +62,7 @@ public:
     bool removeGroup(const ListedGroup& group); // asks; what is shown goes to the group of all files
     void setNewName(std::string_view newName, const std::string& andIconPath, std::string_view forGroup);
     void setNewName(std::string_view newName, const std::string& andIconPath, const ListedGroup& forGroup);
+    bool renameInPlace(const ListedGroup& group, const QString& typed); // false: the user was told why not
     void setAutoHide(bool autoHide, std::string_view forGroup);
     void setAutoHide(bool autoHide, const ListedGroup& forGroup);
     void moveGroup(const ListedGroup& group, std::size_t toRow); // where it lies in the end
@@ -117,6 +118,7 @@ public slots:
     void removeClickedGroupAction(const veilkeep::ListedGroup& clickedGroup);
     void removeSelectedRows() { removeClickedGroupAction(m_current); }
     void editGroup(const veilkeep::ListedGroup& clickedGroup);
+    void editCell(const veilkeep::ListedGroup& group, const QString& typed); // goes on in the sheet
     void moveSelectedFiles(const veilkeep::ListedGroup& toGroup);
     void hideCurrentGroup();
     void unhideCurrentGroup();
@@ -132,6 +134,7 @@ signals:
     void GroupsUpdated(); // after adding, removing, editing
     void currentGroupChanged();
     void editGroupRequested(const veilkeep::ListedGroup& group);
+    void editCellRequested(const veilkeep::ListedGroup& group, const QString& typed);
     void leftVisibleChanged();
     void saveTroubleChanged();
 

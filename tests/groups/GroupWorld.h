@@ -19,7 +19,10 @@ public:
         return names.contains(name) ? std::optional(Bytes{name}) : std::nullopt;
     }
     std::optional<Bytes> imageAtPath(std::string_view path) const override {
-        const std::string content = readFile(std::string(path));
+        const std::string file(path), content = exists(file) ? readFile(file) : std::string();
+        return content.empty() ? std::nullopt : std::optional(Bytes{content});
+    }
+    std::optional<Bytes> imageIn(std::string_view content) const override {
         return content.empty() ? std::nullopt : std::optional(Bytes{content});
     }
     std::set<std::string, std::less<>> names = {"folder-documents_alt", "folder-pictures", "folder_private",

@@ -49,15 +49,15 @@ bool hasColourTable(QImage::Format format) {
            format == QImage::Format_Indexed8;
 }
 
-bool isNamedAsImage(const std::string& path) {
+} // namespace
+
+bool boundedImage::isNamedAsImage(const std::string& name) {
     constexpr std::array extensions{"tif"sv, "tiff"sv, "bmp"sv, "gif"sv, "jpg"sv, "jpeg"sv, "png"sv, "jp2"sv};
-    std::string extension = path.substr(std::min(path.rfind('.'), path.size() - 1) + 1);
+    std::string extension = name.substr(std::min(name.rfind('.'), name.size() - 1) + 1);
     for (char& each : extension)
         each = static_cast<char>(std::tolower(static_cast<unsigned char>(each)));
     return std::find(extensions.begin(), extensions.end(), extension) != extensions.end();
 }
-
-} // namespace
 
 QImage boundedImage::decoded(std::string_view bytes, QSize neededSize) {
     const char* const format = formatOf(bytes);

@@ -16,6 +16,8 @@ namespace veilkeep::boundedImage {
 // Null where the bytes are no such image.
 QImage decoded(std::string_view bytes, QSize neededSize);
 
+bool isNamedAsImage(const std::string& name);
+
 // Of a file that is named as one of those kinds too.
 Result<QImage> atPath(const std::string& path, QSize neededSize);
 

@@ -55,6 +55,10 @@ std::optional<Bytes> ProgramGroupImages::imageAtPath(std::string_view path) cons
     return pngOf(imageByScalingToSize(*image, storedSize));
 }
 
+std::optional<Bytes> ProgramGroupImages::imageIn(std::string_view content) const {
+    return pngOf(imageByScalingToSize(boundedImage::decoded(content, storedSize), storedSize));
+}
+
 QPixmap groupIcon(const Group& group, QSize size, qreal devicePixelRatio) {
     const QPixmap stored = pixmapOfIconData(group.iconData(), size, devicePixelRatio);
     const QString ownName =

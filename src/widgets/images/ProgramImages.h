@@ -42,6 +42,7 @@ public:
     // Of a file with an extension and a content of tif, bmp, gif, jpg, png or jp2; what else is there, or is
     // too large, gives nothing and a line in the log.
     std::optional<Bytes> imageAtPath(std::string_view path) const override;
+    std::optional<Bytes> imageIn(std::string_view content) const override;
 };
 
 // The image that shows the group: its icon, or the default one where that is missing or no image. Icons that

@@ -1,0 +1,345 @@
+#include "groups/EnteredName.h"
+#include "groups/GroupEditController.h"
+#include "tests/groups/GroupWorld.h"
+#include "tests/support/Repeated.h"
+#include "tests/support/ScratchTree.h"
+
+#include <gtest/gtest.h>
+
+namespace veilkeep::test {
+namespace {
+
+using Tab = GroupEditView::Tab;
+
+// The form without a window; what the user does while it is open are the steps.
+class FormView : public GroupEditView {
+public:
+    void open(GroupEditController& controller) override {
+        m_controller = &controller;
+        isOpen = true;
+        ++timesOpened;
+    }
+    void run() override {
+        steps(*m_controller);
+        isOpenAfterSteps = isOpen;
+        isOpen = false;
+    }
+    void close() override { isOpen = false; }
+    void showTab(Tab shown) override { tab = shown; }
+    QString name() const override { return nameField; }
+    void setName(const QString& name) override { nameField = name; }
+    void showIcon(const Group& lookingLike) override { image = std::string(lookingLike.iconData()); }
+    std::optional<std::size_t> selectedIcon() const override { return selected; }
+    void selectIcon(std::optional<std::size_t> item) override { selected = item; }
+    bool autoHide() const override { return box; }
+    void setAutoHide(bool autoHide) override { box = autoHide; }
+    void tell(const QString& text) override { line = text; }
+
+    std::function<void(GroupEditController&)> steps = [](auto&) {};
+    int timesOpened = 0;
+    bool isOpen = false, isOpenAfterSteps = false;
+    Tab tab = Tab::ErrorExist;
+    QString nameField, line;
+    std::string image;
+    std::optional<std::size_t> selected;
+    bool box = false;
+
+private:
+    GroupEditController* m_controller = nullptr;
+};
+
+struct SoundNotes : Sounds {
+    void playSound(const char* key) override { played.emplace_back(key); }
+    std::vector<std::string> played;
+};
+
+struct EditScratch {
+    ScratchTree tree;
+};
+
+struct EditWorld : EditScratch, GroupWorld {
+    EditWorld() { started(); }
+
+    const Group& edit(const std::string& name, std::function<void(GroupEditController&)> steps) {
+        const ListedGroup group = groups.groupForName(name);
+        view.steps = std::move(steps);
+        controller.editGroup(group);
+        return *group;
+    }
+    std::string kept(const std::string& name) const { return icons + "/" + name; }
+
+    FormView view;
+    SoundNotes sounds;
+    std::string icons = OwnPlaces::current().dataDirectory + "/Icons";
+    KeptIcons keptIcons{icons};
+    std::optional<std::string> chosenFile;
+    GroupEditController controller{{groups, view, images, keptIcons, [this] { return chosenFile; }, &sounds}};
+};
+
+TEST(GroupEditTest, OpensWithWhatTheGroupHas) {
+    EditWorld world;
+    const std::string file = world.tree.makeFile("photo.png", "photo");
+    world.groups.setNewName("With a photo", file, world.groups.addGroup());
+    world.groups.setNewName("\xff bytes", "folder_private", world.autoHideGroup());
+    const struct {
+        std::string group;
+        QString name;
+        std::optional<std::size_t> icon;
+        std::string image;
+        bool autoHide, isTold;
+    } rows[] = {
+        {"Secret Pictures", "Secret Pictures", 2, "folder-pictures", false, false},
+        {"Private Files", "Private Files", 12, "folder_private", false, false},
+        {"With a photo", "With a photo", 0, "photo", false, true},
+        {"\xff bytes", "\\xff bytes", 12, "folder_private", true, false},
+    };
+    for (const auto& row : rows) {
+        bool wasOpen = false;
+        world.edit(row.group, [&](auto&) {
+            wasOpen = true;
+            EXPECT_EQ(world.view.tab, Tab::SetName) << row.group;
+            EXPECT_EQ(world.view.nameField, row.name) << row.group;
+            EXPECT_EQ(world.view.selected, row.icon) << row.group;
+            EXPECT_EQ(world.view.image, row.image) << row.group;
+            EXPECT_EQ(world.view.box, row.autoHide) << row.group;
+            EXPECT_EQ(!world.view.line.isEmpty(), row.isTold) << row.group;
+        });
+        EXPECT_TRUE(wasOpen) << row.group;
+    }
+    const auto names = world.names();
+    const int before = world.view.timesOpened;
+    for (const char* const fixed : {"All Files", "Custom Groups", "nobody's"}) {
+        world.edit(fixed == std::string("nobody's") ? "" : fixed,
+                   [](auto& controller) { controller.apply(); });
+        world.controller.editCell(world.groups.groupForName(fixed), "x");
+    }
+    EXPECT_EQ(world.view.timesOpened, before);
+    EXPECT_EQ(world.names(), names);
+}
+
+TEST(GroupEditTest, AppliesOrRefuses) {
+    EditWorld world;
+    const std::string photo = world.tree.makeFile("photo.png", "photo"),
+                      empty = world.tree.makeFile("no.png");
+    FormView& view = world.view;
+    const auto named = [&view](const char* name) {
+        return [&view, name](auto& controller) { view.nameField = name, controller.apply(); };
+    };
+    const auto choose = [&world](auto& controller, const std::string& path) {
+        world.chosenFile = path;
+        controller.changeFileLocation();
+    };
+    const std::string own = "Private Files", ownIcon = "folder_private";
+    const struct {
+        const char* what;
+        std::function<void(GroupEditController&)> steps;
+        std::string name, iconPath, image;
+        bool isOpen = false;
+        Tab tab = Tab::SetName;
+        bool isTold = false;
+    } rows[] = {
+        {"nothing changed", [](auto& controller) { controller.apply(); }, own, ownIcon, ownIcon},
+        {"another name", named("Letters"), "Letters", ownIcon, ownIcon},
+        {"letter case", named("private files"), "private files", ownIcon, ownIcon},
+        {"taken", named("Secret Pictures"), own, ownIcon, ownIcon, true, Tab::ErrorExist},
+        {"taken by the header row", named("Custom Groups"), own, ownIcon, ownIcon, true, Tab::ErrorExist},
+        {"taken, back, another one",
+         [&](auto& controller) {
+             named("Secret Pictures")(controller);
+             controller.back();
+             EXPECT_EQ(view.tab, Tab::SetName);
+             named("Letters")(controller);
+         },
+         "Letters", ownIcon, ownIcon},
+        {"empty", named(""), own, ownIcon, ownIcon, true, Tab::SetName, true},
+        {"blanks", named(" \t "), own, ownIcon, ownIcon, true, Tab::SetName, true},
+        {"two lines", named("a\nb"), own, ownIcon, ownIcon, true, Tab::SetName, true},
+        {"too long",
+         [&](auto& controller) {
+             view.nameField = QString(EnteredName::longest + 1, u'x');
+             controller.apply();
+         },
+         own, ownIcon, ownIcon, true, Tab::SetName, true},
+        {"cancelled",
+         [&](auto& controller) { view.nameField = "Letters", view.selected = 2, controller.cancel(); }, own,
+         ownIcon, ownIcon},
+        {"of the list",
+         [&](auto& controller) {
+             view.selected = 2, controller.setFromList();
+             EXPECT_EQ(view.image, "folder-pictures");
+             controller.apply();
+         },
+         own, "folder-pictures", "folder-pictures"},
+        {"a file",
+         [&](auto& controller) {
+             choose(controller, photo);
+             EXPECT_EQ(view.image, "photo");
+             controller.apply();
+         },
+         own, photo, "photo"},
+        {"a file, then of the list",
+         [&](auto& controller) {
+             choose(controller, photo);
+             view.selected = 2, controller.setFromList();
+             EXPECT_FALSE(view.line.isEmpty());
+             controller.apply();
+         },
+         own, photo, "photo", false, Tab::SetName, true},
+        {"no image",
+         [&](auto& controller) {
+             choose(controller, empty);
+             EXPECT_EQ(view.image, ownIcon);
+             EXPECT_EQ(controller.newIconPath(), "");
+             EXPECT_FALSE(view.line.isEmpty());
+             controller.apply();
+         },
+         own, ownIcon, ownIcon, false, Tab::SetName, true},
+        {"a file, then no image",
+         [&](auto& controller) { choose(controller, photo), choose(controller, empty), controller.apply(); },
+         own, photo, "photo", false, Tab::SetName, true},
+        {"a file that is gone by then",
+         [&](auto& controller) {
+             choose(controller, world.tree.makeFile("gone.png", "gone"));
+             std::filesystem::remove(world.tree.path("gone.png"));
+             controller.apply();
+             EXPECT_EQ(view.image, ownIcon);
+         },
+         own, ownIcon, ownIcon, true, Tab::SetName, true},
+        {"an image without a file",
+         [&](auto& controller) {
+             controller.takeImage("drawn");
+             EXPECT_EQ(view.image, "drawn");
+             controller.apply();
+         },
+         own, world.kept("Icon.png"), "drawn"},
+        {"reset",
+         [&](auto& controller) {
+             view.nameField = "Letters", view.selected = 2, view.box = true;
+             controller.resetToDefault();
+             EXPECT_EQ(view.selected, std::optional<std::size_t>(12));
+             EXPECT_EQ(view.image, ownIcon);
+             EXPECT_FALSE(view.box);
+             controller.apply();
+         },
+         own, ownIcon, ownIcon},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.what);
+        world.chosenFile.reset();
+        const ListedGroup group = world.groups.groupForName(own);
+        const Group& edited = world.edit(own, row.steps);
+        EXPECT_EQ(edited.name(), row.name);
+        EXPECT_EQ(edited.iconPath(), row.iconPath);
+        EXPECT_EQ(edited.iconData(), row.image);
+        EXPECT_EQ(world.view.isOpenAfterSteps, row.isOpen);
+        EXPECT_EQ(world.view.tab, row.tab);
+        EXPECT_EQ(!world.view.line.isEmpty(), row.isTold) << world.view.line.toStdString();
+        EXPECT_EQ(GroupWorld::savedNames(), world.names());
+        world.groups.setNewName(own, ownIcon, group);
+    }
+}
+
+TEST(GroupEditTest, ANameInTheListGoesOnInTheFormAndKeepsTheIcon) {
+    EditWorld world;
+    const std::string file = world.tree.makeFile("photo.png", "photo");
+    const ListedGroup group = world.row(3);
+    world.groups.setNewName("Photos", file, group);
+    world.view.steps = [&](auto& controller) {
+        EXPECT_EQ(world.view.nameField, "Trip");
+        EXPECT_EQ(world.view.selected, std::nullopt);
+        controller.apply();
+    };
+    world.controller.editCell(group, "Trip");
+    EXPECT_EQ(group->name(), "Trip");
+    EXPECT_EQ(group->iconPath(), file);
+}
+
+TEST(GroupEditTest, TheMarkIsWrittenByOkAlone) {
+    EditWorld world;
+    world.view.steps = [&](auto& controller) {
+        world.view.box = true;
+        controller.autoHideChanged();
+        EXPECT_FALSE(world.row(3)->autoHide().value_or(false));
+        controller.apply();
+    };
+    world.controller.editGroup(world.row(3));
+    EXPECT_EQ(world.row(3)->autoHide(), true);
+    EXPECT_EQ(world.sounds.played, std::vector<std::string>{"AutoHideSound"});
+}
+
+TEST(GroupEditTest, FollowsTheRowItself) {
+    EditWorld world;
+    const ListedGroup first = world.groups.addGroup(), second = world.groups.addGroup();
+    for (const ListedGroup& group : {first, second})
+        world.groups.setNewName("Twin", "folder_drop", group);
+    world.view.steps = [&](auto& controller) { world.view.box = true, controller.apply(); };
+    world.controller.editGroup(second);
+    EXPECT_EQ(second->autoHide(), true) << "its own name, though another row has it too";
+    EXPECT_FALSE(first->autoHide().value_or(false));
+    world.view.steps = [&](auto& controller) { world.view.nameField = "Other", controller.apply(); };
+    world.controller.editGroup(second);
+    EXPECT_EQ(first->name(), "Twin");
+    EXPECT_EQ(second->name(), "Other");
+
+    world.view.steps = [&](auto& controller) {
+        world.expectRemoval(second);
+        world.groups.removeGroup(second);
+        world.view.nameField = "Late";
+        controller.apply();
+    };
+    world.controller.editGroup(second);
+    EXPECT_TRUE(world.view.isOpenAfterSteps);
+    EXPECT_FALSE(world.view.line.isEmpty());
+    EXPECT_FALSE(world.groups.ifExistsGroupWithName("Late"));
+}
+
+TEST(GroupEditTest, KeepsDroppedImagesAsLongAsAGroupHasThem) {
+    EditWorld world;
+    const auto drop = [&](const char* image) {
+        return [image](auto& controller) { controller.takeImage(image), controller.apply(); };
+    };
+    world.edit("Private Files", drop("one"));
+    world.edit("Secret Pictures", drop("two"));
+    writeFile(world.kept("notes.txt"), "mine");
+    EXPECT_EQ(readFile(world.kept("Icon.png")), "one");
+    EXPECT_EQ(readFile(world.kept("Icon 2.png")), "two");
+    EXPECT_EQ(modeOf(world.kept("Icon.png")), 0600U);
+    world.edit("Private Files", drop("three"));
+    EXPECT_FALSE(exists(world.kept("Icon.png")));
+    EXPECT_TRUE(exists(world.kept("Icon 2.png")) && exists(world.kept("Icon 3.png")));
+    EXPECT_TRUE(exists(world.kept("notes.txt")));
+
+    std::filesystem::remove_all(world.icons);
+    world.tree.makeFile(world.icons.substr(world.tree.root().size() + 1), "in the way");
+    const Group& group = world.edit("Private Files", drop("four"));
+    EXPECT_TRUE(world.view.isOpenAfterSteps);
+    EXPECT_FALSE(world.view.line.isEmpty());
+    EXPECT_EQ(group.iconData(), "three");
+}
+
+TEST(GroupEditTest, NamesInTheListAreRefusedWithAMessage) {
+    EditWorld world;
+    const ListedGroup group = world.row(3);
+    const auto rename = [&](const QString& typed) { return world.groups.renameInPlace(group, typed); };
+    const struct {
+        QString typed, message;
+    } rows[] = {
+        {"Secret Pictures", "A group with this name exists already."},
+        {"  ", "A group needs a name."},
+        {QString(EnteredName::longest + 1, u'x'), "This name is too long: 100 characters are the most."},
+    };
+    for (const auto& row : rows) {
+        world.list.presenter.expect({.title = row.message, .answer = "OK"});
+        EXPECT_FALSE(rename(row.typed)) << row.message.toStdString();
+        EXPECT_EQ(group->name(), "Private Files");
+    }
+    EXPECT_TRUE(rename("Private Files"));
+    EXPECT_TRUE(rename("Trip \\ home"));
+    EXPECT_EQ(group->name(), "Trip \\ home");
+    EXPECT_EQ(EnteredName::editableName(*group), "Trip \\ home");
+    EXPECT_EQ(group->iconPath(), "folder_private");
+    EXPECT_EQ(GroupWorld::savedNames(), world.names());
+}
+
+} // namespace
+} // namespace veilkeep::test
