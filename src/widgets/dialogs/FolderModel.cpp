@@ -10,9 +10,9 @@
 
 namespace veilkeep {
 
-FolderModel::FolderModel(bool foldersOnly, QObject* parent)
+FolderModel::FolderModel(IsShown isWanted, QObject* parent)
     : QAbstractListModel(parent),
-      m_foldersOnly(foldersOnly),
+      m_isWanted(std::move(isWanted)),
       m_folder(QApplication::style()->standardIcon(QStyle::SP_DirIcon)),
       m_file(QApplication::style()->standardIcon(QStyle::SP_FileIcon)) {}
 
@@ -38,7 +38,7 @@ void FolderModel::reset() {
 }
 
 bool FolderModel::isShown(const FolderEntry& entry) const {
-    return (entry.isFolder || !m_foldersOnly) && (m_areHiddenShown || !entry.isHidden());
+    return m_isWanted(entry) && (m_areHiddenShown || !entry.isHidden());
 }
 
 std::optional<int> FolderModel::rowOf(const std::string& name) const {

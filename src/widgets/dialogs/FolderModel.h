@@ -5,6 +5,7 @@
 #include <QAbstractListModel>
 #include <QIcon>
 
+#include <functional>
 #include <optional>
 
 namespace veilkeep {
@@ -14,7 +15,9 @@ class FolderModel : public QAbstractListModel {
     Q_OBJECT
 
 public:
-    FolderModel(bool foldersOnly, QObject* parent);
+    using IsShown = std::function<bool(const FolderEntry& entry)>;
+
+    FolderModel(IsShown isWanted, QObject* parent);
 
     void setEntries(std::vector<FolderEntry> entries);
     void setHiddenShown(bool isShown);
@@ -30,7 +33,7 @@ private:
     bool isShown(const FolderEntry& entry) const;
     void reset();
 
-    bool m_foldersOnly;
+    IsShown m_isWanted;
     bool m_areHiddenShown = false;
     std::vector<FolderEntry> m_entries;
     std::vector<std::size_t> m_rows; // in m_entries

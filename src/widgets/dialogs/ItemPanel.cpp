@@ -25,6 +25,8 @@
 
 #include <sys/stat.h>
 
+#include <algorithm>
+
 namespace veilkeep {
 namespace {
 
@@ -49,7 +51,9 @@ std::string typedPath(const QString& text, const std::string& folder) {
 } // namespace
 
 ItemPanel::ItemPanel(const Wishes& wishes, QWidget* parent)
-    : QDialog(parent), m_wishes(wishes), m_model(new FolderModel(wishes.foldersOnly, this)) {
+    : QDialog(parent),
+      m_wishes(wishes),
+      m_model(new FolderModel([this](const FolderEntry& entry) { return isWanted(entry); }, this)) {
     setWindowTitle(wishes.title);
     layOut();
     addKeys();
@@ -171,6 +175,12 @@ void ItemPanel::showContents(const std::string& path, const FolderReader::Conten
     selectName(m_toSelect);
 }
 
+bool ItemPanel::isWanted(const FolderEntry& entry) const {
+    if (entry.isFolder)
+        return true;
+    return !m_wishes.foldersOnly && (!m_wishes.onlyFiles || m_wishes.onlyFiles(entry.name));
+}
+
 void ItemPanel::selectName(const std::string& name) {
     if (m_model->hasHidden(name))
         m_hidden->setChecked(true);
@@ -191,11 +201,12 @@ void ItemPanel::goToTyped() {
         showFolder(path);
         return m_list->setFocus();
     }
-    if (itemExistsAt(path)) {
+    if (itemExistsAt(path) && isWanted({std::string(lastPathComponent(path)), false})) {
         showFolder(std::string(parentPath(path)), std::string(lastPathComponent(path)));
         return m_list->setFocus();
     }
-    m_status->setText(tr("There is nothing at this place."));
+    m_status->setText(itemExistsAt(path) ? tr("An item of this kind cannot be chosen here.")
+                                         : tr("There is nothing at this place."));
     m_status->show();
 }
 
@@ -216,7 +227,10 @@ void ItemPanel::openCurrent() {
 }
 
 void ItemPanel::validate() {
-    m_choose->setEnabled(m_wishes.foldersOnly || m_list->selectionModel()->hasSelection());
+    const QModelIndexList selected = m_list->selectionModel()->selectedIndexes();
+    const bool hasFolder = std::ranges::any_of(
+        selected, [this](const QModelIndex& index) { return m_model->entryAt(index.row()).isFolder; });
+    m_choose->setEnabled(m_wishes.foldersOnly || (!selected.isEmpty() && !(m_wishes.onlyFiles && hasFolder)));
 }
 
 std::vector<std::string> ItemPanel::chosen() const {

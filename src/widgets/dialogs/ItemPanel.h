@@ -4,6 +4,7 @@
 
 #include <QDialog>
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -31,6 +32,7 @@ public:
         QString button;
         bool foldersOnly = false; // nothing selected means the folder that is shown
         bool several = false;
+        std::function<bool(const std::string& name)> onlyFiles = {}; // set: these, and no folders
     };
 
     ItemPanel(const Wishes& wishes, QWidget* parent);
@@ -50,6 +52,7 @@ private:
     QWidget* makeButtons();
     void addKeys();
     void showContents(const std::string& path, const FolderReader::Contents& contents);
+    bool isWanted(const FolderEntry& entry) const;
     void selectName(const std::string& name);
     void goToTyped();
     void goUp();

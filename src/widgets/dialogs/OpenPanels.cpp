@@ -5,7 +5,7 @@
 #include "widgets/dialogs/ModalRun.h"
 #include "widgets/dialogs/windowPlacement.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 
 #include <algorithm>
 #include <utility>
@@ -39,9 +39,21 @@ std::vector<std::string> OpenPanels::chooseItemsToAdd() {
     return items;
 }
 
+std::optional<std::string>
+OpenPanels::chooseImage(const std::function<bool(const std::string& name)>& isImage) {
+    QWidget* const sheet = QApplication::activeModalWidget();
+    const auto items =
+        chooseItems({.title = Texts::tr("Choose Image"), .button = Texts::tr("Choose"), .onlyFiles = isImage},
+                    m_lastImageFolder, sheet ? sheet : visibleWindow(m_mainWindow));
+    if (items.empty())
+        return std::nullopt;
+    m_lastImageFolder = std::string(parentPath(items.front()));
+    return items.front();
+}
+
 std::vector<std::string> OpenPanels::chooseItems(const ItemPanel::Wishes& wishes,
-                                                 const std::string& startingAt) {
-    const QPointer<ItemPanel> panel(new ItemPanel(wishes, visibleWindow(m_mainWindow)));
+                                                 const std::string& startingAt, QWidget* parent) {
+    const QPointer<ItemPanel> panel(new ItemPanel(wishes, parent));
     panel->startAt(startingAt);
     std::vector<std::string> items;
     if (isAccepted(*panel))

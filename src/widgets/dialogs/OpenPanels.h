@@ -7,6 +7,7 @@
 
 #include <QPointer>
 
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -26,6 +27,9 @@ public:
     std::vector<std::string>
     chooseItemsToAdd(); // files and folders, where the last one of this kind was left
 
+    // One file, in front of whatever sheet is open.
+    std::optional<std::string> chooseImage(const std::function<bool(const std::string& name)>& isImage);
+
     // The identifier; nothing when the user cancels.
     std::optional<QString> chooseApplication(const std::vector<InstalledApplication>& applications);
 
@@ -33,12 +37,17 @@ public:
     void cancelOpen(); // at any time: nothing is chosen
 
 private:
-    std::vector<std::string> chooseItems(const ItemPanel::Wishes& wishes, const std::string& startingAt);
+    std::vector<std::string> chooseItems(const ItemPanel::Wishes& wishes, const std::string& startingAt) {
+        return chooseItems(wishes, startingAt, visibleWindow(m_mainWindow));
+    }
+    std::vector<std::string> chooseItems(const ItemPanel::Wishes& wishes, const std::string& startingAt,
+                                         QWidget* parent);
     bool isAccepted(QDialog& panel);
 
     MainWindowAnswer m_mainWindow;
     std::vector<QPointer<QDialog>> m_open;
-    std::string m_lastFolder; // of items to add
+    std::string m_lastFolder;      // of items to add
+    std::string m_lastImageFolder; // of images
 };
 
 } // namespace veilkeep

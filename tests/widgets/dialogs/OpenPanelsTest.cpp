@@ -173,7 +173,7 @@ TEST_F(OpenPanelsTest, EveryNameOfAFolderIsThere) {
         m_tree.makeFile("hostile/" + name);
     const auto contents = contentsOfFolder(m_tree.path("hostile"));
     ASSERT_TRUE(contents);
-    FolderModel model(false, nullptr);
+    FolderModel model([](const FolderEntry&) { return true; }, nullptr);
     const QAbstractItemModelTester tester(&model);
     model.setEntries(*contents);
     model.setHiddenShown(true);
