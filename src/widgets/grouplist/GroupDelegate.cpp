@@ -104,7 +104,7 @@ void paintEditButton(QPainter& painter, const QStyleOptionViewItem& option) {
 
 } // namespace
 
-GroupDelegate::GroupDelegate(const GroupViewController& groups, const GroupsModel& model, QObject* parent)
+GroupDelegate::GroupDelegate(GroupViewController& groups, const GroupsModel& model, QObject* parent)
     : QStyledItemDelegate(parent), m_groups(groups), m_model(model) {}
 
 bool GroupDelegate::canBeEdited(const QModelIndex& index) const {
@@ -177,21 +177,27 @@ void GroupDelegate::paintHeader(QPainter& painter, const QStyleOptionViewItem& o
                 option.direction);
 }
 
+// The detail lies below.
+QRect GroupDelegate::nameRect(const QStyleOptionViewItem& option, bool hasEditButton) {
+    const int nameHeight = QFontMetrics(option.font).height();
+    const int detailHeight = QFontMetrics(detailFont(option)).height();
+    const int right = hasEditButton ? revealButtonSize.width() + 2 * margin : margin;
+    QRect texts = option.rect.adjusted(iconSize.width() + 2 * margin, 0, -right, 0);
+    texts = QStyle::visualRect(option.direction, option.rect, texts);
+    return {texts.x(), texts.y() + (texts.height() - nameHeight - detailHeight) / 2, texts.width(),
+            nameHeight};
+}
+
 void GroupDelegate::paintTexts(QPainter& painter, const QStyleOptionViewItem& option,
                                const QModelIndex& index) const {
     const QPalette palette = groundPalette(option);
     const QFont small = detailFont(option);
-    const int nameHeight = QFontMetrics(option.font).height(), detailHeight = QFontMetrics(small).height();
-    const int right = showsEditButton(option, index) ? revealButtonSize.width() + 2 * margin : margin;
-    QRect texts = option.rect.adjusted(iconSize.width() + 2 * margin, 0, -right, 0);
-    texts = QStyle::visualRect(option.direction, option.rect, texts);
-    QRect name(texts.x(), texts.y() + (texts.height() - nameHeight - detailHeight) / 2, texts.width(),
-               nameHeight);
+    QRect name = nameRect(option, showsEditButton(option, index));
     painter.setFont(option.font);
     painter.setPen(palette.color(QPalette::Text));
     paintElided(painter, name, index.data().toString(), option.direction);
     name.moveTop(name.bottom() + 1);
-    name.setHeight(detailHeight);
+    name.setHeight(QFontMetrics(small).height());
     painter.setFont(small);
     painter.setPen(secondaryTextColor(palette, isSelected(option)));
     paintElided(painter, name, index.data(GroupsModel::DetailRole).toString(), option.direction);

@@ -120,7 +120,8 @@ Qt::ItemFlags GroupsModel::flags(const QModelIndex& index) const {
         return Qt::ItemNeverHasChildren;
     const bool isMovable = m_groups.writeRows({static_cast<std::size_t>(index.row())});
     return Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsDropEnabled | Qt::ItemNeverHasChildren |
-           (isMovable ? Qt::ItemIsDragEnabled : Qt::NoItemFlags);
+           (isMovable ? Qt::ItemIsDragEnabled : Qt::NoItemFlags) |
+           (shown->canBeRemoved() ? Qt::ItemIsEditable : Qt::NoItemFlags);
 }
 
 std::size_t GroupsModel::countOf(const Group& group) const {

@@ -41,6 +41,8 @@ GroupsView::GroupsView(GroupViewController& groups, FilesViewController& files, 
     connect(selectionModel(), &QItemSelectionModel::currentChanged, this, &GroupsView::currentRowChanged);
     connect(&groups, &GroupViewController::currentGroupChanged, this, &GroupsView::followCurrentGroup);
     connect(&groups, &GroupViewController::groupsChanged, this, &GroupsView::followCurrentGroup);
+    connect(&groups, &GroupViewController::editGroupRequested, this,
+            [this] { m_delegate->finishEditing(true); });
     followCurrentGroup();
 }
 
@@ -113,7 +115,7 @@ void GroupsView::keyPressEvent(QKeyEvent* event) {
     case Key::Show:
         return m_groups.commandLeftKeyPressed();
     case Key::Edit:
-        return m_groups.editGroup(m_groups.currentGroup());
+        return editName(currentIndex());
     case Key::ToFiles:
         return emit rightKeyPressed();
     case Key::MoveUp:
@@ -170,6 +172,29 @@ void GroupsView::mouseReleaseEvent(QMouseEvent* event) {
         return QListView::mouseReleaseEvent(event);
     if (pressed == editButtonAt(event->position().toPoint()))
         m_groups.editGroup(m_model->group(pressed));
+}
+
+void GroupsView::mouseDoubleClickEvent(QMouseEvent* event) {
+    const QPoint place = event->position().toPoint();
+    if (event->button() == Qt::LeftButton && !editButtonAt(place).isValid())
+        editName(indexAt(place));
+}
+
+void GroupsView::editName(const QModelIndex& index) {
+    if (m_delegate->canBeEdited(index))
+        edit(index);
+}
+
+// The user leaves.
+void GroupsView::hideEvent(QHideEvent* event) {
+    m_delegate->finishEditing(false);
+    QListView::hideEvent(event);
+}
+
+// A name that was refused stays open, whichever row is selected meanwhile.
+void GroupsView::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) {
+    if (hint == QAbstractItemDelegate::RevertModelCache || !m_delegate->isNameRefused())
+        QListView::closeEditor(editor, hint);
 }
 
 void GroupsView::contextMenuEvent(QContextMenuEvent* event) {

@@ -36,6 +36,9 @@ protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+    void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
     QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
                                                          const QEvent* event) const override;
 
@@ -55,6 +58,7 @@ private:
     void followCurrentGroup();
     void currentRowChanged(const QModelIndex& current);
     QModelIndex editButtonAt(const QPoint& place) const;
+    void editName(const QModelIndex& index);
     void openMenu(const QModelIndex& index, const QPoint& onScreen);
 
     std::ptrdiff_t dropRow(const QPoint& place) const;

@@ -4,6 +4,7 @@
 #include "widgets/grouplist/GroupDelegate.h"
 
 #include <QAccessible>
+#include <QLineEdit>
 #include <QSignalSpy>
 
 namespace veilkeep::test {
@@ -150,9 +151,105 @@ TEST(GroupsViewTest, TheEditButtonIsThereWhileEditingIsOffered) {
     ASSERT_EQ(edits.size(), 1);
     EXPECT_EQ(edits.front().front().value<ListedGroup>(), world.row(2));
     EXPECT_EQ(world.selectedRow(), 0);
-    world.clickRow(3);
+}
+
+// --- Names in their places ---
+
+struct NameWorld : PanelWorld {
+    NameWorld() {
+        panel->setEditingOffered(true);
+        clickRow(3);
+        groups.setNewName("Mine", "", row(3));
+    }
+    QLineEdit* field() { return view->findChild<QLineEdit*>(); }
+    void edit() {
+        realInput::key("F2");
+        EXPECT_TRUE(eventually([this] { return field() && field()->hasFocus(); }));
+    }
+    bool isClosed() {
+        return eventually([this] { return !field(); }) && view->hasFocus();
+    }
+};
+
+TEST(GroupsViewTest, NamesAreEditedInTheirPlaces) {
+    NameWorld world;
+    const ListedGroup group = world.row(3);
+    const struct {
+        const char* what;
+        std::function<void()> steps;
+        const char* name;
+    } rows[] = {
+        {"Escape", [] { realInput::type("zzz"), realInput::key("Escape"); }, "Mine"},
+        {"Return, nothing typed", [] { realInput::key("Return"); }, "Mine"},
+        {"Return", [] { realInput::type("first"), realInput::key("Return"); }, "first"},
+        {"Tab", [] { realInput::type("second"), realInput::key("Tab"); }, "second"},
+        {"another row", [&] { realInput::type("third"), world.clickRow(2), world.clickRow(3); }, "third"},
+        {"what changes meanwhile takes nothing away",
+         [&] {
+             realInput::type("fourth");
+             world.groups.setAutoHide(true, group);
+             settle();
+             realInput::key("Return");
+         },
+         "fourth"},
+        {"the form is asked for", [&] { realInput::type("fifth"), world.groups.editGroup(group); }, "fifth"},
+    };
+    for (const auto& row : rows) {
+        world.edit();
+        EXPECT_EQ(world.field()->selectedText().toStdString(), group->name()) << row.what;
+        row.steps();
+        EXPECT_TRUE(world.isClosed()) << row.what;
+        EXPECT_EQ(group->name(), row.name) << row.what;
+        EXPECT_EQ(GroupWorld::savedNames(), world.names()) << row.what;
+    }
+    realInput::doubleClick(*world.view->viewport(), world.middleOf(3));
+    EXPECT_TRUE(eventually([&] { return world.field() && world.field()->hasFocus(); }));
+    realInput::key("Escape");
+    realInput::doubleClick(*world.view->viewport(), world.middleOf(0));
     realInput::key("F2");
-    EXPECT_EQ(edits.size(), 2);
+    EXPECT_TRUE(world.isClosed()) << "all files keep their name";
+    world.clickRow(3);
+    world.edit();
+    realInput::type("sixth");
+    world.panel->hide();
+    EXPECT_TRUE(eventually([&] { return !world.field(); }));
+    EXPECT_EQ(group->name(), "fifth");
+}
+
+TEST(GroupsViewTest, ANameThatIsRefusedStaysToBePutRight) {
+    NameWorld world;
+    const auto expectMessage = [&] {
+        world.list.presenter.expect({.title = "A group with this name exists already.", .answer = "OK"});
+    };
+    world.groups.setNewName("taken", "", world.row(2));
+    world.edit();
+    realInput::type("taken");
+    expectMessage();
+    realInput::key("Return");
+    settle();
+    ASSERT_TRUE(world.field() && world.field()->hasFocus());
+    EXPECT_EQ(world.field()->text(), "taken");
+    expectMessage(); // once, though the selection changes too
+    world.clickRow(2);
+    EXPECT_TRUE(eventually([&] { return world.field() && world.field()->hasFocus(); }));
+    EXPECT_EQ(world.row(3)->name(), "Mine");
+    realInput::type("free");
+    realInput::key("Return");
+    EXPECT_TRUE(world.isClosed());
+    EXPECT_EQ(world.row(3)->name(), "free");
+}
+
+TEST(GroupsViewTest, WhatWasTypedGoesOnInTheForm) {
+    NameWorld world;
+    QSignalSpy forms(&world.groups, &GroupViewController::editCellRequested);
+    world.edit();
+    realInput::type("trip");
+    realInput::key("Ctrl+E");
+    ASSERT_EQ(forms.size(), 1);
+    EXPECT_EQ(forms.front().at(0).value<ListedGroup>(), world.row(3));
+    EXPECT_EQ(forms.front().at(1).toString(), "trip");
+    EXPECT_TRUE(world.isClosed());
+    EXPECT_EQ(world.row(3)->name(), "Mine");
 }
 
 // --- Dragging ---
