@@ -146,6 +146,7 @@ void ADApp::awakeFromNib() {
         connect(&window, &VeilkeepWindow::chooseApplicationRequested, this,
                 &ADApp::openWithApplicationOtherSelected);
     });
+    connectGroupEditing();
     connect(&m_parts->events, &LinuxSessionEvents::sessionBusCameUp, this,
             [this] { m_bus = m_onBus->start(); });
     connect(&m_parts->relaunching, &Relaunching::QSApplicationWillRelaunchNotification, this, [this] {
@@ -166,6 +167,29 @@ void ADApp::awakeFromNib() {
     list.load();
     list.follow(m_options.isRelaunch); // else hides first what a former run left visible
     m_parts->serve();
+}
+
+// Later: a name that is edited in the list is applied first, and the user may be gone by then.
+void ADApp::connectGroupEditing() {
+    const auto inWindow = [this](const std::function<void()>& edit) {
+        whenIdle([this, edit] {
+            if (m_parts->window.isVisible())
+                edit();
+        });
+    };
+    GroupViewController& groups = m_parts->list.groups();
+    connect(
+        &groups, &GroupViewController::editGroupRequested, this,
+        [this, inWindow](const ListedGroup& group) {
+            inWindow([this, group] { m_parts->groupEdit.editGroup(group); });
+        },
+        Qt::QueuedConnection);
+    connect(
+        &groups, &GroupViewController::editCellRequested, this,
+        [this, inWindow](const ListedGroup& group, const QString& typed) {
+            inWindow([this, group, typed] { m_parts->groupEdit.editCell(group, typed); });
+        },
+        Qt::QueuedConnection);
 }
 
 // Where the desktop gives Qt dark colours itself these are better.

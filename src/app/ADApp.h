@@ -89,6 +89,7 @@ private:
     Start becomeTheOnlyOne();
     Start takeList();
     void awakeFromNib();
+    void connectGroupEditing();
     void followColorScheme(bool isDark);
     void finishLaunching();
     void applicationDidFinishLaunching();

@@ -35,6 +35,11 @@ void validateRemoval(ADApp::Parts& parts, CommandState& state) {
     state.isEnabled = itemsIn(parts).selectedCount() > 0;
 }
 
+void validateGroupChange(ADApp::Parts& parts, CommandState& state) {
+    const ListedGroup group = parts.list.groups().currentGroup();
+    state.isEnabled = group && group->canBeRemoved();
+}
+
 template <bool (FilterController::*isOn)() const>
 void validateFilter(ADApp::Parts& parts, CommandState& state) {
     state.isChecked = (parts.list.files().filterController().*isOn)();
@@ -57,10 +62,9 @@ const ADApp::CommandRow ADApp::commandRows[] = {
     {Command::AddGroup, [](ADApp& app) { app.groups().addGroup(); }},
     {Command::DeleteGroup,
      [](ADApp& app) { app.groups().removeClickedGroupAction(app.groups().currentGroup()); },
-     [](Parts& parts, CommandState& state) {
-         const ListedGroup group = parts.list.groups().currentGroup();
-         state.isEnabled = group && group->canBeRemoved();
-     }},
+     validateGroupChange},
+    {Command::EditGroup, [](ADApp& app) { app.groups().editGroup(app.groups().currentGroup()); },
+     validateGroupChange},
     {Command::RemoveItem, [](ADApp& app) { app.files().removeFromListAction(); }, validateRemoval},
     {Command::RemoveFromList, [](ADApp& app) { app.files().removeFromListAction(); },
      validateMenuItem<Command::RemoveFromList>},

@@ -1,10 +1,12 @@
 #include "app/ADAppParts.h"
 
+#include "core/base/PathText.h"
 #include "core/environment/Bundle.h"
 #include "core/log/Log.h"
 #include "core/storage/BundleInfo.h"
 #include "filelist/Texts.h"
 #include "format/ErrorText.h"
+#include "widgets/images/BoundedImage.h"
 
 #include <utility>
 
@@ -36,6 +38,8 @@ ADApp::Parts::Parts(ADApp& application, ListOwnership taken, const OwnPlaces& pl
       alerts([this] { return window.visibleWindow(); }),
       progress([this] { return window.visibleWindow(); }),
       panels([this] { return window.visibleWindow(); }),
+      groupSheet([this] { return window.visibleWindow(); }),
+      keptIcons(joinPath(places.dataDirectory, "Icons")),
       list(defaults, MainWindowController::cloakWorkerPath(), places,
            {.tick = [this] { progress.turnEventLoop(); },
             .presenter = &alerts,
@@ -48,9 +52,19 @@ ADApp::Parts::Parts(ADApp& application, ListOwnership taken, const OwnPlaces& pl
             .sounds = &sounds,
             .prompt = &prompt,
             .window = &window,
-            .interrupt = [this] { panels.cancelOpen(); },
+            .interrupt =
+                [this] {
+                    panels.cancelOpen();
+                    groupEdit.cancel();
+                },
             .language = &application.translations(),
             .mayAsk = true}),
+      groupEdit({.groups = list.groups(),
+                 .view = groupSheet,
+                 .images = images,
+                 .keptIcons = keptIcons,
+                 .chooseImageFile = [this] { return panels.chooseImage(boundedImage::isNamedAsImage); },
+                 .sounds = &sounds}),
       relaunching(list.alerts(), {[&application] { application.applicationWillBeRelaunched(); },
                                   [&application] { application.applicationShouldTerminate(); }}),
       fileManagerMenu({.bundle = applicationBundlePath(), .version = BundleInfo::main().version()}),

@@ -5,6 +5,7 @@
 #include "app/StatusMenu.h"
 #include "core/storage/ListOwnership.h"
 #include "filelist/FileListActions.h"
+#include "groups/GroupEditController.h"
 #include "platform/linux/ActivationToken.h"
 #include "platform/linux/ApplicationOnBus.h"
 #include "platform/linux/AutostartEntry.h"
@@ -35,6 +36,7 @@
 #include "widgets/dialogs/ProgressSheet.h"
 #include "widgets/dialogs/ReportWindow.h"
 #include "widgets/dialogs/UpdateWindow.h"
+#include "widgets/groupedit/GroupEditWindow.h"
 #include "widgets/images/ProgramImages.h"
 #include "widgets/preferences/PrefsWindow.h"
 #include "widgets/preview/Previews.h"
@@ -71,9 +73,12 @@ struct ADApp::Parts {
     ProgressSheet progress;
     OpenPanels panels;
     PasswordWindow prompt;
+    GroupEditWindow groupSheet;
+    KeptIcons keptIcons;
 
     OwnList list;
     Previews previews{list.files().files()};
+    GroupEditController groupEdit;
     FileListActions actions{list.files(), list.alerts(), &applications};
     RequestService requests{list.requests()};
     Relaunching relaunching;

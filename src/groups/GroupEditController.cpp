@@ -1,5 +1,6 @@
 #include "groups/GroupEditController.h"
 
+#include "core/base/PathText.h"
 #include "filelist/Texts.h"
 #include "format/ErrorText.h"
 #include "groups/EnteredName.h"
@@ -44,7 +45,7 @@ void GroupEditController::initMenuItems() {
 }
 
 QString GroupEditController::shownIconName(const MenuItem& item) {
-    return Texts::tr(item.IconName);
+    return QCoreApplication::translate("GroupEdit", item.IconName);
 }
 
 // --- The sheet ---
@@ -154,8 +155,8 @@ void GroupEditController::changeFileLocation() {
 void GroupEditController::takeImageFile(const std::string& path) {
     auto image = m_parts.images.imageAtPath(path);
     if (!image)
-        return m_parts.view.tell(
-            Texts::tr("“%1” is no image that can be read. The icon stays as it is.").arg(shownPath(path)));
+        return m_parts.view.tell(Texts::tr("“%1” is no image that can be read. The icon stays as it is.")
+                                     .arg(shownPath(lastPathComponent(path))));
     showImage(path, std::move(*image));
     setNewIconPath(path);
     m_newImage.reset();
@@ -208,7 +209,7 @@ std::optional<std::string> GroupEditController::iconPathToApply() {
             return newIconPath();
         m_parts.view.tell(
             Texts::tr("“%1” can no longer be read. OK takes the icon that is selected in the list.")
-                .arg(shownPath(newIconPath())));
+                .arg(shownPath(lastPathComponent(newIconPath()))));
         setNewIconPath({});
         m_parts.view.showIcon(*m_currentGroup);
         return std::nullopt;

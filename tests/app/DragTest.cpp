@@ -4,7 +4,11 @@
 #include "tests/app/AppWorld.h"
 #include "tests/support/BackgroundProgram.h"
 
+#include "widgets/groupedit/ImageWell.h"
+
 #include <gtest/gtest.h>
+
+#include <QBuffer>
 
 namespace veilkeep::test {
 namespace {
@@ -31,6 +35,15 @@ private:
 
     BackgroundProgram m_program;
 };
+
+std::string redPicture() {
+    QImage image(60, 60, QImage::Format_RGB32);
+    image.fill(Qt::red);
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    EXPECT_TRUE(image.save(&buffer, "PNG"));
+    return bytes.toStdString();
+}
 
 class DragTest : public ::testing::Test {
 protected:
@@ -59,6 +72,26 @@ TEST_F(DragTest, FilesAreDroppedOntoTheTableAndOntoAGroup) {
         })) << row.group;
         EXPECT_TRUE(exists(path));
     }
+}
+
+TEST_F(DragTest, AnImageFileIsDroppedOntoTheIconOfAGroup) {
+    const std::string picture = appScratch().makeFile("home/Docs/red.png", redPicture());
+    world.clickGroup("Private Files");
+    const Peer peer({picture});
+    world.whenOpen("Edit Group", [&](QWidget& sheet) {
+        auto* const well = sheet.findChild<ImageWell*>();
+        ASSERT_TRUE(well);
+        realInput::drag(Peer::middle, well->mapToGlobal(well->rect().center()),
+                        [&] { return peer.tells("taken\n"); });
+        EXPECT_TRUE(eventually([&] { return peer.tells("done 1\n"); })) << "copied";
+        EXPECT_TRUE(eventually([&] { return world.parts().groupEdit.newIconPath() == picture; }));
+        EXPECT_EQ(well->grab().toImage().pixelColor(well->rect().center()), QColor(Qt::red));
+        EXPECT_TRUE(AppWorld::clickButton(sheet, "OK"));
+    });
+    realInput::key("Ctrl+E");
+    EXPECT_TRUE(world.areAllAnswered());
+    EXPECT_TRUE(
+        eventually([&] { return world.groups().groupForName("Private Files")->iconPath() == picture; }));
 }
 
 TEST_F(DragTest, RowsAreDraggedOutAsCopiesOfWhatIsVisible) {

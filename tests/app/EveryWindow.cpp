@@ -121,6 +121,7 @@ void EveryWindow::lookAtAll() {
     lookAtAlerts();
     lookAtPanels();
     lookAtPreferences();
+    lookAtGroupSheet();
     lookAtMenus();
 }
 
@@ -377,6 +378,29 @@ void EveryWindow::lookAtPreferences() {
     look("preferences-ask-password", window);
     window.close();
     settle();
+}
+
+void EveryWindow::lookAtGroupSheet() {
+    GroupEditController& controller = m_world.parts().groupEdit;
+    m_world.when(
+        "group-edit", [this] { return m_world.app().activeModalWidget() != nullptr; },
+        [&] {
+            QWidget& sheet = *m_world.app().activeModalWidget();
+            look("group-edit", sheet);
+            controller.takeImageFile(path("Travel diary.txt"));
+            look("group-edit-no-image", sheet);
+            sheet.findChild<QLineEdit*>()->setText(QStringLiteral("Custom Groups"));
+            controller.apply();
+            look("group-edit-taken", sheet);
+            controller.cancel();
+        });
+    controller.editGroup(m_world.groups().groupForName(group));
+    EXPECT_TRUE(m_world.areAllAnswered());
+    m_world.groups().selectRow(3);
+    m_world.groupList().setFocus();
+    realInput::key("F2");
+    look("group-name", *m_world.window());
+    realInput::key("Escape");
 }
 
 void EveryWindow::lookAtMenus() {

@@ -24,6 +24,7 @@ public:
     void lookAtAlerts();
     void lookAtPanels();
     void lookAtPreferences();
+    void lookAtGroupSheet();
     void lookAtMenus();
 
 private:

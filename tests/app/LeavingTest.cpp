@@ -76,6 +76,23 @@ TEST_F(SessionTest, LockingHidesAndClosesEverythingAndUnlockingAsks) {
     EXPECT_TRUE(world->window()->isVisible());
 }
 
+TEST_F(SessionTest, LockingCancelsTheEditingOfAGroup) {
+    ASSERT_TRUE(start());
+    world->clickGroup("Private Files");
+    world->whenOpen("Edit Group", [&](QWidget& sheet) {
+        realInput::type("Changed");
+        world->whenOpen("Choose Image", [&](QWidget&) { logind->set("LockedHint", true); });
+        EXPECT_TRUE(AppWorld::clickButton(sheet, "Choose Image…"));
+    });
+    realInput::key("Ctrl+E");
+    EXPECT_TRUE(world->areAllAnswered());
+    EXPECT_TRUE(isWindowGone());
+    EXPECT_TRUE(eventually([&] { return !QApplication::activeModalWidget(); }));
+    EXPECT_TRUE(world->groups().ifExistsGroupWithName("Private Files"));
+    logind->set("LockedHint", false);
+    EXPECT_TRUE(eventually([&] { return world->parts().window.isVisible() && world->isAtRest(); }));
+}
+
 TEST_F(SessionTest, SleepWaitsUntilItemsAreHidden) {
     ASSERT_TRUE(start());
     const std::string path = world->addFileToGroup("diary", "AutoHide Group");

@@ -7,7 +7,7 @@ _CORE = tuple(
     "core/" + folder
     for folder in "protocol storage records tracking names log environment filesystem process base".split()
 )
-_WIDGETS = tuple("widgets/" + folder for folder in "mainwindow grouplist filetable preferences dialogs preview controls images".split())
+_WIDGETS = tuple("widgets/" + folder for folder in "mainwindow groupedit grouplist filetable preferences dialogs preview controls images".split())
 _ORDER = (
     ("app",) + _WIDGETS + ("wiring", "requests", "session", "prefs", "groups", "filelist", "alerts", "platform", "format") + _CORE
 )
