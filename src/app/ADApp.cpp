@@ -147,6 +147,7 @@ void ADApp::awakeFromNib() {
                 &ADApp::openWithApplicationOtherSelected);
     });
     connectGroupEditing();
+    connect(&m_parts->window, &ShownWindow::shown, this, &ADApp::reportLastCrash, Qt::QueuedConnection);
     connect(&m_parts->events, &LinuxSessionEvents::sessionBusCameUp, this,
             [this] { m_bus = m_onBus->start(); });
     connect(&m_parts->relaunching, &Relaunching::QSApplicationWillRelaunchNotification, this, [this] {

@@ -22,6 +22,7 @@ class FilesViewController;
 class GroupViewController;
 class SessionBusConnection;
 class VeilkeepWindow;
+struct ProblemReport;
 struct UncaughtException;
 
 // The application object: starts and ends the desktop application in their order, and leads what menus ask
@@ -142,6 +143,8 @@ private:
 
     // ADAppReports.cpp
     void startReport(const UncaughtException& exception, const QString& why);
+    bool offerReport(ProblemReport report, const QString& why);
+    void reportLastCrash(); // once
     void sendFeedbackInThreadForException(const UncaughtException& exception);
     void actOnReport(ReportWindow::Action action, const std::string& path, const QString& text);
 

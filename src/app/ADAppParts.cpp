@@ -21,6 +21,7 @@ std::string soundsFolder() {
 
 ADApp::Parts::Parts(ADApp& application, ListOwnership taken, const OwnPlaces& places)
     : lock(std::move(taken)),
+      runNote(places.stateDirectory),
       prefs({.defaults = defaults,
              .dockIcon = dockIcon,
              .loginItem = &loginItem,

@@ -28,6 +28,7 @@
 #include "prefs/SoftwareUpdater.h"
 #include "session/InstallationOffer.h"
 #include "session/Relaunching.h"
+#include "session/RunNote.h"
 #include "session/SoundController.h"
 #include "widgets/dialogs/AboutWindow.h"
 #include "widgets/dialogs/AlertWindows.h"
@@ -56,6 +57,7 @@ struct ADApp::Parts {
     void tellTrouble(const QString& what, const Error& error);
 
     ListOwnership lock; // is given back last
+    RunNote runNote;
     UserDefaults defaults;
     LSUIElementManipulation dockIcon{defaults};
     PrefsController prefs;

@@ -3,6 +3,7 @@
 #include "app/UncaughtExceptions.h"
 
 #include "core/log/Log.h"
+#include "filelist/Texts.h"
 #include "session/ProblemReport.h"
 
 #include <QClipboard>
@@ -12,6 +13,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <utility>
 
 namespace veilkeep {
 namespace {
@@ -54,26 +56,46 @@ void ADApp::sendFeedback() {
         tr("A report on this program and its desktop was written, for you to add what you want to say."));
 }
 
-// Offered to the user, who decides what becomes of it.
 void ADApp::startReport(const UncaughtException& exception, const QString& why) {
-    if (!m_parts)
-        return; // before there is anything to tell of; the log has its line
     ProblemReport report;
     report.reason = QString::fromStdString(
         exception.reason.empty() ? exception.name : exception.name + ": " + exception.reason);
-    report.displayPlatform = platformName();
     report.stack = exception.stack;
+    offerReport(std::move(report), why);
+}
+
+void ADApp::reportLastCrash() {
+    const auto crash = m_parts ? m_parts->runNote.takeLastCrash() : std::nullopt;
+    if (!crash)
+        return;
+    ProblemReport report;
+    report.reason = QString::fromStdString(crash->reason());
+    report.stackOfFormerRun = crash->stack;
+    if (offerReport(std::move(report),
+                    tr("%1 ended unexpectedly the last time, and a problem report was written.")
+                        .arg(veilkeep::applicationName())))
+        m_parts->runNote.forgetLastCrash();
+}
+
+// The user decides what becomes of it.
+bool ADApp::offerReport(ProblemReport report, const QString& why) {
+    if (!m_parts)
+        return false; // before there is anything to tell of; the log has its line
+    report.displayPlatform = platformName();
     for (const ListedFile& file : m_parts->list.files().files().all())
         report.itemNames.emplace_back(file->name());
     for (const ListedGroup& group : m_parts->list.groups().groups())
         report.itemNames.emplace_back(group->name());
     const auto written = report.write();
-    if (!written)
-        return m_parts->tellTrouble(tr("The problem report could not be written."), written.error());
+    if (!written) {
+        m_parts->tellTrouble(tr("The problem report could not be written."), written.error());
+        return false;
+    }
     const QString text = QString::fromStdString(report.text());
     m_parts->report.show(why, text, *written, [this, path = *written, text](ReportWindow::Action action) {
         actOnReport(action, path, text);
     });
+    return true;
 }
 
 void ADApp::actOnReport(ReportWindow::Action action, const std::string& path, const QString& text) {

@@ -21,6 +21,7 @@ void ShownWindow::show() {
     m_token.clear();
     m_window->raise();
     m_window->activateWindow();
+    emit shown();
 }
 
 void ShownWindow::close() {

@@ -35,6 +35,7 @@ public:
 
 signals:
     void made(veilkeep::VeilkeepWindow& window);
+    void shown();
 
 private:
     Make m_make;

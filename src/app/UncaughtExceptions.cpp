@@ -1,6 +1,7 @@
 #include "app/UncaughtExceptions.h"
 
 #include "core/log/Log.h"
+#include "session/CrashHandler.h"
 #include "session/ProblemReport.h"
 
 #include <cxxabi.h>
@@ -27,17 +28,20 @@ std::string currentTypeName() {
     return status == 0 && name ? name.get() : type->name();
 }
 
-// On the thread that threw, whose stack is still there.
+// On the thread that threw, whose stack is still there. The next start reports what the crash note says.
 [[noreturn]] void endWithReport() {
     static std::atomic_flag hasBegun;
     if (hasBegun.test_and_set())
         std::abort();
+    const std::string type = currentTypeName();
+    logLine("The program ends with an exception that nobody caught: " + type);
+    if (crashHandler::noteException(type.c_str()))
+        std::abort();
     ProblemReport report;
-    report.reason = QString::fromStdString(currentTypeName());
+    report.reason = QString::fromStdString(type);
     std::array<void*, 64> frames{};
     const int count = ::backtrace(frames.data(), static_cast<int>(frames.size()));
     report.stack.assign(frames.begin(), frames.begin() + count);
-    logLine("The program ends with an exception that nobody caught: " + report.reason.toStdString());
     if (const auto written = report.write(); !written)
         logError("The problem report could not be written", written.error());
     std::abort();

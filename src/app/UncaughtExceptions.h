@@ -19,8 +19,9 @@ struct UncaughtException {
     bool isToBeIgnored() const;
 };
 
-// From now on an exception that ends the program leaves a line in the log and a problem report behind, which
-// names its type alone: what it says of itself may name an item.
+// From now on an exception that ends the program leaves a line in the log and a crash note behind, which the
+// next start makes a problem report of, or such a report where there is no note yet. They name its type
+// alone: what it says of itself may name an item.
 void reportWhatEndsTheProgram();
 
 } // namespace veilkeep

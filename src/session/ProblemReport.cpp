@@ -63,6 +63,13 @@ std::string stackText(const std::vector<void*>& stack) {
     return text;
 }
 
+std::string linesOf(const std::vector<std::string>& texts) {
+    std::string lines;
+    for (const std::string& text : texts)
+        lines += "  " + text + '\n';
+    return lines;
+}
+
 Error writingError(const std::string& path) {
     return Error::system("write", path, errno);
 }
@@ -122,6 +129,8 @@ std::string ProblemReport::text() const {
     line("Display", displayPlatform.toStdString());
     if (!stack.empty())
         report += "\nStack:\n" + stackText(stack);
+    if (!stackOfFormerRun.empty())
+        report += "\nStack:\n" + masked(linesOf(stackOfFormerRun));
     return report + "\nEnd of the log, without paths and names:\n" + masked(endOfLog(Log::shared().path()));
 }
 

@@ -1,5 +1,7 @@
 #include "app/UncaughtExceptions.h"
+#include "session/CrashNote.h"
 #include "tests/app/AppWorld.h"
+#include "widgets/dialogs/TextBlock.h"
 #include "widgets/preview/WorkQueue.h"
 
 #include <gtest/gtest.h>
@@ -110,6 +112,27 @@ TEST(ExceptionTest, AnotherThreadHandsItOver) {
     EXPECT_TRUE(wentOn);
     EXPECT_TRUE(reportWindow());
     EXPECT_EQ(reports().size(), 2U);
+}
+
+TEST(ExceptionTest, ACrashOfTheLastRunIsToldOnceWithTheWindow) {
+    appScratch().makeFile("home/.local/state/Veilkeep/Crash Note",
+                          CrashNote::beginning() +
+                              "signal 11\ntime 0\nframes 1010\nmodule 1000 2000 0 a.so\nend\n");
+    AppWorld world({.byLogin = true});
+    ASSERT_TRUE(world.start());
+    settle();
+    EXPECT_EQ(reports().size(), 0U);
+    world.app().showVeilkeep();
+    QWidget* const window = reportWindow();
+    ASSERT_TRUE(window);
+    EXPECT_TRUE(window->findChild<TextBlock*>()->toPlainText().startsWith(
+        "Veilkeep ended unexpectedly the last time, and a problem report was written."));
+    EXPECT_TRUE(window->findChild<QPlainTextEdit*>()->toPlainText().contains("a.so(+0x10)"));
+    window->close();
+    world.app().showVeilkeep();
+    settle();
+    EXPECT_EQ(reports().size(), 1U);
+    EXPECT_FALSE(exists(stateDirectory() + "/Crash Note"));
 }
 
 // While it starts, and after its parts have gone, there is nothing to offer a report with.
