@@ -105,6 +105,14 @@ TEST_F(GroupEditTest, ATakenNameLeadsBackToTheForm) {
 
 TEST_F(GroupEditTest, AllOfItByKeys) {
     edit([this] {
+        QStringList order;
+        for (int step = 0; step < 7; ++step) {
+            const auto* const button = qobject_cast<QAbstractButton*>(QApplication::focusWidget());
+            order << (button ? button->text().remove(u'&') : QApplication::focusWidget()->accessibleName());
+            realInput::key("Tab");
+        }
+        EXPECT_EQ(order.join(u'|').toStdString(),
+                  "Name of the group|Select Existing Icons|Choose Image…|AutoHide|OK|Cancel|Reset");
         realInput::key("Delete");
         realInput::key("Return");
         EXPECT_TRUE(tells("needs a name"));

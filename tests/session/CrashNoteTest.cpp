@@ -117,8 +117,9 @@ TEST_F(RunNoteTest, OtherEndsAreNoCrash) {
              if (child == 0)
                  ::raise(SIGSEGV);
              ::waitpid(child, nullptr, 0);
+             ::raise(SIGKILL);
          },
-         0, false},
+         SIGKILL, true},
     };
     for (const auto& row : rows) {
         std::filesystem::remove(Log::shared().path());

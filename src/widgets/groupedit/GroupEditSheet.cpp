@@ -55,6 +55,8 @@ GroupEditSheet::GroupEditSheet(GroupEditController& controller, QWidget* parent)
     configureGroupIconsMenu();
     m_editWindowTabView->addWidget(makeForm());
     m_editWindowTabView->addWidget(makeTakenMessage());
+    for (std::size_t next = 1; next < m_tabOrder.size(); ++next)
+        setTabOrder(m_tabOrder[next - 1], m_tabOrder[next]); // a box of buttons mixes it up
     connect(m_groupIcon, &ImageWell::fileDropped, this,
             [this](const std::string& path) { m_controller.takeImageFile(path); });
     connect(m_groupIcon, &ImageWell::imageDropped, this, [this](const QByteArray& bytes) {
@@ -126,6 +128,7 @@ QWidget* GroupEditSheet::makeButtons() {
     connect(m_ok, &QPushButton::clicked, this, [this] { m_controller.apply(); });
     connect(cancel, &QPushButton::clicked, this, [this] { m_controller.cancel(); });
     connect(reset, &QPushButton::clicked, this, [this] { m_controller.resetToDefault(); });
+    m_tabOrder = {m_autoHideBox, m_ok, cancel, reset};
     return box;
 }
 

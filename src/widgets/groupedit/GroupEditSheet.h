@@ -4,6 +4,8 @@
 
 #include <QDialog>
 
+#include <vector>
+
 class QCheckBox;
 class QComboBox;
 class QFormLayout;
@@ -54,6 +56,7 @@ private:
     QPushButton* m_ok = nullptr;
     QPushButton* m_back = nullptr;
     QWidget* m_message = nullptr;
+    std::vector<QWidget*> m_tabOrder; // of the last controls
     QStackedWidget* m_editWindowTabView;
 };
 

@@ -12,7 +12,7 @@ LIST_OF_ITEMS, LIST_OF_GROUPS = "Items", "Groups"
 
 # As it is read: from the top to the bottom of the first column, then the next one.
 PANES = ["Add Items…", "Remove Item", "Search", "Hide Info", LIST_OF_GROUPS, "Hide the group", "AutoHide",
-         "Add a group", "Remove the group", "All items", LIST_OF_ITEMS, "Hide Selected Items", "Name", "State",
+         "Add a group", "Remove the group", "Edit the group", "All items", LIST_OF_ITEMS, "Hide Selected Items", "Name", "State",
          "Size", "Created", "Modified", "Where", "Group"]
 
 OF_SELECTED = PANES[PANES.index("Hide Selected Items"):] + ["Remove Item"]
@@ -239,7 +239,24 @@ class Cases:
         self.press("Home", "Down", "Down")
         self.leads("Down", "Taxes")
         offered = self.entries("Shift+F10", LIST_OF_GROUPS)
-        check(offered == ["Hide \"Taxes\" Group", "Remove"], f"a group's menu offers {offered}")
+        check(offered == ["Hide \"Taxes\" Group", "Edit…", "Remove"], f"a group's menu offers {offered}")
+
+    def edits_a_group(self):
+        self.go_to(LIST_OF_GROUPS)
+        self.press("Home", "Down", "Down")
+        self.leads("Down", "Taxes")
+        self.press("Ctrl+e")
+        self.app.wait_for(self.Role.DIALOG, "Edit Group")
+        self.until(lambda: self.has_keyboard("Edit Group"), "the sheet")
+        self.check_names("the sheet of a group")
+        order = self.focused_names("Tab", "Name of the group")
+        check(order[:-1] == ["Simple", "Choose Image…", "AutoHide", "OK", "Cancel", "Reset"],
+              f"Tab in the sheet goes {order}")
+        self.press("Delete", "Return")
+        self.app.wait_for(self.Role.LABEL, "A group needs a name.")
+        self.close("Edit Group")
+        self.leads("F2", "Name of the group")
+        self.leads("Escape", LIST_OF_GROUPS)
 
     def moves_the_lines_between_panes(self):
         self.go_to_item("agreement")
@@ -326,7 +343,7 @@ def run(programs, scratch, wanted):
 CASES = [name for name in vars(Cases) if name in (
     "asks_for_the_password", "reads_both_lists", "names_every_control", "goes_through_the_panes_as_they_are_read",
     "takes_the_focus_everywhere", "tells_states", "names_what_menus_offer", "opens_the_panel_that_adds",
-    "opens_menus_by_keys", "moves_the_lines_between_panes", "answers_questions", "previews_an_item",
+    "opens_menus_by_keys", "edits_a_group", "moves_the_lines_between_panes", "answers_questions", "previews_an_item",
     "tells_about_itself", "hides_an_item")]
 
 
