@@ -21,8 +21,8 @@ install(DIRECTORY "${PROJECT_SOURCE_DIR}/resources/guide/"
 # A copy of the bundle alone can install itself for a user: it carries what the desktop is to know, and the places in it
 # are filled in then.
 set(templates "${VEILKEEP_BUNDLE}/Contents/Resources/desktop")
-foreach(file desktop/com.ostrel.Veilkeep.desktop.in desktop/com.ostrel.Veilkeep.service.in images/com.ostrel.Veilkeep.svg
-             images/com.ostrel.Veilkeep-symbolic.svg)
+foreach(file desktop/com.ostrel.Veilkeep.desktop.in desktop/com.ostrel.Veilkeep.service.in
+             systemd/veilkeep-watch.service.in images/com.ostrel.Veilkeep.svg images/com.ostrel.Veilkeep-symbolic.svg)
     get_filename_component(name "${file}" NAME)
     configure_file("${PROJECT_SOURCE_DIR}/resources/${file}" "${templates}/${name}" COPYONLY)
 endforeach()

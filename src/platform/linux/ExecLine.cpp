@@ -107,6 +107,22 @@ Result<std::string> execWord(const std::string& program, FieldCodes codes) {
                     : escaped(quoted(program));
 }
 
+Result<std::string> unitWord(const std::string& program) {
+    if (!isWellFormedUtf8(program))
+        return Error{ErrorCode::InvalidArgument, "write ExecStart", program, 0};
+    if (std::ranges::all_of(program, isPlain))
+        return program;
+    std::string word = "\"";
+    for (const char byte : program) {
+        if (std::string_view("\"\\").find(byte) != std::string_view::npos)
+            word += '\\';
+        if (byte == '%')
+            word += byte;
+        word += byte;
+    }
+    return replaced(word, "\n", "\\n") + '"';
+}
+
 Result<std::string> entryText(const std::string& path) {
     if (!isWellFormedUtf8(path))
         return Error{ErrorCode::InvalidArgument, "write a path", path, 0};

@@ -17,6 +17,9 @@ enum class FieldCodes { Known, Unknown };
 // that cannot be written: these files must be UTF-8.
 Result<std::string> execWord(const std::string& program, FieldCodes codes);
 
+// As the first word of "ExecStart" in a unit of systemd.
+Result<std::string> unitWord(const std::string& program);
+
 // The path as a plain text value ("TryExec").
 Result<std::string> entryText(const std::string& path);
 

@@ -138,17 +138,18 @@ TEST_F(AutostartEntryTest, HardPathsAreStarted) {
 // The session bus reads its service files without field codes.
 TEST(ExecLineTest, WordsOfServiceFiles) {
     const struct {
-        const char *path, *known, *unknown;
+        const char *path, *known, *unknown, *inUnit;
     } rows[] = {
-        {"/a/b", "/a/b", "/a/b"},
-        {"/a b", "\"/a b\"", "\"/a b\""},
-        {"/50%", "/usr/bin/env \"/50%%\"", "\"/50%\""},
-        {"/$x", "\"/\\\\$x\"", "\"/\\\\$x\""},
-        {"/a\nb", "\"/a\\nb\"", "\"/a\\nb\""},
+        {"/a/b", "/a/b", "/a/b", "/a/b"},
+        {"/a b", "\"/a b\"", "\"/a b\"", "\"/a b\""},
+        {"/50%", "/usr/bin/env \"/50%%\"", "\"/50%\"", "\"/50%%\""},
+        {"/$x", "\"/\\\\$x\"", "\"/\\\\$x\"", "\"/$x\""},
+        {"/a\nb", "\"/a\\nb\"", "\"/a\\nb\"", "\"/a\\nb\""},
     };
     for (const auto& row : rows) {
         EXPECT_EQ(execWord(row.path, FieldCodes::Known).value_or("?"), row.known);
         EXPECT_EQ(execWord(row.path, FieldCodes::Unknown).value_or("?"), row.unknown);
+        EXPECT_EQ(unitWord(row.path).value_or("?"), row.inUnit);
     }
 }
 

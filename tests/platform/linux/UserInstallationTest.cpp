@@ -34,7 +34,7 @@ protected:
             m_tree.makeFile("V.app/Contents/MacOS/" + name, "#!/bin/sh\necho one\n", 0755);
         EXPECT_EQ(::symlink("../MacOS/Veilkeep", m_tree.path("V.app/Contents/Resources/link").c_str()), 0);
         m_tree.makeFile("home/.local/share/other/file", "the user's");
-        m_tree.makeDirectory("home/.config");
+        m_tree.makeDirectory("home/.config/systemd/user");
     }
 
     std::string inHome(const std::string& path) const { return m_tree.path("home/" + path); }
@@ -61,6 +61,15 @@ TEST_F(UserInstallationTest, ComesAndGoesWithoutATrace) {
     EXPECT_NE(readFile(inHome(".local/share/dbus-1/services/com.ostrel.Veilkeep.service"))
                   .find("\nExec=" + program + " --service\n"),
               std::string::npos);
+    const std::string unit = inHome(".local/share/systemd/user/veilkeep-watch.service");
+    EXPECT_NE(
+        readFile(unit).find("\nExecStart=" + program.substr(0, program.rfind('/')) + "/veilkeepctl watch\n"),
+        std::string::npos);
+    m_tree.makeDirectory("home/.config/systemd/user/graphical-session.target.wants");
+    EXPECT_EQ(::symlink(unit.c_str(), inHome(".config/systemd/user/graphical-session.target.wants/"
+                                             "veilkeep-watch.service")
+                                          .c_str()),
+              0);
     EXPECT_EQ(runProgram({"/usr/bin/desktop-file-validate", m_entry}).exitStatus, 0);
     EXPECT_TRUE(AutostartEntry(inHome(".local/lib/veilkeep/Veilkeep.app")).setShouldLaunchAtLogin(true));
     const auto installed = homeOf(m_tree);

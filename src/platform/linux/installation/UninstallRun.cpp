@@ -1,9 +1,11 @@
 #include "platform/linux/installation/UninstallRun.h"
 
 #include "core/base/PathText.h"
+#include "core/environment/XdgDirectories.h"
 #include "core/filesystem/Directories.h"
 #include "core/filesystem/ItemAtPath.h"
 #include "core/filesystem/ReadWholeFile.h"
+#include "core/filesystem/ResolvedPath.h"
 #include "core/filesystem/TreeCopy.h"
 #include "core/log/Log.h"
 #include "platform/linux/AutostartEntry.h"
@@ -25,6 +27,7 @@ Result<std::vector<std::string>> UninstallRun::run() {
         return manifest.error();
     m_manifest = std::move(*manifest);
     removeAutostart(); // whose program is looked at
+    removeUnitLinks();
     removeItems();
     for (const std::string& leftover : {newCopy(m_places), formerCopy(m_places)})
         if (const auto removed = removeTree(leftover); !removed)
@@ -43,6 +46,19 @@ void UninstallRun::removeAutostart() {
         }
         remove(path);
         (void)::rmdir(directoryOf(path).c_str()); // was made for it, where nothing else is there
+    }
+}
+
+// By which systemd starts the unit with the session, where the user enabled it.
+void UninstallRun::removeUnitLinks() {
+    const std::string units = joinPath(XdgDirectories::current().configHome, "systemd/user");
+    const std::string unit = joinPath(m_places.dataHome, "systemd/user/veilkeep-watch.service");
+    for (const std::string& name : entryNamesIn(units)) {
+        const std::string wants = joinPath(units, name), link = joinPath(wants, "veilkeep-watch.service");
+        if (!name.ends_with(".wants") || readLink(link) != unit || !m_manifest.find(unit))
+            continue;
+        remove(link);
+        (void)::rmdir(wants.c_str());
     }
 }
 

@@ -17,6 +17,7 @@ public:
 
 private:
     void removeAutostart();
+    void removeUnitLinks();
     void removeItems();
     void removeDirectories();
     void noteRest(const std::string& path);
