@@ -31,6 +31,9 @@ std::string execArgument(const std::string& path) {
     return '"' + escaped(escaped(path, "%", "%"), "\"`$\\", "\\") + '"';
 }
 
+// KDE's programs look for the first word as it stands, with each "%" doubled.
+const std::string startByShell = R"(/bin/sh -c "exec \"\$0\" \"\$@\"" )";
+
 bool isPlainText(const std::string& path) {
     return isWellFormedUtf8(path) && std::ranges::none_of(path, [](char each) {
                return static_cast<unsigned char>(each) < ' ' || each == '\x7f';
@@ -44,7 +47,9 @@ Result<std::string> quotedProgram(const std::string& path, EntryFormat format) {
         return shellWord(path);
     if (!isPlainText(path))
         return Error{ErrorCode::InvalidArgument, "quote", path, 0};
-    const std::string argument = execArgument(path);
+    std::string argument = execArgument(path);
+    if (format == EntryFormat::KeyFile && path.find('%') != std::string::npos)
+        argument = startByShell + argument;
     if (format == EntryFormat::KeyFile)
         return escaped(argument, "\\", "\\");
     std::string text;
