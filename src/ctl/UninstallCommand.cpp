@@ -4,6 +4,7 @@
 #include "core/filesystem/ItemAtPath.h"
 #include "core/storage/UserDefaults.h"
 #include "filelist/Texts.h"
+#include "platform/linux/filemanagers/LinuxFileManagerMenu.h"
 #include "prefs/PasswordManager.h"
 #include "requests/CallerPrompt.h"
 
@@ -46,6 +47,7 @@ RequestStatus UninstallCommand::refused(const QString& why) {
 }
 
 RequestStatus UninstallCommand::remove() {
+    const bool areEntriesRemoved = removeMenuEntries();
     const auto kept = m_installation.uninstall();
     if (!kept) {
         m_output.printError(kept.error().path, errorReason(kept.error()).toStdString());
@@ -58,7 +60,15 @@ RequestStatus UninstallCommand::remove() {
                                     "What is hidden comes\n"
                                     "back by 'veilkeepctl unhide --all' once %1 is installed again.")
                               .arg(applicationName()));
-    return kept->empty() ? RequestStatus::AllWell : RequestStatus::SomeFailed;
+    return kept->empty() && areEntriesRemoved ? RequestStatus::AllWell : RequestStatus::SomeFailed;
+}
+
+// Another copy of the program makes them anew when its user asks for them.
+bool UninstallCommand::removeMenuEntries() {
+    const FileManagerChange change = LinuxFileManagerMenu({}).remove();
+    for (const Error& error : change.notChanged)
+        m_output.printError(error.path, errorReason(error).toStdString());
+    return !change.hasFailed();
 }
 
 bool UninstallCommand::isInUse() {

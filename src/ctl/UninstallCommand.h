@@ -21,6 +21,7 @@ public:
 private:
     RequestStatus refused(const QString& why);
     RequestStatus remove();
+    bool removeMenuEntries(); // of file managers
     bool isPasswordGiven();
     bool isWanted();
 

@@ -1,6 +1,7 @@
 #include "tests/app/process/ProcessWorld.h"
 
 #include "platform/linux/AutostartEntry.h"
+#include "platform/linux/filemanagers/LinuxFileManagerMenu.h"
 #include "platform/linux/installation/UserInstallation.h"
 #include "tests/support/ItemSnapshot.h"
 
@@ -102,7 +103,9 @@ TEST_F(InstallationTest, FromTheOfferToItsRemoval) {
     m_screen.key("Control_L+q");
     EXPECT_EQ(end(0), 0) << "an installed one asks nothing";
 
-    EXPECT_TRUE(AutostartEntry(inHome(".local/lib/veilkeep/Veilkeep.app")).setShouldLaunchAtLogin(true));
+    const std::string bundle = inHome(".local/lib/veilkeep/Veilkeep.app");
+    EXPECT_TRUE(AutostartEntry(bundle).setShouldLaunchAtLogin(true));
+    EXPECT_FALSE(LinuxFileManagerMenu({.bundle = bundle, .version = "1"}).install().hasFailed());
     const ProgramRun asked = installedCtl({"uninstall"});
     EXPECT_EQ(asked.exitStatus, 3) << "nobody agreed";
     EXPECT_NE(asked.errors.find("unhide --all"), std::string::npos) << asked.errors;
