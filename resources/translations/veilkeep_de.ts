@@ -108,6 +108,10 @@
         <source>There is no action “%1”.</source>
         <translation>Es gibt keine Aktion „%1“.</translation>
     </message>
+    <message>
+        <source>This action takes one list of URIs.</source>
+        <translation>Diese Aktion erwartet eine Liste von URIs.</translation>
+    </message>
 </context>
 <context>
     <name>Asker</name>
@@ -497,6 +501,178 @@
     </message>
 </context>
 <context>
+    <name>FinderPlugin</name>
+    <message>
+        <source>Finder plugin could not be uninstalled.</source>
+        <translation>Die Einträge in der Dateiverwaltung konnten nicht entfernt werden.</translation>
+    </message>
+    <message>
+        <source>Could not uninstall plugin from %1. Try to remove it manually.</source>
+        <translation>%1 konnte nicht entfernt werden. Versuchen Sie, es von Hand zu löschen.</translation>
+    </message>
+    <message>
+        <source>Plugin successfully uninstalled</source>
+        <translation>Die Einträge wurden entfernt</translation>
+    </message>
+    <message>
+        <source>Plugin successfully uninstalled from %1
+Please restart Finder to apply the changes.</source>
+        <translation>Entfernt: %1
+Bitte starten Sie die Dateiverwaltung neu, damit die Änderung wirkt.</translation>
+    </message>
+    <message>
+        <source>Finder plugin could not be installed.</source>
+        <translation>Die Einträge in der Dateiverwaltung konnten nicht eingerichtet werden.</translation>
+    </message>
+    <message>
+        <source>No file manager was found that %1 can have an entry in.</source>
+        <translation>Es wurde keine Dateiverwaltung gefunden, in der %1 einen Eintrag haben kann.</translation>
+    </message>
+    <message>
+        <source>Could not create directory for Finder plugins: %1
+Try to create it manually and repeat the installation.</source>
+        <translation>Der Ordner für die Einträge konnte nicht angelegt werden: %1
+Legen Sie ihn von Hand an und versuchen Sie es noch einmal.</translation>
+    </message>
+    <message>
+        <source>Could not install plugin to %1.</source>
+        <translation>%1 konnte nicht eingerichtet werden.</translation>
+    </message>
+    <message>
+        <source>Plugin was successfully installed</source>
+        <translation>Die Einträge wurden eingerichtet</translation>
+    </message>
+    <message>
+        <source>Plugin was successfully installed to %1
+Please restart Finder to start using it.</source>
+        <translation>Eingerichtet: %1
+Bitte starten Sie die Dateiverwaltung neu, um die Einträge zu benutzen.</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Restart Finder</source>
+        <translation>Dateiverwaltung neu starten</translation>
+    </message>
+    <message>
+        <source>I&apos;ll restart it later</source>
+        <translation>Später neu starten</translation>
+    </message>
+</context>
+<context>
+    <name>GroupEdit</name>
+    <message>
+        <source>A group needs a name.</source>
+        <translation>Eine Gruppe braucht einen Namen.</translation>
+    </message>
+    <message>
+        <source>This name is too long: %1 characters are the most.</source>
+        <translation>Dieser Name ist zu lang: Höchstens %1 Zeichen sind erlaubt.</translation>
+    </message>
+    <message>
+        <source>The name of a group is one line of text.</source>
+        <translation>Der Name einer Gruppe ist eine Zeile Text.</translation>
+    </message>
+    <message>
+        <source>A group with this name exists already.</source>
+        <translation>Eine Gruppe mit diesem Namen gibt es schon.</translation>
+    </message>
+    <message>
+        <source>Documents</source>
+        <translation>Dokumente</translation>
+    </message>
+    <message>
+        <source>Simple</source>
+        <translation>Einfach</translation>
+    </message>
+    <message>
+        <source>Pictures</source>
+        <translation>Bilder</translation>
+    </message>
+    <message>
+        <source>Public</source>
+        <translation>Öffentlich</translation>
+    </message>
+    <message>
+        <source>Pink</source>
+        <translation>Rosa</translation>
+    </message>
+    <message>
+        <source>Danger</source>
+        <translation>Achtung</translation>
+    </message>
+    <message>
+        <source>Applications</source>
+        <translation>Programme</translation>
+    </message>
+    <message>
+        <source>Smile</source>
+        <translation>Lächeln</translation>
+    </message>
+    <message>
+        <source>Drop</source>
+        <translation>Tropfen</translation>
+    </message>
+    <message>
+        <source>Games</source>
+        <translation>Spiele</translation>
+    </message>
+    <message>
+        <source>Movies</source>
+        <translation>Filme</translation>
+    </message>
+    <message>
+        <source>Music</source>
+        <translation>Musik</translation>
+    </message>
+    <message>
+        <source>Private</source>
+        <translation>Privat</translation>
+    </message>
+    <message>
+        <source>Sites</source>
+        <translation>Webseiten</translation>
+    </message>
+    <message>
+        <source>User</source>
+        <translation>Benutzer</translation>
+    </message>
+    <message>
+        <source>XXX</source>
+        <translation>XXX</translation>
+    </message>
+    <message>
+        <source>The icon comes from an image file. OK replaces it with the one selected in the list; to keep it, choose the file again.</source>
+        <translation>Das Symbol stammt aus einer Bilddatei. OK ersetzt es durch das in der Liste gewählte; um es zu behalten, wählen Sie die Datei noch einmal.</translation>
+    </message>
+    <message>
+        <source>The image that you chose stays the icon: OK takes that. To take another one, cancel and edit the group again.</source>
+        <translation>Das gewählte Bild bleibt das Symbol: OK übernimmt es. Um ein anderes zu nehmen, brechen Sie ab und bearbeiten Sie die Gruppe noch einmal.</translation>
+    </message>
+    <message>
+        <source>“%1” is no image that can be read. The icon stays as it is.</source>
+        <translation>„%1“ ist kein lesbares Bild. Das Symbol bleibt, wie es ist.</translation>
+    </message>
+    <message>
+        <source>This is no image that can be read. The icon stays as it is.</source>
+        <translation>Das ist kein lesbares Bild. Das Symbol bleibt, wie es ist.</translation>
+    </message>
+    <message>
+        <source>This group is no longer there.</source>
+        <translation>Diese Gruppe gibt es nicht mehr.</translation>
+    </message>
+    <message>
+        <source>The image cannot be kept: %1</source>
+        <translation>Das Bild kann nicht aufbewahrt werden: %1</translation>
+    </message>
+    <message>
+        <source>“%1” can no longer be read. OK takes the icon that is selected in the list.</source>
+        <translation>„%1“ kann nicht mehr gelesen werden. OK nimmt das in der Liste gewählte Symbol.</translation>
+    </message>
+</context>
+<context>
     <name>GroupNames</name>
     <message>
         <source>All Files</source>
@@ -620,6 +796,10 @@
         <source>Hide</source>
         <translation>verbergen</translation>
     </message>
+    <message>
+        <source>&quot;%1&quot; keeps its name until you enter another one.</source>
+        <translation>„%1“ behält den Namen, bis Sie einen anderen eingeben.</translation>
+    </message>
 </context>
 <context>
     <name>GroupsModel</name>
@@ -646,6 +826,21 @@
     <message>
         <source>%1 · %2</source>
         <translation>%1 · %2</translation>
+    </message>
+</context>
+<context>
+    <name>HideCaller</name>
+    <message>
+        <source>The item “%1” could not be hidden.</source>
+        <translation>Das Element „%1“ konnte nicht verborgen werden.</translation>
+    </message>
+    <message>
+        <source>Some errors have been occured while hiding files</source>
+        <translation>Beim Verbergen sind Fehler aufgetreten</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
     </message>
 </context>
 <context>
@@ -779,6 +974,53 @@
             <numerusform>%Ln Element</numerusform>
             <numerusform>%Ln Elemente</numerusform>
         </translation>
+    </message>
+</context>
+<context>
+    <name>InstallationOffer</name>
+    <message>
+        <source>Installation of %1 failed!</source>
+        <translation>%1 konnte nicht installiert werden!</translation>
+    </message>
+    <message>
+        <source>Try to copy it to a desired location manually. The recommended location is your Applications folder.</source>
+        <translation>Versuchen Sie, es von Hand an den gewünschten Ort zu kopieren. Empfohlen ist Ihr Programmordner.</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>%1 is currently running not from Applications folder.</source>
+        <translation>%1 läuft gerade nicht aus dem Programmordner.</translation>
+    </message>
+    <message>
+        <source>Would you like to install %1 into your Applications folder before quitting?</source>
+        <translation>Möchten Sie %1 vor dem Beenden in Ihrem Programmordner installieren?</translation>
+    </message>
+    <message>
+        <source>Install</source>
+        <translation>Installieren</translation>
+    </message>
+    <message>
+        <source>Don&apos;t install</source>
+        <translation>Nicht installieren</translation>
+    </message>
+    <message>
+        <source>%1 is already installed on your system!</source>
+        <translation>%1 ist auf Ihrem System bereits installiert!</translation>
+    </message>
+    <message>
+        <source>Would you like to overwrite %1 in your Applications folder?</source>
+        <translation>Möchten Sie %1 in Ihrem Programmordner ersetzen?</translation>
+    </message>
+    <message>
+        <source>Overwrite</source>
+        <translation>Ersetzen</translation>
+    </message>
+    <message>
+        <source>Don&apos;t overwrite</source>
+        <translation>Nicht ersetzen</translation>
     </message>
 </context>
 <context>
@@ -1071,6 +1313,10 @@
         <source>Add</source>
         <translation>Hinzufügen</translation>
     </message>
+    <message>
+        <source>Choose Image</source>
+        <translation>Bild wählen</translation>
+    </message>
 </context>
 <context>
     <name>PasswordManager</name>
@@ -1104,6 +1350,29 @@
     <message>
         <source>It stays on this computer until you pass it on; please read it before:</source>
         <translation>Er bleibt auf diesem Computer, bis Sie ihn weitergeben; bitte lesen Sie ihn vorher:</translation>
+    </message>
+</context>
+<context>
+    <name>RequestRoute</name>
+    <message>
+        <source>this program is missing or may not be run; please install Veilkeep anew</source>
+        <translation>dieses Programm fehlt oder darf nicht gestartet werden; bitte installieren Sie Veilkeep neu</translation>
+    </message>
+    <message>
+        <source>another process owns the list and did not answer</source>
+        <translation>ein anderer Prozess hat die Liste und hat nicht geantwortet</translation>
+    </message>
+    <message>
+        <source>interrupted; nothing was done</source>
+        <translation>unterbrochen; nichts wurde getan</translation>
+    </message>
+    <message>
+        <source>the application owns the list and did not answer</source>
+        <translation>die Anwendung hat die Liste und hat nicht geantwortet</translation>
+    </message>
+    <message>
+        <source>the application ended before it was through</source>
+        <translation>die Anwendung endete, bevor sie fertig war</translation>
     </message>
 </context>
 <context>
@@ -1172,6 +1441,17 @@
     </message>
 </context>
 <context>
+    <name>RunHide</name>
+    <message>
+        <source>Only files and folders of this computer can be hidden.</source>
+        <translation>Nur Dateien und Ordner dieses Rechners können verborgen werden.</translation>
+    </message>
+    <message>
+        <source>No item was chosen.</source>
+        <translation>Es wurde kein Element gewählt.</translation>
+    </message>
+</context>
+<context>
     <name>SearchRequests</name>
     <message>
         <source>Searching for inconsistent files. Please wait...</source>
@@ -1204,6 +1484,72 @@
     <message>
         <source>items taken over: %1</source>
         <translation>übernommene Elemente: %1</translation>
+    </message>
+</context>
+<context>
+    <name>SoftwareUpdater</name>
+    <message>
+        <source>The package service gave no reason.</source>
+        <translation>Der Paketdienst nannte keinen Grund.</translation>
+    </message>
+    <message>
+        <source>Updates could not be looked for.</source>
+        <translation>Nach Aktualisierungen konnte nicht gesucht werden.</translation>
+    </message>
+    <message>
+        <source>It offers the package in version %1.</source>
+        <translation>Er bietet das Paket in Version %1 an.</translation>
+    </message>
+    <message>
+        <source>This copy of %1 was not installed as a package.</source>
+        <translation>Diese Kopie von %1 wurde nicht als Paket installiert.</translation>
+    </message>
+    <message>
+        <source>The system&apos;s package service cannot tell of newer versions of it.</source>
+        <translation>Der Paketdienst des Systems kann nichts von neueren Versionen wissen.</translation>
+    </message>
+    <message>
+        <source>%1 is up to date.</source>
+        <translation>%1 ist aktuell.</translation>
+    </message>
+    <message>
+        <source>Version %1 is the newest one that the package sources of this system offer.</source>
+        <translation>Version %1 ist die neueste, die die Paketquellen dieses Systems anbieten.</translation>
+    </message>
+    <message>
+        <source>There is a new version of %1.</source>
+        <translation>Es gibt eine neue Version von %1.</translation>
+    </message>
+    <message>
+        <source>Version %1 can be installed, you have version %2. It comes with the other updates of your system.</source>
+        <translation>Version %1 kann installiert werden, Sie haben Version %2. Sie kommt mit den anderen Aktualisierungen Ihres Systems.</translation>
+    </message>
+    <message>
+        <source>There is no package service on this system.</source>
+        <translation>Auf diesem System gibt es keinen Paketdienst.</translation>
+    </message>
+    <message>
+        <source>Without PackageKit %1 cannot look for updates. They come with the other updates of your system.</source>
+        <translation>Ohne PackageKit kann %1 nicht nach Aktualisierungen suchen. Sie kommen mit den anderen Aktualisierungen Ihres Systems.</translation>
+    </message>
+</context>
+<context>
+    <name>UpdateWindow</name>
+    <message>
+        <source>Software Update</source>
+        <translation>Aktualisierung</translation>
+    </message>
+    <message>
+        <source>Looking for updates…</source>
+        <translation>Aktualisierungen werden gesucht…</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
     </message>
 </context>
 <context>
@@ -1361,6 +1707,30 @@
     <message>
         <source>A report on this program and its desktop was written, for you to add what you want to say.</source>
         <translation>Ein Bericht über dieses Programm und seine Arbeitsumgebung wurde geschrieben, dem Sie hinzufügen können, was Sie sagen möchten.</translation>
+    </message>
+    <message>
+        <source>Only files and folders of this computer can be shown.</source>
+        <translation>Nur Dateien und Ordner dieses Rechners können gezeigt werden.</translation>
+    </message>
+    <message>
+        <source>Change Password</source>
+        <translation>Passwort ändern</translation>
+    </message>
+    <message>
+        <source>Set Password</source>
+        <translation>Passwort festlegen</translation>
+    </message>
+    <message>
+        <source>Change application password</source>
+        <translation>Das Passwort der Anwendung ändern</translation>
+    </message>
+    <message>
+        <source>Set application password</source>
+        <translation>Ein Passwort für die Anwendung festlegen</translation>
+    </message>
+    <message>
+        <source>%1 ended unexpectedly the last time, and a problem report was written.</source>
+        <translation>%1 wurde beim letzten Mal unerwartet beendet, und ein Problembericht wurde geschrieben.</translation>
     </message>
 </context>
 <context>
@@ -1578,6 +1948,127 @@
     </message>
 </context>
 <context>
+    <name>veilkeep::GeneralPage</name>
+    <message>
+        <source>Start:</source>
+        <translation>Start:</translation>
+    </message>
+    <message>
+        <source>Launch %1 at login</source>
+        <translation>%1 bei der Anmeldung starten</translation>
+    </message>
+    <message>
+        <source>Show:</source>
+        <translation>Zeigen:</translation>
+    </message>
+    <message>
+        <source>%1 in the taskbar</source>
+        <translation>%1 in der Taskleiste</translation>
+    </message>
+    <message>
+        <source>Icon in the panel</source>
+        <translation>Symbol in der Kontrollleiste</translation>
+    </message>
+    <message>
+        <source>%1 needs to be relaunched for this to take effect.</source>
+        <translation>%1 muss neu gestartet werden, damit das wirkt.</translation>
+    </message>
+    <message>
+        <source>File managers:</source>
+        <translation>Dateiverwaltung:</translation>
+    </message>
+    <message>
+        <source>“Hide with %1” and “Show in %1” in their menus</source>
+        <translation>„Mit %1 verbergen“ und „In %1 zeigen“ in den Menüs</translation>
+    </message>
+    <message>
+        <source>Items:</source>
+        <translation>Elemente:</translation>
+    </message>
+    <message>
+        <source>Allow those that need administrator rights</source>
+        <translation>Auch solche, die Verwalterrechte brauchen</translation>
+    </message>
+    <message>
+        <source>Remove their traces from lists of recent files while hiding</source>
+        <translation>Beim Verbergen ihre Spuren aus Listen zuletzt benutzter Dateien entfernen</translation>
+    </message>
+    <message>
+        <source>Ask before removing them from the list</source>
+        <translation>Vor dem Entfernen aus der Liste fragen</translation>
+    </message>
+    <message>
+        <source>Sounds:</source>
+        <translation>Klänge:</translation>
+    </message>
+    <message>
+        <source>Play sounds</source>
+        <translation>Klänge abspielen</translation>
+    </message>
+</context>
+<context>
+    <name>veilkeep::GroupDelegate</name>
+    <message>
+        <source>Name of the group</source>
+        <translation>Name der Gruppe</translation>
+    </message>
+</context>
+<context>
+    <name>veilkeep::GroupEditSheet</name>
+    <message>
+        <source>&amp;AutoHide</source>
+        <translation>&amp;AutoHide</translation>
+    </message>
+    <message>
+        <source>Edit Group</source>
+        <translation>Gruppe bearbeiten</translation>
+    </message>
+    <message>
+        <source>Select Existing Icons</source>
+        <translation>Vorhandene Symbole</translation>
+    </message>
+    <message>
+        <source>Name of the group</source>
+        <translation>Name der Gruppe</translation>
+    </message>
+    <message>
+        <source>&amp;Name:</source>
+        <translation>&amp;Name:</translation>
+    </message>
+    <message>
+        <source>&amp;Icon:</source>
+        <translation>&amp;Symbol:</translation>
+    </message>
+    <message>
+        <source>Hide this group whenever you leave the computer</source>
+        <translation>Diese Gruppe verbergen, sobald Sie den Rechner verlassen</translation>
+    </message>
+    <message>
+        <source>&amp;Choose Image…</source>
+        <translation>&amp;Bild wählen…</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>&amp;Reset</source>
+        <translation>&amp;Zurücksetzen</translation>
+    </message>
+    <message>
+        <source>Go back and enter another name. Nothing has been changed.</source>
+        <translation>Gehen Sie zurück und geben Sie einen anderen Namen ein. Nichts wurde geändert.</translation>
+    </message>
+    <message>
+        <source>&amp;Back</source>
+        <translation>&amp;Zurück</translation>
+    </message>
+</context>
+<context>
     <name>veilkeep::GroupPanel</name>
     <message>
         <source>Hide the group</source>
@@ -1625,6 +2116,21 @@
     <message>
         <source>Remove</source>
         <translation>Entfernen</translation>
+    </message>
+</context>
+<context>
+    <name>veilkeep::ImageWell</name>
+    <message>
+        <source>Icon</source>
+        <translation>Symbol</translation>
+    </message>
+    <message>
+        <source>An image can be dropped here</source>
+        <translation>Hier kann ein Bild abgelegt werden</translation>
+    </message>
+    <message>
+        <source>Drop an image here</source>
+        <translation>Legen Sie hier ein Bild ab</translation>
     </message>
 </context>
 <context>
@@ -1699,6 +2205,10 @@
         <source>There is nothing at this place.</source>
         <translation>An diesem Ort ist nichts.</translation>
     </message>
+    <message>
+        <source>An item of this kind cannot be chosen here.</source>
+        <translation>Ein Element dieser Art kann hier nicht gewählt werden.</translation>
+    </message>
 </context>
 <context>
     <name>veilkeep::MainMenu</name>
@@ -1770,6 +2280,84 @@
     </message>
 </context>
 <context>
+    <name>veilkeep::PackageKitUpdates</name>
+    <message>
+        <source>The package service ended.</source>
+        <translation>Der Paketdienst wurde beendet.</translation>
+    </message>
+</context>
+<context>
+    <name>veilkeep::PasswordPage</name>
+    <message>
+        <source>⇪ Caps Lock is on</source>
+        <translation>⇪ Feststelltaste ist aktiv</translation>
+    </message>
+    <message>
+        <source>Only plain letters, digits and signs protect.</source>
+        <translation>Nur einfache Buchstaben, Ziffern und Zeichen schützen.</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Set the password that opens %1</source>
+        <translation>Das Passwort festlegen, das %1 öffnet</translation>
+    </message>
+    <message>
+        <source>Password:</source>
+        <translation>Passwort:</translation>
+    </message>
+    <message>
+        <source>Once more:</source>
+        <translation>Noch einmal:</translation>
+    </message>
+    <message>
+        <source>The two entries differ.</source>
+        <translation>Die beiden Eingaben sind verschieden.</translation>
+    </message>
+    <message>
+        <source>The password is empty.</source>
+        <translation>Das Passwort ist leer.</translation>
+    </message>
+    <message>
+        <source>Change the password that opens %1</source>
+        <translation>Das Passwort ändern, das %1 öffnet</translation>
+    </message>
+    <message>
+        <source>Old password:</source>
+        <translation>Altes Passwort:</translation>
+    </message>
+    <message>
+        <source>New password:</source>
+        <translation>Neues Passwort:</translation>
+    </message>
+    <message>
+        <source>The old password is wrong.</source>
+        <translation>Das alte Passwort ist falsch.</translation>
+    </message>
+    <message>
+        <source>The two new entries differ.</source>
+        <translation>Die beiden neuen Eingaben sind verschieden.</translation>
+    </message>
+    <message>
+        <source>Enter the password to switch it off</source>
+        <translation>Zum Ausschalten das Passwort eingeben</translation>
+    </message>
+    <message>
+        <source>Wrong password:</source>
+        <translation>Falsches Passwort:</translation>
+    </message>
+    <message>
+        <source>of %1 attempts used</source>
+        <translation>von %1 Versuchen verbraucht</translation>
+    </message>
+</context>
+<context>
     <name>veilkeep::PasswordPanel</name>
     <message>
         <source>Wrong password:</source>
@@ -1805,6 +2393,44 @@
     <message>
         <source>File System</source>
         <translation>Dateisystem</translation>
+    </message>
+</context>
+<context>
+    <name>veilkeep::PrefsController</name>
+    <message>
+        <source>General</source>
+        <translation>Allgemein</translation>
+    </message>
+    <message>
+        <source>Security</source>
+        <translation>Sicherheit</translation>
+    </message>
+    <message>
+        <source>Update</source>
+        <translation>Aktualisierung</translation>
+    </message>
+    <message>
+        <source>The setting could not be stored.</source>
+        <translation>Die Einstellung konnte nicht gespeichert werden.</translation>
+    </message>
+    <message>
+        <source>Launching at login could not be changed.</source>
+        <translation>Der Start bei der Anmeldung konnte nicht geändert werden.</translation>
+    </message>
+    <message>
+        <source>Never</source>
+        <translation>Nie</translation>
+    </message>
+    <message>
+        <source>The password could not be stored.</source>
+        <translation>Das Passwort konnte nicht gespeichert werden.</translation>
+    </message>
+</context>
+<context>
+    <name>veilkeep::PrefsWindow</name>
+    <message>
+        <source>Preferences Toolbar</source>
+        <translation>Seiten der Einstellungen</translation>
     </message>
 </context>
 <context>
@@ -1924,6 +2550,76 @@
     </message>
 </context>
 <context>
+    <name>veilkeep::Relaunching</name>
+    <message>
+        <source>Relaunch required</source>
+        <translation>Neustart erforderlich</translation>
+    </message>
+    <message>
+        <source>%1 needs to be relaunched for some changes to take effect</source>
+        <translation>%1 muss neu gestartet werden, damit einige Änderungen wirken</translation>
+    </message>
+    <message>
+        <source>Relaunch</source>
+        <translation>Neu starten</translation>
+    </message>
+    <message>
+        <source>Later</source>
+        <translation>Später</translation>
+    </message>
+    <message>
+        <source>%1 could not be relaunched.</source>
+        <translation>%1 konnte nicht neu gestartet werden.</translation>
+    </message>
+    <message>
+        <source>%1 could not be replaced. The former one is still there.</source>
+        <translation>%1 konnte nicht ersetzt werden. Die bisherige Fassung ist noch da.</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+</context>
+<context>
+    <name>veilkeep::SecurityPage</name>
+    <message>
+        <source>Password:</source>
+        <translation>Passwort:</translation>
+    </message>
+    <message>
+        <source>Require a password to open %1</source>
+        <translation>Zum Öffnen von %1 ein Passwort verlangen</translation>
+    </message>
+    <message>
+        <source>Set Password…</source>
+        <translation>Passwort festlegen…</translation>
+    </message>
+    <message>
+        <source>Change Password…</source>
+        <translation>Passwort ändern…</translation>
+    </message>
+    <message>
+        <source>Hide AutoHide groups when…</source>
+        <translation>AutoHide-Gruppen verbergen, wenn…</translation>
+    </message>
+    <message>
+        <source>the computer goes to sleep</source>
+        <translation>der Rechner in den Ruhezustand geht</translation>
+    </message>
+    <message>
+        <source>the screen is locked</source>
+        <translation>der Bildschirm gesperrt wird</translation>
+    </message>
+    <message>
+        <source>another user&apos;s session comes to the front</source>
+        <translation>die Sitzung eines anderen Benutzers nach vorn kommt</translation>
+    </message>
+    <message>
+        <source>%1 quits</source>
+        <translation>%1 beendet wird</translation>
+    </message>
+</context>
+<context>
     <name>veilkeep::StatusMenu</name>
     <message>
         <source>Groups</source>
@@ -1980,6 +2676,29 @@
             <numerusform>%Ln defekt</numerusform>
             <numerusform>%Ln defekt</numerusform>
         </translation>
+    </message>
+</context>
+<context>
+    <name>veilkeep::UpdatePage</name>
+    <message>
+        <source>Version of %1:</source>
+        <translation>Version von %1:</translation>
+    </message>
+    <message>
+        <source>Version</source>
+        <translation>Version</translation>
+    </message>
+    <message>
+        <source>Last check:</source>
+        <translation>Letzte Suche:</translation>
+    </message>
+    <message>
+        <source>Last check</source>
+        <translation>Letzte Suche</translation>
+    </message>
+    <message>
+        <source>Check Now</source>
+        <translation>Jetzt suchen</translation>
     </message>
 </context>
 <context>

@@ -108,6 +108,10 @@
         <source>There is no action “%1”.</source>
         <translation>No hay ninguna acción «%1».</translation>
     </message>
+    <message>
+        <source>This action takes one list of URIs.</source>
+        <translation>Esta acción espera una lista de URI.</translation>
+    </message>
 </context>
 <context>
     <name>Asker</name>
@@ -497,6 +501,178 @@
     </message>
 </context>
 <context>
+    <name>FinderPlugin</name>
+    <message>
+        <source>Finder plugin could not be uninstalled.</source>
+        <translation>No se pudieron quitar las entradas del gestor de archivos.</translation>
+    </message>
+    <message>
+        <source>Could not uninstall plugin from %1. Try to remove it manually.</source>
+        <translation>No se pudo quitar %1. Intente eliminarlo a mano.</translation>
+    </message>
+    <message>
+        <source>Plugin successfully uninstalled</source>
+        <translation>Se quitaron las entradas</translation>
+    </message>
+    <message>
+        <source>Plugin successfully uninstalled from %1
+Please restart Finder to apply the changes.</source>
+        <translation>Se quitó: %1
+Reinicie el gestor de archivos para aplicar los cambios.</translation>
+    </message>
+    <message>
+        <source>Finder plugin could not be installed.</source>
+        <translation>No se pudieron instalar las entradas del gestor de archivos.</translation>
+    </message>
+    <message>
+        <source>No file manager was found that %1 can have an entry in.</source>
+        <translation>No se encontró ningún gestor de archivos en el que %1 pueda tener una entrada.</translation>
+    </message>
+    <message>
+        <source>Could not create directory for Finder plugins: %1
+Try to create it manually and repeat the installation.</source>
+        <translation>No se pudo crear la carpeta para las entradas: %1
+Intente crearla a mano y repita la instalación.</translation>
+    </message>
+    <message>
+        <source>Could not install plugin to %1.</source>
+        <translation>No se pudo instalar %1.</translation>
+    </message>
+    <message>
+        <source>Plugin was successfully installed</source>
+        <translation>Se instalaron las entradas</translation>
+    </message>
+    <message>
+        <source>Plugin was successfully installed to %1
+Please restart Finder to start using it.</source>
+        <translation>Se instaló: %1
+Reinicie el gestor de archivos para empezar a usarlas.</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>Aceptar</translation>
+    </message>
+    <message>
+        <source>Restart Finder</source>
+        <translation>Reiniciar el gestor de archivos</translation>
+    </message>
+    <message>
+        <source>I&apos;ll restart it later</source>
+        <translation>La reiniciaré más tarde</translation>
+    </message>
+</context>
+<context>
+    <name>GroupEdit</name>
+    <message>
+        <source>A group needs a name.</source>
+        <translation>Un grupo necesita un nombre.</translation>
+    </message>
+    <message>
+        <source>This name is too long: %1 characters are the most.</source>
+        <translation>Este nombre es demasiado largo: como máximo %1 caracteres.</translation>
+    </message>
+    <message>
+        <source>The name of a group is one line of text.</source>
+        <translation>El nombre de un grupo es una sola línea de texto.</translation>
+    </message>
+    <message>
+        <source>A group with this name exists already.</source>
+        <translation>Ya existe un grupo con este nombre.</translation>
+    </message>
+    <message>
+        <source>Documents</source>
+        <translation>Documentos</translation>
+    </message>
+    <message>
+        <source>Simple</source>
+        <translation>Sencillo</translation>
+    </message>
+    <message>
+        <source>Pictures</source>
+        <translation>Imágenes</translation>
+    </message>
+    <message>
+        <source>Public</source>
+        <translation>Público</translation>
+    </message>
+    <message>
+        <source>Pink</source>
+        <translation>Rosa</translation>
+    </message>
+    <message>
+        <source>Danger</source>
+        <translation>Peligro</translation>
+    </message>
+    <message>
+        <source>Applications</source>
+        <translation>Aplicaciones</translation>
+    </message>
+    <message>
+        <source>Smile</source>
+        <translation>Sonrisa</translation>
+    </message>
+    <message>
+        <source>Drop</source>
+        <translation>Gota</translation>
+    </message>
+    <message>
+        <source>Games</source>
+        <translation>Juegos</translation>
+    </message>
+    <message>
+        <source>Movies</source>
+        <translation>Películas</translation>
+    </message>
+    <message>
+        <source>Music</source>
+        <translation>Música</translation>
+    </message>
+    <message>
+        <source>Private</source>
+        <translation>Privado</translation>
+    </message>
+    <message>
+        <source>Sites</source>
+        <translation>Sitios</translation>
+    </message>
+    <message>
+        <source>User</source>
+        <translation>Usuario</translation>
+    </message>
+    <message>
+        <source>XXX</source>
+        <translation>XXX</translation>
+    </message>
+    <message>
+        <source>The icon comes from an image file. OK replaces it with the one selected in the list; to keep it, choose the file again.</source>
+        <translation>El icono procede de un archivo de imagen. Aceptar lo reemplaza por el elegido en la lista; para conservarlo, elija el archivo otra vez.</translation>
+    </message>
+    <message>
+        <source>The image that you chose stays the icon: OK takes that. To take another one, cancel and edit the group again.</source>
+        <translation>La imagen que eligió sigue siendo el icono: Aceptar toma esa. Para tomar otra, cancele y edite el grupo otra vez.</translation>
+    </message>
+    <message>
+        <source>“%1” is no image that can be read. The icon stays as it is.</source>
+        <translation>«%1» no es una imagen que se pueda leer. El icono queda como está.</translation>
+    </message>
+    <message>
+        <source>This is no image that can be read. The icon stays as it is.</source>
+        <translation>No es una imagen que se pueda leer. El icono queda como está.</translation>
+    </message>
+    <message>
+        <source>This group is no longer there.</source>
+        <translation>Este grupo ya no existe.</translation>
+    </message>
+    <message>
+        <source>The image cannot be kept: %1</source>
+        <translation>No se puede guardar la imagen: %1</translation>
+    </message>
+    <message>
+        <source>“%1” can no longer be read. OK takes the icon that is selected in the list.</source>
+        <translation>«%1» ya no se puede leer. Aceptar toma el icono elegido en la lista.</translation>
+    </message>
+</context>
+<context>
     <name>GroupNames</name>
     <message>
         <source>All Files</source>
@@ -620,6 +796,10 @@
         <source>Hide</source>
         <translation>Ocultar</translation>
     </message>
+    <message>
+        <source>&quot;%1&quot; keeps its name until you enter another one.</source>
+        <translation>«%1» conserva su nombre hasta que escriba otro.</translation>
+    </message>
 </context>
 <context>
     <name>GroupsModel</name>
@@ -646,6 +826,21 @@
     <message>
         <source>%1 · %2</source>
         <translation>%1 · %2</translation>
+    </message>
+</context>
+<context>
+    <name>HideCaller</name>
+    <message>
+        <source>The item “%1” could not be hidden.</source>
+        <translation>No se pudo ocultar el elemento «%1».</translation>
+    </message>
+    <message>
+        <source>Some errors have been occured while hiding files</source>
+        <translation>Hubo errores al ocultar los archivos</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>Aceptar</translation>
     </message>
 </context>
 <context>
@@ -779,6 +974,53 @@
             <numerusform>%Ln elemento</numerusform>
             <numerusform>%Ln elementos</numerusform>
         </translation>
+    </message>
+</context>
+<context>
+    <name>InstallationOffer</name>
+    <message>
+        <source>Installation of %1 failed!</source>
+        <translation>¡Falló la instalación de %1!</translation>
+    </message>
+    <message>
+        <source>Try to copy it to a desired location manually. The recommended location is your Applications folder.</source>
+        <translation>Intente copiarlo a mano al lugar que desee. Se recomienda su carpeta de aplicaciones.</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>Aceptar</translation>
+    </message>
+    <message>
+        <source>%1 is currently running not from Applications folder.</source>
+        <translation>%1 no se está ejecutando desde la carpeta de aplicaciones.</translation>
+    </message>
+    <message>
+        <source>Would you like to install %1 into your Applications folder before quitting?</source>
+        <translation>¿Quiere instalar %1 en su carpeta de aplicaciones antes de salir?</translation>
+    </message>
+    <message>
+        <source>Install</source>
+        <translation>Instalar</translation>
+    </message>
+    <message>
+        <source>Don&apos;t install</source>
+        <translation>No instalar</translation>
+    </message>
+    <message>
+        <source>%1 is already installed on your system!</source>
+        <translation>¡%1 ya está instalado en su sistema!</translation>
+    </message>
+    <message>
+        <source>Would you like to overwrite %1 in your Applications folder?</source>
+        <translation>¿Quiere reemplazar %1 en su carpeta de aplicaciones?</translation>
+    </message>
+    <message>
+        <source>Overwrite</source>
+        <translation>Reemplazar</translation>
+    </message>
+    <message>
+        <source>Don&apos;t overwrite</source>
+        <translation>No reemplazar</translation>
     </message>
 </context>
 <context>
@@ -1071,6 +1313,10 @@
         <source>Add</source>
         <translation>Añadir</translation>
     </message>
+    <message>
+        <source>Choose Image</source>
+        <translation>Elegir imagen</translation>
+    </message>
 </context>
 <context>
     <name>PasswordManager</name>
@@ -1104,6 +1350,29 @@
     <message>
         <source>It stays on this computer until you pass it on; please read it before:</source>
         <translation>Se queda en este equipo hasta que usted lo entregue; léalo antes:</translation>
+    </message>
+</context>
+<context>
+    <name>RequestRoute</name>
+    <message>
+        <source>this program is missing or may not be run; please install Veilkeep anew</source>
+        <translation>este programa falta o no se puede ejecutar; instale Veilkeep de nuevo</translation>
+    </message>
+    <message>
+        <source>another process owns the list and did not answer</source>
+        <translation>otro proceso tiene la lista y no respondió</translation>
+    </message>
+    <message>
+        <source>interrupted; nothing was done</source>
+        <translation>interrumpido; no se hizo nada</translation>
+    </message>
+    <message>
+        <source>the application owns the list and did not answer</source>
+        <translation>la aplicación tiene la lista y no respondió</translation>
+    </message>
+    <message>
+        <source>the application ended before it was through</source>
+        <translation>la aplicación terminó antes de acabar</translation>
     </message>
 </context>
 <context>
@@ -1172,6 +1441,17 @@
     </message>
 </context>
 <context>
+    <name>RunHide</name>
+    <message>
+        <source>Only files and folders of this computer can be hidden.</source>
+        <translation>Solo se pueden ocultar archivos y carpetas de este equipo.</translation>
+    </message>
+    <message>
+        <source>No item was chosen.</source>
+        <translation>No se eligió ningún elemento.</translation>
+    </message>
+</context>
+<context>
     <name>SearchRequests</name>
     <message>
         <source>Searching for inconsistent files. Please wait...</source>
@@ -1204,6 +1484,72 @@
     <message>
         <source>items taken over: %1</source>
         <translation>elementos incorporados: %1</translation>
+    </message>
+</context>
+<context>
+    <name>SoftwareUpdater</name>
+    <message>
+        <source>The package service gave no reason.</source>
+        <translation>El servicio de paquetes no dio ningún motivo.</translation>
+    </message>
+    <message>
+        <source>Updates could not be looked for.</source>
+        <translation>No se pudieron buscar actualizaciones.</translation>
+    </message>
+    <message>
+        <source>It offers the package in version %1.</source>
+        <translation>Ofrece el paquete en la versión %1.</translation>
+    </message>
+    <message>
+        <source>This copy of %1 was not installed as a package.</source>
+        <translation>Esta copia de %1 no se instaló como paquete.</translation>
+    </message>
+    <message>
+        <source>The system&apos;s package service cannot tell of newer versions of it.</source>
+        <translation>El servicio de paquetes del sistema no puede informar de versiones más recientes.</translation>
+    </message>
+    <message>
+        <source>%1 is up to date.</source>
+        <translation>%1 está actualizado.</translation>
+    </message>
+    <message>
+        <source>Version %1 is the newest one that the package sources of this system offer.</source>
+        <translation>La versión %1 es la más reciente que ofrecen las fuentes de paquetes de este sistema.</translation>
+    </message>
+    <message>
+        <source>There is a new version of %1.</source>
+        <translation>Hay una versión nueva de %1.</translation>
+    </message>
+    <message>
+        <source>Version %1 can be installed, you have version %2. It comes with the other updates of your system.</source>
+        <translation>Se puede instalar la versión %1; usted tiene la %2. Llega con las demás actualizaciones de su sistema.</translation>
+    </message>
+    <message>
+        <source>There is no package service on this system.</source>
+        <translation>En este sistema no hay servicio de paquetes.</translation>
+    </message>
+    <message>
+        <source>Without PackageKit %1 cannot look for updates. They come with the other updates of your system.</source>
+        <translation>Sin PackageKit, %1 no puede buscar actualizaciones. Llegan con las demás actualizaciones de su sistema.</translation>
+    </message>
+</context>
+<context>
+    <name>UpdateWindow</name>
+    <message>
+        <source>Software Update</source>
+        <translation>Actualización de software</translation>
+    </message>
+    <message>
+        <source>Looking for updates…</source>
+        <translation>Buscando actualizaciones…</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Cancelar</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>Aceptar</translation>
     </message>
 </context>
 <context>
@@ -1361,6 +1707,30 @@
     <message>
         <source>A report on this program and its desktop was written, for you to add what you want to say.</source>
         <translation>Se escribió un informe sobre este programa y su escritorio, al que puede añadir lo que quiera decir.</translation>
+    </message>
+    <message>
+        <source>Only files and folders of this computer can be shown.</source>
+        <translation>Solo se pueden mostrar archivos y carpetas de este equipo.</translation>
+    </message>
+    <message>
+        <source>Change Password</source>
+        <translation>Cambiar contraseña</translation>
+    </message>
+    <message>
+        <source>Set Password</source>
+        <translation>Establecer contraseña</translation>
+    </message>
+    <message>
+        <source>Change application password</source>
+        <translation>Cambiar la contraseña de la aplicación</translation>
+    </message>
+    <message>
+        <source>Set application password</source>
+        <translation>Establecer la contraseña de la aplicación</translation>
+    </message>
+    <message>
+        <source>%1 ended unexpectedly the last time, and a problem report was written.</source>
+        <translation>La última vez %1 terminó de forma inesperada, y se escribió un informe del problema.</translation>
     </message>
 </context>
 <context>
@@ -1578,6 +1948,127 @@
     </message>
 </context>
 <context>
+    <name>veilkeep::GeneralPage</name>
+    <message>
+        <source>Start:</source>
+        <translation>Inicio:</translation>
+    </message>
+    <message>
+        <source>Launch %1 at login</source>
+        <translation>Iniciar %1 al entrar en la sesión</translation>
+    </message>
+    <message>
+        <source>Show:</source>
+        <translation>Mostrar:</translation>
+    </message>
+    <message>
+        <source>%1 in the taskbar</source>
+        <translation>%1 en la barra de tareas</translation>
+    </message>
+    <message>
+        <source>Icon in the panel</source>
+        <translation>Icono en el panel</translation>
+    </message>
+    <message>
+        <source>%1 needs to be relaunched for this to take effect.</source>
+        <translation>Hay que reiniciar %1 para que esto tenga efecto.</translation>
+    </message>
+    <message>
+        <source>File managers:</source>
+        <translation>Gestores de archivos:</translation>
+    </message>
+    <message>
+        <source>“Hide with %1” and “Show in %1” in their menus</source>
+        <translation>«Ocultar con %1» y «Mostrar en %1» en sus menús</translation>
+    </message>
+    <message>
+        <source>Items:</source>
+        <translation>Elementos:</translation>
+    </message>
+    <message>
+        <source>Allow those that need administrator rights</source>
+        <translation>Permitir los que requieren derechos de administrador</translation>
+    </message>
+    <message>
+        <source>Remove their traces from lists of recent files while hiding</source>
+        <translation>Al ocultar, quitar su rastro de las listas de archivos recientes</translation>
+    </message>
+    <message>
+        <source>Ask before removing them from the list</source>
+        <translation>Preguntar antes de quitarlos de la lista</translation>
+    </message>
+    <message>
+        <source>Sounds:</source>
+        <translation>Sonidos:</translation>
+    </message>
+    <message>
+        <source>Play sounds</source>
+        <translation>Reproducir sonidos</translation>
+    </message>
+</context>
+<context>
+    <name>veilkeep::GroupDelegate</name>
+    <message>
+        <source>Name of the group</source>
+        <translation>Nombre del grupo</translation>
+    </message>
+</context>
+<context>
+    <name>veilkeep::GroupEditSheet</name>
+    <message>
+        <source>&amp;AutoHide</source>
+        <translation>&amp;AutoHide</translation>
+    </message>
+    <message>
+        <source>Edit Group</source>
+        <translation>Editar grupo</translation>
+    </message>
+    <message>
+        <source>Select Existing Icons</source>
+        <translation>Iconos existentes</translation>
+    </message>
+    <message>
+        <source>Name of the group</source>
+        <translation>Nombre del grupo</translation>
+    </message>
+    <message>
+        <source>&amp;Name:</source>
+        <translation>&amp;Nombre:</translation>
+    </message>
+    <message>
+        <source>&amp;Icon:</source>
+        <translation>&amp;Icono:</translation>
+    </message>
+    <message>
+        <source>Hide this group whenever you leave the computer</source>
+        <translation>Ocultar este grupo cada vez que deje el equipo</translation>
+    </message>
+    <message>
+        <source>&amp;Choose Image…</source>
+        <translation>&amp;Elegir imagen…</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>Aceptar</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Cancelar</translation>
+    </message>
+    <message>
+        <source>&amp;Reset</source>
+        <translation>&amp;Restablecer</translation>
+    </message>
+    <message>
+        <source>Go back and enter another name. Nothing has been changed.</source>
+        <translation>Vuelva atrás y escriba otro nombre. No se ha cambiado nada.</translation>
+    </message>
+    <message>
+        <source>&amp;Back</source>
+        <translation>&amp;Atrás</translation>
+    </message>
+</context>
+<context>
     <name>veilkeep::GroupPanel</name>
     <message>
         <source>Hide the group</source>
@@ -1625,6 +2116,21 @@
     <message>
         <source>Remove</source>
         <translation>Quitar</translation>
+    </message>
+</context>
+<context>
+    <name>veilkeep::ImageWell</name>
+    <message>
+        <source>Icon</source>
+        <translation>Icono</translation>
+    </message>
+    <message>
+        <source>An image can be dropped here</source>
+        <translation>Aquí se puede soltar una imagen</translation>
+    </message>
+    <message>
+        <source>Drop an image here</source>
+        <translation>Suelte aquí una imagen</translation>
     </message>
 </context>
 <context>
@@ -1699,6 +2205,10 @@
         <source>There is nothing at this place.</source>
         <translation>En este lugar no hay nada.</translation>
     </message>
+    <message>
+        <source>An item of this kind cannot be chosen here.</source>
+        <translation>Aquí no se puede elegir un elemento de este tipo.</translation>
+    </message>
 </context>
 <context>
     <name>veilkeep::MainMenu</name>
@@ -1770,6 +2280,84 @@
     </message>
 </context>
 <context>
+    <name>veilkeep::PackageKitUpdates</name>
+    <message>
+        <source>The package service ended.</source>
+        <translation>El servicio de paquetes terminó.</translation>
+    </message>
+</context>
+<context>
+    <name>veilkeep::PasswordPage</name>
+    <message>
+        <source>⇪ Caps Lock is on</source>
+        <translation>⇪ Bloq Mayús está activado</translation>
+    </message>
+    <message>
+        <source>Only plain letters, digits and signs protect.</source>
+        <translation>Solo protegen las letras sin acentos, las cifras y los signos.</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>Aceptar</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Cancelar</translation>
+    </message>
+    <message>
+        <source>Set the password that opens %1</source>
+        <translation>Establecer la contraseña que abre %1</translation>
+    </message>
+    <message>
+        <source>Password:</source>
+        <translation>Contraseña:</translation>
+    </message>
+    <message>
+        <source>Once more:</source>
+        <translation>Otra vez:</translation>
+    </message>
+    <message>
+        <source>The two entries differ.</source>
+        <translation>Las dos entradas son distintas.</translation>
+    </message>
+    <message>
+        <source>The password is empty.</source>
+        <translation>La contraseña está vacía.</translation>
+    </message>
+    <message>
+        <source>Change the password that opens %1</source>
+        <translation>Cambiar la contraseña que abre %1</translation>
+    </message>
+    <message>
+        <source>Old password:</source>
+        <translation>Contraseña antigua:</translation>
+    </message>
+    <message>
+        <source>New password:</source>
+        <translation>Contraseña nueva:</translation>
+    </message>
+    <message>
+        <source>The old password is wrong.</source>
+        <translation>La contraseña antigua no es correcta.</translation>
+    </message>
+    <message>
+        <source>The two new entries differ.</source>
+        <translation>Las dos entradas nuevas son distintas.</translation>
+    </message>
+    <message>
+        <source>Enter the password to switch it off</source>
+        <translation>Escriba la contraseña para desactivarla</translation>
+    </message>
+    <message>
+        <source>Wrong password:</source>
+        <translation>Contraseña incorrecta:</translation>
+    </message>
+    <message>
+        <source>of %1 attempts used</source>
+        <translation>de %1 intentos usados</translation>
+    </message>
+</context>
+<context>
     <name>veilkeep::PasswordPanel</name>
     <message>
         <source>Wrong password:</source>
@@ -1805,6 +2393,44 @@
     <message>
         <source>File System</source>
         <translation>Sistema de archivos</translation>
+    </message>
+</context>
+<context>
+    <name>veilkeep::PrefsController</name>
+    <message>
+        <source>General</source>
+        <translation>General</translation>
+    </message>
+    <message>
+        <source>Security</source>
+        <translation>Seguridad</translation>
+    </message>
+    <message>
+        <source>Update</source>
+        <translation>Actualización</translation>
+    </message>
+    <message>
+        <source>The setting could not be stored.</source>
+        <translation>No se pudo guardar el ajuste.</translation>
+    </message>
+    <message>
+        <source>Launching at login could not be changed.</source>
+        <translation>No se pudo cambiar el inicio al entrar en la sesión.</translation>
+    </message>
+    <message>
+        <source>Never</source>
+        <translation>Nunca</translation>
+    </message>
+    <message>
+        <source>The password could not be stored.</source>
+        <translation>No se pudo guardar la contraseña.</translation>
+    </message>
+</context>
+<context>
+    <name>veilkeep::PrefsWindow</name>
+    <message>
+        <source>Preferences Toolbar</source>
+        <translation>Páginas de las preferencias</translation>
     </message>
 </context>
 <context>
@@ -1924,6 +2550,76 @@
     </message>
 </context>
 <context>
+    <name>veilkeep::Relaunching</name>
+    <message>
+        <source>Relaunch required</source>
+        <translation>Hay que reiniciar</translation>
+    </message>
+    <message>
+        <source>%1 needs to be relaunched for some changes to take effect</source>
+        <translation>Hay que reiniciar %1 para que algunos cambios tengan efecto</translation>
+    </message>
+    <message>
+        <source>Relaunch</source>
+        <translation>Reiniciar</translation>
+    </message>
+    <message>
+        <source>Later</source>
+        <translation>Más tarde</translation>
+    </message>
+    <message>
+        <source>%1 could not be relaunched.</source>
+        <translation>No se pudo reiniciar %1.</translation>
+    </message>
+    <message>
+        <source>%1 could not be replaced. The former one is still there.</source>
+        <translation>No se pudo reemplazar %1. La versión anterior sigue ahí.</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>Aceptar</translation>
+    </message>
+</context>
+<context>
+    <name>veilkeep::SecurityPage</name>
+    <message>
+        <source>Password:</source>
+        <translation>Contraseña:</translation>
+    </message>
+    <message>
+        <source>Require a password to open %1</source>
+        <translation>Pedir una contraseña para abrir %1</translation>
+    </message>
+    <message>
+        <source>Set Password…</source>
+        <translation>Establecer contraseña…</translation>
+    </message>
+    <message>
+        <source>Change Password…</source>
+        <translation>Cambiar contraseña…</translation>
+    </message>
+    <message>
+        <source>Hide AutoHide groups when…</source>
+        <translation>Ocultar los grupos AutoHide cuando…</translation>
+    </message>
+    <message>
+        <source>the computer goes to sleep</source>
+        <translation>el equipo se suspende</translation>
+    </message>
+    <message>
+        <source>the screen is locked</source>
+        <translation>se bloquea la pantalla</translation>
+    </message>
+    <message>
+        <source>another user&apos;s session comes to the front</source>
+        <translation>pasa al frente la sesión de otro usuario</translation>
+    </message>
+    <message>
+        <source>%1 quits</source>
+        <translation>se sale de %1</translation>
+    </message>
+</context>
+<context>
     <name>veilkeep::StatusMenu</name>
     <message>
         <source>Groups</source>
@@ -1980,6 +2676,29 @@
             <numerusform>%Ln dañado</numerusform>
             <numerusform>%Ln dañados</numerusform>
         </translation>
+    </message>
+</context>
+<context>
+    <name>veilkeep::UpdatePage</name>
+    <message>
+        <source>Version of %1:</source>
+        <translation>Versión de %1:</translation>
+    </message>
+    <message>
+        <source>Version</source>
+        <translation>Versión</translation>
+    </message>
+    <message>
+        <source>Last check:</source>
+        <translation>Última búsqueda:</translation>
+    </message>
+    <message>
+        <source>Last check</source>
+        <translation>Última búsqueda</translation>
+    </message>
+    <message>
+        <source>Check Now</source>
+        <translation>Buscar ahora</translation>
     </message>
 </context>
 <context>
