@@ -204,38 +204,6 @@ TEST_F(RequestRunnerTest, NothingIsDoneWithoutThePassword) {
     EXPECT_EQ(caller.messages, QStringList());
 }
 
-// Nobody learns by that what is hidden; but whole groups are a matter of the list's.
-TEST_F(RequestRunnerTest, WhatAMenuOfTheDesktopHidesNeedsNoPassword) {
-    m_defaults.set(defaultsKey::passwordEnabled, true);
-    ASSERT_TRUE(m_passwords.setPassword("abc"));
-    const std::string item = m_tree.makeFile("t/a");
-    const QVariantMap fromMenu{{requestOption::fromMenu, true}};
-    QVariantMap all = fromMenu;
-    all.insert(requestOption::all, true);
-    const struct {
-        const char* command;
-        Paths paths;
-        QVariantMap options;
-        int asked;
-    } rows[] = {
-        {"hide", {item}, fromMenu, 0},
-        {"hide", {}, all, 1},
-        {"unhide", {item}, fromMenu, 1},
-        {"list", {}, fromMenu, 1},
-        {"hide", {item}, {{requestOption::fromMenu, false}}, 1},
-    };
-    for (const auto& row : rows) {
-        FakeCaller caller;
-        std::optional<RequestStatus> status;
-        m_runner.handle({row.command, row.paths, row.options}, caller,
-                        [&](RequestStatus told) { status = told; });
-        MainThread::runUntil([&] { return status.has_value(); });
-        EXPECT_EQ(*status == RequestStatus::Refused, row.asked > 0) << row.command;
-        EXPECT_EQ(caller.asked, row.asked) << row.command;
-    }
-    EXPECT_TRUE(exists(hidden("a")));
-}
-
 // Scripts match what they are told; a window that asks the user speaks the user's language.
 TEST_F(RequestRunnerTest, CallersAreToldInEnglish) {
     class UsersLanguage : public Language {

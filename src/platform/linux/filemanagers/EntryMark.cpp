@@ -26,7 +26,8 @@ std::vector<std::string_view> wordsOf(std::string_view text) {
 } // namespace
 
 std::string EntryMark::text() const {
-    return std::string(identifier) + " " + (version.empty() ? "0" : version) + " " + std::to_string(directories) + " " + digest;
+    return std::string(identifier) + " " + (version.empty() ? "0" : version) + " " +
+           std::to_string(directories) + " " + digest;
 }
 
 std::optional<EntryMark> EntryMark::ofText(std::string_view text) {
