@@ -96,6 +96,7 @@ private:
     void applicationDidFinishLaunching();
     void whenLaunched(const std::function<void()>& request);
     void whenIdle(const std::function<void()>& operation);
+    void tellOfDamagedSettings();
     void refuse(const QString& title, const QString& message);
 
     // Items from outside (ADAppItems.cpp).

@@ -44,6 +44,8 @@
 #include "wiring/OwnList.h"
 
 #include <memory>
+#include <optional>
+#include <string>
 
 namespace veilkeep {
 
@@ -59,6 +61,7 @@ struct ADApp::Parts {
     ListOwnership lock; // is given back last
     RunNote runNote;
     UserDefaults defaults;
+    const Result<std::optional<std::string>> damagedSettings = defaults.keepDamagedAside();
     LSUIElementManipulation dockIcon{defaults};
     PrefsController prefs;
     BusNotifications notifications;

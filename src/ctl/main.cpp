@@ -1,4 +1,5 @@
 #include "core/filesystem/ItemPath.h"
+#include "core/storage/UserDefaults.h"
 #include "ctl/CommandLine.h"
 #include "ctl/Interruption.h"
 #include "ctl/PasswordCommand.h"
@@ -86,6 +87,19 @@ QString ownerName(RequestOwner owner) {
     return owner == RequestOwner::Application ? QStringLiteral("application") : QStringLiteral("other");
 }
 
+// Told once: by whoever notices it first.
+void tellOfDamagedSettings(TerminalOutput& output) {
+    const auto kept = UserDefaults().keepDamagedAside();
+    if (!kept)
+        output.printError(kept.error().path, errorReason(kept.error()).toStdString());
+    else if (*kept)
+        output.printError(**kept,
+                          QCoreApplication::translate(
+                              "main", "the settings were damaged, are kept here and begin anew; where a "
+                                      "password was set, please set it again")
+                              .toStdString());
+}
+
 RequestStatus run(const CommandLine& line) {
     Interruption::watch();
     TerminalOutput output(line.endNamesWithNul);
@@ -94,6 +108,7 @@ RequestStatus run(const CommandLine& line) {
             "main", "this program does not run under pkexec; please run it as yourself"));
         return RequestStatus::Refused;
     }
+    tellOfDamagedSettings(output);
     if (line.command->name == std::string_view("watch"))
         return Watch(output).run();
     TerminalQuestions questions(line.answers, line.yes, output);

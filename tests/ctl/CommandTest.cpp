@@ -391,5 +391,13 @@ TEST_F(CommandTest, HangUpInTheMiddleOfABatch) {
     EXPECT_EQ(underNohup.exitStatus, 0);
 }
 
+TEST_F(CommandTest, TellsOnceThatTheSettingsWereDamaged) {
+    m_tree.makeFile("home/.config/com.ostrel.Veilkeep.plist", "<plist");
+    const ProgramRun first = ctl({"list"}), second = ctl({"list"});
+    EXPECT_NE(first.errors.find(".plist.damaged-"), std::string::npos) << first.errors;
+    EXPECT_EQ(first.exitStatus, 0);
+    EXPECT_EQ(second.errors, "");
+}
+
 } // namespace
 } // namespace veilkeep::test

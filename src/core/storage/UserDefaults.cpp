@@ -7,10 +7,12 @@
 #include "core/filesystem/FileLock.h"
 #include "core/filesystem/ReadWholeFile.h"
 #include "core/log/Log.h"
+#include "core/storage/KeptFile.h"
 #include "core/storage/PropertyList.h"
 #include "core/storage/ReplaceFile.h"
 
 #include <fcntl.h>
+#include <unistd.h>
 
 #include <cerrno>
 
@@ -55,6 +57,14 @@ Result<UniqueFd> takeLock(const std::string& target, std::chrono::milliseconds w
     if (auto locked = lockExclusively(file.get(), path, wait); !locked && !hasNoLocks(locked.error()))
         return std::move(locked).error();
     return file;
+}
+
+// By what it contains: one that cannot be read may be whole.
+bool isDamaged(const std::string& path) {
+    const auto bytes = readWholeFile(path, maximumPropertyListSize);
+    const auto parsed = bytes ? parsePropertyList(*bytes) : Result<PropertyDictionary>(bytes.error());
+    return !parsed &&
+           (parsed.error().code == ErrorCode::Damaged || parsed.error().code == ErrorCode::TooLarge);
 }
 
 } // namespace
@@ -145,6 +155,26 @@ Result<void> UserDefaults::storeIfAbsent(PropertyKey key, Value value) {
     const std::lock_guard lock(m_mutex);
     m_stamp.reset();
     return stored;
+}
+
+Result<std::optional<std::string>> UserDefaults::keepDamagedAside() {
+    const std::lock_guard storing(m_storing);
+    if (!isDamaged(m_path))
+        return std::optional<std::string>();
+    const auto target = replaceTarget(m_path);
+    if (!target)
+        return target.error();
+    const auto lock = takeLock(*target, m_wait);
+    if (!lock)
+        return lock.error();
+    if (!isDamaged(m_path)) // somebody else was faster
+        return std::optional<std::string>();
+    const auto kept = keepUnderDatedName(*target, std::chrono::system_clock::now());
+    if (!kept)
+        return kept.error();
+    if (!kept->moved && ::unlink(target->c_str()) != 0)
+        return Error::system("unlink", *target, errno);
+    return std::optional(kept->path);
 }
 
 void UserDefaults::put(Changes& changes, PropertyKey key, Value value) {

@@ -47,6 +47,10 @@ public:
     // is pending still (NotDurable: though the file has it). EWOULDBLOCK: others held the lock for too long.
     Result<void> synchronize();
 
+    // For the start: a file that cannot be understood goes under a dated name, which is answered, and nothing
+    // is stored then. Nothing where there is no such file.
+    Result<std::optional<std::string>> keepDamagedAside();
+
 private:
     struct Change {
         PropertyKey key;

@@ -178,6 +178,31 @@ TEST_F(UserDefaultsTest, KeepsADamagedFile) {
     }
 }
 
+TEST_F(UserDefaultsTest, PutsADamagedFileAsideOnce) {
+    UserDefaults defaults;
+    EXPECT_EQ(*defaults.keepDamagedAside(), std::nullopt) << "there is none";
+    store({{"key", true}});
+    EXPECT_EQ(*defaults.keepDamagedAside(), std::nullopt);
+    EXPECT_EQ(defaults.boolean("key"), true);
+    const std::string whole = readFile(path());
+    const std::string rows[] = {"", "no property list", whole.substr(0, whole.size() / 2),
+                                std::string(2 << 20, 'x')};
+    std::size_t number = 0;
+    for (const std::string& row : rows) {
+        SCOPED_TRACE(row.substr(0, 20));
+        tree.makeFile("home/.config/com.ostrel.Veilkeep.plist", row);
+        const auto kept = defaults.keepDamagedAside();
+        ASSERT_TRUE(kept && *kept);
+        EXPECT_EQ(readFile(**kept), row);
+        EXPECT_FALSE(test::exists(path()));
+        EXPECT_FALSE(defaults.contains("key"));
+        EXPECT_EQ(*defaults.keepDamagedAside(), std::nullopt) << "at the next start";
+        EXPECT_EQ(damagedFiles().size(), ++number) << "one name each";
+    }
+    std::filesystem::create_directory(path());
+    EXPECT_EQ(*defaults.keepDamagedAside(), std::nullopt) << "is no file of settings";
+}
+
 TEST_F(UserDefaultsTest, KeepsChangesPendingWhenTheyCannotBeStored) {
     store({{"key", "old"}});
     UserDefaults defaults(path(), std::chrono::milliseconds(20));
@@ -192,6 +217,9 @@ TEST_F(UserDefaultsTest, KeepsChangesPendingWhenTheyCannotBeStored) {
     }
     EXPECT_EQ(defaults.string("key"), "new");
     EXPECT_EQ(stored(), (PropertyDictionary{{"key", "old"}}));
+    defaults.set("unwanted", true);
+    defaults.discard("unwanted");
+    EXPECT_FALSE(defaults.contains("unwanted"));
     defaults.set("large", std::string(2 << 20, 'x')); // nobody could read that again
     EXPECT_EQ(defaults.synchronize().error().code, ErrorCode::TooLarge);
     defaults.remove("large");
