@@ -1,7 +1,7 @@
 #include "widgets/mainwindow/CommandActions.h"
 
-#include "widgets/mainwindow/CommandTexts.h"
 #include "widgets/controls/Mnemonics.h"
+#include "widgets/mainwindow/CommandTexts.h"
 
 #include <QAction>
 

@@ -2,8 +2,8 @@
 
 #include "groups/GroupNames.h"
 #include "widgets/controls/FocusAfterMenu.h"
-#include "widgets/filetable/OpenWithItems.h"
 #include "widgets/controls/Mnemonics.h"
+#include "widgets/filetable/OpenWithItems.h"
 
 #include <QActionGroup>
 #include <QApplication>
