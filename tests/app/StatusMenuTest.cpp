@@ -1,4 +1,6 @@
+#include "core/storage/DefaultsKeys.h"
 #include "tests/app/AppWorld.h"
+#include "tests/support/RunProgram.h"
 #include "tests/support/bus/FakeTray.h"
 #include "tests/support/bus/PrivateBus.h"
 
@@ -128,6 +130,31 @@ TEST_F(StatusMenuTest, TellsOfTheProgramAndEndsItWithoutThePassword) {
     EXPECT_TRUE(world->quits([this] { tray->choose({"Quit Veilkeep"}); }));
     EXPECT_TRUE(world->isHiddenOnDisk(path));
     EXPECT_FALSE(world->openDialog(prompt));
+}
+
+// Each window says it before it is shown, as window managers want it.
+TEST_F(StatusMenuTest, WithoutEntriesInTheTaskbarTheIconIsThereOrElseTheEntries) {
+    const char* const askProperty = "/usr/bin/xprop";
+    if (!exists(askProperty))
+        GTEST_SKIP() << "there is no " << askProperty;
+    UserDefaults defaults;
+    defaults.set(defaultsKey::dockIconHidden, true);
+    defaults.set(defaultsKey::showMenuIcon, false);
+    ASSERT_TRUE(defaults.synchronize());
+    world.reset();
+    world.emplace();
+    ASSERT_TRUE(startWithTray()) << "whatever the setting of the icon";
+    const auto hasEntry = [&] {
+        world->window()->hide();
+        world->window()->show();
+        const ProgramRun run =
+            runProgram({askProperty, "-id", std::to_string(world->window()->winId()), "_NET_WM_STATE"});
+        return run.output.find("_NET_WM_STATE_SKIP_TASKBAR") == std::string::npos;
+    };
+    EXPECT_FALSE(hasEntry());
+    tray->stop();
+    EXPECT_TRUE(eventually([this] { return !world->app().hasStatusBarItem(); }));
+    EXPECT_TRUE(hasEntry());
 }
 
 TEST_F(StatusMenuTest, WithoutATrayClosingTheWindowTellsOnceThatTheProgramGoesOn) {

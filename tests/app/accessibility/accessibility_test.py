@@ -11,7 +11,7 @@ import session as own_session
 LIST_OF_ITEMS, LIST_OF_GROUPS = "Items", "Groups"
 
 # As it is read: from the top to the bottom of the first column, then the next one.
-PANES = ["Add Items…", "Remove Item", "Search", "Hide Info", LIST_OF_GROUPS, "Hide the group", "AutoHide",
+PANES = ["Add Items…", "Remove Item", "Set Password", "Search", "Hide Info", LIST_OF_GROUPS, "Hide the group", "AutoHide",
          "Add a group", "Remove the group", "Edit the group", "All items", LIST_OF_ITEMS, "Hide Selected Items", "Name", "State",
          "Size", "Created", "Modified", "Where", "Group"]
 

@@ -232,8 +232,7 @@ TEST_F(PrefsWindowTest, LargeLettersGetTheRoomThatTheyNeed) {
     QFont large = usual;
     large.setPointSizeF(usual.pointSizeF() * 2);
     QApplication::setFont(large);
-    EXPECT_TRUE(
-        eventually([&] { return window().height() > before.height() * 6 / 5; }, std::chrono::seconds(2)));
+    EXPECT_TRUE(eventually([&] { return window().height() > before.height() * 6 / 5; }));
     QStringList cut;
     for (const QAbstractButton* const button : window().findChildren<QAbstractButton*>()) {
         const QRect needed(button->mapTo(&window(), QPoint()), button->sizeHint());

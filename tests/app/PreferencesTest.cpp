@@ -1,0 +1,96 @@
+#include "core/storage/DefaultsKeys.h"
+#include "tests/app/AppWorld.h"
+
+#include <gtest/gtest.h>
+
+#include <QAction>
+
+#include <filesystem>
+
+namespace veilkeep::test {
+namespace {
+
+constexpr const char* prompt = "Enter your Veilkeep password:";
+
+PrefsWindow* openPreferences(AppWorld& world) {
+    PrefsWindow* const window = world.parts().preferences.get();
+    return window && window->isVisible() ? window : nullptr;
+}
+
+void setPassword(AppWorld& world) {
+    PrefsWindow& window = *openPreferences(world);
+    ASSERT_TRUE(showAndActivate(window));
+    EXPECT_TRUE(AppWorld::clickButton(window, "Set Password…"));
+    for (const char* const key : {"Tab", "Return"}) {
+        realInput::type("secret");
+        realInput::key(key);
+    }
+}
+
+TEST(PreferencesTest, MenusAndToolbarLeadThereAndSayWhetherThereIsAPassword) {
+    AppWorld world;
+    ASSERT_TRUE(world.start());
+    const auto titles = [&] {
+        const QAction& action = *world.window()->action(Command::Password);
+        return QStringList{action.iconText(), QString(action.text()).remove(u'&'), action.toolTip()};
+    };
+    EXPECT_EQ(titles(), QStringList({"Set Password", "Set Password…", "Set application password"}));
+    realInput::key("Ctrl+,");
+    ASSERT_TRUE(openPreferences(world));
+    EXPECT_EQ(openPreferences(world)->windowTitle(), "General");
+    openPreferences(world)->close();
+    ASSERT_TRUE(world.giveKeyboard());
+    EXPECT_TRUE(world.clickTool(Command::Password));
+    ASSERT_TRUE(openPreferences(world));
+    EXPECT_EQ(openPreferences(world)->windowTitle(), "Security");
+    setPassword(world);
+    EXPECT_TRUE(UserDefaults().boolean(defaultsKey::passwordEnabled).value_or(false));
+    EXPECT_EQ(titles(), QStringList({"Change Password", "Change Password…", "Change application password"}));
+    realInput::key("Escape");
+    EXPECT_FALSE(openPreferences(world));
+}
+
+TEST(PreferencesTest, AreNotOpenBehindThePassword) {
+    AppWorld world;
+    ASSERT_TRUE(world.start());
+    MainWindowController& controller = world.parts().list.window();
+    world.app().openPassDialog();
+    controller.lockApplication(Absence::Lock);
+    EXPECT_TRUE(openPreferences(world)) << "without a password there is nothing to guard";
+    controller.unlockApplication();
+    EXPECT_TRUE(eventually([&] { return world.parts().window.isVisible() && world.isAtRest(); }));
+    setPassword(world);
+    controller.lockApplication(Absence::Lock);
+    EXPECT_FALSE(openPreferences(world));
+    const std::function<void()> ways[] = {[&] { world.app().showPreferenceWindow(); },
+                                          [&] { world.app().openPassDialog(); }};
+    for (const auto& way : ways) {
+        for (const bool isRight : {false, true}) {
+            world.whenOpen(prompt, [&](QWidget&) {
+                EXPECT_FALSE(openPreferences(world));
+                realInput::type(isRight ? "secret" : "wrong");
+                realInput::key(isRight ? "Return" : "Escape");
+            });
+            way();
+            EXPECT_TRUE(world.areAllAnswered());
+            EXPECT_EQ(openPreferences(world) != nullptr, isRight);
+        }
+        openPreferences(world)->close();
+    }
+}
+
+TEST(PreferencesTest, DamagedSettingsAreToldAndKeptAside) {
+    const std::string file = OwnPlaces::current().defaultsFile;
+    std::filesystem::create_directories(std::filesystem::path(file).parent_path());
+    writeFile(file, "<plist");
+    AppWorld world;
+    world.answer("The settings were damaged and begin anew.", "OK");
+    ASSERT_TRUE(world.app().start());
+    EXPECT_TRUE(world.areAllAnswered());
+    EXPECT_TRUE(world.parts().damagedSettings && *world.parts().damagedSettings);
+    EXPECT_EQ(readFile(**world.parts().damagedSettings), "<plist");
+    EXPECT_EQ(*UserDefaults().keepDamagedAside(), std::nullopt) << "nothing to tell at the next start";
+}
+
+} // namespace
+} // namespace veilkeep::test
