@@ -5,7 +5,6 @@
 #include "core/names/BaseCloakLogic.h"
 #include "core/protocol/SecurityController.h"
 #include "core/protocol/WorkerError.h"
-#include "core/storage/DefaultsKeys.h"
 #include "filelist/Texts.h"
 #include "format/ErrorText.h"
 
@@ -211,8 +210,7 @@ bool HideOperations::runBatch(WorkerOperation operation, const Files& files, boo
         hides && (!isSaved || m_parts.dataFile.isOfNewerVersion()))
         return refuseToHide(batch, collectErrors);
     emit batchRunningChanged(true);
-    m_parts.cloakWorker.setTraceWishes(
-        {m_parts.defaults.boolean(defaultsKey::cleanRecentItems), m_missing.isNobodyThere()});
+    m_parts.cloakWorker.setTraceWishes(TraceWishes::from(m_parts.defaults, m_missing.isNobodyThere()));
     bool allWell = true;
     try {
         m_missing.beginBatch(batch);

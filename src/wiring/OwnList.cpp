@@ -1,7 +1,6 @@
 #include "wiring/OwnList.h"
 
 #include "core/base/PathText.h"
-#include "core/storage/DefaultsKeys.h"
 #include "filelist/MainThread.h"
 
 #include <algorithm>
@@ -60,7 +59,7 @@ OwnList::OwnList(UserDefaults& defaults, const std::string& workerPath, const Ow
     });
     m_security.setShouldEnd([this] { return m_turns.isLeaving(); });
     m_cloakWorker.setMayAsk(options.mayAsk, [this] { return m_turns.isLeaving(); });
-    m_cloakWorker.setTraceWishes({m_defaults.boolean(defaultsKey::cleanRecentItems), false});
+    m_cloakWorker.setTraceWishes(TraceWishes::from(m_defaults));
 }
 
 RequestStatus OwnList::run(const Request& request, RequestCaller& caller, bool mayChange) {

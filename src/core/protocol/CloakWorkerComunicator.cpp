@@ -2,6 +2,7 @@
 
 #include "core/log/Log.h"
 #include "core/protocol/WorkerError.h"
+#include "core/storage/DefaultsKeys.h"
 
 #include <string_view>
 #include <utility>
@@ -34,6 +35,13 @@ CloakWorkerComunicator::CloakWorkerComunicator(std::string workerPath, std::stri
       m_inProgressFolder(std::move(inProgressFolder)),
       m_tick(std::move(tick)),
       m_rights(rights) {}
+
+TraceWishes TraceWishes::from(const UserDefaults& defaults, bool nobodyThere) {
+    auto answer = defaults.boolean(defaultsKey::cleanRecentItems);
+    if (!answer && defaults.boolean(defaultsKey::recentsQuestionAnswered).value_or(false))
+        answer = false;
+    return {answer, nobodyThere};
+}
 
 void CloakWorkerComunicator::setTraceWishes(const TraceWishes& wishes) {
     expectNothing(); // what waits was told other wishes

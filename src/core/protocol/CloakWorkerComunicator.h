@@ -21,6 +21,9 @@ namespace veilkeep {
 struct TraceWishes {
     std::optional<bool> cleanRecentItems; // the user's answer; nothing as long as there is none
     bool nobodyThere = false;             // traces are left to a later cloakTraces
+
+    // A user who was asked before is not asked again: without an answer that was kept nothing is cleaned.
+    static TraceWishes from(const UserDefaults& defaults, bool nobodyThere = false);
 };
 
 // Has items moved by cloakWorker, one process for each, and picks up what workers left behind. Owned by

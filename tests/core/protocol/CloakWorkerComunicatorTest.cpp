@@ -40,6 +40,21 @@ TEST(CloakWorkerComunicator, HandsOnArgumentsInOrder) {
     EXPECT_EQ(comunicator.unhideFileWithPath(path).newFileName(), "-p\n-i\n-unhide\n" + path + "\n");
 }
 
+TEST(CloakWorkerComunicator, AsksAboutRecentItemsOnlyWhereNobodyWasAsked) {
+    const test::ScratchTree tree;
+    const struct {
+        std::optional<bool> answer, wasAsked, wish;
+    } rows[] = {{{}, {}, {}}, {{}, false, {}}, {{}, true, false}, {true, true, true}, {false, {}, false}};
+    for (const auto& row : rows) {
+        UserDefaults defaults(tree.path("settings"));
+        if (row.answer)
+            defaults.set("CleanRecentItems", *row.answer);
+        if (row.wasAsked)
+            defaults.set("CleanRecentItems_UserAcknowledged", *row.wasAsked);
+        EXPECT_EQ(TraceWishes::from(defaults).cleanRecentItems, row.wish);
+    }
+}
+
 TEST(CloakWorkerComunicator, StartsTheExpectedWorkerAhead) {
     const test::ScratchTree tree;
     CloakWorkerComunicator comunicator = badWorker(tree);
