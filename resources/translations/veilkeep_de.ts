@@ -1732,6 +1732,14 @@ Bitte starten Sie die Dateiverwaltung neu, um die Einträge zu benutzen.</transl
         <source>%1 ended unexpectedly the last time, and a problem report was written.</source>
         <translation>%1 wurde beim letzten Mal unerwartet beendet, und ein Problembericht wurde geschrieben.</translation>
     </message>
+    <message>
+        <source>The settings were damaged and begin anew.</source>
+        <translation>Die Einstellungen waren beschädigt und beginnen von vorn.</translation>
+    </message>
+    <message>
+        <source>What they were is kept in %1. Where a password was set, please set it again.</source>
+        <translation>Was sie waren, liegt in %1. War ein Passwort festgelegt, legen Sie es bitte neu fest.</translation>
+    </message>
 </context>
 <context>
     <name>veilkeep::AlertWindow</name>

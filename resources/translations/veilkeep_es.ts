@@ -1732,6 +1732,14 @@ Reinicie el gestor de archivos para empezar a usarlas.</translation>
         <source>%1 ended unexpectedly the last time, and a problem report was written.</source>
         <translation>La última vez %1 terminó de forma inesperada, y se escribió un informe del problema.</translation>
     </message>
+    <message>
+        <source>The settings were damaged and begin anew.</source>
+        <translation>Los ajustes estaban dañados y empiezan de nuevo.</translation>
+    </message>
+    <message>
+        <source>What they were is kept in %1. Where a password was set, please set it again.</source>
+        <translation>Lo que eran se conserva en %1. Si había una contraseña, establézcala otra vez.</translation>
+    </message>
 </context>
 <context>
     <name>veilkeep::AlertWindow</name>
