@@ -115,10 +115,7 @@ protected:
     std::string lastCheck() {
         parts().prefs.setSelectedTab("TOOLBAR_UPDATE");
         parts().prefs.lastCheckChanged();
-        for (const QLabel* const label : preferences().findChildren<QLabel*>())
-            if (label->accessibleName() == "Last check")
-                return label->text() == "Never" ? "never" : "then";
-        return "nowhere";
+        return preferences().findChild<QLabel*>("lastCheckDateText")->text() == "Never" ? "never" : "then";
     }
     std::string inNextWindow(const std::function<bool(VeilkeepWindow&)>& isSo) {
         VeilkeepWindow next({parts().list.files(), parts().list.groups(), parts().actions, parts().previews,

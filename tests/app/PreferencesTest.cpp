@@ -82,8 +82,8 @@ TEST(PreferencesTest, AreNotOpenBehindThePassword) {
 TEST(PreferencesTest, DamagedSettingsAreToldAndKeptAside) {
     const std::string file = OwnPlaces::current().defaultsFile;
     std::filesystem::create_directories(std::filesystem::path(file).parent_path());
-    writeFile(file, "<plist");
     AppWorld world;
+    writeFile(file, "<plist");
     world.answer("The settings were damaged and begin anew.", "OK");
     ASSERT_TRUE(world.app().start());
     EXPECT_TRUE(world.areAllAnswered());

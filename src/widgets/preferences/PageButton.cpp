@@ -16,7 +16,7 @@ constexpr double radius = 7;
 
 } // namespace
 
-PageButton::PageButton(const QString& title, const QIcon& icon, QWidget* parent) : QAbstractButton(parent) {
+PageButton::PageButton(const QString& title, const QIcon& icon, QWidget* parent) : QToolButton(parent) {
     setText(title);
     setIcon(icon);
     setIconSize({iconExtent, iconExtent});
@@ -62,12 +62,12 @@ void PageButton::paintEvent(QPaintEvent*) {
 }
 
 void PageButton::enterEvent(QEnterEvent* event) {
-    QAbstractButton::enterEvent(event);
+    QToolButton::enterEvent(event);
     update();
 }
 
 void PageButton::leaveEvent(QEvent* event) {
-    QAbstractButton::leaveEvent(event);
+    QToolButton::leaveEvent(event);
     update();
 }
 

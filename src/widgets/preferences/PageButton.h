@@ -1,12 +1,12 @@
 #pragma once
 
-#include <QAbstractButton>
+#include <QToolButton>
 
 namespace veilkeep {
 
-// The button of a page in the toolbar: its image above its name, marked while the page is chosen. Main
-// thread.
-class PageButton : public QAbstractButton {
+// The button of a page in the toolbar: its image above its name, marked while the page is chosen. A tool
+// button for screen readers. Main thread.
+class PageButton : public QToolButton {
     Q_OBJECT
 
 public:

@@ -9,11 +9,11 @@
 namespace veilkeep {
 namespace {
 
-QLabel* valueLabel(const QString& name) {
+QLabel* valueLabel(const char* name) {
     auto* const label = new QLabel;
     label->setTextFormat(Qt::PlainText);
     label->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    label->setAccessibleName(name);
+    label->setObjectName(QString::fromLatin1(name));
     return label;
 }
 
@@ -21,14 +21,15 @@ QLabel* valueLabel(const QString& name) {
 
 UpdatePage::UpdatePage(PrefsControls& controls) {
     SettingRows rows(*this, controls);
-    const auto addValue = [&](PrefsText text, const QString& heading, const QString& name) {
+    const auto addValue = [&](PrefsText text, const QString& heading, const char* name) {
         QLabel* const value = valueLabel(name);
         controls.texts.emplace(text, value);
         rows.beginSection(heading);
         rows.add(value);
     };
-    addValue(PrefsText::CurrentVersionText, tr("Version of %1:").arg(applicationName()), tr("Version"));
-    addValue(PrefsText::LastCheckDateText, tr("Last check:"), tr("Last check"));
+    addValue(PrefsText::CurrentVersionText, tr("Version of %1:").arg(applicationName()),
+             "currentVersionText");
+    addValue(PrefsText::LastCheckDateText, tr("Last check:"), "lastCheckDateText");
     auto* const check = new QPushButton(tr("Check Now"));
     check->setAutoDefault(false);
     connect(check, &QPushButton::clicked, this, &UpdatePage::checkNowClicked);

@@ -11,7 +11,7 @@ import session as own_session
 LIST_OF_ITEMS, LIST_OF_GROUPS = "Items", "Groups"
 
 # As it is read: from the top to the bottom of the first column, then the next one.
-PANES = ["Add Items…", "Remove Item", "Set Password", "Search", "Hide Info", LIST_OF_GROUPS, "Hide the group", "AutoHide",
+PANES = ["Add Items…", "Remove Item", "Change Password", "Search", "Hide Info", LIST_OF_GROUPS, "Hide the group", "AutoHide",
          "Add a group", "Remove the group", "Edit the group", "All items", LIST_OF_ITEMS, "Hide Selected Items", "Name", "State",
          "Size", "Created", "Modified", "Where", "Group"]
 
@@ -310,6 +310,21 @@ class Cases:
         self.check_names("about")
         self.close("About Veilkeep")
 
+    def goes_through_the_preferences(self):
+        self.press("Ctrl+comma")
+        self.until(lambda: self.has_keyboard("General"), "the keyboard")
+        self.check_names("general preferences")
+        for keys, title in (("Alt+u", "Update"), ("Alt+s", "Security")):
+            self.press(keys)
+            self.app.wait_for(self.Role.CHECK_BOX, title, within=title)
+            self.check_names(f"{title} preferences")
+        self.press("Alt+c")
+        self.app.wait_for(self.Role.PASSWORD_TEXT, "Old password")
+        self.check_names("page that changes the password")
+        self.press("Return")
+        self.app.wait_for(self.Role.ALERT, "The old password is wrong.")
+        self.close("Security")
+
     def hides_an_item(self):
         self.go_to_item("agreement")
         self.press("Ctrl+Right")
@@ -344,7 +359,7 @@ CASES = [name for name in vars(Cases) if name in (
     "asks_for_the_password", "reads_both_lists", "names_every_control", "goes_through_the_panes_as_they_are_read",
     "takes_the_focus_everywhere", "tells_states", "names_what_menus_offer", "opens_the_panel_that_adds",
     "opens_menus_by_keys", "edits_a_group", "moves_the_lines_between_panes", "answers_questions", "previews_an_item",
-    "tells_about_itself", "hides_an_item")]
+    "tells_about_itself", "goes_through_the_preferences", "hides_an_item")]
 
 
 if __name__ == "__main__":

@@ -198,9 +198,10 @@ TEST_F(PrefsWindowTest, EscapeClosesAndSynchronises) {
 }
 
 TEST_F(PrefsWindowTest, TheUpdatePageSaysWhatIsKnown) {
-    const auto shown = [this] { return m_world->find<QLabel>("Last check")->text(); };
+    const auto shown = [this] { return window().findChild<QLabel*>("lastCheckDateText")->text(); };
     m_world->click("Update");
-    EXPECT_EQ(m_world->find<QLabel>("Version")->text().toStdString(), BundleInfo::main().version());
+    EXPECT_EQ(window().findChild<QLabel*>("currentVersionText")->text().toStdString(),
+              BundleInfo::main().version());
     EXPECT_EQ(shown(), "Never");
     UserDefaults other;
     other.set(defaultsKey::lastUpdateCheck, "2026-01-31T12:00:00Z");
