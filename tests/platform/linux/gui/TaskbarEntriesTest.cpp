@@ -12,28 +12,32 @@
 
 #include <unistd.h>
 
+#include <chrono>
+
 namespace veilkeep::test {
 namespace {
 
 constexpr const char *windowManager = "/usr/bin/openbox", *askProperty = "/usr/bin/xprop";
 
-bool says(const QWidget& window, const char* state) {
-    const ProgramRun run = runProgram({askProperty, "-id", std::to_string(window.winId()), "_NET_WM_STATE"});
-    return run.output.find(state) != std::string::npos;
+bool says(const QWidget& window, const char* what, const char* property = "_NET_WM_STATE") {
+    const ProgramRun run = runProgram({askProperty, "-id", std::to_string(window.winId()), property});
+    return run.output.find(what) != std::string::npos;
 }
 
 bool isSkipped(const QWidget& window) {
     return says(window, "_NET_WM_STATE_SKIP_TASKBAR");
 }
 
-bool isShown(QWidget& window) {
+bool isShown(QWidget& window, std::chrono::milliseconds limit = std::chrono::seconds(10)) {
     window.show();
-    return eventually([&] { return window.windowHandle()->isExposed(); });
+    return eventually(
+        [&] { return window.windowHandle()->isExposed() && says(window, "Normal", "WM_STATE"); }, limit);
 }
 
+// One that comes to the screen while the manager starts may be lost to Qt.
 bool isManaged() {
-    return runProgram({askProperty, "-root", "_NET_CLIENT_LIST"}).output.find("window id") !=
-           std::string::npos;
+    QWidget probe;
+    return isShown(probe, std::chrono::milliseconds(500));
 }
 
 // As the window manager has it, which writes down what holds.
