@@ -1740,6 +1740,10 @@ Bitte starten Sie die Dateiverwaltung neu, um die Einträge zu benutzen.</transl
         <source>What they were is kept in %1. Where a password was set, please set it again.</source>
         <translation>Was sie waren, liegt in %1. War ein Passwort festgelegt, legen Sie es bitte neu fest.</translation>
     </message>
+    <message>
+        <source>The settings are damaged and count as not set.</source>
+        <translation>Die Einstellungen sind beschädigt und gelten als nicht festgelegt.</translation>
+    </message>
 </context>
 <context>
     <name>veilkeep::AlertWindow</name>
@@ -2693,16 +2697,8 @@ Bitte starten Sie die Dateiverwaltung neu, um die Einträge zu benutzen.</transl
         <translation>Version von %1:</translation>
     </message>
     <message>
-        <source>Version</source>
-        <translation>Version</translation>
-    </message>
-    <message>
         <source>Last check:</source>
         <translation>Letzte Suche:</translation>
-    </message>
-    <message>
-        <source>Last check</source>
-        <translation>Letzte Suche</translation>
     </message>
     <message>
         <source>Check Now</source>

@@ -1740,6 +1740,10 @@ Reinicie el gestor de archivos para empezar a usarlas.</translation>
         <source>What they were is kept in %1. Where a password was set, please set it again.</source>
         <translation>Lo que eran se conserva en %1. Si había una contraseña, establézcala otra vez.</translation>
     </message>
+    <message>
+        <source>The settings are damaged and count as not set.</source>
+        <translation>Los ajustes están dañados y cuentan como no establecidos.</translation>
+    </message>
 </context>
 <context>
     <name>veilkeep::AlertWindow</name>
@@ -2693,16 +2697,8 @@ Reinicie el gestor de archivos para empezar a usarlas.</translation>
         <translation>Versión de %1:</translation>
     </message>
     <message>
-        <source>Version</source>
-        <translation>Versión</translation>
-    </message>
-    <message>
         <source>Last check:</source>
         <translation>Última búsqueda:</translation>
-    </message>
-    <message>
-        <source>Last check</source>
-        <translation>Última búsqueda</translation>
     </message>
     <message>
         <source>Check Now</source>

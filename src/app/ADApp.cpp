@@ -230,9 +230,10 @@ void ADApp::applicationDidFinishLaunching() {
 
 void ADApp::tellOfDamagedSettings() {
     const auto& kept = m_parts->damagedSettings;
-    if (!kept)
-        return logError("The damaged settings cannot be put aside", kept.error());
-    if (*kept)
+    if (!kept) {
+        logError("The damaged settings cannot be put aside", kept.error());
+        m_parts->tellTrouble(tr("The settings are damaged and count as not set."), kept.error());
+    } else if (*kept)
         m_parts->list.alerts().beginInformationalAlertSheet(
             tr("The settings were damaged and begin anew."),
             tr("What they were is kept in %1. Where a password was set, please set it again.")

@@ -143,7 +143,7 @@ private:
     void checkForUpdates();
 
     // ADAppReports.cpp
-    void startReport(const UncaughtException& exception, const QString& why);
+    void startReport(const UncaughtException& exception);
     bool offerReport(ProblemReport report, const QString& why);
     void reportLastCrash(); // once
     void sendFeedbackInThreadForException(const UncaughtException& exception);

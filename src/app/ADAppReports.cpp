@@ -16,13 +16,6 @@
 #include <utility>
 
 namespace veilkeep {
-namespace {
-
-QString somethingWentWrong() {
-    return ADApp::tr("Something went wrong, and a problem report was written.");
-}
-
-} // namespace
 
 void ADApp::reportException(const UncaughtException& exception) {
     if (!exception.isToBeIgnored())
@@ -39,7 +32,7 @@ void ADApp::handleGenericException(const UncaughtException& exception, bool manu
     logLine("Handle Exception " + exception.name + ": " + exception.reason +
             " in main thread = " + (isMainThread ? "1" : "0"));
     if (isMainThread)
-        return startReport(exception, somethingWentWrong());
+        return startReport(exception);
     sendFeedbackInThreadForException(exception);
     if (manualThreadExit)
         ::pthread_exit(nullptr);
@@ -47,21 +40,26 @@ void ADApp::handleGenericException(const UncaughtException& exception, bool manu
 
 void ADApp::sendFeedbackInThreadForException(const UncaughtException& exception) {
     QMetaObject::invokeMethod(
-        this, [this, exception] { startReport(exception, somethingWentWrong()); }, Qt::QueuedConnection);
+        this, [this, exception] { startReport(exception); }, Qt::QueuedConnection);
 }
 
 void ADApp::sendFeedback() {
-    startReport(
-        {.name = tr("Feedback").toStdString(), .reason = {}, .stack = {}},
+    ProblemReport report;
+    report.reason = tr("Feedback");
+    offerReport(
+        std::move(report),
         tr("A report on this program and its desktop was written, for you to add what you want to say."));
 }
 
-void ADApp::startReport(const UncaughtException& exception, const QString& why) {
+// One at a time: an exception may come with each drawing of a window.
+void ADApp::startReport(const UncaughtException& exception) {
+    if (m_parts && m_parts->report.isOpen())
+        return;
     ProblemReport report;
     report.reason = QString::fromStdString(
         exception.reason.empty() ? exception.name : exception.name + ": " + exception.reason);
     report.stack = exception.stack;
-    offerReport(std::move(report), why);
+    offerReport(std::move(report), tr("Something went wrong, and a problem report was written."));
 }
 
 void ADApp::reportLastCrash() {
@@ -86,12 +84,13 @@ bool ADApp::offerReport(ProblemReport report, const QString& why) {
         report.itemNames.emplace_back(file->name());
     for (const ListedGroup& group : m_parts->list.groups().groups())
         report.itemNames.emplace_back(group->name());
-    const auto written = report.write();
+    const std::string content = report.text();
+    const auto written = ProblemReport::write(content);
     if (!written) {
         m_parts->tellTrouble(tr("The problem report could not be written."), written.error());
         return false;
     }
-    const QString text = QString::fromStdString(report.text());
+    const QString text = QString::fromStdString(content);
     m_parts->report.show(why, text, *written, [this, path = *written, text](ReportWindow::Action action) {
         actOnReport(action, path, text);
     });

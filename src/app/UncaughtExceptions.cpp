@@ -42,7 +42,7 @@ std::string currentTypeName() {
     std::array<void*, 64> frames{};
     const int count = ::backtrace(frames.data(), static_cast<int>(frames.size()));
     report.stack.assign(frames.begin(), frames.begin() + count);
-    if (const auto written = report.write(); !written)
+    if (const auto written = ProblemReport::write(report.text()); !written)
         logError("The problem report could not be written", written.error());
     std::abort();
 }

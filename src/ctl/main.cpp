@@ -108,9 +108,9 @@ RequestStatus run(const CommandLine& line) {
             "main", "this program does not run under pkexec; please run it as yourself"));
         return RequestStatus::Refused;
     }
-    tellOfDamagedSettings(output);
     if (line.command->name == std::string_view("watch"))
         return Watch(output).run();
+    tellOfDamagedSettings(output);
     TerminalQuestions questions(line.answers, line.yes, output);
     RowOutput rows(contentOf(line), line.json, output);
     TerminalCaller caller(output, questions, rows);

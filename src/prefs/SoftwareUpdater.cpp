@@ -63,7 +63,6 @@ void SoftwareUpdater::checkForUpdates() {
     if (m_isChecking)
         return;
     m_isChecking = true;
-    emit began();
     m_updates.check([this](const UpdateOutcome& outcome) { end(outcome); });
 }
 

@@ -27,7 +27,6 @@ public:
     static Answer answerFor(const UpdateOutcome& outcome);
 
 signals:
-    void began();
     void ended(const veilkeep::SoftwareUpdater::Answer& answer);
 
 private:

@@ -4,6 +4,7 @@
 #include "core/log/Log.h"
 #include "filelist/Texts.h"
 #include "session/LeavingTriggers.h"
+#include "session/ProcessInfo.h"
 
 #include <chrono>
 
@@ -184,7 +185,7 @@ void MainWindowController::end(Ending ending) {
         m_parts.files.saveDataToDisk();
         m_parts.turns.close();
         logLine(QStringLiteral("%1 v. %2 terminated...")
-                    .arg(applicationName(), QStringLiteral(VEILKEEP_VERSION))
+                    .arg(applicationName(), ProcessInfo::applicationVersion())
                     .toStdString());
         m_parts.events->release();
         emit ended(ending);

@@ -134,16 +134,15 @@ std::string ProblemReport::text() const {
     return report + "\nEnd of the log, without paths and names:\n" + masked(endOfLog(Log::shared().path()));
 }
 
-Result<std::string> ProblemReport::write() const {
+Result<std::string> ProblemReport::write(const std::string& text) {
     const std::string directory = OwnPlaces::current().stateDirectory;
     if (directory.empty())
         return Error::system("write", {}, ENOENT);
     if (const auto made = makeDirectories(directory, 0700); !made)
         return made.error();
-    const std::string content = text();
     const std::string name = namePrefix + timeTextForName(std::chrono::system_clock::now());
     const std::string path = joinPath(directory, nextName(directory, name));
-    if (const auto written = writeNew(path, content); !written)
+    if (const auto written = writeNew(path, text); !written)
         return written.error();
     removeOldest(directory);
     return path;

@@ -20,10 +20,11 @@ struct ProblemReport {
     std::vector<std::string> itemNames;             // of items and groups, which the log may hold
     std::vector<std::string> stackOfFormerRun = {}; // as texts
 
-    // "Problem Report DATE.txt" (0600) in the state directory, whose oldest reports are removed; its path.
-    [[nodiscard]] Result<std::string> write() const;
-
     std::string text() const;
+
+    // A text as "Problem Report DATE.txt" (0600) in the state directory, whose oldest reports are removed;
+    // its path.
+    [[nodiscard]] static Result<std::string> write(const std::string& text);
 };
 
 } // namespace veilkeep

@@ -55,6 +55,9 @@ TEST_F(UpdateTest, ShowsWhatCameOfIt) {
     ASSERT_TRUE(dialog);
     EXPECT_TRUE(says(*dialog, "Version 2.0 can be installed, you have version 1.0."));
     EXPECT_TRUE(UserDefaults().contains("LastUpdateCheck")) << "not stored at once";
+    world.app().perform(Command::CheckForUpdates);
+    EXPECT_TRUE(says(*dialog, "Looking for updates"));
+    EXPECT_TRUE(says(*dialog, "Version 2.0 can be installed"));
     realInput::key("Escape");
     world.expectKeysToArrive();
 }

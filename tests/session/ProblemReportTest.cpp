@@ -70,7 +70,7 @@ TEST(ProblemReportTest, IsAPrivateFileThatTellsWhatHappenedAndOfNoItem) {
     const ProblemReport report{
         "cannot open [/home/marker]", "xcb", std::vector<void*>(frames, frames + count), {"marker"}};
 
-    const auto path = report.write();
+    const auto path = ProblemReport::write(report.text());
 
     ASSERT_TRUE(path);
     EXPECT_TRUE(path->starts_with(directory + "/Problem Report ")) << *path;
@@ -95,7 +95,7 @@ TEST(ProblemReportTest, KeepsTheNewestTen) {
         tree.makeFile(directory.substr(tree.root().size() + 1) + "/My Problem Report 2019.txt");
     std::string last;
     for (int number = 0; number < 12; ++number) {
-        const auto path = ProblemReport{"again", "wayland", {}, {}}.write();
+        const auto path = ProblemReport::write(ProblemReport{"again", "wayland", {}, {}}.text());
         ASSERT_TRUE(path);
         last = *path;
     }

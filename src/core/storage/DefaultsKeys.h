@@ -24,8 +24,8 @@ inline constexpr const char* autoHideExample = "AutoHideExample";
 inline constexpr const char* noOfferToInstall = "SuppressAppShouldBeMoved";
 inline constexpr const char* toldOfNoMenuIcon = "ToldOfMissingMenuIcon";
 inline constexpr const char* lastUpdateCheck = "LastUpdateCheck";
-inline constexpr const char* windowGeometry = "MainWindow.geometry";
-inline constexpr const char* windowSplitter = "MainWindow.splitter";
+inline constexpr const char* windowGeometry = "MainWindow.geometry"; // "X Y WIDTH HEIGHT"
+inline constexpr const char* windowSplitter = "MainWindow.splitter"; // "LEFT RIGHT"
 inline constexpr const char* infoPaneHidden = "MainWindow.infoHidden";
 } // namespace defaultsKey
 

@@ -12,6 +12,7 @@ namespace {
 
 const QString interface = QStringLiteral("org.freedesktop.PackageKit.Transaction");
 constexpr uint success = 1;
+constexpr uint packageNotFound = 8; // which is an answer
 
 } // namespace
 
@@ -76,11 +77,12 @@ void PackageKitTransaction::tellPackages(const QDBusMessage& signal) {
 }
 
 void PackageKitTransaction::tellError(const QDBusMessage& signal) {
+    m_isNotFound = signal.arguments().value(0).toUInt() == packageNotFound;
     m_error = signal.arguments().value(1).toString();
 }
 
 void PackageKitTransaction::tellFinished(const QDBusMessage& signal) {
-    end(signal.arguments().value(0).toUInt() == success, m_error);
+    end(m_isNotFound || signal.arguments().value(0).toUInt() == success, m_error);
 }
 
 void PackageKitTransaction::end(bool allWell, const QString& reason) {

@@ -47,6 +47,7 @@ private:
     QString m_service, m_object;
     std::vector<Package> m_packages;
     QString m_error;
+    bool m_isNotFound = false;
     bool m_hasEnded = false;
 };
 

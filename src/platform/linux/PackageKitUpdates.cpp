@@ -82,7 +82,7 @@ void PackageKitUpdates::start(const QString& service, const QString& object, con
                               const QVariantList& arguments, Step next) {
     m_transaction = std::make_unique<PackageKitTransaction>(m_bus, service, object);
     connect(
-        m_transaction.get(), &PackageKitTransaction::ended, this,
+        m_transaction.get(), &PackageKitTransaction::ended, m_open.get(),
         [this, next](bool allWell, const QString& reason) { (this->*next)(allWell, reason); },
         Qt::QueuedConnection); // the next step takes its place
     m_transaction->ask(method, arguments);
@@ -124,9 +124,11 @@ void PackageKitUpdates::foundUpdates(bool allWell, const QString& reason) {
         tell(Kind::UpToDate);
 }
 
-// Its absence from the sources is no failure.
-void PackageKitUpdates::foundAvailable(bool /*allWell*/, const QString& /*reason*/) {
-    tell(Kind::NotPackaged, versionTold());
+void PackageKitUpdates::foundAvailable(bool allWell, const QString& reason) {
+    if (allWell)
+        tell(Kind::NotPackaged, versionTold());
+    else
+        tell(Kind::Failed, {}, reason);
 }
 
 QString PackageKitUpdates::versionTold() const {

@@ -27,6 +27,7 @@ public:
     // nothing.
     void show(const QString& reason, const QString& text, const std::string& path, WhenChosen whenChosen);
     void close();
+    bool isOpen() const { return !m_window.isNull(); }
 
 private:
     QPointer<QDialog> m_window;

@@ -25,6 +25,7 @@ class UpdatePanel : public QDialog {
 public:
     explicit UpdatePanel(QWidget* mainWindow);
 
+    void showLooking();
     void showAnswer(const QString& title, const QString& message);
 
 private:
@@ -54,14 +55,12 @@ UpdatePanel::UpdatePanel(QWidget* mainWindow)
     QFont bold = font();
     bold.setBold(true);
     m_title->setFont(bold);
-    m_title->setText(tr("Looking for updates…"));
     m_title->setMinimumWidth(width);
-    m_message->hide();
     m_bar->setRange(0, 0);
     m_bar->setTextVisible(false);
-    m_bar->setAccessibleName(m_title->text());
+    m_bar->setAccessibleName(tr("Looking for updates…"));
     auto* const box = new QDialogButtonBox;
-    m_button = box->addButton(tr("Cancel"), QDialogButtonBox::RejectRole);
+    m_button = box->addButton(QString(), QDialogButtonBox::RejectRole);
     connect(box, &QDialogButtonBox::rejected, this, &QDialog::close);
     auto* const grid = new QGridLayout(this);
     grid->setContentsMargins(margin, margin, margin, margin - 4);
@@ -75,6 +74,15 @@ UpdatePanel::UpdatePanel(QWidget* mainWindow)
     grid->setColumnStretch(1, 1);
     m_button->setDefault(true);
     m_button->setFocus();
+    showLooking();
+}
+
+void UpdatePanel::showLooking() {
+    m_title->setText(tr("Looking for updates…"));
+    m_message->hide();
+    m_bar->show();
+    m_button->setText(tr("Cancel"));
+    setAccessibleDescription({});
 }
 
 void UpdatePanel::showAnswer(const QString& title, const QString& message) {
@@ -112,6 +120,7 @@ void UpdateWindow::show() {
         });
         placeWindow(*m_window);
     }
+    panelOf(m_window)->showLooking();
     m_window->show();
     m_window->raise();
     m_window->activateWindow();

@@ -29,8 +29,6 @@ class VeilkeepWindow : public QMainWindow {
     Q_OBJECT
 
 public:
-    // Where the window lay, which panes it had and how wide: "X Y WIDTH HEIGHT", "LEFT RIGHT", a boolean.
-
     explicit VeilkeepWindow(const VeilkeepWindowParts& parts);
     ~VeilkeepWindow() override;
 

@@ -84,11 +84,17 @@ TEST_F(PackageKitUpdatesTest, TellsWhatTheServiceKnows) {
          "1.0-1",
          "no network"},
         {"not a package",
-         {{"RefreshCache", {}}, {"Resolve installed", {}}, {"Resolve", {{}, "not found"}}},
+         {{"RefreshCache", {}}, {"Resolve installed", {}}, {"Resolve", {{}, "not found", false, false, 8}}},
          Kind::NotPackaged,
          "",
          "",
          ""},
+        {"locked meanwhile",
+         {{"RefreshCache", {}}, {"Resolve installed", {}}, {"Resolve", {{}, "locked"}}},
+         Kind::Failed,
+         "",
+         "",
+         "locked"},
         {"offered as a package",
          {{"RefreshCache", {}}, {"Resolve installed", {}}, {"Resolve", {{newer}}}},
          Kind::NotPackaged,
@@ -143,6 +149,21 @@ TEST_F(PackageKitUpdatesTest, NoticesThatThereIsNoServiceAndThatItGoes) {
     check();
     ASSERT_TRUE(isTold());
     EXPECT_EQ(m_told->kind, Kind::NoService) << "no bus";
+}
+
+TEST_F(PackageKitUpdatesTest, IsCancelledWhileAnAnswerComes) {
+    const test::FakePackageKit service({{"RefreshCache", {}}, {"Resolve installed", {{}, {}, false, true}}});
+    for (int round = 0; round < 20; ++round) {
+        check();
+        const auto turns = static_cast<std::size_t>(round);
+        for (std::size_t turn = 0; turn < turns; ++turn)
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 1);
+        m_updates.cancel();
+    }
+    check();
+    EXPECT_TRUE(test::turnUntil([&] { return service.calls("Resolve").size() > 0; }));
+    m_updates.cancel();
+    EXPECT_FALSE(m_told);
 }
 
 TEST_F(PackageKitUpdatesTest, CancelsWhatTheServiceWorksOn) {

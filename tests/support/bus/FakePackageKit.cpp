@@ -61,7 +61,7 @@ QDBusMessage FakePackageKit::answer(const QDBusMessage& call) {
 }
 
 void FakePackageKit::say(const QString& object, const Said& said) {
-    constexpr uint ok = 1, failed = 2, code = 2;
+    constexpr uint ok = 1, failed = 2;
     QList<ToldPackage> together;
     for (const QString& id : said.packages)
         if (said.isNewer)
@@ -71,7 +71,7 @@ void FakePackageKit::say(const QString& object, const Said& said) {
     if (said.isNewer)
         send(object, "Packages", {QVariant::fromValue(together)});
     if (!said.error.isEmpty())
-        send(object, "ErrorCode", {code, said.error});
+        send(object, "ErrorCode", {said.code, said.error});
     if (!said.neverEnds)
         send(object, "Finished", {said.error.isEmpty() ? ok : failed, 100U});
 }

@@ -19,6 +19,7 @@ public:
         QString error = {};                 // empty: all went well
         bool isNewer = false;               // tells the packages as versions from 1.3 on do
         bool neverEnds = false;
+        uint code = 2; // of the error
     };
     std::map<QString, Said> answers; // to "RefreshCache", "GetUpdates", "Resolve installed", "Resolve"
 
