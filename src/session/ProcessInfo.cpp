@@ -3,6 +3,7 @@
 #include "core/base/PathText.h"
 #include "core/environment/Bundle.h"
 #include "core/environment/InstallationPlaces.h"
+#include "core/filesystem/ResolvedPath.h"
 #include "core/storage/BundleInfo.h"
 #include "format/SystemVersion.h"
 
@@ -32,11 +33,10 @@ bool isSessionManager(const ProcessStatus& process) {
     });
 }
 
-// A unit that systemd made of an autostart entry, "app-NAME@autostart.service". What its program starts lies
-// in it as well, but has another parent.
+// The unit that systemd made of our autostart entry; that of another program may start ours for its own ends.
+// What our program starts lies in it as well, but has another parent.
 bool isAutostartUnit(std::string_view controlGroup) {
-    const std::string_view unit = lastPathComponent(controlGroup);
-    return unit.starts_with("app-") && unit.ends_with("@autostart.service");
+    return lastPathComponent(controlGroup) == "app-com.ostrel.Veilkeep@autostart.service";
 }
 
 } // namespace
@@ -64,9 +64,11 @@ bool ProcessInfo::appIsRunningFromAppsFolder() {
 }
 
 bool ProcessInfo::isInAppsFolder(const std::string& bundle) {
+    LinkResolver links;
     const std::string ofUser = InstallationPlaces::ofUser().programs;
-    return bundle.starts_with(InstallationPlaces::ofSystem) ||
-           (!ofUser.empty() && bundle.starts_with(ofUser));
+    const std::string& resolved = links.resolved(cleanPath(bundle));
+    return resolved.starts_with(links.resolved(InstallationPlaces::ofSystem)) ||
+           (!ofUser.empty() && resolved.starts_with(links.resolved(ofUser)));
 }
 
 QString ProcessInfo::applicationName() {

@@ -19,7 +19,7 @@ public:
     static bool wasLaunchedAtLogin();
     static bool isLaunchOfSession(const ProcessStatus& process, const ProcessStatus& parent);
 
-    // A plain look at how the bundle's path begins.
+    // A plain look at how the bundle's path begins, links followed.
     static bool appIsRunningFromAppsFolder();
     static bool isInAppsFolder(const std::string& bundle);
 

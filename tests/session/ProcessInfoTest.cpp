@@ -42,6 +42,7 @@ TEST(ProcessInfoTest, WhatTheSessionStarts) {
         {"xfce4-session", "/home/u/other", "", false},
         {"xfce4-panel", "/usr/bin/xfce4-panel", "", false},
         {"systemd", "/usr/lib/systemd/systemd", "/a.slice/app-com.ostrel.Veilkeep@autostart.service", true},
+        {"systemd", "/usr/lib/systemd/systemd", "/a.slice/app-other@autostart.service", false},
         {"systemd", "/usr/lib/systemd/systemd", "/a.slice/app-gnome-veilkeep-12.scope", false},
         {"bash", "/bin/bash", "/a.slice/app-org.kde.yakuake@autostart.service", false},
         {"systemd", "/usr/lib/systemd/systemd", "", false},
@@ -68,6 +69,9 @@ TEST(ProcessInfoTest, AppsFolders) {
         {"/srv/usr/lib/veilkeep/Veilkeep.app", false},
         {"", false},
     };
+    tree.makeDirectory("home/.local/lib/veilkeep");
+    ASSERT_EQ(::symlink(tree.home().c_str(), tree.path("link").c_str()), 0);
+    EXPECT_TRUE(ProcessInfo::isInAppsFolder(tree.path("link/.local/lib/veilkeep/Veilkeep.app")));
     for (const auto& [bundle, isThere] : rows)
         EXPECT_EQ(ProcessInfo::isInAppsFolder(bundle), isThere) << bundle;
 }
