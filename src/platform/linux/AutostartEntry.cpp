@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdio>
 #include <cstdlib>
 #include <map>
 
@@ -49,6 +50,21 @@ std::vector<std::string> entriesIn(const std::string& directory) {
     return names;
 }
 
+// A link is replaced itself: where it leads may be what another program or the system starts.
+Result<void> replaceEntry(const std::string& path, const std::string& content) {
+    if (!readLink(path))
+        return replaceFile(path, content);
+    const std::string beside = path + ".new";
+    if (auto written = replaceFile(beside, content); !written)
+        return written;
+    if (::rename(beside.c_str(), path.c_str()) != 0) {
+        const Error error = Error::system("rename", path, errno);
+        (void)::unlink(beside.c_str());
+        return error;
+    }
+    return syncDirectory(directoryOf(path));
+}
+
 } // namespace
 
 AutostartEntry::AutostartEntry(std::string bundle) : m_program(bundledProgramPath(bundle, "Veilkeep")) {}
@@ -76,7 +92,7 @@ std::vector<std::string> AutostartEntry::ofUser() const {
     std::vector<std::string> paths;
     for (const std::string& name : entriesIn(userDirectory())) {
         std::string path = joinPath(userDirectory(), name);
-        if (isOn(path))
+        if (stateOf(path).has_value())
             paths.push_back(std::move(path));
     }
     return paths;
@@ -86,7 +102,7 @@ bool AutostartEntry::isOfBundle(const std::string& program) const {
     return program.starts_with('/') && standardised(program) == standardised(m_program);
 }
 
-std::optional<bool> AutostartEntry::isOn(const std::string& path) const {
+std::optional<bool> AutostartEntry::stateOf(const std::string& path) const {
     const auto content = readWholeFile(path, largestEntry);
     const auto entry = content ? startingEntry(*content) : std::nullopt;
     return entry && isOfBundle(entry->program) ? std::optional(entry->isOn) : std::nullopt;
@@ -107,7 +123,7 @@ std::vector<AutostartEntry::Entry> AutostartEntry::inEffect() const {
 
 std::optional<AutostartEntry::Entry> AutostartEntry::first() const {
     for (Entry& entry : inEffect())
-        if (isOn(entry.path).value_or(false))
+        if (stateOf(entry.path).value_or(false))
             return std::move(entry);
     return std::nullopt;
 }
@@ -118,16 +134,16 @@ Result<void> AutostartEntry::write(bool launches, const std::string& path) const
         return exec.error();
     if (auto made = makeDirectories(userDirectory(), 0700); !made)
         return made;
-    return replaceFile(path, "[Desktop Entry]\n"
-                             "Type=Application\n"
-                             "Version=1.4\n"
-                             "Name=Veilkeep\n"
-                             "Icon=com.ostrel.Veilkeep\n"
-                             "Exec=" +
-                                 *exec +
-                                 " --login\n"
-                                 "Terminal=false\n" +
-                                 (launches ? "X-GNOME-Autostart-enabled=true\n" : "Hidden=true\n"));
+    return replaceEntry(path, "[Desktop Entry]\n"
+                              "Type=Application\n"
+                              "Version=1.4\n"
+                              "Name=Veilkeep\n"
+                              "Icon=com.ostrel.Veilkeep\n"
+                              "Exec=" +
+                                  *exec +
+                                  " --login\n"
+                                  "Terminal=false\n" +
+                                  (launches ? "X-GNOME-Autostart-enabled=true\n" : "Hidden=true\n"));
 }
 
 } // namespace veilkeep

@@ -34,9 +34,10 @@ private:
     };
 
     bool isOfBundle(const std::string& program) const;
-    std::optional<bool> isOn(const std::string& path) const; // nothing where it is not of the bundle
-    std::vector<Entry> inEffect() const;                     // by name, each name once
-    std::optional<Entry> first() const;                      // that counts and is on
+    std::optional<bool>
+    stateOf(const std::string& path) const; // on or off; nothing where it is not of the bundle
+    std::vector<Entry> inEffect() const;    // by name, each name once
+    std::optional<Entry> first() const;     // that counts and is on
     Result<void> write(bool launches, const std::string& path) const;
 
     const std::string m_program;

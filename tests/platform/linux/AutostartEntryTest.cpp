@@ -110,6 +110,17 @@ TEST_F(AutostartEntryTest, HidesTheSystemsEntry) {
 }
 
 // What desktops start from the file is that very program.
+TEST_F(AutostartEntryTest, ALinkIsReplacedAndNotWhatItLeadsTo) {
+    const std::string others = m_tree.makeFile("theirs", entry("/bin/true"));
+    m_tree.makeDirectory("home/.config/autostart");
+    const std::string own = m_tree.path("home/.config/autostart/") + AutostartEntry::fileName;
+    ASSERT_EQ(::symlink(others.c_str(), own.c_str()), 0);
+    EXPECT_TRUE(m_item.setShouldLaunchAtLogin(true));
+    EXPECT_TRUE(m_item.shouldLaunchAtLogin());
+    EXPECT_EQ(readFile(others), entry("/bin/true"));
+    EXPECT_EQ(names(), std::set<std::string>{AutostartEntry::fileName});
+}
+
 TEST_F(AutostartEntryTest, HardPathsAreStarted) {
     for (const std::string name :
          {"with blank", "q\"uo'te", "100%U", "$HOME`x`", "back\\slash \\n", "ümlaut", "a;b&c"}) {
