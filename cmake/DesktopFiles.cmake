@@ -27,7 +27,7 @@ foreach(file desktop/com.ostrel.Veilkeep.desktop.in desktop/com.ostrel.Veilkeep.
     configure_file("${PROJECT_SOURCE_DIR}/resources/${file}" "${templates}/${name}" COPYONLY)
 endforeach()
 configure_file("${PROJECT_SOURCE_DIR}/docs/veilkeepctl.1" "${templates}/veilkeepctl.1" COPYONLY)
-foreach(shell bash fish)
+foreach(shell bash fish zsh)
     configure_file("${PROJECT_SOURCE_DIR}/resources/completions/${shell}" "${templates}/veilkeepctl.${shell}" COPYONLY)
 endforeach()
 install(DIRECTORY "${templates}/" DESTINATION "${VEILKEEP_INSTALLED_BUNDLE}/Contents/Resources/desktop")

@@ -30,6 +30,7 @@ constexpr struct {
     {"veilkeepctl.1", "man/man1/veilkeepctl.1", Form::AsItIs},
     {"veilkeepctl.bash", "bash-completion/completions/veilkeepctl", Form::AsItIs},
     {"veilkeepctl.fish", "fish/vendor_completions.d/veilkeepctl.fish", Form::AsItIs},
+    {"veilkeepctl.zsh", "zsh/site-functions/_veilkeepctl", Form::AsItIs},
 };
 
 Result<std::string> programIn(Form form, std::string_view line, const std::string& program) {
