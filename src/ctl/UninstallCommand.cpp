@@ -30,14 +30,13 @@ RequestStatus UninstallCommand::run() {
                                .arg(applicationName()));
         return refused(Texts::tr("%1 is not installed for this user alone").arg(applicationName()));
     }
-    if (isInUse())
-        return refused(
-            Texts::tr("%1 is running, or a command of it; please quit it first").arg(applicationName()));
+    if (!isFree(Texts::tr("%1 is running, or a command of it; please quit it first").arg(applicationName())))
+        return RequestStatus::Refused;
     m_list.reset(); // nobody should wait for a person
     if (!isPasswordGiven() || !isWanted())
         return RequestStatus::Refused;
-    if (isInUse())
-        return refused(Texts::tr("%1 was started meanwhile; please quit it first").arg(applicationName()));
+    if (!isFree(Texts::tr("%1 was started meanwhile; please quit it first").arg(applicationName())))
+        return RequestStatus::Refused;
     return remove();
 }
 
@@ -47,20 +46,25 @@ RequestStatus UninstallCommand::refused(const QString& why) {
 }
 
 RequestStatus UninstallCommand::remove() {
-    const bool areEntriesRemoved = removeMenuEntries();
-    const auto kept = m_installation.uninstall();
-    if (!kept) {
-        m_output.printError(kept.error().path, errorReason(kept.error()).toStdString());
+    const auto uninstalled = m_installation.uninstall();
+    if (!uninstalled) {
+        m_output.printError(uninstalled.error().path, errorReason(uninstalled.error()).toStdString());
         return RequestStatus::SomeFailed;
     }
-    for (const std::string& path : *kept)
+    const bool areEntriesRemoved = removeMenuEntries();
+    for (const Error& error : uninstalled->notRemoved)
+        m_output.printError(error.path, errorReason(error).toStdString());
+    for (const std::string& path : uninstalled->kept)
         m_output.printError(
             path, Texts::tr("stays, since it was changed or is not part of the installation").toStdString());
+    if (!uninstalled->notRemoved.empty())
+        return RequestStatus::SomeFailed;
     m_output.printMessage(Texts::tr("%1 was removed. The list, the settings and all items stay as they are. "
                                     "What is hidden comes\n"
                                     "back by 'veilkeepctl unhide --all' once %1 is installed again.")
                               .arg(applicationName()));
-    return kept->empty() && areEntriesRemoved ? RequestStatus::AllWell : RequestStatus::SomeFailed;
+    return uninstalled->kept.empty() && areEntriesRemoved ? RequestStatus::AllWell
+                                                          : RequestStatus::SomeFailed;
 }
 
 // Another copy of the program makes them anew when its user asks for them.
@@ -71,13 +75,17 @@ bool UninstallCommand::removeMenuEntries() {
     return !change.hasFailed();
 }
 
-bool UninstallCommand::isInUse() {
+bool UninstallCommand::isFree(const QString& whenInUse) {
     if (!itemExistsAt(joinPath(m_places.dataDirectory, ".lock")))
-        return false;
+        return true;
     auto taken = ListOwnership::take(m_places.dataDirectory, std::chrono::milliseconds(0));
     if (taken)
         m_list.emplace(std::move(*taken));
-    return !taken && taken.error().systemError == EWOULDBLOCK;
+    else if (taken.error().systemError == EWOULDBLOCK)
+        m_output.printMessage(whenInUse);
+    else
+        m_output.printError(taken.error().path, errorReason(taken.error()).toStdString());
+    return taken.has_value();
 }
 
 bool UninstallCommand::isPasswordGiven() {

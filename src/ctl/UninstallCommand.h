@@ -25,8 +25,9 @@ private:
     bool isPasswordGiven();
     bool isWanted();
 
-    // While the program or a command of it works on the list. Without a list nobody does.
-    bool isInUse();
+    // Unless the program or a command of it works on the list, or nobody can tell: then it says so. Without a
+    // list nobody does.
+    bool isFree(const QString& whenInUse);
 
     TerminalOutput& m_output;
     TerminalCaller& m_caller;

@@ -7,6 +7,12 @@
 
 namespace veilkeep {
 
+// What stays after an installation was taken away.
+struct Uninstalled {
+    std::vector<std::string> kept; // somebody changed it, or it is not ours
+    std::vector<Error> notRemoved; // and should have been
+};
+
 // The program as a user installs it for himself. Main thread.
 class Installation {
 public:
@@ -18,9 +24,9 @@ public:
     // After an error everything is as it was.
     [[nodiscard]] virtual Result<void> install() = 0;
 
-    // Takes away what install() made, and the entry by which the session starts it. Answers what stays,
-    // because somebody changed it or because it is not ours. ENOENT where nothing was installed.
-    [[nodiscard]] virtual Result<std::vector<std::string>> uninstall() = 0;
+    // Takes away what install() made, and the entry by which the session starts it. ENOENT where nothing was
+    // installed. Can be done again where something was not removed.
+    [[nodiscard]] virtual Result<Uninstalled> uninstall() = 0;
 
 protected:
     Installation() = default;

@@ -18,7 +18,7 @@ public:
         ++installs;
         return fails ? Result<void>(Error::system("copy", "/x", ENOSPC)) : Result<void>();
     }
-    Result<std::vector<std::string>> uninstall() override { return std::vector<std::string>(); }
+    Result<Uninstalled> uninstall() override { return Uninstalled(); }
 
     bool installed = false, fails = false;
     int installs = 0;

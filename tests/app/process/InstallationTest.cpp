@@ -77,6 +77,7 @@ protected:
 };
 
 TEST_F(InstallationTest, FromTheOfferToItsRemoval) {
+    m_tree.makeDirectory("home/.config/autostart");
     const auto before = home();
     ASSERT_TRUE(startToWindow());
     EXPECT_EQ(end(SIGTERM), 0) << "a signal asks nothing";

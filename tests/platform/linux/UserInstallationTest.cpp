@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/mount.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -34,14 +35,16 @@ protected:
             m_tree.makeFile("V.app/Contents/MacOS/" + name, "#!/bin/sh\necho one\n", 0755);
         EXPECT_EQ(::symlink("../MacOS/Veilkeep", m_tree.path("V.app/Contents/Resources/link").c_str()), 0);
         m_tree.makeFile("home/.local/share/other/file", "the user's");
-        m_tree.makeDirectory("home/.config/systemd/user");
+        m_tree.makeDirectory("home/.config/systemd/user/graphical-session.target.wants");
+        m_tree.makeDirectory("home/.config/autostart");
     }
 
     std::string inHome(const std::string& path) const { return m_tree.path("home/" + path); }
     std::vector<std::string> uninstalled() {
-        auto kept = m_installation.uninstall();
-        EXPECT_TRUE(kept);
-        return kept ? std::move(*kept) : std::vector<std::string>();
+        auto uninstalled = m_installation.uninstall();
+        EXPECT_TRUE(uninstalled);
+        EXPECT_TRUE(!uninstalled || uninstalled->notRemoved.empty());
+        return uninstalled ? std::move(uninstalled->kept) : std::vector<std::string>();
     }
 
     const ScratchTree m_tree;
@@ -65,7 +68,6 @@ TEST_F(UserInstallationTest, ComesAndGoesWithoutATrace) {
     EXPECT_NE(
         readFile(unit).find("\nExecStart=" + program.substr(0, program.rfind('/')) + "/veilkeepctl watch\n"),
         std::string::npos);
-    m_tree.makeDirectory("home/.config/systemd/user/graphical-session.target.wants");
     EXPECT_EQ(::symlink(unit.c_str(), inHome(".config/systemd/user/graphical-session.target.wants/"
                                              "veilkeep-watch.service")
                                           .c_str()),
@@ -106,6 +108,68 @@ TEST_F(UserInstallationTest, TakesTheFormersPlaceAndLeavesWhatIsNotOurs) {
         EXPECT_TRUE(exists(path)) << path;
     EXPECT_FALSE(exists(m_entry));
     EXPECT_FALSE(exists(inHome(".local/lib/veilkeep/Veilkeep.app/Contents/Resources")));
+}
+
+// What a run leaves that is killed between its beginning and the switch, or after it.
+TEST_F(UserInstallationTest, AKilledUpgradeCanBeTakenBackOrDoneAgain) {
+    const auto before = homeOf(m_tree);
+    const std::string bundle = inHome(".local/lib/veilkeep/Veilkeep.app"), aside = m_tree.path("aside");
+    const std::string manifest = inHome(".local/lib/veilkeep/installed");
+    for (const bool isDoneAgain : {false, true}) {
+        for (const bool isSwitched : {false, true}) {
+            m_tree.makeFile("V.app/Contents/MacOS/veilkeepctl", "one", 0755);
+            ASSERT_TRUE(m_installation.install());
+            std::filesystem::copy(bundle, aside,
+                                  std::filesystem::copy_options::recursive |
+                                      std::filesystem::copy_options::copy_symlinks);
+            const std::string former = readFile(manifest);
+            m_tree.makeFile("V.app/Contents/MacOS/veilkeepctl", "two", 0755);
+            ASSERT_TRUE(m_installation.install());
+            const std::string line = former.substr(former.find('\n') + 1);
+            writeFile(manifest, readFile(manifest) + line); // as until the switch is done
+            std::filesystem::rename(isSwitched ? aside : bundle,
+                                    inHome(".local/lib/veilkeep/.Veilkeep.app.new"));
+            if (!isSwitched)
+                std::filesystem::rename(aside, bundle);
+            if (isDoneAgain) {
+                ASSERT_TRUE(m_installation.install());
+                EXPECT_EQ(readFile(bundle + "/Contents/MacOS/veilkeepctl"), "two");
+            }
+            EXPECT_EQ(uninstalled(), std::vector<std::string>());
+            EXPECT_EQ(homeOf(m_tree), before) << isSwitched << isDoneAgain;
+        }
+    }
+}
+
+TEST_F(UserInstallationTest, ADamagedManifestIsLeftAlone) {
+    ASSERT_TRUE(m_installation.install());
+    const std::string manifest = inHome(".local/lib/veilkeep/installed");
+    writeFile(manifest, readFile(manifest) + "rubbish\n");
+    const auto before = homeOf(m_tree);
+    const auto installed = m_installation.install();
+    ASSERT_FALSE(installed);
+    EXPECT_EQ(installed.error(), Error::damaged("read what was installed", manifest));
+    EXPECT_FALSE(m_installation.uninstall());
+    EXPECT_EQ(homeOf(m_tree), before);
+}
+
+TEST_F(UserInstallationTest, WhatCannotBeRemovedIsToldAndTriedAgain) {
+    ASSERT_TRUE(m_installation.install());
+    const std::string manual = inHome(".local/share/man/man1");
+    {
+        const PrivateMount readOnly(manual, manual, "", MS_BIND);
+        if (!readOnly.whyMissing().empty() ||
+            ::mount("none", manual.c_str(), nullptr, MS_REMOUNT | MS_BIND | MS_RDONLY, nullptr) != 0)
+            GTEST_SKIP() << "no read-only mount here";
+        const auto first = m_installation.uninstall();
+        ASSERT_TRUE(first);
+        EXPECT_EQ(first->kept, std::vector<std::string>());
+        EXPECT_EQ(first->notRemoved,
+                  std::vector<Error>{Error::system("unlink", manual + "/veilkeepctl.1", EROFS)});
+    }
+    EXPECT_EQ(uninstalled(), std::vector<std::string>());
+    EXPECT_FALSE(exists(inHome(".local/lib")));
+    EXPECT_EQ(namesIn(inHome(".local/share")), std::set<std::string>{"other"});
 }
 
 // Where a step fails everything is as before, be there a former one or not.

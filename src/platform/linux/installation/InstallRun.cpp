@@ -18,6 +18,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
+#include <iterator>
 
 namespace veilkeep {
 namespace {
@@ -90,23 +91,47 @@ Result<void> InstallRun::run() {
 }
 
 Result<void> InstallRun::steps() {
-    if (auto made = makeDirectory(m_places.programs); !made)
+    noteMissingDirectories(m_places.programs);
+    if (auto made = makeNotedDirectories(); !made)
         return made;
     auto lock = lockInstallation(m_places);
     if (!lock)
         return lock.error();
     m_lock = std::move(*lock);
-    if (auto bytes = readWholeFile(m_places.manifest, Manifest::maximumSize)) {
-        m_formerManifest = std::move(*bytes);
-        if (auto former = Manifest::parse(*m_formerManifest))
-            m_former = std::move(*former);
-    }
-    for (const auto step : {&InstallRun::copyBundle, &InstallRun::planItems, &InstallRun::writeManifest,
+    for (const auto step : {&InstallRun::readFormer, &InstallRun::noteBeginning, &InstallRun::copyBundle,
+                            &InstallRun::planItems, &InstallRun::noteBoth, &InstallRun::makeNotedDirectories,
                             &InstallRun::writeItems, &InstallRun::putInPlace})
         if (auto done = (this->*step)(); !done)
             return done;
     removeOutdated();
+    logIfFailed("The former version is noted still", replaceFile(m_places.manifest, m_manifest.text()));
     return {};
+}
+
+// One that cannot be read is not written over: nobody would know any more what is ours.
+Result<void> InstallRun::readFormer() {
+    if (!itemExistsAt(m_places.manifest))
+        return {};
+    auto bytes = readWholeFile(m_places.manifest, Manifest::maximumSize);
+    if (!bytes)
+        return bytes.error();
+    auto former = Manifest::parse(*bytes);
+    if (!former) {
+        Error error = former.error();
+        error.path = m_places.manifest;
+        return error;
+    }
+    m_former = std::move(*former);
+    m_formerManifest = std::move(*bytes);
+    return {};
+}
+
+// A run that is cut off while it copies can be taken back as well.
+Result<void> InstallRun::noteBeginning() {
+    m_isNoted = true;
+    Manifest beginning = m_former;
+    beginning.directories.insert(m_madeDirectories.begin(), m_madeDirectories.end());
+    return replaceFile(m_places.manifest, beginning.text());
 }
 
 Result<void> InstallRun::copyBundle() {
@@ -123,26 +148,27 @@ Result<void> InstallRun::planItems() {
     if (!items)
         return items.error();
     for (DesktopItem& item : *items) {
-        const Manifest::Item* const former = m_former.find(item.path);
-        if (itemExistsAt(item.path) && !(former && isUnchanged(*former))) {
+        if (itemExistsAt(item.path) && !m_former.hasUnchanged(item.path)) {
             logLine(item.path + " is not replaced: it is not as an installation left it");
-            if (former)
-                m_manifest.items.push_back(*former);
+            std::ranges::copy_if(m_former.items, std::back_inserter(m_manifest.items),
+                                 [&](const Manifest::Item& former) { return former.path == item.path; });
             continue;
         }
-        if (auto made = makeDirectory(directoryOf(item.path)); !made)
-            return made;
+        noteMissingDirectories(directoryOf(item.path));
         m_manifest.items.push_back(manifestItem(item));
         m_items.push_back(std::move(item));
     }
     return {};
 }
 
-// Before what it names is there: a run that is cut off can be taken back by it.
-Result<void> InstallRun::writeManifest() {
+// Before what it names is there, and as long as the former version may be there: a run that is cut off at any
+// time can be taken back by it.
+Result<void> InstallRun::noteBoth() {
     m_manifest.directories.insert(m_former.directories.begin(), m_former.directories.end());
     m_manifest.directories.insert(m_madeDirectories.begin(), m_madeDirectories.end());
-    return replaceFile(m_places.manifest, m_manifest.text());
+    Manifest both = m_manifest;
+    both.add(m_former);
+    return replaceFile(m_places.manifest, both.text());
 }
 
 Result<void> InstallRun::writeItems() {
@@ -191,17 +217,16 @@ Result<void> InstallRun::putInPlaceByTwo() {
     return placed;
 }
 
-// Every missing directory is noted, from the top down.
-Result<void> InstallRun::makeDirectory(const std::string& path) {
-    std::vector<std::string> missing;
+void InstallRun::noteMissingDirectories(const std::string& path) {
     for (std::string each = path; !itemExistsAt(each); each = directoryOf(each))
-        missing.push_back(each);
-    std::ranges::reverse(missing);
-    for (const std::string& each : missing) {
+        m_madeDirectories.insert(each);
+}
+
+// From the top down, which is their order.
+Result<void> InstallRun::makeNotedDirectories() {
+    for (const std::string& each : m_madeDirectories)
         if (auto made = makeDirectories(each, 0755); !made)
             return made;
-        m_madeDirectories.push_back(each);
-    }
     return {};
 }
 
@@ -212,22 +237,22 @@ void InstallRun::removeOutdated() {
             (void)::unlink(item.path.c_str());
 }
 
+// The copy goes first: what is put back may need its room.
 void InstallRun::takeBack() {
+    if (m_lock)
+        logIfFailed("A part of a copy is left", removeTree(m_copy));
     std::ranges::reverse(m_replaced);
     for (const Former& former : m_replaced)
         if (former.item)
             logIfFailed("A former file could not be put back", writeItem(*former.item));
         else
             (void)::unlink(former.path.c_str());
-    if (m_lock && m_formerManifest)
+    if (m_isNoted && m_formerManifest)
         logIfFailed("What was installed is not noted", replaceFile(m_places.manifest, *m_formerManifest));
-    else if (m_lock)
+    else if (m_isNoted)
         (void)::unlink(m_places.manifest.c_str());
-    if (m_lock)
-        logIfFailed("A part of a copy is left", removeTree(m_copy));
-    std::ranges::reverse(m_madeDirectories);
-    for (const std::string& directory : m_madeDirectories)
-        (void)::rmdir(directory.c_str());
+    for (auto each = m_madeDirectories.rbegin(); each != m_madeDirectories.rend(); ++each)
+        (void)::rmdir(each->c_str());
 }
 
 } // namespace veilkeep

@@ -6,6 +6,7 @@
 #include "platform/linux/installation/Manifest.h"
 
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -34,14 +35,17 @@ private:
     };
 
     Result<void> steps();
+    Result<void> readFormer();
+    Result<void> noteBeginning();
     Result<void> copyBundle();
     Result<void> planItems();
-    Result<void> writeManifest();
+    Result<void> noteBoth();
+    Result<void> makeNotedDirectories();
     Result<void> writeItems();
     Result<void> write(const DesktopItem& item);
     Result<void> putInPlace();
     Result<void> putInPlaceByTwo();
-    Result<void> makeDirectory(const std::string& path);
+    void noteMissingDirectories(const std::string& path);
     void removeOutdated();
     void takeBack();
 
@@ -53,7 +57,8 @@ private:
     Manifest m_former, m_manifest;
     std::vector<DesktopItem> m_items; // to be written
     std::vector<Former> m_replaced;
-    std::vector<std::string> m_madeDirectories;
+    std::set<std::string> m_madeDirectories; // or to be made
+    bool m_isNoted = false;                  // the manifest may be another one
 };
 
 } // namespace veilkeep

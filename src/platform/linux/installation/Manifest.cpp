@@ -69,6 +69,18 @@ const Manifest::Item* Manifest::find(const std::string& path) const {
     return found == items.end() ? nullptr : &*found;
 }
 
+bool Manifest::hasUnchanged(const std::string& path) const {
+    return std::ranges::any_of(items,
+                               [&](const Item& item) { return item.path == path && isUnchanged(item); });
+}
+
+void Manifest::add(const Manifest& other) {
+    for (const Item& item : other.items)
+        if (std::ranges::find(items, item) == items.end())
+            items.push_back(item);
+    directories.insert(other.directories.begin(), other.directories.end());
+}
+
 Result<void> Manifest::addTree(const std::string& tree, const std::string& place) {
     if (isDirectoryAt(tree)) {
         directories.insert(place);

@@ -14,39 +14,42 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
+#include <utility>
 
 namespace veilkeep {
 
-Result<std::vector<std::string>> UninstallRun::run() {
+Result<Uninstalled> UninstallRun::run() {
     const auto lock = lockInstallation(m_places);
     if (!lock)
         return lock.error();
     const auto bytes = readWholeFile(m_places.manifest, Manifest::maximumSize);
     auto manifest = bytes ? Manifest::parse(*bytes) : Result<Manifest>(bytes.error());
-    if (!manifest)
-        return manifest.error();
+    if (!manifest) {
+        Error error = manifest.error();
+        error.path = m_places.manifest;
+        return error;
+    }
     m_manifest = std::move(*manifest);
     removeAutostart(); // whose program is looked at
     removeUnitLinks();
     removeItems();
     for (const std::string& leftover : {newCopy(m_places), formerCopy(m_places)})
         if (const auto removed = removeTree(leftover); !removed)
-            keep(leftover);
-    remove(m_places.manifest);
+            noteFailure(removed.error());
+    if (m_result.notRemoved.empty())
+        remove(m_places.manifest); // else the next run needs it
     removeDirectories();
-    return std::move(m_kept);
+    return std::move(m_result);
 }
 
-// Entries that the user gave other names are his own.
+// Entries that the user gave other names are his own. Nobody knows who made the directory.
 void UninstallRun::removeAutostart() {
-    for (const std::string& path : AutostartEntry(m_places.bundle).ofUser()) {
-        if (lastPathComponent(path) != AutostartEntry::fileName) {
+    for (const std::string& path : AutostartEntry(m_places.bundle).ofUser())
+        if (lastPathComponent(path) == AutostartEntry::fileName)
+            remove(path);
+        else
             keep(path);
-            continue;
-        }
-        remove(path);
-        (void)::rmdir(directoryOf(path).c_str()); // was made for it, where nothing else is there
-    }
 }
 
 // By which systemd starts the unit with the session, where the user enabled it.
@@ -54,17 +57,15 @@ void UninstallRun::removeUnitLinks() {
     const std::string units = joinPath(XdgDirectories::current().configHome, "systemd/user");
     const std::string unit = joinPath(m_places.dataHome, "systemd/user/veilkeep-watch.service");
     for (const std::string& name : entryNamesIn(units)) {
-        const std::string wants = joinPath(units, name), link = joinPath(wants, "veilkeep-watch.service");
-        if (!name.ends_with(".wants") || readLink(link) != unit || !m_manifest.find(unit))
-            continue;
-        remove(link);
-        (void)::rmdir(wants.c_str());
+        const std::string link = joinPath(joinPath(units, name), "veilkeep-watch.service");
+        if (name.ends_with(".wants") && readLink(link) == unit && m_manifest.find(unit))
+            remove(link);
     }
 }
 
 void UninstallRun::removeItems() {
     for (const Manifest::Item& item : m_manifest.items)
-        if (isUnchanged(item))
+        if (m_manifest.hasUnchanged(item.path))
             remove(item.path);
         else if (itemExistsAt(item.path))
             keep(item.path);
@@ -88,13 +89,18 @@ void UninstallRun::noteRest(const std::string& path) {
 void UninstallRun::remove(const std::string& path) {
     if (::unlink(path.c_str()) == 0)
         return;
-    logError("Not removed", Error::system("unlink", path, errno));
-    keep(path);
+    noteFailure(Error::system("unlink", path, errno));
+}
+
+void UninstallRun::noteFailure(Error error) {
+    logError("Not removed", error);
+    m_result.notRemoved.push_back(std::move(error));
 }
 
 void UninstallRun::keep(const std::string& path) {
-    if (std::ranges::find(m_kept, path) == m_kept.end())
-        m_kept.push_back(path);
+    if (std::ranges::find(m_result.kept, path) == m_result.kept.end() &&
+        std::ranges::find(m_result.notRemoved, path, &Error::path) == m_result.notRemoved.end())
+        m_result.kept.push_back(path);
 }
 
 } // namespace veilkeep

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "core/environment/InstallationPlaces.h"
+#include "platform/Installation.h"
 #include "platform/linux/installation/Manifest.h"
 
 #include <string>
-#include <vector>
 
 namespace veilkeep {
 
@@ -13,7 +13,7 @@ class UninstallRun {
 public:
     explicit UninstallRun(const InstallationPlaces& places) : m_places(places) {}
 
-    Result<std::vector<std::string>> run(); // what stays
+    Result<Uninstalled> run();
 
 private:
     void removeAutostart();
@@ -23,10 +23,11 @@ private:
     void noteRest(const std::string& path);
     void remove(const std::string& path);
     void keep(const std::string& path);
+    void noteFailure(Error error);
 
     const InstallationPlaces& m_places;
     Manifest m_manifest;
-    std::vector<std::string> m_kept;
+    Uninstalled m_result;
 };
 
 } // namespace veilkeep

@@ -2,6 +2,7 @@
 
 #include "core/base/PathText.h"
 #include "core/filesystem/ItemAtPath.h"
+#include "core/filesystem/ResolvedPath.h"
 #include "core/log/Log.h"
 #include "platform/linux/SessionBusConnection.h"
 #include "platform/linux/installation/InstallRun.h"
@@ -43,8 +44,9 @@ bool UserInstallation::isInstalled() const {
 }
 
 Result<void> UserInstallation::install() {
+    LinkResolver links;
     if (m_source.empty() || m_places.bundle.empty() || m_places.dataHome.empty() ||
-        isSameOrBelow(m_source, m_places.programs))
+        isSameOrBelow(links.resolved(m_source), links.resolved(m_places.programs)))
         return Error{ErrorCode::InvalidArgument, "install", m_source, 0};
     auto installed = InstallRun(m_source, m_places).run();
     if (!installed)
@@ -54,15 +56,15 @@ Result<void> UserInstallation::install() {
     return {};
 }
 
-Result<std::vector<std::string>> UserInstallation::uninstall() {
+Result<Uninstalled> UserInstallation::uninstall() {
     if (m_places.manifest.empty() || !itemExistsAt(m_places.manifest))
         return Error::system("uninstall", m_places.manifest, ENOENT);
-    auto kept = UninstallRun(m_places).run();
-    if (!kept)
-        return kept;
+    auto uninstalled = UninstallRun(m_places).run();
+    if (!uninstalled)
+        return uninstalled;
     tellBus();
     tellIcons(m_places);
-    return kept;
+    return uninstalled;
 }
 
 } // namespace veilkeep

@@ -5,7 +5,6 @@
 #include "platform/Installation.h"
 
 #include <string>
-#include <vector>
 
 namespace veilkeep {
 
@@ -18,7 +17,7 @@ public:
 
     bool isInstalled() const override;
     Result<void> install() override;
-    Result<std::vector<std::string>> uninstall() override;
+    Result<Uninstalled> uninstall() override;
 
 private:
     const std::string m_source;
