@@ -33,10 +33,11 @@ std::size_t HideCaller::ask(const Question& question) {
     return static_cast<std::size_t>(answer - Alerts::firstButton);
 }
 
-// Whoever owns the list takes one back only because the user leaves.
+// Whoever owns the list takes one back only because the user leaves. Also called at every request's end: once
+// cancelled, nobody is asked any more.
 void HideCaller::cancelQuestion() {
     m_alerts.setNobodyThere(true);
-    m_alerts.setNobodyThere(false);
+    m_alerts.setNobodyThere(m_isCancelled);
 }
 
 void HideCaller::tellTroubles() {
