@@ -8,6 +8,10 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <system_error>
+#include <utility>
 
 namespace veilkeep {
 namespace {
@@ -18,19 +22,19 @@ Result<void> renameItem(const std::string& from, const std::string& to) {
     return {};
 }
 
-// From another volume: whole beside its place before it gets its name.
+// From another volume: whole beside its place, in a directory of its own, before it gets its name.
 Result<void> copyOver(const std::string& from, const std::string& to) {
-    const std::string beside = to + ".new";
-    if (auto removed = removeTree(beside); !removed)
-        return removed;
+    std::string directory = to + ".XXXXXX";
+    if (!::mkdtemp(directory.data()))
+        return Error::system("mkdtemp", directory, errno);
+    const std::string beside = joinPath(directory, "new");
     auto copied = copyTree(from, beside);
     if (copied)
         copied = renameItem(beside, to);
-    if (!copied) {
-        if (const auto removed = removeTree(beside); !removed)
-            logError("A part of a copy is left", removed.error());
+    if (const auto removed = removeTree(directory); !removed)
+        logError("A part of a copy is left", removed.error());
+    if (!copied)
         return copied;
-    }
     if (const auto removed = removeTree(from); !removed)
         logError("What was copied is left at its former place as well", removed.error());
     return {};
@@ -41,12 +45,44 @@ Result<void> moveItem(const std::string& from, const std::string& to) {
     return !moved && moved.error().systemError == EXDEV ? copyOver(from, to) : moved;
 }
 
+// Whether one is the other one or lies in it, whatever links lead there.
+Result<bool> overlap(const std::string& one, const std::string& other) {
+    std::error_code failure;
+    const auto first = std::filesystem::weakly_canonical(one + "/.", failure).lexically_normal();
+    if (failure)
+        return Error::system("resolve", one, failure.value());
+    const auto second = std::filesystem::weakly_canonical(other + "/.", failure).lexically_normal();
+    if (failure)
+        return Error::system("resolve", other, failure.value());
+    const auto isIn = [](const std::filesystem::path& inner, const std::filesystem::path& outer) {
+        const std::filesystem::path rest = inner.lexically_relative(outer);
+        return !rest.empty() && *rest.begin() != "..";
+    };
+    return isIn(first, second) || isIn(second, first);
+}
+
+// Before anything is removed.
+Result<void> checkPlaces(const std::string& path, const std::string& aside, const std::string& from) {
+    const std::pair<const std::string&, const std::string&> apart[] = {
+        {from, path}, {from, aside}, {path, aside}};
+    for (const auto& [one, other] : apart) {
+        const auto overlaps = overlap(one, other);
+        if (!overlaps)
+            return overlaps.error();
+        if (*overlaps)
+            return Error::system("move", one, EINVAL);
+    }
+    return {};
+}
+
 } // namespace
 
 Result<bool> moveToPath(const std::string& path, const std::string& fromPath) {
     const std::string aside = joinPath(parentPath(path), "Veilkeep.old.app");
     if (!itemExistsAt(fromPath))
         return Error::system("move", fromPath, ENOENT);
+    if (const auto checked = checkPlaces(path, aside, fromPath); !checked)
+        return checked.error();
     const bool isThere = itemExistsAt(path);
     if (isThere) {
         if (auto removed = removeTree(aside); !removed)

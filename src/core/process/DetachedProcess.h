@@ -12,6 +12,7 @@ namespace veilkeep {
 // Starts a program that nobody waits for, and that holds nothing which somebody may wait for: no descriptor
 // of this process, no working directory, no terminal. The system reaps it after this process has ended. The
 // answer is its number.
-Result<pid_t> startDetachedProcess(const std::string& program, const std::vector<std::string>& arguments);
+[[nodiscard]] Result<pid_t> startDetachedProcess(const std::string& program,
+                                                 const std::vector<std::string>& arguments);
 
 } // namespace veilkeep
