@@ -121,7 +121,7 @@ FileManagerChange LinuxFileManagerMenu::remove() {
     FileManagerChange change;
     std::vector<MadePlace> made;
     for (const FileManagerFile& file : fileManagerFiles()) {
-        const auto entry = entryOf(file, {});
+        const auto entry = entryOf(file, contentOf(file).value_or(std::string())); // to compare with
         const bool wasThere = isOurs(entry->state());
         const auto removed = entry->remove();
         if (!removed) {

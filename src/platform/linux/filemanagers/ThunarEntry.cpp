@@ -5,6 +5,7 @@
 #include "core/storage/ReplaceFile.h"
 #include "platform/linux/filemanagers/PlacedFile.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <utility>
 
@@ -24,6 +25,16 @@ bool mentionsUs(const std::string& path) {
 
 bool isMissing(const Error& error) {
     return error.systemError == ENOENT || error.systemError == ENOTDIR;
+}
+
+// Whether a command is one of ours but for the place of the program, which is quoted in front.
+bool differsByPlaceAlone(const QString& command, const QString& wanted) {
+    const QString program = QStringLiteral("/Contents/MacOS/");
+    const auto place = command.left(command.lastIndexOf(program));
+    const auto isEnd = [](const QString& text, qsizetype at) { return at > 0 && text[at - 1] != u'\\'; };
+    return command.contains(program) &&
+           command.mid(place.size()) == wanted.mid(wanted.lastIndexOf(program)) &&
+           place.startsWith(QLatin1String("\"/")) && !isEnd(place, place.indexOf(u'"', 1));
 }
 
 } // namespace
@@ -61,6 +72,19 @@ bool ThunarEntry::isCurrent(const ThunarActions& found) const {
     return true;
 }
 
+// By the user: what another copy or version of this program wrote starts a program in the same way. Nothing
+// is to be compared with where the actions are not known.
+bool ThunarEntry::isEdited(const ThunarActions& found) const {
+    const auto wanted = ThunarActions::parse("<actions>" + m_actions + "</actions>");
+    if (!wanted)
+        return false;
+    const auto commands = wanted->commands();
+    return std::ranges::any_of(found.commands(), [&commands](const auto& each) {
+        const auto now = commands.find(each.first);
+        return now != commands.end() && !differsByPlaceAlone(each.second, now->second);
+    });
+}
+
 MenuEntry::State ThunarEntry::state() const {
     const auto found = read();
     if (!found && isMissing(found.error()))
@@ -69,6 +93,8 @@ MenuEntry::State ThunarEntry::state() const {
         return mentionsUs(m_path) ? State::Changed : State::Foreign;
     if (found->commands().empty())
         return State::Absent;
+    if (isEdited(*found))
+        return State::Changed;
     return isCurrent(*found) ? State::Current : State::Outdated;
 }
 
@@ -88,7 +114,7 @@ Result<void> ThunarEntry::install(int directoriesMade) {
         const std::string text = newText();
         mark.digest = md5(text);
         found = ThunarActions::parse(text);
-    } else if (!found->commands().empty() && isCurrent(*found)) {
+    } else if (!found->commands().empty() && (isEdited(*found) || isCurrent(*found))) {
         return {};
     } else if (found->mark()) {
         mark.directories = found->mark()->directories;
@@ -106,6 +132,8 @@ Result<int> ThunarEntry::remove() {
         return mentionsUs(m_path) ? Result<int>(found.error()) : 0;
     if (found->commands().empty() && !found->mark())
         return 0;
+    if (isEdited(*found))
+        return Error::system("compare", m_path, ESTALE);
     const std::string rest = found->without();
     const bool isOurs = found->mark() && found->mark()->digest == md5(rest);
     const auto target = replaceTarget(m_path);

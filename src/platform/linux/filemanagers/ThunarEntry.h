@@ -23,6 +23,7 @@ public:
 private:
     Result<ThunarActions> read() const;
     bool isCurrent(const ThunarActions& found) const;
+    bool isEdited(const ThunarActions& found) const;
     std::string newText() const; // of a file that is not there
 
     const std::string m_path, m_actions, m_version;

@@ -142,6 +142,24 @@ TEST(FileManagerMenu, WhatIsNotOursAloneStays) {
     EXPECT_EQ(rest, before);
 }
 
+TEST(FileManagerMenu, ACommandThatTheUserEditedStays) {
+    MenuWorld world;
+    world.addManagers(allManagers);
+    ASSERT_FALSE(world.menu("0.9").install().hasFailed());
+    const std::string path = world.config("Thunar/uca.xml"), written = readFile(path);
+    const std::string command = "<command>", option = " --hide -- ";
+    for (const auto& [former, edited] : {std::pair(command, command + "env LANG=C "),
+                                         std::pair(option, std::string(" --hide --verbose -- "))}) {
+        std::string text = written;
+        text.replace(text.find(former), former.size(), edited);
+        writeFile(path, text);
+        EXPECT_THAT(pathsOf(world.menu("1.0").remove().notChanged), ElementsAre(path));
+        EXPECT_FALSE(world.menu("1.0").renew().hasFailed());
+        EXPECT_FALSE(world.menu("1.0").install().hasFailed());
+        EXPECT_EQ(readFile(path), text);
+    }
+}
+
 TEST(FileManagerMenu, AFailureLeavesWhatWasThere) {
     const MenuWorld world;
     world.addManagers(allManagers);
