@@ -135,7 +135,10 @@ void ADApp::refuse(const QString& title, const QString& message) {
 
 void ADApp::awakeFromNib() {
     OwnList& list = m_parts->list;
-    connect(&list.window(), &MainWindowController::ended, this, &ADApp::quitAlsoWhileStarting);
+    connect(&list.window(), &MainWindowController::ended, this, [this] {
+        m_parts->relaunching.takeBack(); // the session ends, or the program for good
+        quitAlsoWhileStarting();
+    });
     connect(&m_parts->window, &ShownWindow::made, this, [this](VeilkeepWindow& window) {
         window.setWindowTitle(veilkeep::applicationName());
         connect(&window, &VeilkeepWindow::closeAsked, this, &ADApp::closeAsked);

@@ -57,6 +57,7 @@ public:
     // --- A relaunch (ADAppRelaunch.cpp), which parts().relaunching begins ---
     void applicationWillBeRelaunched();    // the next quit hides nothing
     void updaterWillRelaunchApplication(); // takes messages that nothing depends on out of the way
+    bool isRelaunchHeldUp();               // by a sheet with something to decide, which comes to the front
 
     // --- CommandTarget (ADAppCommands.cpp) ---
     void perform(Command command) override;

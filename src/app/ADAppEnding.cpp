@@ -13,6 +13,10 @@ void ADApp::applicationShouldTerminate() {
     if (!m_parts || m_isTerminating)
         return;
     m_isTerminating = true;
+    if (m_willBeRelaunched && !m_parts->relaunching.isUnderWay()) {
+        logLine("The process that was to take over is gone");
+        m_willBeRelaunched = false;
+    }
     auto allWell = std::make_shared<bool>(true);
     if (!m_willBeRelaunched)
         m_parts->list.window().leave([this, allWell] {

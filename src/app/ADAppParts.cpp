@@ -67,7 +67,8 @@ ADApp::Parts::Parts(ADApp& application, ListOwnership taken, const OwnPlaces& pl
                  .chooseImageFile = [this] { return panels.chooseImage(boundedImage::isNamedAsImage); },
                  .sounds = &sounds}),
       relaunching(list.alerts(), {[&application] { application.applicationWillBeRelaunched(); },
-                                  [&application] { application.applicationShouldTerminate(); }}),
+                                  [&application] { application.applicationShouldTerminate(); },
+                                  [&application] { return application.isRelaunchHeldUp(); }}),
       fileManagerMenu({.bundle = applicationBundlePath(), .version = BundleInfo::main().version()}),
       taskbarEntries(application, [this] { return !dockIcon.shouldBeUIElement() || !hasStatusItem(); }),
       about(applicationVersion(), [&application] { application.perform(Command::Help); }) {

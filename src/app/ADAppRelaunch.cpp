@@ -4,13 +4,15 @@
 #include "core/log/Log.h"
 #include "widgets/dialogs/AlertWindow.h"
 
+#include <QDialog>
+
 namespace veilkeep {
 
 void ADApp::applicationWillBeRelaunched() {
     m_willBeRelaunched = true;
 }
 
-// What the user has to decide stays, and the relaunch waits for it.
+// What the user has to decide stays, see isRelaunchHeldUp().
 void ADApp::updaterWillRelaunchApplication() {
     for (QWidget* const window : topLevelWidgets()) {
         auto* const sheet = qobject_cast<AlertWindow*>(window);
@@ -22,6 +24,18 @@ void ADApp::updaterWillRelaunchApplication() {
                     .toStdString());
         sheet->reject();
     }
+}
+
+// What is open would be lost with the program: it is brought to the front, and can be asked for again.
+bool ADApp::isRelaunchHeldUp() {
+    for (QWidget* const window : topLevelWidgets()) {
+        if (!window->isVisible() || !window->isModal() || !qobject_cast<QDialog*>(window))
+            continue;
+        window->raise();
+        window->activateWindow();
+        return true;
+    }
+    return false;
 }
 
 } // namespace veilkeep

@@ -9,6 +9,7 @@
 #include "session/MovedBundle.h"
 
 #include <signal.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -23,11 +24,11 @@ std::string programOf(const std::string& bundle) {
     return bundledProgramPath(bundle, named.empty() ? "Veilkeep" : named);
 }
 
+// The marker is for the new process alone: what else is started before the end does not replace this one.
 Result<pid_t> start(const std::string& program) {
     ::setenv(Relaunching::marker, std::to_string(::getpid()).c_str(), 1);
     auto started = startDetachedProcess(program, {});
-    if (!started)
-        ::unsetenv(Relaunching::marker);
+    ::unsetenv(Relaunching::marker);
     return started;
 }
 
@@ -53,6 +54,8 @@ void Relaunching::relaunchFromPath(const std::string& bundle) {
     if (::access(program.c_str(), X_OK) != 0)
         return tell(title, Error::system("start", program, errno));
     emit QSApplicationWillRelaunchNotification();
+    if (m_delegate.isHeldUp && m_delegate.isHeldUp())
+        return logLine("A relaunch is not begun while the user has something to decide");
     const auto started = start(program);
     if (!started)
         return tell(title, started.error());
@@ -62,9 +65,17 @@ void Relaunching::relaunchFromPath(const std::string& bundle) {
 }
 
 void Relaunching::takeBack() {
-    ::unsetenv(marker);
-    if (const pid_t waiting = std::exchange(m_started, 0))
-        ::kill(waiting, SIGTERM);
+    if (isUnderWay())
+        ::kill(m_started, SIGTERM);
+    m_started = 0;
+}
+
+// A child that has ended keeps its number until it is asked for, so signals still reach it.
+bool Relaunching::isUnderWay() const {
+    siginfo_t ended = {};
+    return m_started != 0 &&
+           ::waitid(P_PID, static_cast<id_t>(m_started), &ended, WEXITED | WNOHANG | WNOWAIT) == 0 &&
+           ended.si_pid == 0;
 }
 
 void Relaunching::relaunchAtPath(const std::string& path, const std::string& movedFromPath) {

@@ -16,6 +16,7 @@ namespace veilkeep {
 struct RelaunchDelegate {
     std::function<void()> applicationWillBeRelaunched; // the next quit is part of it
     std::function<void()> terminate;                   // quits as the user does
+    std::function<bool()> isHeldUp = {};               // by what the user has to decide first; nothing begins
 };
 
 // Ends the program and starts it anew. The new process learns from its environment whom it replaces, and
@@ -37,6 +38,7 @@ public:
 
     // The user stays after all: the process that waits for our end is not wanted.
     void takeBack();
+    bool isUnderWay() const; // the new process is there and waits
 
     // Each puts the bundle at the source in the place of another one; a failure is told, and ends nothing.
     void relaunchAtPath(const std::string& path, const std::string& movedFromPath);
@@ -49,7 +51,7 @@ public:
     static void restartOurselves(std::chrono::milliseconds patience = std::chrono::minutes(1));
 
     // At the start: waits for the process that the marker names, and takes the marker away. Whether there was
-    // one.
+    // one that can be the former.
     static bool waitForFormerProcess(std::chrono::milliseconds limit = formerProcessWait);
 
 signals:

@@ -41,11 +41,12 @@ pid_t numberIn(std::string_view text) {
     return failure == std::errc() && end == text.data() + text.size() ? number : 0;
 }
 
-// The descriptor first: what it stands for cannot be taken for another one later.
-void waitFor(pid_t process, std::chrono::milliseconds limit) {
+// The descriptor first: what it stands for cannot be taken for another one later. False: it is not the former
+// one.
+bool waitFor(pid_t process, std::chrono::milliseconds limit) {
     const UniqueFd former(static_cast<int>(::syscall(SYS_pidfd_open, process, 0)));
     if (!former || !mayBeFormer(process))
-        return;
+        return false;
     const auto end = Clock::now() + limit;
     pollfd entry{former.get(), POLLIN, 0};
     int ready = -1;
@@ -55,6 +56,7 @@ void waitFor(pid_t process, std::chrono::milliseconds limit) {
     } while (ready < 0 && errno == EINTR);
     if (ready == 0)
         logLine("The process " + std::to_string(process) + " that is to be replaced does not end");
+    return true;
 }
 
 // The signal is worked on by the event loop, which ends every loop when the program is to end.
@@ -81,9 +83,9 @@ void runScript(const std::string& script, const std::vector<std::string>& argume
         logError("The program cannot end itself", result.error);
 }
 
-[[noreturn]] void failStillRunning(const std::string& told, int line) {
+[[noreturn]] void failStillRunning(const std::string& told) {
     logLine(told + applicationBundlePath() + " should have been terminated, but we are still running");
-    logLine("Additions/NSApplicationAdditions:" + std::to_string(line) + ": We should not be running!");
+    logLine("We should not be running!");
     std::abort();
 }
 
@@ -93,16 +95,14 @@ bool Relaunching::waitForFormerProcess(std::chrono::milliseconds limit) {
     const char* const text = std::getenv(marker);
     const pid_t former = numberIn(text ? text : "");
     ::unsetenv(marker);
-    if (former > 0)
-        waitFor(former, limit);
-    return former > 0;
+    return former > 0 && waitFor(former, limit);
 }
 
 void Relaunching::killOurselves(std::chrono::milliseconds patience) {
     logLine("Application is going to kill ourselves");
     runScript("kill -15 $1", {std::to_string(::getpid())});
     if (!isEnding(patience))
-        failStillRunning("Error: ", 322);
+        failStillRunning("Error: ");
 }
 
 // The new process is started by nobody who is still there, and waits as well.
@@ -112,7 +112,7 @@ void Relaunching::restartOurselves(std::chrono::milliseconds patience) {
                   "=$1 setsid \"$2/Contents/MacOS/Veilkeep\" </dev/null >/dev/null 2>&1 &",
               {std::to_string(::getpid()), applicationBundlePath()});
     if (!isEnding(patience))
-        failStillRunning("ERROR: ", 348);
+        failStillRunning("ERROR: ");
 }
 
 } // namespace veilkeep

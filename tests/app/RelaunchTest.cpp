@@ -136,6 +136,10 @@ TEST(RelaunchTest, MessagesMakeWayAndQuestionsStay) {
     EXPECT_FALSE(message.isVisible());
     EXPECT_TRUE(question.isVisible());
     EXPECT_NE(logText().find("Dismisssed sheet A message to allow software update."), std::string::npos);
+    world.parts().relaunching.relaunch();
+    EXPECT_FALSE(world.parts().relaunching.isUnderWay()) << "the question would be lost";
+    question.hide();
+    EXPECT_FALSE(world.app().isRelaunchHeldUp());
 }
 
 } // namespace

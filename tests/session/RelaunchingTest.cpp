@@ -60,8 +60,9 @@ TEST_F(RelaunchingTest, StartsTheNewProcessAndEndsThisOne) {
     const std::string told = m_tree.path("started");
     ASSERT_TRUE(waitUntil([&] { return exists(told); }));
     EXPECT_EQ(readFile(told), "0|" + std::to_string(::getpid()));
+    EXPECT_EQ(std::getenv(Relaunching::marker), nullptr) << "for the new process alone";
+    EXPECT_TRUE(waitUntil([&] { return !m_relaunching.isUnderWay(); })) << "it has ended";
     m_relaunching.takeBack();
-    EXPECT_EQ(std::getenv(Relaunching::marker), nullptr);
 }
 
 TEST_F(RelaunchingTest, NothingEndsWhereTheProgramIsGone) {
@@ -90,6 +91,20 @@ TEST_F(RelaunchingTest, AnUpdateTakesTheFormerPlace) {
     EXPECT_FALSE(exists(m_tree.path("Veilkeep.old.app")));
     EXPECT_FALSE(moveToPath(m_tree.path("nothing.app"), path).value_or(true)) << "none was aside";
     EXPECT_EQ(readFile(m_tree.path("nothing.app/which")), "new");
+}
+
+TEST_F(RelaunchingTest, ASourceThatSharesAPlaceIsRefused) {
+    const std::string path = makeBundle("in/A.app"), aside = m_tree.path("in/Veilkeep.old.app");
+    m_tree.makeFile("in/Veilkeep.old.app/Inner.app/which", "aside");
+    m_tree.makeFile("in/A.app/Inner.app/which", "inner");
+    const std::string link = m_tree.path("link");
+    ASSERT_EQ(::symlink(aside.c_str(), link.c_str()), 0);
+    for (const std::string& source : {aside, aside + "/Inner.app", link, path, path + "/",
+                                      path + "/Inner.app", m_tree.path("in"), m_tree.path("in/../in/A.app")})
+        EXPECT_FALSE(moveToPath(path, source)) << source;
+    EXPECT_FALSE(moveToPath(aside, path));
+    EXPECT_EQ(readFile(aside + "/Inner.app/which"), "aside");
+    EXPECT_EQ(readFile(path + "/Inner.app/which"), "inner");
 }
 
 // By volumes of their own: a source that may be read only is copied first and fails then, or is too large.
@@ -124,9 +139,9 @@ TEST(RelaunchingProcessesTest, TheNewOneWaitsForItsFormerAlone) {
         bool isRelaunch, waits;
     } rows[] = {
         {std::to_string(::getppid()), true, true}, // it stays, so all of the limit
-        {std::to_string(sleeper), true, false},
-        {"1", true, false},
-        {"99999999", true, false},
+        {std::to_string(sleeper), false, false},
+        {"1", false, false},
+        {"99999999", false, false},
         {"-1", false, false},
         {"12x", false, false},
         {"", false, false},
