@@ -7,11 +7,14 @@
 #include "core/log/Log.h"
 #include "core/process/ChildProcess.h"
 #include "core/process/DetachedProcess.h"
+#include "core/process/Tick.h"
 #include "platform/linux/SessionBusConnection.h"
 #include "platform/linux/filemanagers/EntryFile.h"
 #include "platform/linux/filemanagers/EntryTemplate.h"
 #include "platform/linux/filemanagers/PlacedFile.h"
 #include "platform/linux/filemanagers/ThunarEntry.h"
+
+#include <QCoreApplication>
 
 #include <algorithm>
 #include <cerrno>
@@ -145,8 +148,9 @@ void LinuxFileManagerMenu::noteChange(const FileManagerFile& file, const std::st
 }
 
 // By its own command to quit, so that it can put things in order; then it is there again as a service, as
-// desktops start it.
+// desktops start it. Meanwhile windows are drawn.
 void LinuxFileManagerMenu::restart(const std::vector<FileManagerChange::Restart>& toRestart) {
+    Tick tick([] { QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents); });
     for (const FileManager& manager : fileManagers()) {
         if (std::ranges::find(toRestart, manager.name, &FileManagerChange::Restart::manager) ==
             toRestart.end())
@@ -155,6 +159,7 @@ void LinuxFileManagerMenu::restart(const std::vector<FileManagerChange::Restart>
         ChildProcessOptions options;
         options.discardErrors = true;
         options.timeLimit = quitLimit;
+        options.tick = &tick;
         const auto quit = runChildProcess(program, {"--quit"}, options);
         if (!quit.exitedWith(0))
             logError("The file manager could not be quit",
