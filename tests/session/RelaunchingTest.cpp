@@ -80,6 +80,14 @@ TEST_F(RelaunchingTest, NothingEndsWhereTheProgramIsGone) {
     EXPECT_EQ(std::getenv(Relaunching::marker), nullptr);
 }
 
+TEST_F(RelaunchingTest, NothingBeginsWhileItIsHeldUp) {
+    Relaunching relaunching(m_alerts, {[this] { m_steps.push_back("relaunch"); },
+                                       [this] { m_steps.push_back("end"); }, [] { return true; }});
+    relaunching.relaunchFromPath(makeBundle("A.app"));
+    EXPECT_EQ(m_steps, std::vector<std::string>());
+    EXPECT_FALSE(relaunching.isUnderWay());
+}
+
 TEST_F(RelaunchingTest, AnUpdateTakesTheFormerPlace) {
     const std::string path = makeBundle("A.app"), source = m_tree.path("down/load.app");
     m_tree.makeFile("A.app/which", "former");
