@@ -37,6 +37,9 @@ Result<Uninstalled> UninstallRun::run() {
     for (const std::string& leftover : {newCopy(m_places), formerCopy(m_places)})
         if (const auto removed = removeTree(leftover); !removed)
             noteFailure(removed.error());
+    for (const std::string& name : entryNamesIn(m_places.programs))
+        if (name.starts_with(".veilkeep-")) // a manifest that a killed run did not finish
+            remove(joinPath(m_places.programs, name));
     if (m_result.notRemoved.empty())
         remove(m_places.manifest); // else the next run needs it
     removeDirectories();
