@@ -44,14 +44,14 @@ EnteredName::EnteredName(const GroupViewController& groups, const Group& group, 
     : name(typed.toStdString()) {
     if (typed == editableName(group) || name == group.name())
         name = std::string(group.name());
+    else if (isTaken(groups, group, name, typed))
+        fault = Fault::Taken;
     else if (typed.trimmed().isEmpty())
         fault = Fault::Empty;
     else if (typed.size() > longest)
         fault = Fault::TooLong;
     else if (!isOneLine(typed))
         fault = Fault::NotOneLine;
-    else if (isTaken(groups, group, name, typed))
-        fault = Fault::Taken;
 }
 
 QString EnteredName::faultText(Fault fault) {

@@ -54,10 +54,9 @@ void GroupEditController::editGroup(const ListedGroup& group) {
     if (m_isOpen || !m_parts.groups.rowOf(group) || !group->canBeRemoved())
         return;
     show(group, EnteredName::editableName(*group));
+    m_keepsIcon = false;
     selectIconWithPath(group->iconPath());
-    if (group->iconPath().starts_with('/'))
-        m_parts.view.tell(Texts::tr("The icon comes from an image file. OK replaces it with the one selected "
-                                    "in the list; to keep it, choose the file again."));
+    m_parts.view.tell(iconWarning());
     showModalWindow();
 }
 
@@ -65,6 +64,7 @@ void GroupEditController::editCell(const ListedGroup& group, const QString& type
     if (m_isOpen || !m_parts.groups.rowOf(group) || !group->canBeRemoved())
         return;
     show(group, typed);
+    m_keepsIcon = true;
     showModalWindow();
 }
 
@@ -104,8 +104,11 @@ void GroupEditController::resetToDefault() {
     view.setName(EnteredName::editableName(*m_currentGroup));
     view.showIcon(*m_currentGroup);
     view.setAutoHide(m_currentGroup->autoHide().value_or(false));
-    selectIconWithPath(m_currentGroup->iconPath());
-    tellOfChosenImage();
+    if (m_keepsIcon && !itemWithPath(m_currentGroup->iconPath()))
+        view.selectIcon(std::nullopt);
+    else
+        selectIconWithPath(m_currentGroup->iconPath());
+    hasChosenImage() ? tellOfChosenImage() : view.tell(iconWarning());
 }
 
 void GroupEditController::autoHideChanged() {
@@ -116,11 +119,30 @@ void GroupEditController::autoHideChanged() {
 // --- The icon ---
 
 // Of two equal entries the later wins.
+std::optional<std::size_t> GroupEditController::itemWithPath(std::string_view path) const {
+    for (std::size_t item = m_menuItems.size(); item > 0; --item)
+        if (m_menuItems[item - 1].IconPath == path)
+            return item - 1;
+    return std::nullopt;
+}
+
+// The first where there is none.
 void GroupEditController::selectIconWithPath(std::string_view path) {
-    std::size_t item = m_menuItems.size();
-    while (item > 0 && m_menuItems[--item].IconPath != path) {
-    }
-    m_parts.view.selectIcon(item);
+    m_parts.view.selectIcon(itemWithPath(path).value_or(0));
+}
+
+// Empty where the group keeps its icon, or where an image was chosen instead.
+QString GroupEditController::iconWarning() const {
+    const bool isReplaced = m_currentGroup->iconPath().starts_with('/') && m_parts.view.selectedIcon();
+    return isReplaced && !hasChosenImage()
+               ? Texts::tr("The icon comes from an image file. OK replaces it with the one selected "
+                           "in the list; to keep it, choose the file again.")
+               : QString();
+}
+
+void GroupEditController::tellOfUnreadableImage(const QString& trouble) {
+    const QString warning = iconWarning();
+    m_parts.view.tell(warning.isEmpty() ? trouble : trouble + QLatin1Char('\n') + warning);
 }
 
 void GroupEditController::setFromList() {
@@ -155,8 +177,8 @@ void GroupEditController::changeFileLocation() {
 void GroupEditController::takeImageFile(const std::string& path) {
     auto image = m_parts.images.imageAtPath(path);
     if (!image)
-        return m_parts.view.tell(Texts::tr("“%1” is no image that can be read. The icon stays as it is.")
-                                     .arg(shownPath(lastPathComponent(path))));
+        return tellOfUnreadableImage(Texts::tr("“%1” is no image that can be read. The icon stays as it is.")
+                                         .arg(shownPath(lastPathComponent(path))));
     showImage(path, std::move(*image));
     setNewIconPath(path);
     m_newImage.reset();
@@ -166,7 +188,8 @@ void GroupEditController::takeImageFile(const std::string& path) {
 void GroupEditController::takeImage(std::string_view bytes) {
     auto image = m_parts.images.imageIn(bytes);
     if (!image)
-        return m_parts.view.tell(Texts::tr("This is no image that can be read. The icon stays as it is."));
+        return tellOfUnreadableImage(
+            Texts::tr("This is no image that can be read. The icon stays as it is."));
     showImage({}, *image);
     setNewIconPath({});
     m_newImage = std::move(image);
@@ -207,9 +230,11 @@ std::optional<std::string> GroupEditController::iconPathToApply() {
     if (!newIconPath().empty()) {
         if (m_parts.images.imageAtPath(newIconPath()))
             return newIconPath();
-        m_parts.view.tell(
-            Texts::tr("“%1” can no longer be read. OK takes the icon that is selected in the list.")
-                .arg(shownPath(lastPathComponent(newIconPath()))));
+        const QString trouble =
+            m_parts.view.selectedIcon()
+                ? Texts::tr("“%1” can no longer be read. OK takes the icon that is selected in the list.")
+                : Texts::tr("“%1” can no longer be read. OK leaves the icon as it is.");
+        m_parts.view.tell(trouble.arg(shownPath(lastPathComponent(newIconPath()))));
         setNewIconPath({});
         m_parts.view.showIcon(*m_currentGroup);
         return std::nullopt;

@@ -63,7 +63,10 @@ private:
     void initMenuItems();
     void show(const ListedGroup& group, const QString& name);
     void showModalWindow();
+    std::optional<std::size_t> itemWithPath(std::string_view path) const;
     void selectIconWithPath(std::string_view path);
+    QString iconWarning() const;
+    void tellOfUnreadableImage(const QString& trouble);
     void showImage(const std::string& iconPath, Bytes image);
     bool hasChosenImage() const { return !m_newIconPath.empty() || m_newImage; }
     void tellOfChosenImage();
@@ -75,6 +78,7 @@ private:
     std::string m_newIconPath;
     std::optional<Bytes> m_newImage; // without a file
     bool m_isOpen = false;
+    bool m_keepsIcon = false; // unless one is chosen
 };
 
 } // namespace veilkeep

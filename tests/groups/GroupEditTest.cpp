@@ -254,6 +254,38 @@ TEST(GroupEditTest, ANameInTheListGoesOnInTheFormAndKeepsTheIcon) {
     EXPECT_EQ(group->iconPath(), file);
 }
 
+TEST(GroupEditTest, TheIconOfAnImageFileIsNeverLostWithoutAWord) {
+    EditWorld world;
+    const std::string file = world.tree.makeFile("photo.png", "photo"), empty = world.tree.makeFile("no.png");
+    const ListedGroup group = world.row(3);
+    world.groups.setNewName("Photos", file, group);
+    const QString& line = world.view.line;
+    world.edit("Photos", [&](auto& controller) {
+        const QString warning = line;
+        EXPECT_FALSE(warning.isEmpty());
+        controller.takeImageFile(empty);
+        EXPECT_TRUE(line.endsWith(warning) && line != warning) << line.toStdString();
+        controller.takeImage("");
+        EXPECT_TRUE(line.endsWith(warning) && line != warning) << line.toStdString();
+        controller.resetToDefault();
+        EXPECT_EQ(line, warning);
+        controller.takeImageFile(file);
+        EXPECT_EQ(line, QString());
+    });
+    world.view.steps = [&](auto& controller) {
+        controller.takeImageFile(world.tree.makeFile("gone.png", "gone"));
+        std::filesystem::remove(world.tree.path("gone.png"));
+        controller.apply();
+        EXPECT_EQ(line, "“gone.png” can no longer be read. OK leaves the icon as it is.");
+        controller.resetToDefault();
+        EXPECT_EQ(world.view.selected, std::nullopt);
+        EXPECT_EQ(line, QString());
+        controller.apply();
+    };
+    world.controller.editCell(group, "Trip");
+    EXPECT_EQ(group->iconPath(), file);
+}
+
 TEST(GroupEditTest, TheMarkIsWrittenByOkAlone) {
     EditWorld world;
     world.view.steps = [&](auto& controller) {
