@@ -43,7 +43,7 @@ SoundController* SoundController::sharedInstance() {
 
 void SoundController::playSound(const char* key) {
     const auto sound = m_sounds.find(key);
-    if (sound != m_sounds.end() && m_defaults.boolean(defaultsKey::playSounds).value_or(false))
+    if (sound != m_sounds.end() && m_defaults.boolean(defaultsKey::playSounds).value_or(true))
         m_player.play(sound->second);
 }
 

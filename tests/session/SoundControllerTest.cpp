@@ -38,6 +38,9 @@ TEST(SoundControllerTest, PlaysTheSoundsThatAreThereWhereTheUserWantsThem) {
     defaults.set("PlaySounds", false);
     playAll();
     EXPECT_EQ(player.played, all);
+    defaults.set("PlaySounds", "of another kind");
+    sounds.playSound("DropSound");
+    EXPECT_EQ(player.played.size(), all.size() + 1);
 }
 
 } // namespace
