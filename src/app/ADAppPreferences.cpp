@@ -33,9 +33,11 @@ void ADApp::bringUpPreferences(const std::function<void()>& prepare) {
     if (!window)
         window = std::make_unique<PrefsWindow>(m_parts->prefs);
     prepare();
-    if (!window->isVisible())
+    if (window->isVisible())
+        m_parts->prefs.windowWillAppear(); // another program may have changed the settings since
+    else
         window->betterCenter();
-    window->show();
+    window->isMinimized() ? window->showNormal() : window->show();
     window->raise();
     window->activateWindow();
 }

@@ -8,7 +8,9 @@ namespace veilkeep {
 // The icon is there as long as the desktop has a place for it; without its setting, only where nothing else
 // leads to the window. One of both is always there, the icon or the windows' entries in the taskbar.
 void ADApp::setStatusBarItem() {
-    removeStatusBarItem();
+    m_parts->statusItem.reset();
+    m_parts->statusMenu.reset();
+    m_parts->taskbarEntries.update();
     if (!m_parts->prefs.showsMenuIcon())
         return;
     m_parts->statusMenu = std::make_unique<StatusMenu>(m_parts->list.groups(), *this);
@@ -23,7 +25,10 @@ void ADApp::setStatusBarItem() {
     m_parts->taskbarEntries.update();
 }
 
+// Not while the windows have no entries in the taskbar.
 void ADApp::removeStatusBarItem() {
+    if (m_parts->prefs.dockIconIsHidden())
+        return;
     m_parts->statusItem.reset();
     m_parts->statusMenu.reset();
     m_parts->taskbarEntries.update();

@@ -68,7 +68,7 @@ void PrefsController::windowWillAppear() {
 }
 
 void PrefsController::windowWillClose() {
-    if (const auto stored = m_parts.defaults.synchronize(); !stored)
+    if (const auto stored = m_parts.defaults.synchronize(); !isKept(stored))
         logError("The settings could not be stored", stored.error());
     const PrefsPage page = m_view->page();
     if (page != PrefsPage::General && page != PrefsPage::Update)
@@ -126,7 +126,7 @@ void PrefsController::setDockIconIsHidden(bool hidden) {
             defaults.set(defaultsKey::showMenuIconOfOld, std::int64_t{1});
         defaults.set(defaultsKey::showMenuIcon, true);
     }
-    if (const auto stored = m_parts.dockIcon.setShouldBeUIElement(hidden); !stored) {
+    if (const auto stored = m_parts.dockIcon.setShouldBeUIElement(hidden); !isKept(stored)) {
         defaults.discard(defaultsKey::showMenuIconOfOld);
         defaults.discard(defaultsKey::showMenuIcon);
         tell(tr("The setting could not be stored."), stored.error());
@@ -140,7 +140,7 @@ void PrefsController::setDockIconIsHidden(bool hidden) {
         m_parts.requestRelaunch();
     if (hidden)
         showIconInMenuBarClick();
-    m_view->setEnabled(PrefsBox::ShowInMenuBarBox, !hidden);
+    m_view->setEnabled(PrefsBox::ShowInMenuBarBox, !isIconNeeded());
 }
 
 bool PrefsController::shouldLaunchAtLogin() const {
@@ -170,9 +170,11 @@ bool PrefsController::needToCreateAutoHideExample() {
         return false;
     m_parts.defaults.set(defaultsKey::autoHideExample, std::int64_t{1});
     const auto stored = m_parts.defaults.synchronize();
-    if (!stored)
-        logError("That the example group was made is not stored", stored.error());
-    return stored.has_value();
+    if (isKept(stored))
+        return true;
+    m_parts.defaults.discard(defaultsKey::autoHideExample);
+    logError("That the example group was made is not stored", stored.error());
+    return false;
 }
 
 bool PrefsController::showsMenuIcon() {
@@ -210,7 +212,7 @@ void PrefsController::boxClick(PrefsBox box) {
 }
 
 void PrefsController::settingClick(PrefsBox box) {
-    if (const auto stored = m_boxes.set(box, m_view->isOn(box)); !stored)
+    if (const auto stored = m_boxes.set(box, m_view->isOn(box)); !isKept(stored))
         tell(tr("The setting could not be stored."), stored.error());
     m_view->setOn(box, m_boxes.isOn(box));
 }
@@ -238,8 +240,8 @@ void PrefsController::showBoxes() {
         m_view->setOn(box, m_boxes.isOn(box));
     const bool willBeHidden = m_parts.dockIcon.willBeUIElement();
     m_view->setOn(ShowInDockBox, !willBeHidden);
-    m_view->setEnabled(ShowInMenuBarBox, !willBeHidden);
-    if (willBeHidden)
+    m_view->setEnabled(ShowInMenuBarBox, !isIconNeeded());
+    if (isIconNeeded())
         m_view->setOn(ShowInMenuBarBox, true);
     m_view->setHidden(PrefsText::WarningAboutRestartText, willBeHidden == dockIconIsHidden());
     m_view->setOn(LoginItemCheckBox, shouldLaunchAtLogin());
@@ -263,9 +265,15 @@ void PrefsController::tell(const QString& what, const Error& error) {
         m_view->showTrouble(what + QLatin1Char(' ') + errorWithPath(error));
 }
 
+bool PrefsController::isKept(const Result<void>& stored) {
+    if (!stored && stored.error().code == ErrorCode::NotDurable)
+        logError("The settings are stored, but not safe from a power cut yet", stored.error());
+    return stored || stored.error().code == ErrorCode::NotDurable;
+}
+
 bool PrefsController::store(std::initializer_list<const char*> keys) {
     const auto stored = m_parts.defaults.synchronize();
-    if (stored)
+    if (isKept(stored))
         return true;
     for (const char* const key : keys)
         m_parts.defaults.discard(key);

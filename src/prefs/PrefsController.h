@@ -100,7 +100,9 @@ private:
     void forgetEntries();
     void showBoxes();
     void settingClick(PrefsBox box);
+    bool isIconNeeded() const { return dockIconIsHidden() || m_parts.dockIcon.willBeUIElement(); }
     void tell(const QString& what, const Error& error);
+    static bool isKept(const Result<void>& stored); // that a power cut may undo it is for the log alone
     bool store(std::initializer_list<const char*> keys);
 
     void askForNewPassword();

@@ -4,11 +4,12 @@
 
 namespace veilkeep {
 
-// The box never changes by the click itself.
+// The box never changes by the click itself; what counts is what holds, which another program may have
+// changed.
 void PrefsController::requirePasswordClick() {
-    const bool wasOn = !m_view->isOn(PrefsBox::RequirePasswordBox);
-    m_view->setOn(PrefsBox::RequirePasswordBox, wasOn);
-    wasOn ? askForPassword() : askForNewPassword();
+    const bool isProtected = passwordProtected();
+    m_view->setOn(PrefsBox::RequirePasswordBox, isProtected);
+    isProtected ? askForPassword() : askForNewPassword();
 }
 
 void PrefsController::askForPassword() {
@@ -29,7 +30,9 @@ void PrefsController::askForNewPassword() {
 
 void PrefsController::changePasswordClick() {
     m_view->showTrouble({});
-    if (!m_view->isOn(PrefsBox::RequirePasswordBox))
+    const bool isProtected = passwordProtected();
+    m_view->setOn(PrefsBox::RequirePasswordBox, isProtected);
+    if (!isProtected)
         return askForNewPassword();
     using enum PrefsField;
     hide({PrefsText::ChangeDoesntMutchText, PrefsText::WrongOldPasswordText});
@@ -47,7 +50,7 @@ void PrefsController::setPasswordOkClick() {
     if (password.isEmpty())
         return tell(PrefsText::SetBlankPasswordText, PrefsField::SetPasswordSecureField);
     setPasswordProtectedInternal(true);
-    if (const auto stored = m_passwordManager->setPassword(password); !stored) {
+    if (const auto stored = m_passwordManager->setPassword(password); !isKept(stored)) {
         m_parts.defaults.discard(defaultsKey::passwordDigest);
         m_parts.defaults.discard(defaultsKey::passwordEnabled);
         emit passwordProtectedChanged(passwordProtected());
@@ -74,7 +77,7 @@ void PrefsController::changePasswordOkClick() {
     const QString password = m_view->stringValue(ChangeNewPasswordSecureField);
     if (password != m_view->stringValue(ChangeConfirmSecureField))
         return tell(PrefsText::ChangeDoesntMutchText, ChangeNewPasswordSecureField);
-    if (const auto stored = m_passwordManager->setPassword(password); !stored) {
+    if (const auto stored = m_passwordManager->setPassword(password); !isKept(stored)) {
         m_parts.defaults.discard(defaultsKey::passwordDigest);
         tell(tr("The password could not be stored."), stored.error());
     }

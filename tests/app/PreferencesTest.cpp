@@ -79,6 +79,33 @@ TEST(PreferencesTest, AreNotOpenBehindThePassword) {
     }
 }
 
+TEST(PreferencesTest, BroughtToTheFrontTheySayWhatHoldsNow) {
+    AppWorld world;
+    ASSERT_TRUE(world.start());
+    world.app().showPreferenceWindow();
+    PrefsWindow& window = *openPreferences(world);
+    window.showMinimized();
+    UserDefaults other;
+    other.set(defaultsKey::playSounds, false);
+    ASSERT_TRUE(other.synchronize());
+    world.app().showPreferenceWindow();
+    EXPECT_FALSE(window.isMinimized());
+    EXPECT_FALSE(window.isOn(PrefsBox::PlaySoundsBox));
+
+    ASSERT_TRUE(world.parts().list.passwords().setPassword("secret"));
+    other.set(defaultsKey::passwordEnabled, true);
+    ASSERT_TRUE(other.synchronize());
+    EXPECT_FALSE(window.isOn(PrefsBox::RequirePasswordBox)) << "nothing was done there yet";
+    world.parts().prefs.changePasswordClick();
+    EXPECT_EQ(window.page(), PrefsPage::ChangePassword);
+    EXPECT_TRUE(window.isOn(PrefsBox::RequirePasswordBox));
+    other.set(defaultsKey::passwordEnabled, false);
+    ASSERT_TRUE(other.synchronize());
+    world.parts().prefs.requirePasswordClick();
+    EXPECT_EQ(window.page(), PrefsPage::SetPassword);
+    EXPECT_FALSE(window.isOn(PrefsBox::RequirePasswordBox));
+}
+
 TEST(PreferencesTest, DamagedSettingsAreToldAndKeptAside) {
     const std::string file = OwnPlaces::current().defaultsFile;
     std::filesystem::create_directories(std::filesystem::path(file).parent_path());

@@ -183,6 +183,7 @@ TEST_F(PrefsWindowTest, WithoutAWordOfTheUserTheBundleSaysIt) {
     EXPECT_TRUE(m_world->controller.dockIconIsHidden());
     m_world->click("Veilkeep in the taskbar");
     EXPECT_TRUE(warnsOfRestart());
+    EXPECT_FALSE(m_world->find<QCheckBox>("Icon in the panel")->isEnabled()) << "before the next start";
     startAnew();
     EXPECT_FALSE(m_world->controller.dockIconIsHidden());
 }
