@@ -3,7 +3,10 @@
 
 #include "core/storage/DefaultsKeys.h"
 
+#include "core/protocol/CloakWorkerComunicator.h"
 #include "core/protocol/SecurityController.h"
+#include "prefs/SoftwareUpdater.h"
+#include "session/InstallationOffer.h"
 #include "session/LeavingTriggers.h"
 #include "tests/app/AppWorld.h"
 #include "tests/support/bus/PrivateBus.h"
@@ -26,9 +29,10 @@ struct Row {
     std::function<std::string()> read; // what whoever reads it makes of it
     std::string whenAbsent;
     std::optional<Value> afterwards; // stored by then, where that is the first value
-    std::function<void()> write;     // null: its writer is not part of the application
-    Value written;
+    std::function<void()> write;
+    std::optional<Value> written; // nothing: another one each time
     std::string whenWritten;
+    bool isSetByReader = false; // which does what sets it
 };
 
 std::string yes(bool isTrue) {
@@ -39,6 +43,40 @@ class Silence : public SoundPlayer {
 public:
     void play(const std::string&) override { isPlayed = true; }
     bool isPlayed = false;
+};
+
+class NoInstallation : public Installation {
+public:
+    bool isInstalled() const override { return false; }
+    Result<void> install() override { return {}; }
+    Result<std::vector<std::string>> uninstall() override { return std::vector<std::string>(); }
+};
+
+// Declines, with the box ticked or not.
+class Refusal : public AlertPresenter {
+public:
+    explicit Refusal(bool ticksBox) : m_ticksBox(ticksBox) {}
+    AlertAnswer run(const Alert& alert) override {
+        isAsked = true;
+        return {alert.buttons.back().code, m_ticksBox};
+    }
+    void begin(const Alert&) override {}
+    void cancelOpen() override {}
+    void serveOthers() override {}
+    bool isAsked = false;
+
+private:
+    bool m_ticksBox;
+};
+
+class NothingNew : public SoftwareUpdates {
+public:
+    void check(WhenKnown whenKnown) override {
+        UpdateOutcome outcome;
+        outcome.kind = UpdateOutcome::Kind::UpToDate;
+        whenKnown(outcome);
+    }
+    void cancel() override {}
 };
 
 class DefaultsKeysTest : public ::testing::Test {
@@ -85,6 +123,9 @@ protected:
             settle();
         return yes(hasCome);
     }
+    std::function<void()> withRelaunchAsked(std::function<void()> action) {
+        return [this, action] { EXPECT_EQ(comesUp(action, "Relaunch required"), "yes"); };
+    }
     std::string removalAsks() {
         auto& files = m_world->files();
         files.filesController().setSelectedObjects(files.files().all());
@@ -109,8 +150,24 @@ protected:
         return yes(player.isPlayed);
     }
     std::string traces() {
-        const auto wished = parts().defaults.boolean(defaultsKey::cleanRecentItems);
+        const auto wished = TraceWishes::from(parts().defaults).cleanRecentItems;
         return wished ? yes(*wished) : "asks";
+    }
+    std::string tracesWithoutAnswer() {
+        parts().defaults.remove(defaultsKey::cleanRecentItems);
+        EXPECT_TRUE(parts().defaults.synchronize());
+        return traces();
+    }
+    std::string offersToInstall(bool ticksBox) {
+        Refusal refusal(ticksBox);
+        Alerts alerts(refusal, parts().defaults);
+        NoInstallation installation;
+        InstallationOffer(alerts, parts().defaults, installation).handleApplicationLaunchFromDiskImage();
+        return yes(refusal.isAsked);
+    }
+    void checkForUpdates() {
+        NothingNew updates;
+        SoftwareUpdater(updates, parts().defaults).checkForUpdates();
     }
     std::string lastCheck() {
         parts().prefs.setSelectedTab("TOOLBAR_UPDATE");
@@ -165,7 +222,13 @@ std::vector<Row> DefaultsKeysTest::rows() {
          "yes"},
         {playSounds, [this] { return sounds(); }, "yes", true, click(PlaySoundsBox), false, "no"},
         {cleanRecentItems, [this] { return traces(); }, "asks", {}, click(CleanRecentItemsBox), true, "yes"},
-        {recentsQuestionAnswered, nobody, "", {}, click(CleanRecentItemsBox), true, ""},
+        {recentsQuestionAnswered,
+         [this] { return tracesWithoutAnswer(); },
+         "asks",
+         {},
+         click(CleanRecentItemsBox),
+         true,
+         "no"},
         {noRemoveWarning,
          [this] { return removalAsks(); },
          "yes",
@@ -181,12 +244,18 @@ std::vector<Row> DefaultsKeysTest::rows() {
              return yes(parts().statusItem != nullptr);
          },
          "yes", true, click(ShowInMenuBarBox), false, "no"},
-        {showMenuIconOfOld, nobody, "", {}, [&] { prefs.setDockIconIsHidden(true); }, std::int64_t{1}, ""},
+        {showMenuIconOfOld,
+         nobody,
+         "",
+         {},
+         withRelaunchAsked([&] { prefs.setDockIconIsHidden(true); }),
+         std::int64_t{1},
+         ""},
         {dockIconHidden,
          [this] { return yes(LSUIElementManipulation(parts().defaults).shouldBeUIElement()); },
          "no",
          {},
-         click(ShowInDockBox),
+         withRelaunchAsked(click(ShowInDockBox)),
          true,
          "yes"},
         {hideOnSleep,
@@ -219,15 +288,21 @@ std::vector<Row> DefaultsKeysTest::rows() {
          "no"},
         {autoHideExample, [&] { return yes(prefs.needToCreateAutoHideExample()); }, "yes", std::int64_t{1},
          [&] { prefs.needToCreateAutoHideExample(); }, std::int64_t{1}, "no"},
-        {noOfferToInstall, nobody, "", {}, nullptr, true, ""},
-        {toldOfNoMenuIcon, [this] { return closingTells(); }, "yes", true, [this] { closingTells(); }, true,
+        {noOfferToInstall,
+         [this] { return offersToInstall(false); },
+         "yes",
+         {},
+         [this] { offersToInstall(true); },
+         true,
          "no"},
+        {toldOfNoMenuIcon, [this] { return closingTells(); }, "yes", true, [this] { closingTells(); }, true,
+         "no", true},
         {lastUpdateCheck,
          [this] { return lastCheck(); },
          "never",
          {},
-         nullptr,
-         "2026-01-31T12:00:00Z",
+         [this] { checkForUpdates(); },
+         {},
          "then"},
         {windowGeometry,
          [&, this] { return inNextWindow(isResized); },
@@ -263,20 +338,19 @@ void DefaultsKeysTest::check(const Row& row, const DefaultsKeyRow& known) {
     ASSERT_TRUE(defaults.synchronize());
     EXPECT_EQ(row.read(), row.whenAbsent) << "without a value";
     EXPECT_EQ(UserDefaults().value(row.key), row.afterwards) << "after it was read";
-    EXPECT_TRUE(row.afterwards || known.firstWrite == FirstWrite::WhenSet)
-        << "the table says that it has one";
+    EXPECT_EQ(row.afterwards.has_value(), known.firstWrite != FirstWrite::WhenSet || row.isSetByReader)
+        << "the table says otherwise";
     defaults.remove(row.key);
-    if (!row.write)
-        defaults.set(row.key, row.written);
     ASSERT_TRUE(defaults.synchronize());
-    if (row.write)
-        row.write();
-    EXPECT_EQ(UserDefaults().value(row.key), row.written);
+    row.write();
+    const auto written = UserDefaults().value(row.key);
+    ASSERT_TRUE(written);
+    EXPECT_EQ(*written, row.written.value_or(*written));
     EXPECT_EQ(row.read(), row.whenWritten) << "with the value that was written";
     using Kind = DefaultsKeyRow::Kind;
-    const Kind kind = row.written.asString()                                ? Kind::String
-                      : std::holds_alternative<bool>(row.written.content()) ? Kind::Boolean
-                                                                            : Kind::Integer;
+    const Kind kind = written->asString()                                ? Kind::String
+                      : std::holds_alternative<bool>(written->content()) ? Kind::Boolean
+                                                                         : Kind::Integer;
     EXPECT_EQ(kind, known.kind);
 }
 
