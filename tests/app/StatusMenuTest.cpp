@@ -152,6 +152,8 @@ TEST_F(StatusMenuTest, WithoutEntriesInTheTaskbarTheIconIsThereOrElseTheEntries)
         return run.output.find("_NET_WM_STATE_SKIP_TASKBAR") == std::string::npos;
     };
     EXPECT_FALSE(hasEntry());
+    world->app().removeStatusBarItem();
+    EXPECT_TRUE(world->app().hasStatusBarItem());
     tray->stop();
     EXPECT_TRUE(eventually([this] { return !world->app().hasStatusBarItem(); }));
     EXPECT_TRUE(hasEntry());
