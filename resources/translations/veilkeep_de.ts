@@ -671,6 +671,10 @@ Bitte starten Sie die Dateiverwaltung neu, um die Einträge zu benutzen.</transl
         <source>“%1” can no longer be read. OK takes the icon that is selected in the list.</source>
         <translation>„%1“ kann nicht mehr gelesen werden. OK nimmt das in der Liste gewählte Symbol.</translation>
     </message>
+    <message>
+        <source>“%1” can no longer be read. OK leaves the icon as it is.</source>
+        <translation>„%1“ kann nicht mehr gelesen werden. OK lässt das Symbol, wie es ist.</translation>
+    </message>
 </context>
 <context>
     <name>GroupNames</name>

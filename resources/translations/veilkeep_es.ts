@@ -671,6 +671,10 @@ Reinicie el gestor de archivos para empezar a usarlas.</translation>
         <source>“%1” can no longer be read. OK takes the icon that is selected in the list.</source>
         <translation>«%1» ya no se puede leer. Aceptar toma el icono elegido en la lista.</translation>
     </message>
+    <message>
+        <source>“%1” can no longer be read. OK leaves the icon as it is.</source>
+        <translation>«%1» ya no se puede leer. Aceptar deja el icono como está.</translation>
+    </message>
 </context>
 <context>
     <name>GroupNames</name>
