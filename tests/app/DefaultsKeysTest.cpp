@@ -49,7 +49,7 @@ class NoInstallation : public Installation {
 public:
     bool isInstalled() const override { return false; }
     Result<void> install() override { return {}; }
-    Result<std::vector<std::string>> uninstall() override { return std::vector<std::string>(); }
+    Result<Uninstalled> uninstall() override { return Uninstalled(); }
 };
 
 // Declines, with the box ticked or not.
