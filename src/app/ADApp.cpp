@@ -38,7 +38,10 @@ ADApp::ADApp(int& argc, char** argv, StartOptions options)
     setWindowIcon(programImage::named(QStringLiteral("com.ostrel.Veilkeep")));
 }
 
-ADApp::~ADApp() = default;
+// Events are worked on meanwhile, which look whether the parts are there.
+ADApp::~ADApp() {
+    m_parts.reset();
+}
 
 int ADApp::run() {
     if (start() && !m_hasEnded)

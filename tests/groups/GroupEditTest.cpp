@@ -109,9 +109,10 @@ TEST(GroupEditTest, OpensWithWhatTheGroupHas) {
     const auto names = world.names();
     const int before = world.view.timesOpened;
     for (const char* const fixed : {"All Files", "Custom Groups", "nobody's"}) {
-        world.edit(fixed == std::string("nobody's") ? "" : fixed,
-                   [](auto& controller) { controller.apply(); });
-        world.controller.editCell(world.groups.groupForName(fixed), "x");
+        const ListedGroup group = world.groups.groupForName(fixed); // null for nobody's
+        world.view.steps = [](auto& controller) { controller.apply(); };
+        world.controller.editGroup(group);
+        world.controller.editCell(group, "x");
     }
     EXPECT_EQ(world.view.timesOpened, before);
     EXPECT_EQ(world.names(), names);
