@@ -4,6 +4,9 @@
 #include "app/ask/FrontWindows.h"
 #include "app/hide/HideCaller.h"
 #include "core/filesystem/ItemPath.h"
+#include "core/log/Log.h"
+#include "core/storage/UserDefaults.h"
+#include "filelist/Texts.h"
 #include "format/ErrorText.h"
 #include "platform/EventLoop.h"
 #include "platform/linux/QuitSignals.h"
@@ -43,6 +46,22 @@ Request requestFor(const OpenRequest& items, RequestCaller& caller) {
     return request;
 }
 
+// Once: whoever notices it first has to say it, for it takes the password with it.
+void tellOfDamagedSettings(UserDefaults& defaults, HideCaller& caller) {
+    const auto text = [](const char* source) {
+        return QCoreApplication::translate("veilkeep::ADApp", source); // whose words these are
+    };
+    const auto kept = defaults.keepDamagedAside();
+    if (!kept) {
+        logError("The damaged settings cannot be put aside", kept.error());
+        caller.message(text("The settings are damaged and count as not set."));
+    } else if (*kept) {
+        caller.message(text("The settings were damaged and begin anew."));
+        caller.message(text("What they were is kept in %1. Where a password was set, please set it again.")
+                           .arg(shownPath(**kept)));
+    }
+}
+
 // A session that ends is noticed while a worker is waited for.
 void turnEventLoop() {
     wakeEventLoop();
@@ -58,6 +77,7 @@ RequestStatus hide(const OpenRequest& items) {
     QObject::connect(&quitSignals, &QuitSignals::quitAsked, &quitSignals, [&] { caller.cancel(); });
     quitSignals.start();
 
+    tellOfDamagedSettings(defaults, caller);
     const Request request = requestFor(items, caller);
     const bool isWhole = items.links.isEmpty() && request.paths.size() == items.paths.size();
     RequestStatus status = isWhole ? RequestStatus::AllWell : RequestStatus::SomeFailed;
