@@ -60,6 +60,10 @@ QDBusMessage FakePackageKit::answer(const QDBusMessage& call) {
     return {};
 }
 
+void FakePackageKit::finish(const QString& object) {
+    say(object, {});
+}
+
 void FakePackageKit::say(const QString& object, const Said& said) {
     constexpr uint ok = 1, failed = 2;
     QList<ToldPackage> together;

@@ -25,6 +25,7 @@ public:
 
     explicit FakePackageKit(std::map<QString, Said> said = {});
 
+    void finish(const QString& object); // a question that never ended
     std::vector<QDBusMessage> calls(const QString& method) const { return m_service->calls(method); }
 
 private:
