@@ -33,10 +33,6 @@ const Row* rowOf(PrefsBox box) {
 
 } // namespace
 
-bool SettingBoxes::isSetting(PrefsBox box) {
-    return rowOf(box) != nullptr;
-}
-
 // Any value at all says that removing is not asked about.
 bool SettingBoxes::isOn(PrefsBox box) const {
     const Row* const row = rowOf(box);

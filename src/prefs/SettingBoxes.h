@@ -10,8 +10,6 @@ class SettingBoxes {
 public:
     explicit SettingBoxes(UserDefaults& defaults) : m_defaults(defaults) {} // not owned
 
-    static bool isSetting(PrefsBox box);
-
     bool isOn(PrefsBox box) const;
 
     // Stored at once. After an error it is as it was, unless that is NotDurable.
