@@ -22,6 +22,7 @@
 namespace {
 
 using namespace veilkeep;
+using benchmark::Report;
 using List = benchmark::StoredList;
 
 template <class Value>
@@ -34,11 +35,11 @@ Value valueOf(Result<Value> result) {
 void check(bool holds, const char* what) {
     if (holds)
         return;
-    std::puts(what);
+    std::fprintf(stderr, "%s\n", what);
     std::exit(2);
 }
 
-bool loadIsFast(const std::string& path, std::size_t count) {
+void measureLoading(Report& report, const std::string& path, std::size_t count) {
     std::unique_ptr<List> list;
     volatile std::uint64_t digest = 0;
     const benchmark::Side load = {"load the list", [&] { list->controller.loadDataFromDisk(); },
@@ -50,12 +51,11 @@ bool loadIsFast(const std::string& path, std::size_t count) {
                                       const std::string bytes = valueOf(readWholeFile(path, SIZE_MAX));
                                       digest = XXH3_128bits(bytes.data(), bytes.size()).low64;
                                   }};
-    const bool fast = benchmark::sideBySide(load, read, 15.0);
+    benchmark::sideBySide(report, load, read);
     check(list->controller.files().size() == count, "not everything was loaded");
-    return fast;
 }
 
-bool saveIsFast(const std::string& path) {
+void measureSaving(Report& report, const std::string& path) {
     List list(path);
     list.controller.loadDataFromDisk();
     FileList& files = list.controller.files();
@@ -69,10 +69,10 @@ bool saveIsFast(const std::string& path) {
     const benchmark::Side write = {"write and sync the same bytes", [&] {
                                        check(replaceFile(other, bytes).has_value(), "nothing was written");
                                    }};
-    return benchmark::sideBySide(save, write, 2.0);
+    benchmark::sideBySide(report, save, write);
 }
 
-bool addingStaysLinear(const std::string& directory) {
+void measureAdding(Report& report, const std::string& directory) {
     constexpr int few = 10'000, parts = 10;
     const benchmark::SampleTree tree{directory, few * parts / 100, 100};
     benchmark::make(tree);
@@ -98,7 +98,7 @@ bool addingStaysLinear(const std::string& directory) {
                                            add(part * few, few);
                                        }
                                    }};
-    return benchmark::sideBySide(all, tenth, 1.3, 3);
+    benchmark::sideBySide(report, all, tenth, 3);
 }
 
 } // namespace
@@ -111,9 +111,10 @@ int main(int count, char** arguments) {
     const auto records = benchmark::sampleRecords(100'000);
     const std::string path = directory + "/FilesInfo.Veilkeep";
     check(replaceFile(path, benchmark::sampleArchive(records)).has_value(), "no list was written");
-    const bool loads = loadIsFast(path, records.size());
-    const bool saves = saveIsFast(path);
-    const bool adds = addingStaysLinear(directory + "/items");
+    Report report;
+    measureLoading(report, path, records.size());
+    measureSaving(report, path);
+    measureAdding(report, directory + "/items");
     std::filesystem::remove_all(directory);
-    return loads && saves && adds ? 0 : 1;
+    return report.exitStatus();
 }

@@ -1,18 +1,15 @@
 // What it costs to ask whether an item is protected: once in a process of its own, as the worker does, and
 // again and again in one process, as the list does.
 
+#include "benchmarks/support/Report.h"
+#include "benchmarks/support/SampleTree.h"
 #include "core/names/BaseCloakLogic.h"
-
-#include <sys/mman.h>
-#include <sys/stat.h>
-#include <sys/wait.h>
-#include <unistd.h>
+#include "tests/support/ScratchTree.h"
 
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
-#include <cstdlib>
-#include <fstream>
+#include <string>
 #include <vector>
 
 namespace {
@@ -24,7 +21,7 @@ double timeOfOne(const std::string& path) {
     const bool isProtected = veilkeep::BaseCloakLogic::isProtectedFileAtPath(path);
     const Microseconds time = std::chrono::steady_clock::now() - begin;
     if (isProtected)
-        std::printf("unexpectedly protected: %s\n", path.c_str());
+        veilkeep::benchmark::fail("unexpectedly protected: " + path);
     return time.count();
 }
 
@@ -34,7 +31,7 @@ double timeOfFirst(const char* program, const std::string& path) {
     FILE* output = ::popen(command.c_str(), "re");
     double time = 0;
     if (!output || std::fscanf(output, "%lf", &time) != 1)
-        std::perror("popen");
+        veilkeep::benchmark::fail("the first question in a process of its own");
     if (output)
         ::pclose(output);
     return time;
@@ -64,19 +61,13 @@ int main(int argumentCount, char** arguments) {
         std::printf("%f\n", timeOfOne(arguments[2]));
         return 0;
     }
-    std::string home = "/srv/veilkeep-benchmark-XXXXXX";
-    if (!::mkdtemp(home.data()))
-        return std::perror("mkdtemp"), 1;
-    ::setenv("HOME", home.c_str(), 1);
-    for (const char* variable : {"XDG_DATA_HOME", "XDG_CONFIG_HOME", "XDG_STATE_HOME", "XDG_CACHE_HOME"})
-        ::unsetenv(variable);
-    const std::string directory = home + "/Work/Letters", file = directory + "/report.pdf";
-    ::mkdir((home + "/Work").c_str(), 0755);
-    ::mkdir(directory.c_str(), 0755);
-    std::ofstream(file) << "text";
-    std::printf("%-12s %16s %16s\n", "", "first call", "each later call");
-    std::printf("%-12s %13.1f us %13.2f us\n", "file", medianOfFirst(arguments[0], file), meanOfLater(file));
-    std::printf("%-12s %13.1f us %13.2f us\n", "directory", medianOfFirst(arguments[0], directory),
-                meanOfLater(directory));
-    return std::system(("rm -rf '" + home + "'").c_str()) == 0 ? 0 : 1;
+    const veilkeep::test::ScratchTree tree;
+    const std::string file = tree.makeFile("home/Work/Letters/report.pdf", "text");
+    const std::string directory = tree.path("home/Work/Letters");
+    veilkeep::benchmark::Report report;
+    report.tell("first question, file", medianOfFirst(arguments[0], file), "median of 51");
+    report.tell("first question, directory", medianOfFirst(arguments[0], directory), "median of 51");
+    report.tell("later question, file", meanOfLater(file), "mean of 20,000");
+    report.tell("later question, directory", meanOfLater(directory), "mean of 20,000");
+    return report.exitStatus();
 }

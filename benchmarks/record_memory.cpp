@@ -1,4 +1,5 @@
 // Heap in use by the File records of a long list once it is loaded, the file's bytes that they keep included.
+#include "benchmarks/support/Report.h"
 #include "benchmarks/support/SampleRecords.h"
 #include "core/records/File.h"
 #include "core/storage/RecordArchive.h"
@@ -21,7 +22,6 @@ double heapInUse() { // in MB, 10^6 bytes
 int main() {
     using namespace veilkeep;
     constexpr std::size_t count = 100'000;
-    constexpr double limit = 110;
     const std::string archive = benchmark::sampleArchive(benchmark::sampleRecords(count));
     const double before = heapInUse();
     std::vector<File> files;
@@ -29,14 +29,14 @@ int main() {
     {
         Result<RecordArchive> decoded = decodeArchive(std::string(archive), "files"); // a copy, as just read
         if (!decoded || decoded->records.size() != count) {
-            std::puts("the archive does not decode");
+            std::fputs("the archive does not decode\n", stderr);
             return 2;
         }
         for (PropertyDictionary& record : decoded->records)
             files.emplace_back(std::move(record));
     }
     const double used = heapInUse() - before;
-    std::printf("%zu File records hold %.1f MB of heap (at most %.0f wanted: %s)\n", count, used, limit,
-                used <= limit ? "yes" : "NO");
-    return used <= limit ? 0 : 1;
+    benchmark::Report report;
+    report.tell("100,000 records", used, "heap in use by File records");
+    return report.exitStatus();
 }

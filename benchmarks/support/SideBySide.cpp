@@ -28,9 +28,17 @@ void printTimes(const std::string& name, const std::vector<double>& times) {
     std::printf("%-50s %10.2f ms  (%.2f to %.2f)\n", name.c_str(), median(times), least, greatest);
 }
 
+std::string detailOf(const std::vector<double>& times, const std::vector<double>& ratios) {
+    const auto [least, greatest] = std::ranges::minmax(ratios);
+    char text[120];
+    std::snprintf(text, sizeof text, "%.3f to %.3f in %zu rounds, %.2f ms", least, greatest, ratios.size(),
+                  median(times));
+    return text;
+}
+
 } // namespace
 
-bool sideBySide(const Side& ours, const std::vector<Yardstick>& yardsticks, double limit, int rounds) {
+void sideBySide(Report& report, const Side& ours, const std::vector<Yardstick>& yardsticks, int rounds) {
     std::vector<double> oursTimes, ratios;
     std::vector<std::vector<double>> yardstickTimes(yardsticks.size());
     for (int round = -1; round < rounds; ++round) {
@@ -50,15 +58,11 @@ bool sideBySide(const Side& ours, const std::vector<Yardstick>& yardsticks, doub
     printTimes(ours.name, oursTimes);
     for (std::size_t number = 0; number < yardsticks.size(); ++number)
         printTimes(yardsticks[number].side.name, yardstickTimes[number]);
-    const auto [least, greatest] = std::ranges::minmax(ratios);
-    const double ratio = median(ratios);
-    std::printf("%-50s %10.3f     (%.3f to %.3f in %d rounds; at most %.2f wanted: %s)\n", "ratio", ratio,
-                least, greatest, rounds, limit, ratio <= limit ? "yes" : "NO");
-    return ratio <= limit;
+    report.tell(ours.name, median(ratios), detailOf(oursTimes, ratios));
 }
 
-bool sideBySide(const Side& ours, const Side& yardstick, double limit, int rounds) {
-    return sideBySide(ours, std::vector<Yardstick>{{yardstick}}, limit, rounds);
+void sideBySide(Report& report, const Side& ours, const Side& yardstick, int rounds) {
+    sideBySide(report, ours, std::vector<Yardstick>{{yardstick}}, rounds);
 }
 
 } // namespace veilkeep::benchmark

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "benchmarks/support/Report.h"
+
 #include <functional>
 #include <string>
 #include <vector>
@@ -19,10 +21,10 @@ struct Yardstick {
     double times = 1.0;
 };
 
-// Runs the sides in turn, one round uncounted and then `rounds` counted ones, and prints the median times
-// and the median, least and greatest of the ratio of ours to the yardsticks' sum, taken round by round.
-// Answers whether the median ratio is at most `limit`.
-bool sideBySide(const Side& ours, const std::vector<Yardstick>& yardsticks, double limit, int rounds = 7);
-bool sideBySide(const Side& ours, const Side& yardstick, double limit, int rounds = 7);
+// Runs the sides in turn, one round uncounted and then `rounds` counted ones, prints the median times, and
+// reports the median, least and greatest of the ratio of ours to the yardsticks' sum, taken round by round,
+// as the figure of our side's name.
+void sideBySide(Report& report, const Side& ours, const std::vector<Yardstick>& yardsticks, int rounds = 7);
+void sideBySide(Report& report, const Side& ours, const Side& yardstick, int rounds = 7);
 
 } // namespace veilkeep::benchmark

@@ -23,7 +23,7 @@ namespace {
 using Clock = std::chrono::steady_clock;
 
 [[noreturn]] void stop(const std::string& why) {
-    std::puts(why.c_str());
+    std::fprintf(stderr, "%s\n", why.c_str());
     std::exit(2);
 }
 
@@ -44,10 +44,15 @@ bool isScreenMiddlePainted() {
 } // namespace
 
 OwnDesktop::OwnDesktop() {
-    for (const std::string& why : {m_display.trouble(), m_systemBus.whyMissing(), m_sessionBus.whyMissing()})
-        if (!why.empty())
-            stop(why);
     std::filesystem::create_directories(OwnPlaces::current().dataDirectory);
+}
+
+std::string OwnDesktop::whyMissing() const {
+    std::string reason = m_display.trouble();
+    for (const test::PrivateBus* bus : {&m_systemBus, &m_sessionBus})
+        if (reason.empty())
+            reason = bus->whyMissing();
+    return reason;
 }
 
 std::string OwnDesktop::dataFile() const {

@@ -9,13 +9,14 @@
 
 namespace veilkeep::benchmark {
 
-// A display, a home and message buses of the benchmark's own. Ends the program where one cannot be had.
+// A display, a home and message buses of the benchmark's own.
 class OwnDesktop {
 public:
     OwnDesktop();
 
     const test::ScratchTree& tree() const { return m_tree; }
-    std::string dataFile() const; // of the list; its directory is there
+    std::string whyMissing() const; // empty where all are there
+    std::string dataFile() const;   // of the list; its directory is there
 
 private:
     test::ScratchTree m_tree;
