@@ -137,12 +137,13 @@ def may_be_repeated(row):
 
 
 def with_second_try(first, second):
-    """The rows of the first run, those that were repeated with both values and the second one's verdict."""
+    """The rows of the first run; what was repeated, or was seen to be bad only now, has both values."""
     again = {row.figure: row for row in second}
     rows = []
     for row in first:
         other = again.get(row.figure)
-        if may_be_repeated(row) and other:
+        is_bad_now = other and other.verdict in BAD and not may_be_repeated(other)
+        if is_bad_now or (other and may_be_repeated(row) and other.verdict != SKIPPED):
             row = dataclasses.replace(other, measured=f"{row.measured}, then {other.measured}",
                                       remark=f"2nd try: {other.remark}")
         rows.append(row)

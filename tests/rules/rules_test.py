@@ -7,6 +7,7 @@ import tempfile
 import unittest
 from pathlib import Path
 
+import benchmarks
 import file_sizes
 import formatting
 import include_direction
@@ -87,6 +88,36 @@ class Rules(unittest.TestCase):
                 self.assertEqual(ended.returncode, status, ended.stdout + ended.stderr)
                 for text in told:
                     self.assertIn(text, ended.stdout + ended.stderr)
+
+    def test_benchmarks_have_rows_and_report(self):
+        limits = benchmarks.limits_of(Path(__file__).parents[2])
+        program = '// reports\n#include "Report.h"\nvoid f(Report& r) { r.tell("speed", 1); } // "size"\n'
+        with tempfile.TemporaryDirectory() as root:
+            directory = Path(root, "benchmarks")
+            directory.mkdir()
+            Path(directory, "CMakeLists.txt").write_text("veilkeep_add_benchmark(run core)\nadd_executable(walk a)\n")
+            Path(directory, "run.cpp").write_text(program)
+            Path(directory, "walk.cpp").write_text("int main() {}\n")
+            Path(directory, "wait").write_text('#!/usr/bin/env python3\nReport().tell("calls", 0)\n')
+            Path(directory, "wait").chmod(0o755)
+            for rows, found in [
+                (["run speed", "walk way", "wait calls"], ["walk.cpp: reports nothing", "does not report way"]),
+                (["run speed", "run size", "wait calls"],
+                 ["run.cpp: does not report size", "no row for walk", "walk.cpp: reports nothing"]),
+                (["run speed", "fly height", "walk way"],
+                 ["no row for wait", "walk.cpp: reports nothing", "does not report way", "no benchmark fly"]),
+            ]:
+                figures = [limits.Figure(*row.split(), "-", None, "ms", "why") for row in rows]
+                told = list(benchmarks.findings(Path(root), figures))
+                self.assertEqual(len(told), len(found), told)
+                for text in found:
+                    self.assertTrue(any(text in line for line in told), (text, told))
+            page = Path(root, "docs", "performance.md")
+            page.parent.mkdir()
+            for written, count in [(limits.document(figures), 0), (limits.document(figures[1:]), 1)]:
+                page.write_text(written)
+                told = list(benchmarks.document_findings(Path(root), limits.document(figures)))
+                self.assertEqual(len(told), count, told)
 
     @unittest.skipIf(formatting.reason_to_skip(), formatting.reason_to_skip())
     def test_formatting_finds_what_is_not_formatted(self):
