@@ -81,8 +81,8 @@ def calls_of(process, seconds, trace):
         sys.exit(f"strace ended too early: {tracer.stderr.read().strip()}")
     tracer.send_signal(signal.SIGINT)
     tracer.wait()
-    # The calls that strace found it in, and left it in, are no wake-ups.
-    lines = [line for line in trace.read_text().splitlines() if "<unfinished" not in line]
+    # The calls that strace found it in, and left it in, are no wake-ups, and ends of threads no calls.
+    lines = [line for line in trace.read_text().splitlines() if "<unfinished" not in line and "+++" not in line]
     return [line for line in lines if not re.search(r"resumed|detached|restart_syscall", line)]
 
 
