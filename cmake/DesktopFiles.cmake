@@ -7,6 +7,11 @@ configure_file("${PROJECT_SOURCE_DIR}/resources/desktop/com.ostrel.Veilkeep.serv
 install(FILES "${VEILKEEP_DESKTOP_ENTRY}" DESTINATION /usr/share/applications)
 install(FILES "${VEILKEEP_BUS_SERVICE}" DESTINATION /usr/share/dbus-1/services)
 
+# For catalogues of software; the pictures are those of docs/images, which the vendor's address has to serve.
+set(VEILKEEP_METAINFO "${PROJECT_BINARY_DIR}/com.ostrel.Veilkeep.metainfo.xml")
+configure_file("${PROJECT_SOURCE_DIR}/resources/desktop/com.ostrel.Veilkeep.metainfo.xml.in" "${VEILKEEP_METAINFO}" @ONLY)
+install(FILES "${VEILKEEP_METAINFO}" DESTINATION /usr/share/metainfo)
+
 set(images "${PROJECT_SOURCE_DIR}/resources/images")
 install(FILES "${images}/com.ostrel.Veilkeep.svg" DESTINATION /usr/share/icons/hicolor/scalable/apps)
 install(FILES "${images}/com.ostrel.Veilkeep-symbolic.svg" DESTINATION /usr/share/icons/hicolor/symbolic/apps)
@@ -26,7 +31,10 @@ foreach(file desktop/com.ostrel.Veilkeep.desktop.in desktop/com.ostrel.Veilkeep.
     get_filename_component(name "${file}" NAME)
     configure_file("${PROJECT_SOURCE_DIR}/resources/${file}" "${templates}/${name}" COPYONLY)
 endforeach()
-configure_file("${PROJECT_SOURCE_DIR}/docs/veilkeepctl.1" "${templates}/veilkeepctl.1" COPYONLY)
+foreach(manual veilkeep.1 veilkeepctl.1)
+    configure_file("${PROJECT_SOURCE_DIR}/docs/${manual}" "${templates}/${manual}" COPYONLY)
+    install(FILES "${PROJECT_SOURCE_DIR}/docs/${manual}" DESTINATION /usr/share/man/man1)
+endforeach()
 foreach(shell bash fish zsh)
     configure_file("${PROJECT_SOURCE_DIR}/resources/completions/${shell}" "${templates}/veilkeepctl.${shell}" COPYONLY)
 endforeach()

@@ -27,6 +27,7 @@ constexpr struct {
     {"com.ostrel.Veilkeep.svg", "icons/hicolor/scalable/apps/com.ostrel.Veilkeep.svg", Form::AsItIs},
     {"com.ostrel.Veilkeep-symbolic.svg", "icons/hicolor/symbolic/apps/com.ostrel.Veilkeep-symbolic.svg",
      Form::AsItIs},
+    {"veilkeep.1", "man/man1/veilkeep.1", Form::AsItIs},
     {"veilkeepctl.1", "man/man1/veilkeepctl.1", Form::AsItIs},
     {"veilkeepctl.bash", "bash-completion/completions/veilkeepctl", Form::AsItIs},
     {"veilkeepctl.fish", "fish/vendor_completions.d/veilkeepctl.fish", Form::AsItIs},
