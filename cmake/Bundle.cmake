@@ -35,6 +35,23 @@ endforeach()
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/resources/filemanagers/"
         DESTINATION "${VEILKEEP_INSTALLED_BUNDLE}/Contents/Resources/filemanagers")
 
+# Two of them take such files for all users as well (docs/file-managers.md).
+function(veilkeep_entries_for_everybody)
+    set(MARK "Entries for all users; the preferences make no others beside them.")
+    set(PROGRAM "${VEILKEEP_INSTALLED_PROGRAMS}/Veilkeep")
+    set(entries "${PROJECT_BINARY_DIR}/filemanagers")
+    set(names dolphin.desktop com.ostrel.Veilkeep.desktop hide.nemo_action com.ostrel.Veilkeep.hide.nemo_action
+              show.nemo_action com.ostrel.Veilkeep.show.nemo_action)
+    while(names)
+        list(POP_FRONT names template entry)
+        configure_file("${PROJECT_SOURCE_DIR}/resources/filemanagers/${template}" "${entries}/${entry}" @ONLY)
+    endwhile()
+    install(FILES "${entries}/com.ostrel.Veilkeep.desktop" DESTINATION /usr/share/kio/servicemenus)
+    install(FILES "${entries}/com.ostrel.Veilkeep.hide.nemo_action" "${entries}/com.ostrel.Veilkeep.show.nemo_action"
+            DESTINATION /usr/share/nemo/actions)
+endfunction()
+veilkeep_entries_for_everybody()
+
 set(VEILKEEP_POLICY "${PROJECT_BINARY_DIR}/com.ostrel.Veilkeep.policy")
 configure_file("${PROJECT_SOURCE_DIR}/resources/com.ostrel.Veilkeep.policy.in" "${VEILKEEP_POLICY}" @ONLY)
 install(FILES "${VEILKEEP_POLICY}" DESTINATION /usr/share/polkit-1/actions)

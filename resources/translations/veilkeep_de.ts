@@ -560,6 +560,14 @@ Bitte starten Sie die Dateiverwaltung neu, um die Einträge zu benutzen.</transl
         <source>I&apos;ll restart it later</source>
         <translation>Später neu starten</translation>
     </message>
+    <message>
+        <source>Entries for all users stay</source>
+        <translation>Einträge für alle Benutzer bleiben</translation>
+    </message>
+    <message>
+        <source>%1: the entries came with %2 for all users of this computer, and go with it.</source>
+        <translation>%1: Die Einträge kamen mit %2 für alle Benutzer dieses Computers und gehen mit ihm.</translation>
+    </message>
 </context>
 <context>
     <name>GroupEdit</name>

@@ -560,6 +560,14 @@ Reinicie el gestor de archivos para empezar a usarlas.</translation>
         <source>I&apos;ll restart it later</source>
         <translation>La reiniciaré más tarde</translation>
     </message>
+    <message>
+        <source>Entries for all users stay</source>
+        <translation>Las entradas para todos los usuarios se quedan</translation>
+    </message>
+    <message>
+        <source>%1: the entries came with %2 for all users of this computer, and go with it.</source>
+        <translation>%1: las entradas llegaron con %2 para todos los usuarios de este equipo y se van con él.</translation>
+    </message>
 </context>
 <context>
     <name>GroupEdit</name>

@@ -20,6 +20,7 @@ struct FileManagerChange {
     std::vector<Error> noDirectory = {};   // directories that could not be made
     std::vector<Error> notChanged = {};    // files
     std::vector<Restart> toRestart = {};
+    std::vector<std::string> forEverybody = {}; // file managers that keep entries for all users
 
     bool hasFailed() const { return !noDirectory.empty() || !notChanged.empty(); }
 };
@@ -30,18 +31,20 @@ class FileManagerMenu {
 public:
     virtual ~FileManagerMenu() = default;
 
-    virtual bool isInstalled() const = 0;         // in any of them
+    virtual bool isInstalled() const = 0;         // by the user in any of them, or for everybody in all
     virtual bool isSourceThere() const = 0;       // the bundle holds what is installed
     virtual bool isAnyManagerPresent() const = 0; // that could show the entries
 
-    // For the file managers that are present. What the user made himself of an entry stays as it is.
+    // For the file managers that are present and have none for everybody. What the user made himself of an
+    // entry stays as it is.
     virtual FileManagerChange install() = 0;
 
-    // Brings entries that an older version made, or that start another copy of the program, up to date.
+    // Brings entries that an older version made, or that start another copy of the program, up to date. Those
+    // that are there for everybody as well go.
     virtual FileManagerChange renew() = 0;
 
     // From all of them, with the directories that were made for it and are empty. An entry that the user
-    // changed has failed and stays.
+    // changed has failed and stays; those for everybody stay as well.
     virtual FileManagerChange remove() = 0;
 
     virtual void restart(const std::vector<FileManagerChange::Restart>& toRestart) = 0;

@@ -46,6 +46,21 @@ void FinderPlugin::remove() {
     offerRestart(change, Texts::tr("Plugin successfully uninstalled"),
                  Texts::tr("Plugin successfully uninstalled from %1\n"
                            "Please restart Finder to apply the changes."));
+    tellWhatStays(change);
+}
+
+void FinderPlugin::tellWhatStays(const FileManagerChange& change) {
+    if (change.forEverybody.empty())
+        return;
+    QStringList managers;
+    for (const std::string& manager : change.forEverybody)
+        managers.append(QString::fromStdString(manager));
+    Alert alert;
+    alert.style = Alert::Style::Informational;
+    alert.title = Texts::tr("Entries for all users stay");
+    alert.message = Texts::tr("%1: the entries came with %2 for all users of this computer, and go with it.")
+                        .arg(managers.join(QLatin1String(", ")), applicationName());
+    m_alerts.runAlert(std::move(alert), {Texts::tr("OK")});
 }
 
 void FinderPlugin::install() {

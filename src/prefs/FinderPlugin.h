@@ -25,6 +25,7 @@ public:
 private:
     void install();
     void remove();
+    void tellWhatStays(const FileManagerChange& change);
     void warn(const QString& title, const QString& text);
     void offerRestart(const FileManagerChange& change, const QString& title, const QString& text);
 

@@ -103,6 +103,15 @@ TEST(FinderPlugin, DoesTheOppositeOfWhatIsInstalledAndTellsWhatItHasTo) {
          {{"Finder plugin could not be uninstalled.", "OK",
            "Could not uninstall plugin from /f, /g. Try to remove it manually.", ok, Alert::Style::Warning}},
          "remove"},
+        {"removed, but for those of all users",
+         true,
+         true,
+         true,
+         {.changed = {"/m"}, .forEverybody = {"Dolphin", "Nemo"}},
+         {{"Entries for all users stay", "OK",
+           "Dolphin, Nemo: the entries came with Veilkeep for all users of this computer, and go with it.",
+           ok, Alert::Style::Informational}},
+         "remove"},
     };
     const ScratchTree tree;
     UserDefaults defaults;

@@ -66,10 +66,29 @@ std::unique_ptr<MenuEntry> LinuxFileManagerMenu::entryOf(const FileManagerFile& 
     return std::make_unique<ThunarEntry>(std::move(path), content, m_parts.version, std::move(systemFiles));
 }
 
-bool LinuxFileManagerMenu::isInstalled() const {
-    return std::ranges::any_of(fileManagerFiles(), [this](const FileManagerFile& file) {
-        return isOurs(entryOf(file, {})->state());
+// The file with the same name among the system's data. A package installs it for those that look there.
+bool LinuxFileManagerMenu::isForEverybody(const FileManagerFile& file) const {
+    if (file.base != FileManagerFile::Base::DataHome)
+        return false;
+    return std::ranges::any_of(m_parts.places.data, [&](const std::string& data) {
+        return data != m_parts.user.dataHome &&
+               itemExistsAt(joinPath(joinPath(data, file.finderPluginLocation), file.outputFinderPluginName));
     });
+}
+
+bool LinuxFileManagerMenu::isForEverybody(const FileManager& manager) const {
+    return std::ranges::all_of(fileManagerFiles(), [&](const FileManagerFile& file) {
+        return &file.manager != &manager || isForEverybody(file);
+    });
+}
+
+bool LinuxFileManagerMenu::isInstalled() const {
+    return std::ranges::any_of(
+               fileManagerFiles(),
+               [this](const FileManagerFile& file) { return isOurs(entryOf(file, {})->state()); }) ||
+           (isAnyManagerPresent() && std::ranges::all_of(fileManagers(), [this](const FileManager& manager) {
+                return !isPresent(manager, m_parts.places) || isForEverybody(manager);
+            }));
 }
 
 bool LinuxFileManagerMenu::isSourceThere() const {
@@ -84,18 +103,23 @@ bool LinuxFileManagerMenu::isAnyManagerPresent() const {
 FileManagerChange LinuxFileManagerMenu::install() {
     FileManagerChange change;
     for (const FileManagerFile& file : fileManagerFiles())
-        if (isPresent(file.manager, m_parts.places))
+        if (isPresent(file.manager, m_parts.places) && !isForEverybody(file))
             install(file, change);
     return change;
 }
 
 FileManagerChange LinuxFileManagerMenu::renew() {
     FileManagerChange change;
+    std::vector<MadePlace> made;
     for (const FileManagerFile& file : fileManagerFiles()) {
         const auto content = contentOf(file);
-        if (content && entryOf(file, *content)->state() == State::Outdated)
+        const State state = content ? entryOf(file, *content)->state() : State::Absent;
+        if (isForEverybody(file) && (state == State::Current || state == State::Outdated))
+            remove(file, change, made);
+        else if (state == State::Outdated)
             install(file, change);
     }
+    removePlaces(made);
     return change;
 }
 
@@ -123,20 +147,25 @@ void LinuxFileManagerMenu::install(const FileManagerFile& file, FileManagerChang
 FileManagerChange LinuxFileManagerMenu::remove() {
     FileManagerChange change;
     std::vector<MadePlace> made;
-    for (const FileManagerFile& file : fileManagerFiles()) {
-        const auto entry = entryOf(file, contentOf(file).value_or(std::string())); // to compare with
-        const bool wasThere = isOurs(entry->state());
-        const auto removed = entry->remove();
-        if (!removed) {
-            change.notChanged.push_back(removed.error());
-            continue;
-        }
-        made.push_back({directoryOf(file), *removed});
-        if (wasThere)
-            noteChange(file, entry->path(), change);
-    }
+    for (const FileManagerFile& file : fileManagerFiles())
+        remove(file, change, made);
     removePlaces(made);
+    for (const FileManager& manager : fileManagers())
+        if (isPresent(manager, m_parts.places) && isForEverybody(manager))
+            change.forEverybody.emplace_back(manager.name);
     return change;
+}
+
+void LinuxFileManagerMenu::remove(const FileManagerFile& file, FileManagerChange& change,
+                                  std::vector<MadePlace>& made) const {
+    const auto entry = entryOf(file, contentOf(file).value_or(std::string())); // to compare with
+    const bool wasThere = isOurs(entry->state());
+    const auto removed = entry->remove();
+    if (!removed)
+        return change.notChanged.push_back(removed.error());
+    made.push_back({directoryOf(file), *removed});
+    if (wasThere)
+        noteChange(file, entry->path(), change);
 }
 
 void LinuxFileManagerMenu::noteChange(const FileManagerFile& file, const std::string& path,

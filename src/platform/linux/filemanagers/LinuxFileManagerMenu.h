@@ -8,10 +8,12 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace veilkeep {
 
 class MenuEntry;
+struct MadePlace;
 
 // Entries as files among the user's settings, made of the templates in the bundle. Main thread.
 class LinuxFileManagerMenu : public FileManagerMenu {
@@ -40,7 +42,10 @@ private:
     std::string directoryOf(const FileManagerFile& file) const;
     Result<std::string> contentOf(const FileManagerFile& file) const;
     std::unique_ptr<MenuEntry> entryOf(const FileManagerFile& file, const std::string& content) const;
+    bool isForEverybody(const FileManagerFile& file) const;
+    bool isForEverybody(const FileManager& manager) const;
     void install(const FileManagerFile& file, FileManagerChange& change) const;
+    void remove(const FileManagerFile& file, FileManagerChange& change, std::vector<MadePlace>& made) const;
     void noteChange(const FileManagerFile& file, const std::string& path, FileManagerChange& change) const;
 
     const Parts m_parts;

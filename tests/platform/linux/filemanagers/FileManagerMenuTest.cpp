@@ -112,6 +112,58 @@ TEST(FileManagerMenu, EntriesOfAnOlderVersionOrAnotherCopyAreRenewed) {
     EXPECT_EQ(world.home(), before);
 }
 
+// No menu has an entry twice.
+TEST(FileManagerMenu, WhatIsThereForEverybodyIsNotInstalledBeside) {
+    const auto addForEverybody = [](const MenuWorld& world) {
+        for (const char* each : {"kio/servicemenus/com.ostrel.Veilkeep.desktop",
+                                 "nemo/actions/com.ostrel.Veilkeep.hide.nemo_action",
+                                 "nemo/actions/com.ostrel.Veilkeep.show.nemo_action"})
+            world.tree.makeFile(std::string("usr/") + each);
+    };
+    const struct {
+        const char* what;
+        std::vector<std::string> managers;
+        std::size_t files; // of the user's own
+        std::vector<std::string> forEverybody;
+    } rows[] = {
+        {"those alone", {"dolphin", "nemo"}, 0, {"Dolphin", "Nemo"}},
+        {"another one as well", {"dolphin", "thunar"}, 1, {"Dolphin"}},
+        {"others alone", {"nautilus", "caja"}, 4, {}},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.what);
+        const MenuWorld world;
+        world.addManagers(row.managers);
+        const auto before = world.home();
+        addForEverybody(world);
+        LinuxFileManagerMenu menu = world.menu();
+        EXPECT_EQ(menu.isInstalled(), row.files == 0);
+        EXPECT_EQ(menu.install().changed.size(), row.files);
+        EXPECT_TRUE(menu.isInstalled());
+        EXPECT_EQ(menu.remove().forEverybody, row.forEverybody);
+        EXPECT_EQ(menu.isInstalled(), row.files == 0);
+        EXPECT_EQ(world.home(), before);
+    }
+
+    // They were the user's own before; one that the user changed stays.
+    const MenuWorld world;
+    world.addManagers({"dolphin", "nemo"});
+    const auto before = world.home();
+    for (const char* version : {"0.9", "1.0"}) {
+        ASSERT_FALSE(world.menu(version).install().hasFailed());
+        addForEverybody(world);
+        EXPECT_EQ(world.menu("1.0").renew().changed.size(), 3U);
+        EXPECT_EQ(world.home(), before);
+        std::filesystem::remove_all(world.tree.path("usr"));
+    }
+    ASSERT_FALSE(world.menu().install().hasFailed());
+    const std::string changed = world.data("nemo/actions/com.ostrel.Veilkeep.hide.nemo_action");
+    writeFile(changed, readFile(changed) + "UriScheme=file\n");
+    addForEverybody(world);
+    EXPECT_EQ(world.menu().renew().changed.size(), 2U);
+    EXPECT_TRUE(exists(changed));
+}
+
 TEST(FileManagerMenu, WhatIsNotOursAloneStays) {
     const MenuWorld world;
     world.addManagers(allManagers);

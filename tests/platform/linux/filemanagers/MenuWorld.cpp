@@ -34,7 +34,9 @@ LinuxFileManagerMenu MenuWorld::menu(const std::string& version) const {
     return LinuxFileManagerMenu(
         {.bundle = bundle,
          .version = version,
-         .places = {.programs = {tree.path("bin")}, .data = {tree.path("usr")}, .config = {tree.path("etc")}},
+         .places = {.programs = {tree.path("bin")},
+                    .data = {tree.path("home/.local/share"), tree.path("usr")},
+                    .config = {tree.path("etc")}},
          .isOnBus = [this](const std::string& each) { return running.contains(each); }});
 }
 
