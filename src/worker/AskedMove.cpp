@@ -2,9 +2,9 @@
 
 #include "core/base/PathText.h"
 #include "core/base/UniqueFd.h"
+#include "core/names/NameKeeping.h"
+#include "core/names/NumberedName.h"
 #include "worker/ItemDirectories.h"
-#include "worker/NameKeeping.h"
-#include "worker/NumberedName.h"
 #include "worker/OpenLists.h"
 #include "worker/Question.h"
 #include "worker/TraceCleaning.h"

@@ -4,7 +4,7 @@
 #include "core/base/UniqueFd.h"
 #include "core/filesystem/FileLock.h"
 #include "core/filesystem/MoveLeftover.h"
-#include "worker/NameKeeping.h"
+#include "core/names/NameKeeping.h"
 
 #include <fcntl.h>
 #include <stdio.h>

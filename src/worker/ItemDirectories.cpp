@@ -2,15 +2,14 @@
 
 #include "core/base/PathText.h"
 #include "core/base/SystemCall.h"
+#include "core/filesystem/AccessList.h"
 #include "core/filesystem/Directories.h"
+#include "core/filesystem/SharedDirectories.h"
 #include "core/names/HiddenName.h"
-#include "worker/AccessList.h"
 #include "worker/FileAccessAs.h"
 
 #include <fcntl.h>
-#include <linux/openat2.h>
 #include <sys/stat.h>
-#include <sys/syscall.h>
 #include <unistd.h>
 
 #include <mutex>
@@ -27,30 +26,6 @@ const std::string& hiddenName() {
 
 bool look(int directory, struct stat& status) {
     return retryOnInterrupt([&] { return ::fstat(directory, &status); }) == 0;
-}
-
-UniqueFd openWithoutLinks(int directory, const std::string& name) {
-    open_how how = {};
-    how.flags = directoryFlags;
-    how.resolve = RESOLVE_NO_SYMLINKS | RESOLVE_NO_MAGICLINKS;
-    const long fd =
-        retryOnInterrupt([&] { return ::syscall(SYS_openat2, directory, name.c_str(), &how, sizeof how); });
-    if (fd >= 0 || errno != ENOSYS)
-        return UniqueFd(static_cast<int>(fd));
-    return UniqueFd(
-        retryOnInterrupt([&] { return ::openat(directory, name.c_str(), directoryFlags | O_NOFOLLOW); }));
-}
-
-UniqueFd openRefusingLinks(std::string_view path) {
-    UniqueFd directory(retryOnInterrupt([] { return ::open("/", directoryFlags); }));
-    for (const std::string_view component : pathComponents(path)) {
-        if (component == "/")
-            continue;
-        if (!directory)
-            return directory;
-        directory = openWithoutLinks(directory.get(), std::string(component));
-    }
-    return directory;
 }
 
 // The group of what this process makes there is its own, unless the directory or the system says otherwise.
@@ -107,17 +82,10 @@ int distrust(int hidden, int parent, const User& askedBy) {
     struct stat own = {}, above = {};
     if (!look(hidden, own) || !look(parent, above))
         return errno;
-    constexpr mode_t writable = S_IWGRP | S_IWOTH;
     constexpr mode_t open = S_IROTH | S_IXOTH;
     const bool roots = own.st_uid == 0 && (own.st_mode & open) == open;
     const bool ownedWell = roots || own.st_uid == above.st_uid || own.st_uid == askedBy.id;
-    const mode_t forGroup = modeWithoutAccessList(hidden, own.st_mode) & S_IWGRP;
-    const mode_t forGroupAbove = modeWithoutAccessList(parent, above.st_mode) & S_IWGRP;
-    const bool forMore = (own.st_mode & writable & ~above.st_mode) != 0 || (forGroup & ~forGroupAbove) != 0;
-    const bool forAnotherGroup =
-        (own.st_mode & S_IWGRP) != 0 && own.st_gid != above.st_gid && (above.st_mode & S_IWOTH) == 0;
-    const bool lessSticky = (own.st_mode & writable) != 0 && (above.st_mode & ~own.st_mode & S_ISVTX) != 0;
-    return ownedWell && !forMore && !forAnotherGroup && !lessSticky ? 0 : ENOTDIR;
+    return ownedWell && !isOpenToMoreThan(hidden, parent) ? 0 : ENOTDIR;
 }
 
 // In a sticky directory nobody but its owner can take away what belongs to another. In a ".SYS_INDEX" that
@@ -142,7 +110,7 @@ bool takesNewEntriesOnly(int directory) {
 } // namespace
 
 UniqueFd openDirectory(std::string_view path) {
-    return ::geteuid() == 0 ? openRefusingLinks(path) : openDirectoryInPieces(path, directoryFlags);
+    return ::geteuid() == 0 ? openDirectoryWithoutLinks(path) : openDirectoryInPieces(path, directoryFlags);
 }
 
 HiddenDirectory openHiddenDirectory(int parent, const User* askedBy) {

@@ -3,10 +3,10 @@
 #include "core/base/PathText.h"
 #include "core/names/BaseCloakLogic.h"
 #include "core/names/HiddenName.h"
+#include "core/names/NameKeeping.h"
 #include "worker/ExclusiveRename.h"
 #include "worker/FileAccessAs.h"
 #include "worker/ItemDirectories.h"
-#include "worker/NameKeeping.h"
 
 #include <cerrno>
 

@@ -1,9 +1,9 @@
 #include "worker/OpenLists.h"
 
+#include "core/names/NumberedName.h"
 #include "tests/support/BackgroundProgram.h"
 #include "tests/support/ScratchTree.h"
 #include "tests/support/WaitUntil.h"
-#include "worker/NumberedName.h"
 
 #include <gtest/gtest.h>
 

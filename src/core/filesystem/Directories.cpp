@@ -5,7 +5,9 @@
 #include "core/base/SystemCall.h"
 
 #include <fcntl.h>
+#include <linux/openat2.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -22,6 +24,18 @@ bool isDirectory(const std::string& path) {
 UniqueFd openStep(int directory, const std::string& path, int flags) {
     return UniqueFd(
         retryOnInterrupt([&] { return ::openat(directory, path.c_str(), flags | O_DIRECTORY | O_CLOEXEC); }));
+}
+
+UniqueFd openWithoutLinks(int directory, const std::string& name) {
+    open_how how = {};
+    how.flags = O_PATH | O_DIRECTORY | O_CLOEXEC;
+    how.resolve = RESOLVE_NO_SYMLINKS | RESOLVE_NO_MAGICLINKS;
+    const long fd =
+        retryOnInterrupt([&] { return ::syscall(SYS_openat2, directory, name.c_str(), &how, sizeof how); });
+    if (fd >= 0 || errno != ENOSYS)
+        return UniqueFd(static_cast<int>(fd));
+    return UniqueFd(retryOnInterrupt(
+        [&] { return ::openat(directory, name.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC | O_NOFOLLOW); }));
 }
 
 } // namespace
@@ -63,6 +77,18 @@ UniqueFd openDirectoryInPieces(std::string_view path, int flags) {
         piece = joinPath(piece, component);
     }
     return openStep(directory.get(), piece, flags);
+}
+
+UniqueFd openDirectoryWithoutLinks(std::string_view path) {
+    UniqueFd directory = openStep(AT_FDCWD, "/", O_PATH);
+    for (const std::string_view component : pathComponents(path)) {
+        if (component == "/")
+            continue;
+        if (!directory)
+            return directory;
+        directory = openWithoutLinks(directory.get(), std::string(component));
+    }
+    return directory;
 }
 
 std::vector<std::string> entryNamesIn(const std::string& directory) {

@@ -20,6 +20,10 @@ Result<void> makeDirectories(const std::string& path, mode_t mode);
 // and links are followed. Without a descriptor errno says why.
 UniqueFd openDirectoryInPieces(std::string_view path, int flags);
 
+// A descriptor that names the directory at the absolute path (O_PATH), however long the path is; no component
+// of it may be a link. Without one errno says why.
+UniqueFd openDirectoryWithoutLinks(std::string_view path);
+
 // What is in the directory, but "." and "..", in no order; nothing where it cannot be read.
 std::vector<std::string> entryNamesIn(const std::string& directory);
 

@@ -1,4 +1,4 @@
-#include "worker/AccessList.h"
+#include "core/filesystem/AccessList.h"
 
 #include "core/base/SystemCall.h"
 

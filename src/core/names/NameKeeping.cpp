@@ -1,4 +1,4 @@
-#include "worker/NameKeeping.h"
+#include "core/names/NameKeeping.h"
 
 #include "core/base/CHandles.h"
 #include "core/base/SystemCall.h"

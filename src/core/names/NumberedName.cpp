@@ -1,4 +1,4 @@
-#include "worker/NumberedName.h"
+#include "core/names/NumberedName.h"
 
 #include "core/base/Utf8.h"
 

@@ -1,0 +1,40 @@
+#include "core/filesystem/SharedDirectories.h"
+
+#include "core/base/SystemCall.h"
+#include "core/filesystem/AccessList.h"
+
+#include <sys/stat.h>
+
+namespace veilkeep {
+namespace {
+
+constexpr mode_t writable = S_IWGRP | S_IWOTH;
+
+bool look(int directory, struct stat& status) {
+    return retryOnInterrupt([&] { return ::fstat(directory, &status); }) == 0;
+}
+
+} // namespace
+
+bool isOpenToMoreThan(int inner, int outer) {
+    struct stat own = {}, above = {};
+    if (!look(inner, own) || !look(outer, above))
+        return true;
+    const mode_t forGroup = modeWithoutAccessList(inner, own.st_mode) & S_IWGRP;
+    const mode_t forGroupAbove = modeWithoutAccessList(outer, above.st_mode) & S_IWGRP;
+    const bool forMore = (own.st_mode & writable & ~above.st_mode) != 0 || (forGroup & ~forGroupAbove) != 0;
+    const bool forAnotherGroup =
+        (own.st_mode & S_IWGRP) != 0 && own.st_gid != above.st_gid && (above.st_mode & S_IWOTH) == 0;
+    const bool lessSticky = (own.st_mode & writable) != 0 && (above.st_mode & ~own.st_mode & S_ISVTX) != 0;
+    return forMore || forAnotherGroup || lessSticky;
+}
+
+bool isSafeToEmptyAsRoot(int inner, int outer) {
+    struct stat own = {}, above = {};
+    if (!look(inner, own) || !look(outer, above))
+        return false;
+    const bool ownedWell = own.st_uid == 0 || own.st_uid == above.st_uid || (above.st_mode & writable) != 0;
+    return ownedWell && !isOpenToMoreThan(inner, outer);
+}
+
+} // namespace veilkeep
