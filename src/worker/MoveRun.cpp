@@ -11,6 +11,7 @@
 #include "worker/Question.h"
 #include "worker/RequestInput.h"
 #include "worker/RereadNotice.h"
+#include "worker/RescueMove.h"
 #include "worker/TraceCleaning.h"
 
 #include <unistd.h>
@@ -33,6 +34,8 @@ void leaveRecord(const std::string& currentPath, int action, const std::string& 
 }
 
 MoveAnswer moved(const WorkerRequest& request, const std::string& path, const Caller& caller) {
+    if (request.operation == WorkerRequest::Operation::Rescue)
+        return rescueItem(path);
     const User* const askedBy = caller.askedBy ? &*caller.askedBy : nullptr;
     const bool hides = request.operation == WorkerRequest::Operation::Hide;
     if (mayAsk(request, caller) && (!hides || request.removeRecents))
@@ -58,6 +61,8 @@ int move(const WorkerRequest& request, const std::string& path, const std::strin
         return failed;
     }
     const bool told = !request.printAnswer || deliver(STDOUT_FILENO, newFilenameLine(answer.newPath));
+    if (request.operation == WorkerRequest::Operation::Rescue)
+        return static_cast<int>(RecentsAnswer::NotAsked); // whoever rescues has no list, and looks again
     const auto leaveRecordIf = [&](bool isNeeded) {
         if (isNeeded && caller.mayWrite()) // without it a search for hidden items finds the item
             leaveRecord(answer.newPath, request.operation == WorkerRequest::Operation::Hide ? 1 : 0,

@@ -23,6 +23,8 @@ std::optional<WorkerRequest> WorkerRequest::parse(std::span<char* const> argumen
             operation = Operation::Hide;
         else if (argument == "-unhide" && isFirst())
             operation = Operation::Unhide;
+        else if (argument == "-rescue" && isFirst())
+            operation = Operation::Rescue;
         else if (argument == "-restore" && isFirst())
             operation = Operation::Restore;
         else
@@ -32,7 +34,8 @@ std::optional<WorkerRequest> WorkerRequest::parse(std::span<char* const> argumen
         return std::nullopt;
     request.operation = *operation;
     request.path = arguments.back();
-    if (request.path == "-" && request.operation != Operation::Restore && !request.isHeld) {
+    const bool mayBeOnInput = request.operation == Operation::Hide || request.operation == Operation::Unhide;
+    if (request.path == "-" && mayBeOnInput && !request.isHeld) {
         request.pathIsOnInput = true;
         request.path.clear();
     } else if (!request.path.starts_with('/')) {

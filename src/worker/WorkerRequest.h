@@ -6,12 +6,12 @@
 
 namespace veilkeep {
 
-// One command line: [-p] [-i] [-w] -hide [-removeRecents] PATH, [-p] [-i] [-w] -unhide PATH or [-p] -restore
-// DIRECTORY. "-" in PATH's place says that the path comes on standard input (RequestInput). -w waits for a
-// byte from there before anything is done. -i: questions may be asked, where the person at the screen can be
-// reached (Question.h).
+// One command line: [-p] [-i] [-w] -hide [-removeRecents] PATH, [-p] [-i] [-w] -unhide PATH, [-p] [-w]
+// -rescue PATH or [-p] -restore DIRECTORY. "-" in PATH's place says that the path comes on standard input
+// (RequestInput). -w waits for a byte from there before anything is done. -i: questions may be asked, where
+// the person at the screen can be reached (Question.h).
 struct WorkerRequest {
-    enum class Operation { Hide, Unhide, Restore };
+    enum class Operation { Hide, Unhide, Rescue, Restore };
 
     Operation operation = Operation::Hide;
     bool printAnswer = false;   // -p: the protocol line goes to standard output
