@@ -76,6 +76,8 @@ private:
         line.endNamesWithNul |= option == commandOption::Null;
         line.json |= option == commandOption::Json;
         line.yes |= option == commandOption::Yes;
+        line.dryRun |= option == commandOption::DryRun;
+        line.staysOnVolume |= option == commandOption::OneFileSystem;
         line.passwordFromInput |= option == commandOption::PasswordStdin;
         if (option == commandOption::State)
             line.state = value;
@@ -85,6 +87,8 @@ private:
             line.answers.push_back(value);
         if (option == commandOption::Group)
             line.group = value;
+        if (option == commandOption::To)
+            line.copyTo = value;
         line.all |= option == commandOption::All;
         const bool isState = value == "hidden" || value == "visible" || value == "broken";
         if (mistake.empty() && option == commandOption::State && !isState)
@@ -109,7 +113,9 @@ private:
             takeGroupWords();
         else if (rule)
             checkPaths(*rule);
-        else if (!line.paths.empty()) // "watch" and "uninstall" are no requests
+        else if (line.isRescue() && line.paths.empty())
+            mistake = "a path is missing";
+        else if (!line.isRescue() && !line.paths.empty()) // "watch" and "uninstall" are no requests either
             mistake = "'" + std::string(line.command->name) + "' takes no paths";
     }
 

@@ -21,6 +21,9 @@ struct CommandLine {
     bool json = false;
     bool yes = false;
     bool passwordFromInput = false;
+    bool dryRun = false;
+    bool staysOnVolume = false;
+    std::optional<std::string> copyTo;
     std::vector<std::string> answers;
     std::optional<std::string> state;
     std::optional<std::string> name;
@@ -29,6 +32,7 @@ struct CommandLine {
     std::vector<std::string> paths;
     QVariantMap groupOptions; // of "group", whose words are no paths
 
+    bool isRescue() const { return command && command->name == std::string_view("rescue"); }
     bool isPasswordCommand() const { return command && command->name == std::string_view("password"); }
 
     // The arguments without the program's name; a sentence about the mistake when they make no request.

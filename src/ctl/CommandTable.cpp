@@ -18,6 +18,9 @@ constexpr OptionSyntax options[] = {
     {All, nullptr, "--all", nullptr, "all items of the list"},
     {Answer, nullptr, "--answer", "WORD", "answer a question with the button of this title; may be repeated"},
     {Yes, nullptr, "--yes", nullptr, "answer questions with their default buttons"},
+    {DryRun, nullptr, "--dry-run", nullptr, "only show what would be done"},
+    {To, nullptr, "--to", "DIRECTORY", "copy what is hidden there, and change nothing where it lies"},
+    {OneFileSystem, nullptr, "--one-file-system", nullptr, "do not enter other file systems"},
     {PasswordStdin, nullptr, "--password-stdin", nullptr, "read the password from standard input"},
 };
 
@@ -55,6 +58,13 @@ constexpr CommandSyntax commands[] = {
      "Looks for hidden items below each directory, puts those that are not in the list into\n"
      "it, and prints their hidden paths. Nothing is moved.",
      Null | Answer | Yes},
+    {"rescue", "DIRECTORY...", "brings back all that is hidden, without any list",
+     "Looks for hidden items below each directory, shows where each would come back to, and\n"
+     "moves them there once you agree. Needs neither the list nor the application, so it works\n"
+     "on another computer's disk and, as root, on other users' files. What is in the way stays:\n"
+     "the item gets a number then. A directory may also be a .SYS_INDEX or one hidden item. With\n"
+     "--to, items are copied out instead, for disks that are read-only.",
+     Null | Answer | Yes | DryRun | To | OneFileSystem | PasswordStdin},
     {"merge", "FILE", "takes over the items of another list",
      "Adds the items of another list's file to the list, where they are not in it.", Answer | Yes},
     {"groups", "", "prints the groups",

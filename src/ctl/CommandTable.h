@@ -10,15 +10,18 @@ namespace veilkeep {
 // The options of veilkeepctl, as bits of a set.
 namespace commandOption {
 enum : std::uint32_t {
-    Null = 1 << 0,          // -0
-    Json = 1 << 1,          // --json
-    State = 1 << 2,         // --state WORD
-    Name = 1 << 3,          // --name PATTERN
-    Answer = 1 << 4,        // --answer WORD
-    Yes = 1 << 5,           // --yes
-    Group = 1 << 6,         // --group NAME
-    All = 1 << 7,           // --all
-    PasswordStdin = 1 << 8, // --password-stdin
+    Null = 1 << 0,           // -0
+    Json = 1 << 1,           // --json
+    State = 1 << 2,          // --state WORD
+    Name = 1 << 3,           // --name PATTERN
+    Answer = 1 << 4,         // --answer WORD
+    Yes = 1 << 5,            // --yes
+    Group = 1 << 6,          // --group NAME
+    All = 1 << 7,            // --all
+    PasswordStdin = 1 << 8,  // --password-stdin
+    DryRun = 1 << 9,         // --dry-run
+    To = 1 << 10,            // --to DIRECTORY
+    OneFileSystem = 1 << 11, // --one-file-system
 };
 } // namespace commandOption
 

@@ -59,6 +59,16 @@ void TerminalOutput::printPath(std::string_view before, std::string_view path) {
     write(line);
 }
 
+void TerminalOutput::printPair(std::string_view path, std::string_view place) {
+    const auto name = [this](std::string_view bytes) {
+        return m_escapeOutput ? printableName(bytes) : std::string(bytes);
+    };
+    const std::string_view between = m_endNamesWithNul ? std::string_view("\0", 1) : " -> ";
+    std::string line = name(path).append(between) + name(place);
+    line.push_back(m_endNamesWithNul ? '\0' : '\n');
+    write(line);
+}
+
 void TerminalOutput::printText(std::string_view text) {
     write(text);
 }

@@ -17,6 +17,7 @@ public:
 
     void printPath(std::string_view path);
     void printPath(std::string_view before, std::string_view path);  // before: "hidden", left out with -0
+    void printPair(std::string_view path, std::string_view place);   // "PATH -> PLACE"; with -0 two names
     void printText(std::string_view text);                           // as it is
     void printError(std::string_view path, std::string_view reason); // "veilkeepctl: PATH: REASON"
     void printMessage(const QString& message); // "veilkeepctl: MESSAGE", further lines below it

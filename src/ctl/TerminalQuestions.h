@@ -23,6 +23,9 @@ public:
     // Whether there are answers beside the cancelling ones.
     bool isInteractive() const { return !m_words.empty() || m_takesDefault || m_terminal; }
 
+    // Whether the answer to a question is given beforehand, as far as it can be known before it is put.
+    bool answersBeforehand() const { return !m_words.empty() || m_takesDefault; }
+
     // The number of a button. Events are worked on while the terminal is waited for.
     std::size_t ask(const Question& question);
     void cancel() { m_isCancelled = true; } // the question that is open

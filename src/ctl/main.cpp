@@ -3,6 +3,7 @@
 #include "ctl/CommandLine.h"
 #include "ctl/Interruption.h"
 #include "ctl/PasswordCommand.h"
+#include "ctl/RescueCommand.h"
 #include "ctl/RowOutput.h"
 #include "ctl/TerminalCaller.h"
 #include "ctl/TerminalOutput.h"
@@ -110,7 +111,8 @@ RequestStatus run(const CommandLine& line) {
     }
     if (line.command->name == std::string_view("watch"))
         return Watch(output).run();
-    tellOfDamagedSettings(output);
+    if (!line.isRescue()) // it leaves everything but items as it is
+        tellOfDamagedSettings(output);
     TerminalQuestions questions(line.answers, line.yes, output);
     RowOutput rows(contentOf(line), line.json, output);
     TerminalCaller caller(output, questions, rows);
@@ -120,6 +122,12 @@ RequestStatus run(const CommandLine& line) {
         return PasswordCommand(output, questions, caller).run(line.paths.front());
     if (line.command->name == std::string_view("uninstall"))
         return UninstallCommand(output, caller).run();
+
+    if (line.isRescue()) {
+        const RescueWishes wishes{line.paths, line.dryRun, line.staysOnVolume, line.copyTo};
+        const RequestStatus status = RescueCommand(wishes, output, questions, caller).run();
+        return output.flush() ? status : std::max(status, RequestStatus::SomeFailed);
+    }
 
     Request request{QString::fromLatin1(line.command->name), {}, requestOptions(line)};
     RequestStatus status = takePaths(line, request, output, caller);

@@ -5,7 +5,7 @@ RULE = "includes point one way only, as docs/architecture.md draws the layers, a
 # From the top down; a layer may include itself and those that come after it.
 _CORE = tuple(
     "core/" + folder
-    for folder in "protocol storage records tracking names log environment filesystem process base".split()
+    for folder in "rescue protocol storage records tracking names log environment filesystem process base".split()
 )
 _WIDGETS = tuple("widgets/" + folder for folder in "mainwindow groupedit grouplist filetable preferences dialogs preview controls images".split())
 _ORDER = (

@@ -13,7 +13,8 @@ namespace veilkeep {
 // Looks for hidden items below a directory, on all processors: each entry of each real directory named
 // ".SYS_INDEX" is one, whatever it is, but for a ".SYS_INDEX" in there and for placeholders of moves that
 // were cut off; that ".SYS_INDEX" and the hidden directories themselves are looked through as well. Moves
-// nothing. One scan for each object.
+// nothing. One scan after another; all are over once
+// cancelled.
 class HiddenItemScan {
 public:
     static constexpr std::size_t mostTroublesKept = 5;
@@ -24,6 +25,8 @@ public:
         std::vector<Error> troubles;  // of the first unreadable ones
         bool cancelled = false;
     };
+
+    explicit HiddenItemScan(bool staysOnVolume = false) : m_walker({.stayOnVolume = staysOnVolume}) {}
 
     // Gets an item's path as it is now: the directory as the caller spelled it, without "/" at its end, and
     // what follows; where the directory is a ".SYS_INDEX" under another name, its real path instead. Called
@@ -36,6 +39,8 @@ public:
 
     // From any thread or a signal handler, at any time.
     void cancel() { m_walker.cancel(); }
+
+    std::uint64_t directoriesSeen() const { return m_walker.directoriesSeen(); } // in all scans so far
 
 private:
     DirectoryWalker m_walker;
