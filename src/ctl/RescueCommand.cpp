@@ -1,8 +1,11 @@
 #include "ctl/RescueCommand.h"
 
+#include "core/base/PathText.h"
 #include "core/filesystem/ItemPath.h"
+#include "core/filesystem/ResolvedPath.h"
 #include "core/storage/UserDefaults.h"
 #include "ctl/Interruption.h"
+#include "ctl/RescueCopyRun.h"
 #include "ctl/RescueRun.h"
 #include "format/ErrorText.h"
 #include "format/PrintableName.h"
@@ -52,6 +55,8 @@ RequestStatus RescueCommand::run() {
     if (!isPasswordGiven())
         return RequestStatus::Refused;
     findRoots();
+    if (m_wishes.copyTo && !isTargetUsable())
+        return RequestStatus::Refused;
     search();
     if (Interruption::isAsked()) {
         message(Texts::tr("interrupted; nothing was moved"));
@@ -91,6 +96,26 @@ bool RescueCommand::isWritable(const RescueRoot& root, const std::string& argume
                Texts::tr("the disk is read-only, so nothing can be moved there; with --to DIRECTORY "
                          "what is hidden is copied to another place"));
     return false;
+}
+
+// It may be missing. What is copied must not lead back into what is searched.
+bool RescueCommand::isTargetUsable() {
+    const auto path = absoluteItemPath(*m_wishes.copyTo);
+    if (!path) {
+        itemFailed(*m_wishes.copyTo, errorReason(path.error()));
+        return false;
+    }
+    m_target = *path;
+    LinkResolver links;
+    const std::string resolved = links.resolved(cleanPath(*path));
+    for (const RescueRoot& root : m_roots)
+        if (isSameOrBelow(resolved, root.path)) {
+            itemFailed(
+                *m_wishes.copyTo,
+                Texts::tr("lies in %1, which is searched; please name another place").arg(shown(root.path)));
+            return false;
+        }
+    return true;
 }
 
 // The walk takes the processors; this thread shows how far it is.
@@ -183,7 +208,8 @@ void RescueCommand::showStep(const RescueStep& step) {
 
 bool RescueCommand::isWanted(const QString& title, const QString& text, const QString& button) {
     if (!m_questions.isInteractive()) {
-        message(Texts::tr("nothing was moved; with --yes it is done without asking"));
+        message(m_wishes.copyTo ? Texts::tr("nothing was copied; add --yes to copy without being asked")
+                                : Texts::tr("nothing was moved; add --yes to bring all this back"));
         return false;
     }
     return m_questions.ask({title, text, {button, Texts::tr("Cancel")}}) == 0;
@@ -204,7 +230,18 @@ void RescueCommand::moveEach(const std::string& worker) {
 }
 
 RequestStatus RescueCommand::copyAll() {
-    return m_status;
+    RescueCopyRun run(m_search.found(), m_roots, m_target, m_output, m_caller);
+    if (m_wishes.onlyShows || !m_questions.answersBeforehand())
+        run.showPlan();
+    if (m_wishes.onlyShows)
+        return m_status;
+    if (!isWanted(Texts::tr("Copy hidden items?"),
+                  Texts::tr("To %1, items: %2. Where they lie nothing is changed.")
+                      .arg(shown(m_target))
+                      .arg(run.total()),
+                  Texts::tr("Copy")))
+        return RequestStatus::Refused;
+    return run.copyAll() ? m_status : RequestStatus::SomeFailed;
 }
 
 void RescueCommand::itemFailed(const std::string& path, const QString& reason) {

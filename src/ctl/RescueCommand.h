@@ -34,6 +34,7 @@ private:
     bool isPasswordGiven();
     void findRoots();
     bool isWritable(const RescueRoot& root, const std::string& argument);
+    bool isTargetUsable();
     void search();
     void tellTroubles();
     void tellHiddenAround();
@@ -53,6 +54,7 @@ private:
     TerminalOutput& m_output;
     TerminalQuestions& m_questions;
     TerminalCaller& m_caller;
+    std::string m_target; // of copying
     std::vector<RescueRoot> m_roots;
     RescueSearch m_search;
     RequestStatus m_status = RequestStatus::AllWell;

@@ -1,0 +1,101 @@
+#include "core/rescue/CopyPlace.h"
+
+#include "core/base/CHandles.h"
+#include "core/base/SystemCall.h"
+#include "core/base/UniqueFd.h"
+#include "core/names/NameKeeping.h"
+#include "core/names/NumberedName.h"
+
+#include <fcntl.h>
+#include <stdio.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <string_view>
+
+namespace veilkeep {
+namespace {
+
+constexpr unsigned int firstNumber = 2, lastNumber = 9'999;
+
+// Where the file system cannot rename without replacing, over something empty that was made for it.
+int renameOverEmpty(const Place& from, const std::string& name, bool isDirectory) {
+    const UniqueFd file(
+        isDirectory ? -1 : ::openat(from.directory, name.c_str(), O_WRONLY | O_CREAT | O_EXCL, 0600));
+    if (isDirectory ? ::mkdirat(from.directory, name.c_str(), S_IRWXU) != 0 : !file)
+        return errno;
+    if (::renameat(from.directory, from.name.c_str(), from.directory, name.c_str()) == 0)
+        return 0;
+    const int error = errno;
+    ::unlinkat(from.directory, name.c_str(), isDirectory ? AT_REMOVEDIR : 0);
+    return error;
+}
+
+int renameWithoutReplacing(const Place& from, const std::string& name, bool isDirectory) {
+    if (::renameat2(from.directory, from.name.c_str(), from.directory, name.c_str(), RENAME_NOREPLACE) == 0)
+        return 0;
+    if (errno != EINVAL && errno != ENOSYS && errno != EOPNOTSUPP)
+        return errno;
+    return renameOverEmpty(from, name, isDirectory);
+}
+
+} // namespace
+
+bool isDirectory(const Place& place) {
+    const auto status = statusOf(place);
+    return status && S_ISDIR(status->st_mode);
+}
+
+Result<std::vector<std::string>> entryNames(int directory, const std::string& path) {
+    UniqueFd own(::openat(directory, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC | O_NOATIME));
+    if (!own && errno == EPERM)
+        own.reset(::openat(directory, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    const DirectoryStream stream(own ? ::fdopendir(own.get()) : nullptr);
+    if (!stream)
+        return Error::system("open", path, errno);
+    own.release();
+    std::vector<std::string> names;
+    errno = 0;
+    while (const dirent* const entry = ::readdir(stream.get())) {
+        if (const std::string_view name = entry->d_name; name != "." && name != "..")
+            names.emplace_back(name);
+        errno = 0;
+    }
+    if (errno != 0)
+        return Error::system("read", path, errno);
+    return names;
+}
+
+std::string freeNameIn(const Place& place) {
+    if (!statusOf(place))
+        return place.name;
+    const std::size_t longest = longestNameIn(place.directory);
+    const bool numbersAtEnd = isDirectory(place);
+    std::string name = place.name;
+    for (unsigned int number = firstNumber; number <= lastNumber; ++number)
+        if (name = numberedName(place.name, number, numbersAtEnd, longest);
+            !statusOf({place.directory, name}))
+            break;
+    return name;
+}
+
+std::string unfinishedName() {
+    return ".veilkeep-copy-" + std::to_string(::getpid());
+}
+
+Result<std::string> giveFreeName(const Place& unfinished, const std::string& name) {
+    const bool isFolder = isDirectory(unfinished);
+    const std::size_t longest = longestNameIn(unfinished.directory);
+    std::string given = name;
+    int error = renameWithoutReplacing(unfinished, given, isFolder);
+    for (unsigned int number = firstNumber; error == EEXIST && number <= lastNumber; ++number) {
+        given = numberedName(name, number, isFolder, longest);
+        error = renameWithoutReplacing(unfinished, given, isFolder);
+    }
+    if (error != 0)
+        return Error::system("rename", {}, error);
+    return given;
+}
+
+} // namespace veilkeep

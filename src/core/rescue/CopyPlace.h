@@ -1,0 +1,26 @@
+#pragma once
+
+#include "core/base/Result.h"
+#include "core/filesystem/Place.h"
+
+#include <string>
+#include <vector>
+
+namespace veilkeep {
+
+// Small steps of copying into a directory without replacing anything there.
+
+bool isDirectory(const Place& place);
+
+Result<std::vector<std::string>> entryNames(int directory, const std::string& path);
+
+// The name, or with the first number that nothing there has.
+std::string freeNameIn(const Place& place);
+
+// Like no other's: with this process' number.
+std::string unfinishedName();
+
+// Renames within the directory, to the name or with a number; answers which it was.
+Result<std::string> giveFreeName(const Place& unfinished, const std::string& name);
+
+} // namespace veilkeep

@@ -1,0 +1,280 @@
+#include "core/rescue/RescueCopy.h"
+
+#include "core/base/PathText.h"
+#include "core/base/SystemCall.h"
+#include "core/filesystem/ContentCopy.h"
+#include "core/filesystem/Directories.h"
+#include "core/filesystem/KeptAttributes.h"
+#include "core/filesystem/MoveLeftover.h"
+#include "core/filesystem/TreeCopy.h"
+#include "core/names/HiddenName.h"
+#include "core/names/NameKeeping.h"
+#include "core/names/NumberedName.h"
+#include "core/rescue/CopyPlace.h"
+
+#include <fcntl.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <vector>
+
+namespace veilkeep {
+namespace {
+
+// Two for each level of a tree that is copied.
+void allowManyDescriptors() {
+    rlimit limit = {};
+    if (::getrlimit(RLIMIT_NOFILE, &limit) == 0) {
+        limit.rlim_cur = limit.rlim_max;
+        ::setrlimit(RLIMIT_NOFILE, &limit);
+    }
+}
+
+// Reading leaves no trace, where the system allows that.
+UniqueFd openSource(const Place& place, int flags) {
+    const auto open = [&](int more) {
+        return retryOnInterrupt([&] {
+            return ::openat(place.directory, place.name.c_str(),
+                            O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC | flags | more);
+        });
+    };
+    const int quiet = open(O_NOATIME);
+    return UniqueFd(quiet < 0 && errno == EPERM ? open(0) : quiet);
+}
+
+} // namespace
+
+RescueCopy::RescueCopy(UniqueFd target, std::string targetPath, RescueCopyReport report)
+    : m_target(std::move(target)), m_targetPath(std::move(targetPath)), m_report(std::move(report)) {
+    allowManyDescriptors();
+}
+
+Result<RescueCopy::Copied> RescueCopy::copy(const std::string& hiddenPath, std::string_view place) {
+    const std::string folderPath(parentPath(place));
+    const UniqueFd source = openDirectoryWithoutLinks(parentPath(hiddenPath));
+    if (!source)
+        return Error::system("open", hiddenPath, errno);
+    std::string sourceFolder(parentPath(hiddenPath));
+    while (lastPathComponent(sourceFolder) == hiddenDirectoryName)
+        sourceFolder = parentPath(sourceFolder);
+    auto folder = openTargetFolder(sourceFolder, folderPath);
+    if (!folder)
+        return std::move(folder).error();
+    const Place from{source.get(), std::string(lastPathComponent(hiddenPath))};
+    const Place unfinished{folder->get(), unfinishedName()};
+    const std::string folderShown = folderPath.empty() ? m_targetPath : joinPath(m_targetPath, folderPath);
+    m_links.clear();
+    m_item = folder->get();
+    m_inItem.clear();
+    m_isWhole = true;
+    auto copied = copyAny(from, hiddenPath, unfinished);
+    Result<std::string> name = copied ? giveFreeName(unfinished, std::string(lastPathComponent(place)))
+                                      : Result<std::string>(std::move(copied).error());
+    if (name)
+        return Copied{joinPath(folderShown, *name), m_isWhole};
+    Error error = std::move(name).error();
+    if (const auto removed =
+            removeTree("/proc/self/fd/" + std::to_string(folder->get()) + "/" + unfinished.name);
+        !removed)
+        m_report.failed(
+            Error::system("remove", joinPath(folderShown, unfinished.name), removed.error().systemError));
+    if (error.path.empty())
+        error.path = hiddenPath;
+    return error;
+}
+
+// Each missing folder is made like the one that its items were hidden in.
+Result<UniqueFd> RescueCopy::openTargetFolder(const std::string& sourceFolder, std::string_view path) {
+    if (path.empty())
+        return UniqueFd(::fcntl(m_target.get(), F_DUPFD_CLOEXEC, 0));
+    auto above = openTargetFolder(std::string(parentPath(sourceFolder)), parentPath(path));
+    if (!above)
+        return above;
+    auto folder = makeTargetFolder(sourceFolder, {above->get(), std::string(lastPathComponent(path))});
+    if (!folder)
+        return Error::system("open", joinPath(m_targetPath, path), folder.error().systemError);
+    return folder;
+}
+
+Result<UniqueFd> RescueCopy::makeTargetFolder(const std::string& sourceFolder, const Place& place) {
+    const bool isMade = ::mkdirat(place.directory, place.name.c_str(), S_IRWXU) == 0;
+    if (!isMade && errno != EEXIST)
+        return Error::system("mkdir", {}, errno);
+    UniqueFd folder(retryOnInterrupt([&] {
+        return ::openat(place.directory, place.name.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
+    }));
+    if (!folder)
+        return Error::system("open", {}, errno);
+    const UniqueFd named = isMade ? openDirectoryWithoutLinks(sourceFolder) : UniqueFd();
+    const UniqueFd source = named ? openSource({named.get(), "."}, O_DIRECTORY) : UniqueFd();
+    struct stat status = {};
+    if (source && ::fstat(source.get(), &status) == 0) {
+        status.st_mode |= S_IRWXU; // or nothing could be put there
+        m_hasLostAttributes |= !keepAttributes(source.get(), status, folder.get());
+    }
+    return folder;
+}
+
+Result<void> RescueCopy::copyAny(const Place& from, const std::string& path, const Place& to) {
+    m_report.progress(path);
+    if (m_report.isCancelled())
+        return Error::system("copy", path, ECANCELED);
+    const auto status = statusOf(from);
+    if (!status)
+        return Error::system("lstat", path, errno);
+    if (S_ISDIR(status->st_mode))
+        return copyDirectory(from, path, to);
+    if (isLinked(*status, to))
+        return {};
+    auto copied =
+        S_ISREG(status->st_mode) ? copyFile(from, path, *status, to) : copySpecial(from, path, *status, to);
+    if (copied && status->st_nlink > 1)
+        m_links.try_emplace({status->st_dev, status->st_ino}, m_inItem + to.name);
+    return copied;
+}
+
+// Where the target knows no links it is copied once more.
+bool RescueCopy::isLinked(const struct stat& status, const Place& to) {
+    const auto first = status.st_nlink > 1 ? m_links.find({status.st_dev, status.st_ino}) : m_links.end();
+    return first != m_links.end() &&
+           ::linkat(m_item, first->second.c_str(), to.directory, to.name.c_str(), 0) == 0;
+}
+
+Result<void> RescueCopy::copyFile(const Place& from, const std::string& path, const struct stat& status,
+                                  const Place& to) {
+    const UniqueFd source = openSource(from, 0);
+    struct stat opened = {};
+    if (!source || ::fstat(source.get(), &opened) != 0)
+        return Error::system("open", path, errno);
+    if (!isSameItem(status, opened)) // somebody put something else there
+        return Error::system("open", path, ESTALE);
+    const UniqueFd target(
+        ::openat(to.directory, to.name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR));
+    if (!target)
+        return Error::system("create", path, errno);
+    auto copied = copyContent(source.get(), target.get(), [this] { return !m_report.isCancelled(); });
+    if (copied) {
+        m_hasLostAttributes |= !keepAttributes(source.get(), opened, target.get());
+        return {};
+    }
+    ::unlinkat(to.directory, to.name.c_str(),
+               0); // an item's half copy is taken away as a whole where this fails
+    Error error = std::move(copied).error();
+    error.path = path;
+    return error;
+}
+
+// Devices are left out: one from another computer's disk may give rights that nobody meant to give.
+Result<void> RescueCopy::copySpecial(const Place& from, const std::string& path, const struct stat& status,
+                                     const Place& to) {
+    if (S_ISCHR(status.st_mode) || S_ISBLK(status.st_mode))
+        return Error{ErrorCode::NotAFile, "copy", path, 0};
+    const auto made = [&] {
+        if (!S_ISLNK(status.st_mode))
+            return ::mknodat(to.directory, to.name.c_str(), status.st_mode & (S_IFMT | S_IRWXU), 0);
+        std::vector<char> target(static_cast<std::size_t>(status.st_size) + 4097); // ended by a NUL
+        if (::readlinkat(from.directory, from.name.c_str(), target.data(), target.size() - 1) < 0)
+            return -1;
+        return ::symlinkat(target.data(), to.directory, to.name.c_str());
+    };
+    if (made() != 0)
+        return Error::system("create", path, errno);
+    m_hasLostAttributes |= !keepAttributes(status, to);
+    return {};
+}
+
+Result<void> RescueCopy::copyDirectory(const Place& from, const std::string& path, const Place& to) {
+    const UniqueFd source = openSource(from, O_DIRECTORY);
+    struct stat status = {};
+    if (!source || ::fstat(source.get(), &status) != 0)
+        return Error::system("open", path, errno);
+    if (::mkdirat(to.directory, to.name.c_str(), S_IRWXU) != 0)
+        return Error::system("create", path, errno);
+    const UniqueFd target(
+        ::openat(to.directory, to.name.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+    if (!target)
+        return Error::system("create", path, errno);
+    const std::size_t before = m_inItem.size();
+    m_inItem += to.name + '/';
+    auto copied = copyEntries(source.get(), path, target.get());
+    m_inItem.resize(before);
+    if (copied)
+        m_hasLostAttributes |= !keepAttributes(source.get(), status, target.get());
+    return copied;
+}
+
+// What is hidden in it comes last, since visible items have their names already.
+Result<void> RescueCopy::copyEntries(int from, const std::string& path, int to) {
+    auto names = entryNames(from, path);
+    if (!names)
+        return std::move(names).error();
+    bool hasHidden = false;
+    for (const std::string& name : *names) {
+        if (name == hiddenDirectoryName && isDirectory({from, name})) {
+            hasHidden = true;
+            continue;
+        }
+        if (auto copied = copyEntry({from, name}, joinPath(path, name), {to, name}); !copied)
+            return copied;
+    }
+    return hasHidden ? copyHiddenEntries(from, path, to) : Result<void>();
+}
+
+Result<void> RescueCopy::copyHiddenEntries(int from, const std::string& path, int to) {
+    const std::string hiddenName(hiddenDirectoryName);
+    const std::string hiddenPath = joinPath(path, hiddenName);
+    const UniqueFd hidden = openSource({from, hiddenName}, O_DIRECTORY);
+    auto names = hidden ? entryNames(hidden.get(), hiddenPath)
+                        : Result<std::vector<std::string>>(Error::system("open", hiddenPath, errno));
+    if (!names) {
+        m_isWhole = false;
+        m_report.failed(names.error());
+        return {};
+    }
+    for (const std::string& name : *names) {
+        const Place item{hidden.get(), name};
+        if (name == hiddenDirectoryName && isDirectory(item)) {
+            if (auto copied = copyHiddenEntries(hidden.get(), hiddenPath, to); !copied)
+                return copied;
+            continue;
+        }
+        const MoveLeftover leftover = leftoverAt(item, {from, visibleName(name)});
+        if (leftover == MoveLeftover::SecondName || leftover == MoveLeftover::PlaceholderFile)
+            continue; // of a move that was cut off; the item itself is copied
+        if (auto copied = copyEntry(item, joinPath(hiddenPath, name), {to, visibleName(name)}); !copied)
+            return copied;
+    }
+    return {};
+}
+
+// An error ends the item's copy; what concerns one file alone is told and passed over.
+Result<void> RescueCopy::copyEntry(const Place& from, const std::string& path, const Place& to) {
+    const Place free{to.directory, freeNameIn(to)};
+    auto copied = copyAny(from, path, free);
+    if (copied || mustEnd(copied.error()))
+        return copied;
+    m_isWhole = false;
+    m_report.failed(copied.error());
+    return {};
+}
+
+bool RescueCopy::mustEnd(const Error& error) const {
+    switch (error.systemError) {
+    case ECANCELED:
+    case ENOSPC:
+    case EDQUOT:
+    case EROFS:
+        return true;
+    }
+    return error.operation == "write" && error.systemError == EIO;
+}
+
+Result<void> RescueCopy::sync() const {
+    if (::syncfs(m_target.get()) != 0)
+        return Error::system("syncfs", m_targetPath, errno);
+    return {};
+}
+
+} // namespace veilkeep
