@@ -3,6 +3,7 @@
 #include "core/base/PathText.h"
 #include "core/filesystem/ItemPath.h"
 #include "core/filesystem/ResolvedPath.h"
+#include "core/storage/DefaultsKeys.h"
 #include "core/storage/UserDefaults.h"
 #include "ctl/Interruption.h"
 #include "ctl/RescueCopyRun.h"
@@ -69,8 +70,11 @@ RequestStatus RescueCommand::run() {
     return m_wishes.copyTo ? copyAll() : moveAll();
 }
 
+// Where there is none the settings stay as they are, or absent: the manager would store that.
 bool RescueCommand::isPasswordGiven() {
     UserDefaults defaults;
+    if (!defaults.boolean(defaultsKey::passwordEnabled).value_or(false))
+        return true;
     PasswordManager passwords(defaults);
     return !passwords.isPasswordEnabled() || isGivenByCaller(passwords, m_caller);
 }
