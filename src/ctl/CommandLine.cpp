@@ -115,7 +115,7 @@ private:
             checkPaths(*rule);
         else if (line.isRescue() && line.paths.empty())
             mistake = "a path is missing";
-        else if (!line.isRescue() && !line.paths.empty()) // "watch" and "uninstall" are no requests either
+        else if (!line.isRescue() && !line.paths.empty()) // "watch", "doctor" and "uninstall" are no requests
             mistake = "'" + std::string(line.command->name) + "' takes no paths";
     }
 

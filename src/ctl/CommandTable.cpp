@@ -111,6 +111,13 @@ constexpr CommandSyntax commands[] = {
      "it meanwhile. Where a systemd user session runs, let that start it:\n"
      "systemctl --user enable --now veilkeep-watch",
      0},
+    {"doctor", "", "says what of this desktop will not work, and what to do",
+     "Looks at all that Veilkeep needs of the desktop and the system, and says of each whether it\n"
+     "works, is limited or does not work, what that means, and what can be done: packages to\n"
+     "install, settings to change. It starts no service, asks no password, changes nothing on the\n"
+     "disk, and takes some three seconds where a bus hangs. The exit status is 1 where something\n"
+     "does not work.",
+     Json},
     {"uninstall", "", "removes Veilkeep where you installed it for yourself",
      "Takes away what Veilkeep made when it offered to install itself: its program, its entry in\n"
      "menus, its commands, and the entry that starts it at login. What was changed since stays and\n"

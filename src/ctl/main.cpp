@@ -1,6 +1,7 @@
 #include "core/filesystem/ItemPath.h"
 #include "core/storage/UserDefaults.h"
 #include "ctl/CommandLine.h"
+#include "ctl/DoctorCommand.h"
 #include "ctl/Interruption.h"
 #include "ctl/PasswordCommand.h"
 #include "ctl/RescueCommand.h"
@@ -102,7 +103,8 @@ void tellOfDamagedSettings(TerminalOutput& output) {
 }
 
 RequestStatus run(const CommandLine& line) {
-    Interruption::watch();
+    if (line.command->name != std::string_view("doctor")) // which a signal may end at once
+        Interruption::watch();
     TerminalOutput output(line.endNamesWithNul);
     if (isRunByPkexec()) {
         output.printMessage(QCoreApplication::translate(
@@ -111,6 +113,8 @@ RequestStatus run(const CommandLine& line) {
     }
     if (line.command->name == std::string_view("watch"))
         return Watch(output).run();
+    if (line.command->name == std::string_view("doctor"))
+        return DoctorCommand(line.json, output).run();
     if (!line.isRescue()) // it leaves everything but items as it is
         tellOfDamagedSettings(output);
     TerminalQuestions questions(line.answers, line.yes, output);

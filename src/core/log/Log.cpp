@@ -119,6 +119,10 @@ Log& Log::shared() {
     return log;
 }
 
+void Log::keepSharedEmpty() {
+    shared().m_path.clear();
+}
+
 void Log::write(std::string_view text) {
     if (!m_path.starts_with('/'))
         return;

@@ -27,6 +27,9 @@ public:
     // nothing: that user could set links where the log lies.
     static Log& shared();
 
+    // For a program that changes nothing on the disk: from here on the shared log writes nothing.
+    static void keepSharedEmpty();
+
     void write(std::string_view text);
 
     const std::string& path() const { return m_path; }

@@ -34,6 +34,10 @@ BusLink::~BusLink() {
     QDBusConnection::disconnectFromBus(m_connection.name());
 }
 
+std::string BusLink::addressOf(Bus bus) {
+    return bus == Bus::System ? systemBusAddress() : sessionBusAddress();
+}
+
 void BusLink::start() {
     connect(&m_timer, &QTimer::timeout, this, [this] {
         if (m_answer)
@@ -61,7 +65,7 @@ void BusLink::ask(const QDBusMessage& call, const QObject& asker,
 }
 
 void BusLink::look() {
-    const std::string address = m_bus == Bus::System ? systemBusAddress() : sessionBusAddress();
+    const std::string address = addressOf(m_bus);
     if (address.empty()) // the bus library would start a bus
         lookAgainLater();
     else

@@ -44,7 +44,7 @@ UniqueFd connectTo(const std::string& name) {
 
 } // namespace
 
-std::optional<UniqueFd> greetBus(const std::string& address) {
+std::optional<UniqueFd> greetBus(const std::string& address, std::string_view greeting) {
     std::optional<std::string> name = valueOf(address, "path=");
     if (!name)
         if (const auto abstract = valueOf(address, "abstract="))
@@ -52,7 +52,6 @@ std::optional<UniqueFd> greetBus(const std::string& address) {
     if (!name)
         return std::nullopt;
     UniqueFd socket = connectTo(*name);
-    constexpr std::string_view greeting("\0AUTH\r\n", 7); // asks for the ways to log in
     if (socket && ::send(socket.get(), greeting.data(), greeting.size(), MSG_NOSIGNAL) < 0)
         socket.reset();
     return socket;

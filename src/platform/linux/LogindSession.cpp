@@ -89,8 +89,10 @@ void LogindSession::tryNextWay() {
         way();
     } else if (!m_secondBest.isEmpty()) {
         adopt(m_secondBest);
-    } else if (!std::exchange(m_isMissed, true)) {
-        logLine("logind knows no session of this user's: locking is not told by it.");
+    } else {
+        if (!std::exchange(m_isMissed, true))
+            logLine("logind knows no session of this user's: locking is not told by it.");
+        emit searched({});
     }
 }
 
@@ -129,6 +131,7 @@ void LogindSession::adopt(const QString& path) {
     m_bus.hook(m_logind, path, logindSession, "Lock", this, SLOT(lock(QDBusMessage)));
     m_bus.hook(m_logind, path, logindSession, "Unlock", this, SLOT(unlock(QDBusMessage)));
     readProperties();
+    emit searched(path);
 }
 
 void LogindSession::readProperties() {

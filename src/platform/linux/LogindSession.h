@@ -26,6 +26,7 @@ public:
     void talkTo(const QString& logind); // its bus connection, empty where it is not there
 
 signals:
+    void searched(const QString& path); // after each search: the session's object, empty where there is none
     void lockedHintChanged(bool isLocked); // told at first too
     void activeChanged(bool isActive);     // the same
     void lockAsked();                      // of the locker, which may not do it

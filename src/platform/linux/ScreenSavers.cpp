@@ -1,38 +1,13 @@
 #include "platform/linux/ScreenSavers.h"
 
-#include <QLatin1String>
+#include "platform/linux/ScreenSaverNames.h"
 
 namespace veilkeep {
 namespace {
 
-struct Saver {
-    QLatin1String name, path, interface;
-};
-
-// Plasma's has a second path, where it says everything again. GNOME Shell speaks for itself, and by way of a
-// service that has the usual name and comes and goes.
-constexpr Saver savers[] = {
-    {QLatin1String("org.gnome.ScreenSaver"), QLatin1String("/org/gnome/ScreenSaver"),
-     QLatin1String("org.gnome.ScreenSaver")},
-    {QLatin1String("org.gnome.Shell.ScreenShield"), QLatin1String("/org/gnome/ScreenSaver"),
-     QLatin1String("org.gnome.ScreenSaver")},
-    {QLatin1String("org.freedesktop.ScreenSaver"), QLatin1String("/org/freedesktop/ScreenSaver"),
-     QLatin1String("org.freedesktop.ScreenSaver")},
-    {QLatin1String("org.cinnamon.ScreenSaver"), QLatin1String("/org/cinnamon/ScreenSaver"),
-     QLatin1String("org.cinnamon.ScreenSaver")},
-    {QLatin1String("org.mate.ScreenSaver"), QLatin1String("/org/mate/ScreenSaver"),
-     QLatin1String("org.mate.ScreenSaver")},
-    {QLatin1String("org.xfce.ScreenSaver"), QLatin1String("/org/xfce/ScreenSaver"),
-     QLatin1String("org.xfce.ScreenSaver")},
-};
-
-// Of GNOME Shell and of Plasma.
-constexpr QLatin1String hintingLockers[] = {QLatin1String("org.gnome.Shell.ScreenShield"),
-                                            QLatin1String("org.kde.screensaver")};
-
 QStringList watchedNames() {
     QStringList names;
-    for (const Saver& saver : savers)
+    for (const ScreenSaverName& saver : screenSaverNames)
         names << saver.name;
     for (const QLatin1String& name : hintingLockers)
         if (!names.contains(name))
@@ -52,7 +27,7 @@ void ScreenSavers::ownerChanged(const QString& name, const QString& owner) {
     for (const QLatin1String& locker : hintingLockers)
         isHintingLockerThere = isHintingLockerThere || !m_owners.ownerOf(locker).isEmpty();
     emit hintingLockerChanged(isHintingLockerThere);
-    for (const Saver& saver : savers) {
+    for (const ScreenSaverName& saver : screenSaverNames) {
         if (saver.name != name)
             continue;
         if (owner.isEmpty())
@@ -79,7 +54,7 @@ void ScreenSavers::heard(const QDBusMessage& signal) {
     const QVariant isActive = signal.arguments().value(0);
     if (isActive.typeId() != QMetaType::Bool)
         return;
-    for (const Saver& saver : savers)
+    for (const ScreenSaverName& saver : screenSaverNames)
         if (saver.path == signal.path() && saver.interface == signal.interface() &&
             m_owners.ownerOf(saver.name) == signal.service())
             setActive(saver.name, isActive.toBool());

@@ -1,18 +1,14 @@
 #include "platform/linux/TrayHost.h"
 
+#include "platform/linux/LogindCalls.h"
+
 #include <QDBusVariant>
 
 #include <utility>
 
 namespace veilkeep {
-namespace {
 
-const QString watcherName = QStringLiteral("org.kde.StatusNotifierWatcher");
-const QString watcherPath = QStringLiteral("/StatusNotifierWatcher");
-
-} // namespace
-
-TrayHost::TrayHost(BusLink& sessionBus) : m_bus(sessionBus), m_watcher(sessionBus, {watcherName}) {
+TrayHost::TrayHost(BusLink& sessionBus) : m_bus(sessionBus), m_watcher(sessionBus, {trayWatcher}) {
     connect(&m_watcher, &BusOwners::changed, this,
             [this](const QString&, const QString& owner) { talkTo(owner); });
     connect(&m_bus, &BusLink::wentDown, this, [this] { talkTo({}); });
@@ -25,7 +21,7 @@ void TrayHost::talkTo(const QString& watcher) {
     if (watcher.isEmpty())
         return;
     for (const char* const signal : {"StatusNotifierHostRegistered", "StatusNotifierHostUnregistered"})
-        m_bus.hook(watcher, watcherPath, watcherName, signal, this, SLOT(hostsChanged(QDBusMessage)));
+        m_bus.hook(watcher, trayWatcherObject, trayWatcher, signal, this, SLOT(hostsChanged(QDBusMessage)));
     askForHosts();
 }
 
@@ -36,9 +32,7 @@ void TrayHost::hostsChanged(const QDBusMessage& signal) {
 
 // The signals do not say whether another host is left.
 void TrayHost::askForHosts() {
-    QDBusMessage question = QDBusMessage::createMethodCall(
-        m_owner, watcherPath, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
-    question << watcherName << QStringLiteral("IsStatusNotifierHostRegistered");
+    const QDBusMessage question = propertyCall(m_owner, trayWatcherObject, trayWatcher, trayHostProperty);
     m_bus.ask(question, *this, [this, number = ++m_questions](const QDBusMessage& answer) {
         if (number == m_questions) // answers may overtake each other
             set(answer.arguments().value(0).value<QDBusVariant>().variant() == QVariant(true));

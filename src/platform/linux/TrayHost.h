@@ -4,9 +4,15 @@
 #include "platform/linux/BusOwners.h"
 
 #include <QDBusMessage>
+#include <QLatin1String>
 #include <QObject>
 
 namespace veilkeep {
+
+// Who knows of them, on the session bus.
+inline constexpr QLatin1String trayWatcher("org.kde.StatusNotifierWatcher");
+inline constexpr QLatin1String trayWatcherObject("/StatusNotifierWatcher");
+inline constexpr QLatin1String trayHostProperty("IsStatusNotifierHostRegistered");
 
 // Whether something shows tray icons (StatusNotifierItem). Listens only, and starts nobody. Main thread.
 class TrayHost : public QObject {

@@ -100,6 +100,16 @@ bool LinuxFileManagerMenu::isAnyManagerPresent() const {
         fileManagers(), [this](const FileManager& manager) { return isPresent(manager, m_parts.places); });
 }
 
+std::vector<LinuxFileManagerMenu::Found> LinuxFileManagerMenu::entries() const {
+    std::vector<Found> found;
+    for (const FileManagerFile& file : fileManagerFiles())
+        if (isPresent(file.manager, m_parts.places)) {
+            const auto entry = entryOf(file, contentOf(file).value_or(std::string()));
+            found.push_back({file.manager.name, entry->path(), entry->state()});
+        }
+    return found;
+}
+
 FileManagerChange LinuxFileManagerMenu::install() {
     FileManagerChange change;
     for (const FileManagerFile& file : fileManagerFiles())

@@ -3,6 +3,7 @@
 #include "core/environment/XdgDirectories.h"
 #include "platform/FileManagerMenu.h"
 #include "platform/linux/filemanagers/FileManagers.h"
+#include "platform/linux/filemanagers/MenuEntry.h"
 
 #include <functional>
 #include <memory>
@@ -12,7 +13,6 @@
 
 namespace veilkeep {
 
-class MenuEntry;
 struct MadePlace;
 
 // Entries as files among the user's settings, made of the templates in the bundle. Main thread.
@@ -35,6 +35,14 @@ public:
     FileManagerChange renew() override;
     FileManagerChange remove() override;
     void restart(const std::vector<FileManagerChange::Restart>& toRestart) override;
+
+    // What is where entries would be installed now, for each file manager that is present.
+    struct Found {
+        const char* manager;
+        std::string path;
+        MenuEntry::State state;
+    };
+    std::vector<Found> entries() const;
 
     static bool isOnSessionBus(const std::string& name);
 
