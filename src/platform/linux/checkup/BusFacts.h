@@ -27,8 +27,8 @@ struct SessionBusFacts {
     BusReach reach = BusReach::Missing;
     bool areNamesTold = false; // who is on the bus; else all below is as unknown
     bool isTrayThere = false;
-    std::optional<bool> hasTrayHost;
-    std::vector<ScreenSaverFact> screenSavers;
+    std::optional<bool> hasTrayHost = {};
+    std::vector<ScreenSaverFact> screenSavers = {};
     bool isHintingLockerThere = false; // that always tells logind
     bool isApplicationThere = false;
     bool isListServed = false; // by the application, or by "watch"
@@ -36,10 +36,10 @@ struct SessionBusFacts {
 
 struct LogindFacts {
     ServiceState service = ServiceState::Absent;
-    std::optional<bool> isSessionFound;
-    std::optional<bool> isLockTold;   // the session has a hint of it at all
-    std::optional<bool> canHoldSleep; // for the seconds that hiding takes
-    QString whyNot;                   // logind's words where it refused that
+    std::optional<bool> isSessionFound = {};
+    std::optional<bool> isLockTold = {};   // the session has a hint of it at all
+    std::optional<bool> canHoldSleep = {}; // for the seconds that hiding takes
+    QString whyNot = {};                   // logind's words where it refused that
 };
 
 struct PolkitFacts {
@@ -52,8 +52,8 @@ struct PolkitFacts {
 struct SystemBusFacts {
     BusReach reach = BusReach::Missing;
     bool areNamesTold = false;
-    LogindFacts logind;
-    PolkitFacts polkit;
+    LogindFacts logind = {};
+    PolkitFacts polkit = {};
     ServiceState udisks = ServiceState::Absent;
     ServiceState packageKit = ServiceState::Absent;
 };

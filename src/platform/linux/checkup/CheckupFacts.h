@@ -13,7 +13,7 @@ namespace veilkeep {
 
 // Where this process runs.
 struct SurroundingsFacts {
-    std::vector<std::string> desktops; // as XDG_CURRENT_DESKTOP names them
+    std::vector<std::string> desktops = {}; // as XDG_CURRENT_DESKTOP names them
     bool hasDisplay = false;
     bool isWayland = false;
     bool isRemote = false; // over ssh
@@ -25,21 +25,21 @@ struct SurroundingsFacts {
 struct RightsFacts {
     bool areWanted = false; // the setting
     bool isPkexecThere = false;
-    bool isPolicyThere = false;       // the file that tells polkit of the action
-    std::string agent;                // a program known to ask, that runs as this user; empty where none does
-    std::optional<Error> workerFault; // why pkexec may not run the worker
+    bool isPolicyThere = false; // the file that tells polkit of the action
+    std::string agent = {};     // a program known to ask, that runs as this user; empty where none does
+    std::optional<Error> workerFault = {}; // why pkexec may not run the worker
 };
 
 struct ListFileFacts {
     std::string path;
     bool isThere = false;
-    std::optional<Error> trouble; // why it cannot be read
+    std::optional<Error> trouble = {}; // why it cannot be read
 };
 
 struct DataFacts {
     std::string directory; // empty where there is no home
     bool isThere = false;
-    std::optional<Error> trouble; // why it cannot be written, or looked at
+    std::optional<Error> trouble = {}; // why it cannot be written, or looked at
     unsigned int owner = 0;
     unsigned int mode = 0; // without the kind
     std::uint64_t freeBytes = 0;

@@ -111,6 +111,7 @@ CheckupFinding lockFinding(const CheckupFacts& facts) {
     } else if (!bus.screenSavers.empty()) {
         finding.status = Status::Limited;
         finding.meaning = "There is a screen saver, but it did not answer in time, or not as it should.";
+        finding.remedy = "Let whatever locks the screen call \"veilkeepctl autohide\" first.";
     } else if (isHinted) {
         finding.status = Status::Limited;
         finding.meaning =

@@ -1,0 +1,323 @@
+#include "platform/linux/checkup/Findings.h"
+
+#include "platform/linux/checkup/Checkup.h"
+
+#include <gtest/gtest.h>
+
+#include <unistd.h>
+
+#include <cerrno>
+
+namespace veilkeep::test {
+namespace {
+
+using Status = CheckupFinding::Status;
+using Answer = PolkitFacts::Answer;
+using State = MenuEntry::State;
+using Finding = CheckupFinding (*)(const CheckupFacts&);
+using Change = void (*)(CheckupFacts&);
+
+// A desktop that lacks nothing, with a list and AutoHide groups.
+CheckupFacts wholeDesktop() {
+    CheckupFacts facts;
+    facts.surroundings = {.desktops = {"GNOME"}, .hasDisplay = true, .isWayland = true};
+    facts.sessionBus = {.reach = BusReach::Reached,
+                        .areNamesTold = true,
+                        .isTrayThere = true,
+                        .hasTrayHost = true,
+                        .screenSavers = {{"org.gnome.ScreenSaver", true}},
+                        .isHintingLockerThere = true,
+                        .isApplicationThere = true,
+                        .isListServed = true};
+    facts.systemBus = {.reach = BusReach::Reached,
+                       .areNamesTold = true,
+                       .logind = {ServiceState::Running, true, true, true, {}},
+                       .polkit = {ServiceState::Running, Answer::AfterQuestion},
+                       .udisks = ServiceState::Startable,
+                       .packageKit = ServiceState::Startable};
+    facts.rights = {true, true, true, "gnome-shell", std::nullopt};
+    facts.data = {.directory = "/home/u/.local/share/Veilkeep",
+                  .isThere = true,
+                  .trouble = std::nullopt,
+                  .owner = ::geteuid(),
+                  .mode = 0700,
+                  .freeBytes = std::uint64_t{1} << 30,
+                  .damagedCopies = {},
+                  .list = {"/l", true, std::nullopt},
+                  .groups = {"/g", true, std::nullopt},
+                  .settings = {"/s", true, std::nullopt}};
+    facts.autoHide = {1, false, true, {}};
+    facts.menuEntries = {{"Nautilus", "/n", State::Current}};
+    facts.program = {.bundle = "/usr/lib/veilkeep/Veilkeep.app",
+                     .missing = {},
+                     .ownVersion = "1",
+                     .bundleVersion = "1",
+                     .otherBundle = {},
+                     .otherVersion = {},
+                     .qtPlugins = "/p",
+                     .hasSvgImages = true,
+                     .hasXcb = true,
+                     .hasWayland = true,
+                     .language = "de",
+                     .hasQtTranslation = true};
+    return facts;
+}
+
+struct Row {
+    const char* name;
+    Finding finding;
+    Change change;
+    Status status;
+    const char* says;         // part of what it means, or of what to do
+    const char* package = ""; // the first one
+};
+
+void unknownNames(CheckupFacts& facts) {
+    facts.sessionBus = {.reach = BusReach::Reached};
+    facts.systemBus = {.reach = BusReach::Reached};
+}
+void noBuses(CheckupFacts& facts) {
+    facts.sessionBus = {};
+    facts.systemBus = {};
+}
+void noTray(CheckupFacts& facts) {
+    facts.sessionBus.isTrayThere = false;
+    facts.sessionBus.hasTrayHost.reset();
+}
+void noSaver(CheckupFacts& facts) {
+    facts.sessionBus.screenSavers.clear();
+    facts.sessionBus.isHintingLockerThere = false;
+}
+void remote(CheckupFacts& facts) {
+    facts.surroundings = {.isRemote = true};
+    noTray(facts);
+    noSaver(facts);
+    facts.rights.agent.clear();
+}
+void nobodyListens(CheckupFacts& facts) {
+    facts.sessionBus.isApplicationThere = facts.sessionBus.isListServed = false;
+    facts.autoHide.isLaunchedAtLogin = false;
+}
+
+constexpr auto works = Status::Works, limited = Status::Limited, fails = Status::Fails;
+
+const Row rows[] = {
+    {"ssh", surroundingsFinding, remote, limited, "from afar"},
+    {"root", surroundingsFinding, [](CheckupFacts& f) { f.surroundings.isRoot = true; }, works,
+     "You are root"},
+    {"container", surroundingsFinding, [](CheckupFacts& f) { f.surroundings.isContainer = true; }, works,
+     "container"},
+    {"no bus", sessionBusFinding, noBuses, fails, "no session bus", "dbus-user-session"},
+    {"dead bus", sessionBusFinding, [](CheckupFacts& f) { f.sessionBus = {BusReach::NotAnswered}; }, fails,
+     "does not answer"},
+    {"far bus", sessionBusFinding, [](CheckupFacts& f) { f.sessionBus = {BusReach::Elsewhere}; }, limited,
+     "not asked"},
+    {"slow bus", sessionBusFinding, unknownNames, limited, "in time"},
+    {"tray, GNOME", trayFinding, noTray, fails, "Extensions", "gnome-shell-extension-appindicator"},
+    {"tray, LXQt", trayFinding,
+     [](CheckupFacts& f) {
+         noTray(f);
+         f.surroundings.desktops = {"LXQt"};
+     },
+     fails, "Status Notifier"},
+    {"tray, sway", trayFinding,
+     [](CheckupFacts& f) {
+         noTray(f);
+         f.surroundings.desktops = {"sway"};
+     },
+     fails, "module", "waybar"},
+    {"tray without host", trayFinding, [](CheckupFacts& f) { f.sessionBus.hasTrayHost = false; }, fails,
+     "Nothing on this desktop", "gnome-shell-extension-appindicator"},
+    {"silent tray", trayFinding, [](CheckupFacts& f) { f.sessionBus.hasTrayHost.reset(); }, limited,
+     "could not be found out"},
+    {"tray, slow bus", trayFinding, unknownNames, limited, "could not be found out"},
+    {"tray, ssh", trayFinding, remote, limited, "no panel"},
+    {"no system bus", logindFinding, noBuses, fails, "system bus cannot be reached", "dbus"},
+    {"slow system bus", logindFinding, unknownNames, limited, "in time"},
+    {"no logind", logindFinding, [](CheckupFacts& f) { f.systemBus.logind.service = ServiceState::Absent; },
+     fails, "does not run", "libpam-systemd"},
+    {"no session", logindFinding, [](CheckupFacts& f) { f.systemBus.logind.isSessionFound = false; }, fails,
+     "no session of yours", "libpam-systemd"},
+    {"silent logind", logindFinding, [](CheckupFacts& f) { f.systemBus.logind.isSessionFound.reset(); },
+     limited, "in time"},
+    {"sleep refused", sleepFinding,
+     [](CheckupFacts& f) {
+         f.systemBus.logind.canHoldSleep = false;
+         f.systemBus.logind.whyNot = "Permission denied";
+     },
+     limited, "Permission denied"},
+    {"sleep unknown", sleepFinding, [](CheckupFacts& f) { f.systemBus.logind.canHoldSleep.reset(); }, limited,
+     "in time"},
+    {"saver without logind", lockFinding, [](CheckupFacts& f) { f.systemBus = {}; }, works,
+     "org.gnome.ScreenSaver"},
+    {"silent saver", lockFinding,
+     [](CheckupFacts& f) {
+         noSaver(f);
+         f.sessionBus.screenSavers = {{"org.freedesktop.ScreenSaver", false}};
+     },
+     limited, "did not answer"},
+    {"no saver", lockFinding, noSaver, limited, "loginctl lock-session"},
+    {"nobody tells of a lock", lockFinding,
+     [](CheckupFacts& f) {
+         noSaver(f);
+         f.systemBus.logind.isLockTold = false;
+     },
+     fails, "stay visible"},
+    {"lock, no buses, ssh", lockFinding,
+     [](CheckupFacts& f) {
+         remote(f);
+         noBuses(f);
+     },
+     limited, "no screen"},
+    {"no groups", autoHideFinding,
+     [](CheckupFacts& f) {
+         nobodyListens(f);
+         f.autoHide.groups = 0;
+     },
+     works, "No group"},
+    {"nobody listens", autoHideFinding, nobodyListens, fails, "veilkeep-watch"},
+    {"listens after login", autoHideFinding,
+     [](CheckupFacts& f) {
+         nobodyListens(f);
+         f.autoHide.isWatchEnabled = true;
+     },
+     limited, "Neither"},
+    {"listens unknown", autoHideFinding, noBuses, limited, "could not be found out"},
+    {"watch listens", autoHideFinding,
+     [](CheckupFacts& f) { f.sessionBus.isApplicationThere = f.autoHide.isLaunchedAtLogin = false; }, works,
+     "After the next login nobody"},
+    {"lock switched off", autoHideFinding,
+     [](CheckupFacts& f) { f.autoHide.switchedOff = {"the locked screen"}; }, limited, "the locked screen"},
+    {"no pkexec", rightsFinding, [](CheckupFacts& f) { f.rights.isPkexecThere = false; }, fails, "pkexec",
+     "pkexec"},
+    {"no pkexec, not wanted", rightsFinding, [](CheckupFacts& f) { f.rights = {.agent = "x"}; }, limited,
+     "pkexec", "pkexec"},
+    {"no polkit", rightsFinding, [](CheckupFacts& f) { f.systemBus.polkit = {}; }, fails, "polkit",
+     "polkitd"},
+    {"unknown action", rightsFinding,
+     [](CheckupFacts& f) { f.systemBus.polkit.answer = Answer::UnknownAction; }, fails,
+     "com.ostrel.Veilkeep.move"},
+    {"sleeping polkit", rightsFinding,
+     [](CheckupFacts& f) {
+         f.systemBus.polkit = {ServiceState::Startable, Answer::None};
+     },
+     works, "asked"},
+    {"sleeping polkit, no policy", rightsFinding,
+     [](CheckupFacts& f) {
+         f.systemBus.polkit = {ServiceState::Startable, Answer::None};
+         f.rights.isPolicyThere = false;
+     },
+     fails, "does not know the action"},
+    {"silent polkit", rightsFinding, [](CheckupFacts& f) { f.systemBus.polkit.answer = Answer::None; },
+     limited, "in time"},
+    {"polkit refuses", rightsFinding, [](CheckupFacts& f) { f.systemBus.polkit.answer = Answer::Refused; },
+     fails, "refuses"},
+    {"worker of a user's", rightsFinding,
+     [](CheckupFacts& f) {
+         f.rights.workerFault = Error{ErrorCode::InvalidArgument, "not owned by root", "/home/u/w", 0};
+     },
+     fails, "/home/u/w: not owned by root"},
+    {"no agent", agentFinding, [](CheckupFacts& f) { f.rights.agent.clear(); }, fails, "seen to run",
+     "lxpolkit"},
+    {"no agent, Plasma", agentFinding,
+     [](CheckupFacts& f) {
+         f.rights.agent.clear();
+         f.surroundings.desktops = {"KDE"};
+     },
+     fails, "seen to run", "polkit-kde-agent-1"},
+    {"no agent, nobody has to ask", agentFinding,
+     [](CheckupFacts& f) {
+         f.rights.agent.clear();
+         f.systemBus.polkit.answer = Answer::Granted;
+     },
+     works, "without a question"},
+    {"no agent, ssh", agentFinding, remote, limited, "no screen"},
+    {"no udisks", disksFinding, [](CheckupFacts& f) { f.systemBus.udisks = ServiceState::Absent; }, limited,
+     "by hand", "udisks2"},
+    {"no home", dataFinding, [](CheckupFacts& f) { f.data = {}; }, fails, "HOME"},
+    {"no list yet", dataFinding, [](CheckupFacts& f) { f.data.isThere = false; }, works, "will be made"},
+    {"not writable", dataFinding,
+     [](CheckupFacts& f) { f.data.trouble = Error::system("access", "/d", EROFS); }, fails,
+     "/d: Read-only file system"},
+    {"damaged list", dataFinding, [](CheckupFacts& f) { f.data.list.trouble = Error::damaged("x"); }, fails,
+     "/l: The file is damaged."},
+    {"damaged groups", dataFinding, [](CheckupFacts& f) { f.data.groups.trouble = Error::damaged("x"); },
+     fails, "/g: "},
+    {"another user's list", dataFinding, [](CheckupFacts& f) { ++f.data.owner; }, fails, "another user"},
+    {"full disk", dataFinding, [](CheckupFacts& f) { f.data.freeBytes = 0; }, fails, "full"},
+    {"almost full disk", dataFinding, [](CheckupFacts& f) { f.data.freeBytes = 1 << 20; }, limited, "full"},
+    {"open list", dataFinding, [](CheckupFacts& f) { f.data.mode = 0750; }, limited, "chmod 700"},
+    {"damaged copy", dataFinding, [](CheckupFacts& f) { f.data.damagedCopies = {"L.damaged-1\n"}; }, limited,
+     "1 damaged copy is kept beside it: L.damaged-1\\n"},
+    {"damaged settings", settingsFinding,
+     [](CheckupFacts& f) { f.data.settings.trouble = Error::damaged("x"); }, fails, "password"},
+    {"no settings", settingsFinding, [](CheckupFacts& f) { f.data.settings.isThere = false; }, works,
+     "Nothing is set"},
+    {"no worker", programFinding, [](CheckupFacts& f) { f.program.missing = {"cloakWorker"}; }, fails,
+     "no item can be hidden"},
+    {"no window", programFinding, [](CheckupFacts& f) { f.program.missing = {"Veilkeep"}; }, limited,
+     "lacks Veilkeep"},
+    {"no bundle", programFinding, [](CheckupFacts& f) { f.program.bundle.clear(); }, fails, "worker"},
+    {"mixed versions", programFinding, [](CheckupFacts& f) { f.program.bundleVersion = "2"; }, limited,
+     "different versions"},
+    {"two copies", programFinding,
+     [](CheckupFacts& f) {
+         f.program.otherBundle = "/home/u/v";
+         f.program.otherVersion = "0";
+     },
+     limited, "/home/u/v"},
+    {"no file manager", fileManagersFinding, [](CheckupFacts& f) { f.menuEntries.clear(); }, works,
+     "no file manager"},
+    {"no entries", fileManagersFinding, [](CheckupFacts& f) { f.menuEntries[0].state = State::Absent; },
+     works, "preferences"},
+    {"half of them", fileManagersFinding,
+     [](CheckupFacts& f) {
+         f.menuEntries.push_back({"Nemo", "/m", State::Absent});
+     },
+     limited, "lack them"},
+    {"outdated entry", fileManagersFinding, [](CheckupFacts& f) { f.menuEntries[0].state = State::Outdated; },
+     limited, "/n (of another version"},
+    {"changed entry", fileManagersFinding, [](CheckupFacts& f) { f.menuEntries[0].state = State::Changed; },
+     limited, "/n (changed since"},
+    {"foreign entry", fileManagersFinding, [](CheckupFacts& f) { f.menuEntries[0].state = State::Foreign; },
+     limited, "/n (not Veilkeep's"},
+    {"no wayland", windowFinding, [](CheckupFacts& f) { f.program.hasWayland = false; }, limited, "Xwayland",
+     "qt6-wayland"},
+    {"neither wayland nor xcb", windowFinding,
+     [](CheckupFacts& f) { f.program.hasWayland = f.program.hasXcb = false; }, fails, "Xwayland",
+     "qt6-wayland"},
+    {"no wayland needed", windowFinding,
+     [](CheckupFacts& f) { f.surroundings.isWayland = f.program.hasWayland = false; }, works, "All parts"},
+    {"no xcb", windowFinding, [](CheckupFacts& f) { f.surroundings.isWayland = f.program.hasXcb = false; },
+     fails, "X11", "libqt6gui6"},
+    {"no SVG", windowFinding, [](CheckupFacts& f) { f.program.hasSvgImages = false; }, limited, "SVG",
+     "libqt6svg6"},
+    {"no texts of Qt", windowFinding, [](CheckupFacts& f) { f.program.hasQtTranslation = false; }, limited,
+     "English", "qt6-translations-l10n"},
+    {"no PackageKit", updatesFinding, [](CheckupFacts& f) { f.systemBus.packageKit = ServiceState::Absent; },
+     limited, "apt", "packagekit"},
+    {"updates unknown", updatesFinding, noBuses, limited, "no answer"},
+};
+
+TEST(FindingsTest, NothingIsWrongWithAWholeDesktop) {
+    for (const CheckupFinding& finding : findingsFrom(wholeDesktop())) {
+        EXPECT_EQ(finding.status, works) << finding.check.toStdString();
+        EXPECT_FALSE(finding.meaning.isEmpty()) << finding.check.toStdString();
+        EXPECT_TRUE(finding.packages.isEmpty()) << finding.check.toStdString();
+    }
+}
+
+TEST(FindingsTest, EachFaultIsToldWithWhatCanBeDone) {
+    for (const Row& row : rows) {
+        CheckupFacts facts = wholeDesktop();
+        row.change(facts);
+        const CheckupFinding finding = row.finding(facts);
+        EXPECT_EQ(finding.status, row.status) << row.name;
+        EXPECT_TRUE((finding.meaning + finding.remedy).contains(row.says))
+            << row.name << ": " << finding.meaning.toStdString() << " | " << finding.remedy.toStdString();
+        EXPECT_EQ(finding.packages.value(0), row.package) << row.name;
+    }
+}
+
+} // namespace
+} // namespace veilkeep::test
