@@ -1,5 +1,7 @@
 """Tries each rule on small good and bad files, so that a rule that sees nothing is found out."""
 
+import platform
+import re
 import shutil
 import subprocess
 import sys
@@ -10,6 +12,7 @@ from pathlib import Path
 import benchmarks
 import file_sizes
 import formatting
+import hardening
 import include_direction
 import links
 import loaded_libraries
@@ -139,6 +142,35 @@ class Rules(unittest.TestCase):
         self.assertEqual(loaded_libraries.unwanted(libraries, "--only", ["lib*", "ld-*"]), [])
         self.assertEqual(loaded_libraries.unwanted(libraries, "--never", ["libstdc*"]), ["libstdc++.so.6"])
         self.assertEqual(loaded_libraries.unwanted(libraries, "--never", ["libQt6*"]), [])
+
+    @unittest.skipUnless(shutil.which("cc"), "there is no cc (package gcc)")
+    def test_hardening_of_a_program(self):
+        source = '#include <stdio.h>\nint main(int n, char** v) { char b[9]; return sprintf(b, "%s", v[n - 1]); }\n'
+        compiled = ["-O2", "-U_FORTIFY_SOURCE", "-D_FORTIFY_SOURCE=3", "-fstack-protector-strong", "-fPIE"]
+        linked = ["-pie", "-Wl,-z,now,-z,relro,-z,noexecstack"]
+        control_flow = {"x86_64": "-fcf-protection=full", "aarch64": "-mbranch-protection=standard"}
+        compiled += [control_flow[platform.machine()]] if platform.machine() in control_flow else []
+        rows = [
+            ([], "", []),
+            (["-no-pie", "-fno-pie"], "", ["-pie"]),
+            (["-Wl,-z,lazy"], "", ["-z now"]),
+            (["-Wl,-z,norelro"], "", ["-z relro"]),
+            (["-Wl,-z,execstack"], "", ["-z noexecstack"]),
+            (["-fno-stack-protector"], "", ["-fstack-protector-strong"]),
+            (["-U_FORTIFY_SOURCE"], "", ["-D_FORTIFY_SOURCE"]),
+            ([], 'const char* const place = "/a/build/tree";\n', ["-ffile-prefix-map"]),
+        ]
+        if platform.machine() in control_flow:
+            rows.append(([control_flow[platform.machine()].split("=")[0] + "=none"], "", ["-fcf-protection"]))
+        with tempfile.TemporaryDirectory() as root:
+            for more, text, lacking in rows:
+                Path(root, "a.c").write_text(text + source)
+                cc = ["cc", "-w", *compiled]
+                subprocess.run([*cc, *more, "-c", "a.c"], cwd=root, check=True)
+                subprocess.run([*cc, *linked, *more, "a.o", "-o", "a"], cwd=root, check=True)
+                with self.subTest(flags=more, text=text):
+                    found = list(hardening.faults("/a/build", f"{root}/a", [f"{root}/a.o"]))
+                    self.assertEqual([re.search(r"\((-[^,)]*)", fault)[1] for fault in found], lacking)
 
     def test_links_of_a_target(self):
         rows = [
