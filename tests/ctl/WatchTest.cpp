@@ -211,5 +211,18 @@ TEST(WatchUnitTest, SystemdUnderstandsTheUnit) {
     EXPECT_EQ(run.exitStatus, 0);
 }
 
+// systemd.exec(5): in a user's manager these set NoNewPrivileges=, or need a user namespace, in which root is
+// nobody.
+TEST(WatchUnitTest, NoSettingKeepsPkexecFromItsRights) {
+    const std::string text = readFile(VEILKEEP_WATCH_UNIT);
+    ASSERT_NE(text.find("\n[Service]\n"), std::string::npos);
+    for (const std::string setting :
+         {"NoNewPrivileges", "DynamicUser", "LockPersonality", "MemoryDenyWriteExecute", "Private", "Protect",
+          "Restrict", "SystemCall", "CapabilityBoundingSet", "ReadOnlyPaths", "ReadWritePaths",
+          "InaccessiblePaths", "NoExecPaths", "ExecPaths", "TemporaryFileSystem", "Bind", "Root",
+          "MountAPIVFS"})
+        EXPECT_EQ(text.find("\n" + setting), std::string::npos) << setting;
+}
+
 } // namespace
 } // namespace veilkeep::test
