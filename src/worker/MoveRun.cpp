@@ -1,11 +1,13 @@
 #include "worker/MoveRun.h"
 
+#include "core/base/PathText.h"
 #include "core/environment/XdgDirectories.h"
 #include "core/log/Log.h"
 #include "core/names/BaseCloakLogic.h"
 #include "core/protocol/InProgressFolder.h"
 #include "worker/AnswerLine.h"
 #include "worker/AskedMove.h"
+#include "worker/ItemDirectories.h"
 #include "worker/ItemMover.h"
 #include "worker/ProcessGuard.h"
 #include "worker/Question.h"
@@ -13,6 +15,7 @@
 #include "worker/RereadNotice.h"
 #include "worker/RescueMove.h"
 #include "worker/TraceCleaning.h"
+#include "worker/WriteLimit.h"
 
 #include <unistd.h>
 
@@ -51,9 +54,22 @@ RecentsAnswer cleanTraces(const WorkerRequest& request, const std::string& path,
     return isWanted ? haveTracesCleaned(path, hiddenPath, mayAsk(request, caller)) : RecentsAnswer::NotAsked;
 }
 
+// What opens here fails to be the item's directory only where somebody swaps it meanwhile, and then the move
+// fails.
+void limitAdministrator(const WorkerRequest& request, const std::string& path,
+                        const std::string& inProgressFolder, const Caller& caller) {
+    if (!caller.askedBy)
+        return;
+    const std::string_view above = parentPath(path);
+    const bool hides = request.operation == WorkerRequest::Operation::Hide;
+    if (const UniqueFd directory = openDirectory(hides ? above : parentPath(above)))
+        limitWrites(directory.get(), *caller.askedBy, inProgressFolder);
+}
+
 // Without a folder the record goes into the one of this process' user.
 int move(const WorkerRequest& request, const std::string& path, const std::string& inProgressFolder,
          const Caller& caller) {
+    limitAdministrator(request, path, inProgressFolder, caller);
     const MoveAnswer answer = moved(request, path, caller);
     if (answer.error != WorkerError::Success) {
         if (request.printAnswer)
