@@ -4,6 +4,7 @@
 
 #include "worker/FileAccessAs.h"
 #include "worker/ItemMover.h"
+#include "worker/RescueMove.h"
 
 #include <sys/syscall.h>
 
@@ -190,6 +191,17 @@ TEST_F(RootAttackTest, WithoutTheCallThatRefusesLinks) {
             ASSERT_TRUE(failCall(SYS_openat2, ENOSYS));
             moveTimes(rounds(200, 2'000));
         }).join();
+    });
+}
+
+// Root does it for himself, with the user's folders.
+TEST_F(RootAttackTest, RescuesWithoutAList) {
+    attackEveryPart([&] {
+        const User user{ordinaryUser, ordinaryUser, {}};
+        for (int round = 0; round < rounds(100, 2'000); ++round) {
+            count(static_cast<int>(hideItem(m_path, &user).error));
+            count(static_cast<int>(rescueItem(hiddenPathOf(m_path)).error));
+        }
     });
 }
 

@@ -33,8 +33,13 @@ bool isSafeToEmptyAsRoot(int inner, int outer) {
     struct stat own = {}, above = {};
     if (!look(inner, own) || !look(outer, above))
         return false;
-    const bool ownedWell = own.st_uid == 0 || own.st_uid == above.st_uid || (above.st_mode & writable) != 0;
-    return ownedWell && !isOpenToMoreThan(inner, outer);
+    const bool isShared = (above.st_mode & writable) != 0;
+    const bool ownedWell = own.st_uid == 0 || own.st_uid == above.st_uid || isShared;
+    // Who may rename there could have given the inner one's name to a directory that is kept from him.
+    constexpr mode_t readable = S_IRGRP | S_IXGRP | S_IROTH | S_IXOTH;
+    const bool mayBeAnothers = own.st_uid != above.st_uid || isShared;
+    const bool isKeptFromSome = mayBeAnothers && (above.st_mode & ~own.st_mode & readable) != 0;
+    return ownedWell && !isKeptFromSome && !isOpenToMoreThan(inner, outer);
 }
 
 } // namespace veilkeep
