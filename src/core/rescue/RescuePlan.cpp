@@ -136,8 +136,8 @@ std::string RescuePlan::placeOf(const std::string& hiddenPath) const {
         std::string name(component);
         if (std::exchange(inHiddenDirectory, false)) {
             const auto exception = m_exceptions.find(before);
-            const bool isMoved = m_folders.contains(before) &&
-                                 (exception == m_exceptions.end() || exception->second.error == 0);
+            const bool isFound = before == hiddenPath || m_folders.contains(before);
+            const bool isMoved = isFound && (exception == m_exceptions.end() || exception->second.error == 0);
             if (!isMoved)
                 name = joinPath(hiddenDirectoryName, component);
             else if (exception != m_exceptions.end() && !exception->second.name.empty())
