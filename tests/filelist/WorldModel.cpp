@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <map>
+#include <numeric>
 #include <set>
 
 namespace veilkeep::test {
@@ -116,6 +117,30 @@ bool WorldModel::isBelow(Number item, Number folder) const {
 WorldModel::Number WorldModel::withInode(std::uint64_t inode) const {
     const auto found = std::ranges::find(m_items, inode, [](const Item& item) { return item.state.inode; });
     return static_cast<Number>(found - m_items.begin());
+}
+
+std::size_t WorldModel::depthOf(Number item) const {
+    return m_items[item].folder == none ? 0 : 1 + depthOf(m_items[item].folder);
+}
+
+bool WorldModel::isAtItsPlace(Number item) const {
+    struct stat status = {};
+    return ::lstat(path(item).c_str(), &status) == 0 && status.st_ino == m_items[item].state.inode;
+}
+
+// Folders first: where an item lies depends on them.
+void WorldModel::seeWhatIsHidden() {
+    std::vector<Number> items(m_items.size());
+    std::iota(items.begin(), items.end(), Number{0});
+    std::ranges::stable_sort(items, {}, [this](Number item) { return depthOf(item); });
+    for (const Number item : items) {
+        if (isAtItsPlace(item))
+            continue;
+        bool& isHidden = m_items[item].isHidden;
+        isHidden = !isHidden;
+        if (!isAtItsPlace(item))
+            isHidden = !isHidden; // it is lost, and difference() says so
+    }
 }
 
 std::string WorldModel::moveByHand(Choices& choices) {

@@ -41,6 +41,9 @@ public:
     // What hiding and bringing back did.
     void setHidden(Number item, bool isHidden) { m_items[item].isHidden = isHidden; }
 
+    // After what may have hidden items or brought them back, each or not: as the disk says.
+    void seeWhatIsHidden();
+
     // Renames one item on the disk as a user would, wherever it lies, to one of its names in any folder,
     // plain or hidden. Answers what was done; nothing where the choice fell on a place that it cannot go to.
     std::string moveByHand(Choices& choices);
@@ -67,6 +70,8 @@ private:
     Number chooseFolder(Choices& choices) const;
     bool isBelow(Number item, Number folder) const;
     std::string placeOf(const Item& item) const;
+    std::size_t depthOf(Number item) const;
+    bool isAtItsPlace(Number item) const;
 
     std::string m_root;
     std::vector<Item> m_items;
