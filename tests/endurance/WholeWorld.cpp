@@ -1,0 +1,408 @@
+#include "tests/endurance/WholeWorld.h"
+
+#include "filelist/MainThread.h"
+#include "format/PrintableName.h"
+#include "groups/GroupNames.h"
+#include "tests/endurance/FullDisk.h"
+
+#include <algorithm>
+#include <filesystem>
+
+namespace veilkeep::test {
+namespace {
+
+constexpr std::size_t mostRows = 9;
+
+} // namespace
+
+// Put together as wiring/OwnList.h does.
+struct WholeWorld::Program {
+    explicit Program(const ListWorldOptions& options) : groups(options) {}
+
+    GroupWorld groups;
+    PasswordManager passwords{groups.list.defaults};
+    FakeEvents events;
+    FakeWindow window;
+    MainWindowController controller{{.groups = groups.groups,
+                                     .files = *groups.list.list,
+                                     .mark = groups.mark,
+                                     .passwords = passwords,
+                                     .turns = groups.list.turns,
+                                     .defaults = groups.list.defaults,
+                                     .events = &events,
+                                     .window = &window}};
+};
+
+std::ostream& operator<<(std::ostream& stream, const WholeWorld::Row& row) {
+    return stream << printableName(row.name) << " " << row.groupID.value_or(-1) << " " << row.state << " "
+                  << row.autoHide;
+}
+
+WholeWorld::WholeWorld(const std::string& place, unsigned int seed, BadWorker& worker)
+    : World(place, seed), m_place(place), m_worker(worker) {
+    m_options.worker = worker.path();
+}
+
+WholeWorld::~WholeWorld() = default;
+
+World::Step WholeWorld::chooseStep() {
+    using Own = void (WholeWorld::*)();
+    static constexpr Own steps[] = {
+        &WholeWorld::addGroup,     &WholeWorld::removeGroup,  &WholeWorld::renameGroup,
+        &WholeWorld::moveGroup,    &WholeWorld::selectGroup,  &WholeWorld::selectGroup,
+        &WholeWorld::markAutoHide, &WholeWorld::markAutoHide, &WholeWorld::moveToGroup,
+        &WholeWorld::moveToGroup,  &WholeWorld::moveToGroup,  &WholeWorld::hideGroup,
+        &WholeWorld::showGroup,    &WholeWorld::damageGroups, &WholeWorld::leave,
+        &WholeWorld::leave,        &WholeWorld::comeBack,     &WholeWorld::comeBack,
+        &WholeWorld::quit,         &WholeWorld::breakWorker,  &WholeWorld::breakWorker,
+        &WholeWorld::breakWorker,  &WholeWorld::fillDisk,     &WholeWorld::fillDisk};
+    if (m_choices.oneIn(2))
+        return World::chooseStep();
+    return static_cast<Step>(steps[m_choices.below(std::size(steps))]);
+}
+
+void WholeWorld::openProgram(const ListWorldOptions& options) {
+    m_program.reset();
+    m_program = std::make_unique<Program>(options);
+}
+
+ListWorld& WholeWorld::program() {
+    return m_program->groups.list;
+}
+
+GroupViewController& WholeWorld::groups() {
+    return m_program->groups.groups;
+}
+
+// As OwnList does it, but that what is missing is found before the pass.
+void WholeWorld::startProgram() {
+    list().load();
+    const std::string path = GroupWorld::dataPath();
+    const SafeFile file(path);
+    if ((exists(path) || !file.earlierCopies().empty()) && !GroupsInfoFile(path).load().groups)
+        m_areGroupsDamaged = true;
+    if (GroupsInfoFile(path).load().trouble)
+        program().presenter.expect({.title = "The list of groups could not be read.", .answer = "OK"});
+    groups().start();
+    list().check();
+    MainThread::runUntil([this] { return !list().brokenFiles().isSearching(); });
+    m_isAway = false;
+    m_current = 0;
+    if (m_rows.empty() || m_areGroupsDamaged)
+        m_rows = rowsNow();
+    if (m_program->groups.mark.isSet()) {
+        say("the pass of a start");
+        noteStatesOfPass();
+    }
+    m_program->controller.start();
+    m_model.seeWhatIsHidden();
+}
+
+void WholeWorld::end() {
+    World::end();
+    m_program.reset();
+}
+
+// --- What is expected ---
+
+std::vector<WholeWorld::Row> WholeWorld::rowsNow() {
+    std::vector<Row> rows;
+    for (const ListedGroup& group : groups().groups())
+        rows.push_back({std::string(group->name()), group->groupID(), group->state(),
+                        group->autoHide().value_or(false), group->isHeaderRow()});
+    return rows;
+}
+
+WholeWorld::Numbers WholeWorld::itemsOf(const Row& row) {
+    Numbers items;
+    for (const ListedFile& file : list().files().all())
+        if (row.groupID == CurrentGroup::allFiles || row.groupID == file->groupID())
+            items.push_back(numberOf(*file));
+    return items;
+}
+
+bool WholeWorld::isInAutoHideGroup(Number item) const {
+    return std::ranges::any_of(m_rows, [&](const Row& row) {
+        return row.autoHide && (row.groupID == CurrentGroup::allFiles || row.groupID == m_groupOf.at(item));
+    });
+}
+
+void WholeWorld::compare(Loaded loaded) {
+    if (std::exchange(m_areGroupsDamaged, false))
+        m_mayLackMark = true;
+    EXPECT_EQ(rowsNow(), m_rows);
+    std::erase_if(m_groupOf, [this](const auto& entry) { return !m_listed.contains(entry.first); });
+    m_mayLackMark = m_mayLackMark || loaded == Loaded::Damaged;
+    for (const ListedFile& file : list().files().all()) {
+        const Number item = numberOf(*file);
+        const auto [known, isNew] = m_groupOf.emplace(item, file->groupID());
+        if (loaded == Loaded::Damaged)
+            known->second = file->groupID();
+        EXPECT_EQ(file->groupID(), known->second) << m_model.shown(item);
+        EXPECT_TRUE(!isNew || loaded != Loaded::No || file->groupID() == CurrentGroup::allFiles ||
+                    file->groupID() == m_rows[m_current].groupID)
+            << "a new item, " << m_model.shown(item);
+    }
+    for (const Number item : m_listed)
+        if (m_isTold && !m_mayLackMark && isInAutoHideGroup(item) && !m_model.isHidden(item)) {
+            EXPECT_TRUE(m_program->groups.mark.isSet()) << m_model.shown(item) << " is visible without it";
+        }
+}
+
+// --- Groups ---
+
+std::size_t WholeWorld::chooseRow(std::size_t first) {
+    std::size_t row = 0;
+    if (first >= m_rows.size())
+        return row;
+    do
+        row = first + m_choices.below(m_rows.size() - first);
+    while (m_rows[row].isHeader);
+    return row;
+}
+
+std::string WholeWorld::shownRow(std::size_t row) const {
+    return "group " + printableName(m_rows[row].name) + " (" + std::to_string(*m_rows[row].groupID) + ")";
+}
+
+void WholeWorld::addGroup() {
+    if (m_rows.size() >= mostRows)
+        return removeGroup();
+    say("add a group");
+    const ListedGroup group = groups().addGroup();
+    EXPECT_FALSE(std::ranges::count(m_rows, group->name(), &Row::name)) << "a name that is taken";
+    m_rows.push_back({std::string(group->name()), group->groupID()});
+}
+
+// What the table shows goes to the group of all files.
+void WholeWorld::removeGroup() {
+    if (m_rows.size() <= GroupViewController::firstMovableRow)
+        return;
+    const std::size_t row = chooseRow(GroupViewController::firstMovableRow);
+    const bool isMeant = !m_choices.oneIn(4);
+    say((isMeant ? "remove " : "nearly remove ") + shownRow(row));
+    const ListedGroup group = groups().groups()[row];
+    program().presenter.expect(
+        {.title = QStringLiteral("Are you sure you want to remove \"%1\" group?").arg(shownGroupName(*group)),
+         .answer = isMeant ? "Remove" : "Cancel"});
+    EXPECT_EQ(groups().removeGroup(group), isMeant);
+    if (!isMeant)
+        return;
+    for (const Number item : itemsOf(m_rows[m_current]))
+        m_groupOf[item] = CurrentGroup::allFiles;
+    m_rows.erase(m_rows.begin() + static_cast<std::ptrdiff_t>(row));
+    if (m_current == row)
+        m_current = 0;
+    else if (m_current > row)
+        --m_current;
+}
+
+void WholeWorld::renameGroup() {
+    if (m_rows.size() <= GroupViewController::firstMovableRow)
+        return;
+    static const char* const names[] = {"Letters", "\xFF\xFE", "a\nb", "😀 \xF0\x9F\x98", "New Group 1", " "};
+    const std::size_t row = chooseRow(GroupViewController::firstMovableRow);
+    const std::string name = names[m_choices.below(std::size(names))];
+    say("rename " + shownRow(row) + " to " + printableName(name));
+    groups().setNewName(name, m_choices.oneIn(2) ? "folder-pictures" : "/nowhere", groups().groups()[row]);
+    m_rows[row].name = name;
+}
+
+void WholeWorld::moveGroup() {
+    constexpr std::size_t first = GroupViewController::firstMovableRow;
+    if (m_rows.size() <= first)
+        return;
+    const std::size_t from = chooseRow(first), to = first + m_choices.below(m_rows.size() - first);
+    say("move " + shownRow(from) + " to row " + std::to_string(to));
+    const std::optional<std::int64_t> current = m_rows[m_current].groupID;
+    const ListedGroup selected = groups().currentGroup();
+    groups().moveGroup(groups().groups()[from], to);
+    const Row moved = m_rows[from];
+    m_rows.erase(m_rows.begin() + static_cast<std::ptrdiff_t>(from));
+    m_rows.insert(m_rows.begin() + static_cast<std::ptrdiff_t>(to), moved);
+    m_current = groups().rowOf(selected).value_or(m_rows.size());
+    EXPECT_EQ(m_rows.at(m_current).groupID, current);
+}
+
+void WholeWorld::selectGroup() {
+    m_current = chooseRow(0);
+    say("select " + shownRow(m_current));
+    groups().selectRow(static_cast<std::ptrdiff_t>(m_current));
+    EXPECT_EQ(groups().currentGroup(), groups().groups()[m_current]);
+}
+
+void WholeWorld::markAutoHide() {
+    const std::size_t row = chooseRow(m_choices.oneIn(8) ? 0 : GroupViewController::firstMovableRow);
+    const bool autoHide = !m_choices.oneIn(3);
+    say((autoHide ? "AutoHide for " : "no AutoHide for ") + shownRow(row));
+    groups().setAutoHide(autoHide, groups().groups()[row]);
+    m_rows[row].autoHide = autoHide;
+}
+
+void WholeWorld::moveToGroup() {
+    const Numbers items = someListed("move to a group");
+    const std::size_t row = chooseRow(m_choices.oneIn(4) ? 0 : GroupViewController::firstMovableRow);
+    say("... to " + shownRow(row));
+    list().moveFiles(recordsOf(items), *m_rows[row].groupID);
+    EXPECT_TRUE(list().saveDataToDisk());
+    for (const Number item : items)
+        m_groupOf[item] = *m_rows[row].groupID;
+}
+
+void WholeWorld::hideGroup() {
+    const std::size_t row = chooseRow(0);
+    say("hide " + shownRow(row));
+    const Numbers items = itemsOf(m_rows[row]);
+    EXPECT_TRUE(groups().hideGroup(groups().groups()[row], true));
+    noteHidden(items);
+    m_rows[row].state = 1;
+}
+
+void WholeWorld::showGroup() {
+    const std::size_t row = chooseRow(0);
+    say("show " + shownRow(row));
+    const bool isPossible = noteShown(itemsOf(m_rows[row]));
+    EXPECT_EQ(groups().unhideGroup(groups().groups()[row], true), isPossible);
+    m_rows[row].state = 0;
+}
+
+void WholeWorld::damageGroups() {
+    const std::string path = GroupWorld::dataPath();
+    std::string bytes = exists(path) ? readFile(path) : std::string();
+    if (bytes.empty())
+        return;
+    say("damage the groups' file and restart");
+    if (m_choices.oneIn(2))
+        bytes.resize(m_choices.below(bytes.size()));
+    else
+        bytes[m_choices.below(bytes.size())] ^= static_cast<char>(1 << m_choices.below(8));
+    writeFile(path, bytes);
+    m_areGroupsDamaged = true;
+    restart();
+}
+
+// --- Leaving and coming back ---
+
+void WholeWorld::noteStatesOfPass() {
+    for (Row& row : m_rows)
+        row.state = row.autoHide ? 1 : row.state;
+}
+
+void WholeWorld::notePass() {
+    noteStatesOfPass();
+    for (const Row& row : m_rows)
+        if (row.autoHide && m_isTold)
+            noteHidden(itemsOf(row));
+    if (!m_isTold)
+        m_model.seeWhatIsHidden(); // what was moved by hand is not looked for everywhere
+    else {
+        EXPECT_FALSE(m_program->groups.mark.isSet());
+        EXPECT_TRUE(groups().leftVisible().empty());
+        m_mayLackMark = false;
+    }
+}
+
+void WholeWorld::leave() {
+    if (m_isAway)
+        return;
+    say("leave");
+    m_isAway = true;
+    const int releases = m_program->events.releases;
+    emit m_program->events.absenceChanged(Absence::Lock, true);
+    notePass();
+    EXPECT_GT(m_program->events.releases, releases);
+}
+
+// A search of the whole volume is not for passes, so that everything has to be where the list says.
+void WholeWorld::comeBack() {
+    if (!m_isAway)
+        return leave();
+    if (!m_isTold)
+        check();
+    say("come back");
+    m_isAway = false;
+    bool isPossible = true;
+    for (Row& row : m_rows)
+        if (row.autoHide) {
+            isPossible = noteShown(itemsOf(row)) && isPossible;
+            row.state = 0;
+        }
+    if (!isPossible)
+        program().presenter.expect(
+            {.title = "Some errors have been occured while unhiding files", .answer = "OK"});
+    emit m_program->events.absenceChanged(Absence::Lock, false);
+    EXPECT_TRUE(turnUntil([this] { return groups().autoUnhideHappened(); }));
+    groups().leftVisibleWasSeen();
+}
+
+void WholeWorld::quit() {
+    say("quit");
+    emit m_program->events.endRequested(Ending::Signal);
+    notePass();
+    restart();
+}
+
+// --- Accidents ---
+
+void WholeWorld::doSomething() {
+    switch (m_choices.below(4)) {
+    case 0:
+        list().hideFiles(recordsOf(someListed("hide")), true);
+        break;
+    case 1:
+        list().unhideFiles(recordsOf(someListed("unhide")), true);
+        break;
+    case 2:
+        say("a pass");
+        groups().makeAutoHide("an accident");
+        noteStatesOfPass();
+        break;
+    case 3: {
+        say("restore");
+        QObject context;
+        bool hasEnded = false;
+        QObject::connect(&list().restores(), &Restores::ended, &context, [&] { hasEnded = true; });
+        list().restoreDir(m_model.root());
+        MainThread::runUntil([&] { return hasEnded; });
+        break;
+    }
+    }
+    m_model.seeWhatIsHidden();
+    m_isTold = false;
+}
+
+// Whatever befell the program, it needs no more than its usual looks.
+void WholeWorld::putRight() {
+    list().checkTempFiles();
+    for (const ListedFile& file : list().files().all())
+        m_listed.insert(numberOf(*file));
+    EXPECT_TRUE(list().saveDataToDisk());
+    EXPECT_TRUE(groups().saveDataToDisk());
+    EXPECT_FALSE(list().saveTrouble() || groups().saveTrouble());
+    list().hideOperations().clearErrorList();
+    groups().leftVisibleWasSeen();
+    m_choices.oneIn(2) ? check() : restart();
+}
+
+void WholeWorld::breakWorker() {
+    const std::size_t last = BadWorker::kinds() - 1; // takes long
+    const std::size_t kind = m_choices.oneIn(300) ? last : m_choices.below(last);
+    say("a worker that " + m_worker.goBad(kind));
+    doSomething();
+    m_worker.goWell();
+    putRight();
+}
+
+void WholeWorld::fillDisk() {
+    {
+        say("the disk is full");
+        const FullDisk full(m_place);
+        if (m_choices.oneIn(3))
+            addGroup();
+        m_mayLackMark = true;
+        doSomething();
+    }
+    putRight();
+}
+
+} // namespace veilkeep::test
