@@ -48,7 +48,7 @@ std::string Remains::beyond(const Remains& before) const {
                 std::to_string(before.descriptors) + ":" + descriptorList() + "\n";
     if (threads != before.threads)
         text += std::to_string(threads) + " threads instead of " + std::to_string(before.threads) + "\n";
-    if (hasChild != before.hasChild)
+    if (hasChild)
         text += "a child process\n";
     return text;
 }

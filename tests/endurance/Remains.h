@@ -5,7 +5,8 @@
 
 namespace veilkeep::test {
 
-// What this process holds between two sequences, and should hold no more of after the second.
+// What this process holds between two sequences, and should hold no more of after the second. There is never
+// to be a child.
 struct Remains {
     std::ptrdiff_t descriptors = 0;
     std::ptrdiff_t threads = 0;

@@ -56,6 +56,8 @@ World::Step WholeWorld::chooseStep() {
         &WholeWorld::leave,        &WholeWorld::comeBack,     &WholeWorld::comeBack,
         &WholeWorld::quit,         &WholeWorld::breakWorker,  &WholeWorld::breakWorker,
         &WholeWorld::breakWorker,  &WholeWorld::fillDisk,     &WholeWorld::fillDisk};
+    if (m_listed.size() < 3 && m_choices.oneIn(2))
+        return &WholeWorld::add;
     if (m_choices.oneIn(2))
         return World::chooseStep();
     return static_cast<Step>(steps[m_choices.below(std::size(steps))]);
@@ -185,10 +187,11 @@ void WholeWorld::removeGroup() {
     program().presenter.expect(
         {.title = QStringLiteral("Are you sure you want to remove \"%1\" group?").arg(shownGroupName(*group)),
          .answer = isMeant ? "Remove" : "Cancel"});
+    const Numbers shown = itemsOf(m_rows[m_current]);
     EXPECT_EQ(groups().removeGroup(group), isMeant);
     if (!isMeant)
         return;
-    for (const Number item : itemsOf(m_rows[m_current]))
+    for (const Number item : shown)
         m_groupOf[item] = CurrentGroup::allFiles;
     m_rows.erase(m_rows.begin() + static_cast<std::ptrdiff_t>(row));
     if (m_current == row)

@@ -55,6 +55,7 @@ protected:
     void noteHidden(const Numbers& items);
     bool noteShown(const Numbers& items); // false: one lies in a hidden folder
 
+    void add();
     void restore();
     void check();
     void restart();
@@ -68,7 +69,6 @@ protected:
     ListWorldOptions m_options;
 
 private:
-    void add();
     void hide();
     void unhide();
     void unhide(const Numbers& items);
