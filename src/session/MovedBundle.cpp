@@ -1,13 +1,12 @@
 #include "session/MovedBundle.h"
 
 #include "core/base/PathText.h"
-#include "core/filesystem/Directories.h"
 #include "core/filesystem/ItemAtPath.h"
 #include "core/filesystem/TreeCopy.h"
 #include "core/log/Log.h"
+#include "core/storage/ReplaceTree.h"
 
 #include <cerrno>
-#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <system_error>
@@ -16,33 +15,21 @@
 namespace veilkeep {
 namespace {
 
-Result<void> renameItem(const std::string& from, const std::string& to) {
-    if (std::rename(from.c_str(), to.c_str()) != 0)
-        return Error::system("rename", from, errno);
-    return {};
-}
-
 // From another volume: whole beside its place, in a directory of its own, before it gets its name.
-Result<void> copyOver(const std::string& from, const std::string& to) {
-    std::string directory = to + ".XXXXXX";
+Result<bool> copyInPlace(const std::string& from, const std::string& path, const std::string& aside) {
+    std::string directory = path + ".XXXXXX";
     if (!::mkdtemp(directory.data()))
         return Error::system("mkdtemp", directory, errno);
     const std::string beside = joinPath(directory, "new");
-    auto copied = copyTree(from, beside);
-    if (copied)
-        copied = renameItem(beside, to);
+    const auto copied = copyTree(from, beside);
+    auto placed = copied ? replaceTree(path, beside, aside) : Result<bool>(copied.error());
     if (const auto removed = removeTree(directory); !removed)
         logError("A part of a copy is left", removed.error());
-    if (!copied)
-        return copied;
+    if (!placed)
+        return placed;
     if (const auto removed = removeTree(from); !removed)
         logError("What was copied is left at its former place as well", removed.error());
-    return {};
-}
-
-Result<void> moveItem(const std::string& from, const std::string& to) {
-    auto moved = renameItem(from, to);
-    return !moved && moved.error().systemError == EXDEV ? copyOver(from, to) : moved;
+    return placed;
 }
 
 // Whether one is the other one or lies in it, whatever links lead there.
@@ -83,25 +70,8 @@ Result<bool> moveToPath(const std::string& path, const std::string& fromPath) {
         return Error::system("move", fromPath, ENOENT);
     if (const auto checked = checkPlaces(path, aside, fromPath); !checked)
         return checked.error();
-    const bool isThere = itemExistsAt(path);
-    if (isThere) {
-        if (auto removed = removeTree(aside); !removed)
-            return removed.error();
-        if (auto moved = renameItem(path, aside); !moved)
-            return moved.error();
-    }
-    if (const auto moved = moveItem(fromPath, path); !moved) {
-        if (const auto back = isThere ? renameItem(aside, path) : Result<void>(); !back)
-            logError("The former program could not be put back", back.error());
-        return moved.error();
-    }
-    if (const auto synced = syncDirectory(std::string(parentPath(path))); !synced)
-        logError("A moved program may be lost with the power", synced.error());
-    if (const auto removed = removeTree(aside); !removed) {
-        logError("The former program is left aside", removed.error());
-        return false;
-    }
-    return isThere;
+    auto placed = replaceTree(path, fromPath, aside);
+    return !placed && placed.error().systemError == EXDEV ? copyInPlace(fromPath, path, aside) : placed;
 }
 
 } // namespace veilkeep

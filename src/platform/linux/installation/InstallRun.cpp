@@ -10,6 +10,7 @@
 #include "core/log/Log.h"
 #include "core/storage/FileDigest.h"
 #include "core/storage/ReplaceFile.h"
+#include "core/storage/ReplaceTree.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -17,7 +18,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdio>
 #include <iterator>
 
 namespace veilkeep {
@@ -50,12 +50,6 @@ Manifest::Item manifestItem(const DesktopItem& item) {
     using Kind = Manifest::Item::Kind;
     return item.target.empty() ? Manifest::Item{Kind::File, item.path, digestOf(item.content)}
                                : Manifest::Item{Kind::Link, item.path, item.target};
-}
-
-Result<void> renameItem(const std::string& from, const std::string& to, unsigned int flags) {
-    if (::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), flags) != 0)
-        return Error::system("rename", from, errno);
-    return {};
 }
 
 void logIfFailed(const char* what, const Result<void>& result) {
@@ -190,31 +184,11 @@ Result<void> InstallRun::write(const DesktopItem& item) {
     return writeItem(item);
 }
 
-// What was there goes the other way, and is removed. Processes that run from it have their programs still,
-// and find what they open later at the same path.
+// Processes that run from the former one have their programs still, and find what they open later at the same
+// path.
 Result<void> InstallRun::putInPlace() {
-    const bool isThere = itemExistsAt(m_places.bundle);
-    auto placed = renameItem(m_copy, m_places.bundle, isThere ? RENAME_EXCHANGE : 0);
-    if (!placed && isThere && (placed.error().systemError == EINVAL || placed.error().systemError == ENOSYS))
-        placed = putInPlaceByTwo();
-    if (!placed)
-        return placed;
-    logIfFailed("An installation may be lost with the power", syncDirectory(m_places.programs));
-    for (const std::string& former : {m_copy, formerCopy(m_places)})
-        logIfFailed("What was installed before is left aside", removeTree(former));
-    return {};
-}
-
-Result<void> InstallRun::putInPlaceByTwo() {
-    const std::string aside = formerCopy(m_places);
-    if (auto removed = removeTree(aside); !removed)
-        return removed;
-    if (auto moved = renameItem(m_places.bundle, aside, 0); !moved)
-        return moved;
-    auto placed = renameItem(m_copy, m_places.bundle, 0);
-    if (!placed)
-        logIfFailed("The former program could not be put back", renameItem(aside, m_places.bundle, 0));
-    return placed;
+    const auto placed = replaceTree(m_places.bundle, m_copy, formerCopy(m_places));
+    return placed ? Result<void>() : Result<void>(placed.error());
 }
 
 void InstallRun::noteMissingDirectories(const std::string& path) {

@@ -44,7 +44,6 @@ private:
     Result<void> writeItems();
     Result<void> write(const DesktopItem& item);
     Result<void> putInPlace();
-    Result<void> putInPlaceByTwo();
     void noteMissingDirectories(const std::string& path);
     void removeOutdated();
     void takeBack();
