@@ -8,7 +8,7 @@
 #include "app/ask/RunAsk.h"
 #include "app/hide/RunHide.h"
 #include "platform/linux/ActivationToken.h"
-#include "session/ProcessInfo.h"
+#include "platform/linux/LinuxProcesses.h"
 #include "session/Relaunching.h"
 #include "widgets/dialogs/AlertWindows.h"
 
@@ -100,8 +100,9 @@ int main(int argc, char** argv) {
     }
     if (options.mode == StartOptions::Mode::Hide)
         return runHide(argv, options.toOpen);
-    options.isRelaunch = Relaunching::waitForFormerProcess();
-    options.byLogin |= !options.isRelaunch && ProcessInfo::wasLaunchedAtLogin();
+    const LinuxProcesses processes;
+    options.isRelaunch = Relaunching::waitForFormerProcess(processes);
+    options.byLogin |= !options.isRelaunch && processes.wasLaunchedAtLogin();
     ::unsetenv("DESKTOP_AUTOSTART_ID"); // is this process' alone
     options.activationToken = inheritedActivationToken();
     reportWhatEndsTheProgram();

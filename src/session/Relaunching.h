@@ -1,6 +1,7 @@
 #pragma once
 
 #include "alerts/Alerts.h"
+#include "platform/Processes.h"
 
 #include <QObject>
 
@@ -52,7 +53,8 @@ public:
 
     // At the start: waits for the process that the marker names, and takes the marker away. Whether there was
     // one that can be the former.
-    static bool waitForFormerProcess(std::chrono::milliseconds limit = formerProcessWait);
+    static bool waitForFormerProcess(const Processes& processes,
+                                     std::chrono::milliseconds limit = formerProcessWait);
 
 signals:
     void QSApplicationWillRelaunchNotification();

@@ -1,9 +1,6 @@
 #include "session/Relaunching.h"
 
-#include "core/base/SystemCall.h"
-#include "core/base/UniqueFd.h"
 #include "core/environment/Bundle.h"
-#include "core/environment/ProcessStatus.h"
 #include "core/log/Log.h"
 #include "core/process/ChildProcess.h"
 #include "platform/EventLoop.h"
@@ -11,11 +8,8 @@
 #include <QEventLoop>
 #include <QTimer>
 
-#include <poll.h>
-#include <sys/syscall.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <charconv>
 #include <cstdlib>
 #include <string_view>
@@ -23,40 +17,10 @@
 namespace veilkeep {
 namespace {
 
-using Clock = std::chrono::steady_clock;
-
-// Whoever has the number is taken for the old process only where it can be that: the one that started this
-// one, or else another run of the same program, which was there before. Numbers are used again.
-bool mayBeFormer(pid_t process) {
-    if (process == ::getppid())
-        return true;
-    const auto own = ProcessStatus::of(::getpid()), other = ProcessStatus::of(process);
-    return own && other && other->user == own->user && other->name == own->name &&
-           other->startTime < own->startTime;
-}
-
 pid_t numberIn(std::string_view text) {
     pid_t number = 0;
     const auto [end, failure] = std::from_chars(text.data(), text.data() + text.size(), number);
     return failure == std::errc() && end == text.data() + text.size() ? number : 0;
-}
-
-// The descriptor first: what it stands for cannot be taken for another one later. False: it is not the former
-// one.
-bool waitFor(pid_t process, std::chrono::milliseconds limit) {
-    const UniqueFd former(static_cast<int>(::syscall(SYS_pidfd_open, process, 0)));
-    if (!former || !mayBeFormer(process))
-        return false;
-    const auto end = Clock::now() + limit;
-    pollfd entry{former.get(), POLLIN, 0};
-    int ready = -1;
-    do {
-        const auto left = std::chrono::ceil<std::chrono::milliseconds>(end - Clock::now());
-        ready = ::poll(&entry, 1, static_cast<int>(std::max<std::int64_t>(left.count(), 0)));
-    } while (ready < 0 && errno == EINTR);
-    if (ready == 0)
-        logLine("The process " + std::to_string(process) + " that is to be replaced does not end");
-    return true;
 }
 
 // The signal is worked on by the event loop, which ends every loop when the program is to end.
@@ -91,11 +55,11 @@ void runScript(const std::string& script, const std::vector<std::string>& argume
 
 } // namespace
 
-bool Relaunching::waitForFormerProcess(std::chrono::milliseconds limit) {
+bool Relaunching::waitForFormerProcess(const Processes& processes, std::chrono::milliseconds limit) {
     const char* const text = std::getenv(marker);
     const pid_t former = numberIn(text ? text : "");
     ::unsetenv(marker);
-    return former > 0 && waitFor(former, limit);
+    return former > 0 && processes.waitForFormer(former, limit);
 }
 
 void Relaunching::killOurselves(std::chrono::milliseconds patience) {

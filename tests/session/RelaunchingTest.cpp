@@ -137,44 +137,17 @@ TEST_F(RelaunchingTest, NothingIsLostWhereTheUpdateCannotBeMoved) {
 
 // --- The processes ---
 
-TEST(RelaunchingProcessesTest, TheNewOneWaitsForItsFormerAlone) {
-    using Clock = std::chrono::steady_clock;
-    constexpr std::chrono::milliseconds limit(200);
-    const pid_t sleeper = startChild([] { ::pause(); });
-    ::kill(sleeper, SIGSTOP); // a child of ours: neither our parent nor here before us
-    const struct {
-        std::string marker;
-        bool isRelaunch, waits;
-    } rows[] = {
-        {std::to_string(::getppid()), true, true}, // it stays, so all of the limit
-        {std::to_string(sleeper), false, false},
-        {"1", false, false},
-        {"99999999", false, false},
-        {"-1", false, false},
-        {"12x", false, false},
-        {"", false, false},
+TEST(RelaunchingProcessesTest, TheMarkerNamesTheFormerOne) {
+    struct FakeProcesses : Processes {
+        bool wasLaunchedAtLogin() const override { return false; }
+        bool waitForFormer(pid_t process, std::chrono::milliseconds) const override { return process == 12; }
     };
-    for (const auto& row : rows) {
-        ::setenv(Relaunching::marker, row.marker.c_str(), 1);
-        const auto begin = Clock::now();
-        EXPECT_EQ(Relaunching::waitForFormerProcess(limit), row.isRelaunch) << row.marker;
-        EXPECT_EQ(Clock::now() - begin >= limit, row.waits) << row.marker;
+    for (const auto& [marker, isRelaunch] :
+         {std::pair{"12", true}, {"13", false}, {"12x", false}, {"", false}}) {
+        ::setenv(Relaunching::marker, marker, 1);
+        EXPECT_EQ(Relaunching::waitForFormerProcess(FakeProcesses()), isRelaunch) << marker;
         EXPECT_EQ(std::getenv(Relaunching::marker), nullptr);
     }
-    ::kill(sleeper, SIGKILL);
-    ::waitpid(sleeper, nullptr, 0);
-
-    // One that ends while it is waited for.
-    const ScratchTree tree;
-    const std::string result = tree.path("result");
-    EXPECT_TRUE(runInChild([&] {
-        startChild([former = ::getpid(), &result] {
-            ::setenv(Relaunching::marker, std::to_string(former).c_str(), 1);
-            Relaunching::waitForFormerProcess(std::chrono::minutes(1));
-            writeFile(result, ::getppid() == former ? "too early" : "it has ended");
-        });
-    }));
-    EXPECT_TRUE(waitUntil([&] { return exists(result) && readFile(result) == "it has ended"; }));
 }
 
 TEST(RelaunchingProcessesTest, KillAndRestartGoByTheSignal) {
