@@ -12,6 +12,15 @@
 #include <utility>
 
 namespace veilkeep {
+namespace {
+
+// Where the user is: what asked, since something else would come to the front with the main window.
+QWidget* windowInUse() {
+    QWidget* const modal = QApplication::activeModalWidget();
+    return modal ? modal : QApplication::activeWindow();
+}
+
+} // namespace
 
 AlertWindows::AlertWindows(MainWindowAnswer mainWindow) : m_mainWindow(std::move(mainWindow)) {}
 
@@ -31,7 +40,7 @@ AlertAnswer AlertWindows::runOnMainThread(const Alert& alert) {
     const AlertAnswer cancelled{alert.codeWhenCancelled()};
     if (!alert.beginShowing())
         return cancelled;
-    AlertWindow* const window = &makeWindow(alert, QApplication::activeModalWidget());
+    AlertWindow* const window = &makeWindow(alert, windowInUse());
     if (!runModal(*window))
         return cancelled;
     const AlertAnswer answer = window->isVisible() ? cancelled : window->answer();

@@ -2,6 +2,7 @@
 
 #include "alerts/Alerts.h"
 #include "tests/support/ScratchTree.h"
+#include "tests/support/TurnUntil.h"
 #include "tests/widgets/dialogs/OpenWindows.h"
 #include "widgets/dialogs/AlertWindow.h"
 #include "widgets/dialogs/ErrorTable.h"
@@ -89,6 +90,23 @@ TEST_F(AlertWindowsTest, ASheetOnTheMainWindowWhereThatIsSeen) {
             realInput::key("Return");
         });
         EXPECT_EQ(m_alerts.ADRunAlertSheet(row.window, "Title", {}, "OK"), 1);
+    }
+}
+
+TEST_F(AlertWindowsTest, AnAlertBelongsToTheWindowThatTheUserIsIn) {
+    QWidget preferences;
+    preferences.show();
+    preferences.activateWindow();
+    ASSERT_TRUE(turnUntil([&] { return QApplication::activeWindow() == &preferences; }));
+    for (const Alert::Window kind : {Alert::Window::None, Alert::Window::Main}) {
+        const QWidget* const wanted = kind == Alert::Window::None ? &preferences : m_mainWindow.get();
+        whenOpen<AlertWindow>([&](AlertWindow& window) {
+            EXPECT_EQ(window.parentWidget(), wanted);
+            window.close();
+        });
+        m_alerts.ADRunCriticalAlertSheet(kind, "Title", "Message", "OK");
+        preferences.activateWindow();
+        ASSERT_TRUE(turnUntil([&] { return QApplication::activeWindow() == &preferences; }));
     }
 }
 
