@@ -73,6 +73,9 @@ TEST_F(UserInstallationTest, ComesAndGoesWithoutATrace) {
                                           .c_str()),
               0);
     EXPECT_EQ(runProgram({"/usr/bin/desktop-file-validate", m_entry}).exitStatus, 0);
+    EXPECT_NE(readFile(inHome(".local/share/applications/mimeinfo.cache"))
+                  .find("x-scheme-handler/veilkeep=com.ostrel.Veilkeep.desktop"),
+              std::string::npos);
     EXPECT_TRUE(AutostartEntry(inHome(".local/lib/veilkeep/Veilkeep.app")).setShouldLaunchAtLogin(true));
     const auto installed = homeOf(m_tree);
     ASSERT_TRUE(m_installation.install()) << "once more";

@@ -9,6 +9,7 @@
 #include "core/filesystem/TreeCopy.h"
 #include "core/log/Log.h"
 #include "platform/linux/AutostartEntry.h"
+#include "platform/linux/installation/DesktopDatabase.h"
 #include "platform/linux/installation/InstallRun.h"
 
 #include <unistd.h>
@@ -34,6 +35,7 @@ Result<Uninstalled> UninstallRun::run() {
     removeAutostart(); // whose program is looked at
     removeUnitLinks();
     removeItems();
+    updateDesktopDatabase(m_places); // whose list may be all that is left in the directory
     for (const std::string& leftover : {newCopy(m_places), formerCopy(m_places)})
         if (const auto removed = removeTree(leftover); !removed)
             noteFailure(removed.error());

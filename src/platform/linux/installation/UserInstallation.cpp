@@ -5,6 +5,7 @@
 #include "core/filesystem/ResolvedPath.h"
 #include "core/log/Log.h"
 #include "platform/linux/SessionBusConnection.h"
+#include "platform/linux/installation/DesktopDatabase.h"
 #include "platform/linux/installation/InstallRun.h"
 #include "platform/linux/installation/UninstallRun.h"
 
@@ -53,6 +54,7 @@ Result<void> UserInstallation::install() {
         return installed;
     tellBus();
     tellIcons(m_places);
+    updateDesktopDatabase(m_places);
     return {};
 }
 
