@@ -43,76 +43,47 @@ TEST_F(PackageKitUpdatesTest, TellsWhatTheServiceKnows) {
     const QString ours = QStringLiteral("veilkeep;1.0-1;amd64;installed"),
                   newer = QStringLiteral("veilkeep;1:1.2~rc1-1;amd64;main"),
                   other = QStringLiteral("veilkeep-doc;9;all;main"), offline = QStringLiteral("no network");
+    struct Answer {
+        Kind kind;
+        const char *version = "", *yourVersion = "", *reason = "";
+    };
     const struct {
         const char* what;
+        Answer answer;
         std::map<QString, Said> said;
-        Kind kind;
-        const char* version;
-        const char* yourVersion;
-        const char* reason;
     } rows[] = {
         {"none newer",
-         {{"RefreshCache", {}}, {"Resolve installed", {{ours}}}, {"GetUpdates", {{other}}}},
-         Kind::UpToDate,
-         "",
-         "1.0-1",
-         ""},
+         {Kind::UpToDate, "", "1.0-1"},
+         {{"RefreshCache", {}}, {"Resolve installed", {{ours}}}, {"GetUpdates", {{other}}}}},
         {"a newer one",
-         {{"RefreshCache", {}}, {"Resolve installed", {{ours}}}, {"GetUpdates", {{other, newer}}}},
-         Kind::Newer,
-         "1:1.2~rc1-1",
-         "1.0-1",
-         ""},
+         {Kind::Newer, "1:1.2~rc1-1", "1.0-1"},
+         {{"RefreshCache", {}}, {"Resolve installed", {{ours}}}, {"GetUpdates", {{other, newer}}}}},
         {"told as later versions do",
+         {Kind::Newer, "1:1.2~rc1-1", "1.0-1"},
          {{"RefreshCache", {}},
           {"Resolve installed", {{ours}, {}, true}},
-          {"GetUpdates", {{other, newer}, {}, true}}},
-         Kind::Newer,
-         "1:1.2~rc1-1",
-         "1.0-1",
-         ""},
+          {"GetUpdates", {{other, newer}, {}, true}}}},
         {"no network, but known already",
-         {{"RefreshCache", {{}, offline}}, {"Resolve installed", {{ours}}}, {"GetUpdates", {{newer}}}},
-         Kind::Newer,
-         "1:1.2~rc1-1",
-         "1.0-1",
-         ""},
+         {Kind::Newer, "1:1.2~rc1-1", "1.0-1"},
+         {{"RefreshCache", {{}, offline}}, {"Resolve installed", {{ours}}}, {"GetUpdates", {{newer}}}}},
         {"no network",
-         {{"RefreshCache", {{}, offline}}, {"Resolve installed", {{ours}}}, {"GetUpdates", {}}},
-         Kind::Failed,
-         "",
-         "1.0-1",
-         "no network"},
+         {Kind::Failed, "", "1.0-1", "no network"},
+         {{"RefreshCache", {{}, offline}}, {"Resolve installed", {{ours}}}, {"GetUpdates", {}}}},
         {"not a package",
-         {{"RefreshCache", {}}, {"Resolve installed", {}}, {"Resolve", {{}, "not found", false, false, 8}}},
-         Kind::NotPackaged,
-         "",
-         "",
-         ""},
+         {Kind::NotPackaged},
+         {{"RefreshCache", {}}, {"Resolve installed", {}}, {"Resolve", {{}, "not found", false, false, 8}}}},
         {"locked meanwhile",
-         {{"RefreshCache", {}}, {"Resolve installed", {}}, {"Resolve", {{}, "locked"}}},
-         Kind::Failed,
-         "",
-         "",
-         "locked"},
+         {Kind::Failed, "", "", "locked"},
+         {{"RefreshCache", {}}, {"Resolve installed", {}}, {"Resolve", {{}, "locked"}}}},
         {"offered as a package",
-         {{"RefreshCache", {}}, {"Resolve installed", {}}, {"Resolve", {{newer}}}},
-         Kind::NotPackaged,
-         "1:1.2~rc1-1",
-         "",
-         ""},
+         {Kind::NotPackaged, "1:1.2~rc1-1"},
+         {{"RefreshCache", {}}, {"Resolve installed", {}}, {"Resolve", {{newer}}}}},
         {"rubbish",
-         {{"RefreshCache", {}}, {"Resolve installed", {{"veilkeep", ";;", ""}}}, {"Resolve", {}}},
-         Kind::NotPackaged,
-         "",
-         "",
-         ""},
+         {Kind::NotPackaged},
+         {{"RefreshCache", {}}, {"Resolve installed", {{"veilkeep", ";;", ""}}}, {"Resolve", {}}}},
         {"it fails",
-         {{"RefreshCache", {}}, {"Resolve installed", {{}, "locked"}}},
-         Kind::Failed,
-         "",
-         "",
-         "locked"},
+         {Kind::Failed, "", "", "locked"},
+         {{"RefreshCache", {}}, {"Resolve installed", {{}, "locked"}}}},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.what);
@@ -120,10 +91,10 @@ TEST_F(PackageKitUpdatesTest, TellsWhatTheServiceKnows) {
         m_told.reset();
         check();
         ASSERT_TRUE(isTold());
-        EXPECT_EQ(m_told->kind, row.kind);
-        EXPECT_EQ(m_told->version.toStdString(), row.version);
-        EXPECT_EQ(m_told->yourVersion.toStdString(), row.yourVersion);
-        EXPECT_EQ(m_told->reason.toStdString(), row.reason);
+        EXPECT_EQ(m_told->kind, row.answer.kind);
+        EXPECT_EQ(m_told->version.toStdString(), row.answer.version);
+        EXPECT_EQ(m_told->yourVersion.toStdString(), row.answer.yourVersion);
+        EXPECT_EQ(m_told->reason.toStdString(), row.answer.reason);
     }
 }
 
