@@ -568,6 +568,14 @@ Bitte starten Sie die Dateiverwaltung neu, um die Einträge zu benutzen.</transl
         <source>%1: the entries came with %2 for all users of this computer, and go with it.</source>
         <translation>%1: Die Einträge kamen mit %2 für alle Benutzer dieses Computers und gehen mit ihm.</translation>
     </message>
+    <message>
+        <source>%1 could not be restarted.</source>
+        <translation>%1 konnte nicht neu gestartet werden.</translation>
+    </message>
+    <message>
+        <source>Please end it, if it is still running, and start it again yourself.</source>
+        <translation>Bitte beenden Sie das Programm, falls es noch läuft, und starten Sie es selbst neu.</translation>
+    </message>
 </context>
 <context>
     <name>GroupEdit</name>

@@ -568,6 +568,14 @@ Reinicie el gestor de archivos para empezar a usarlas.</translation>
         <source>%1: the entries came with %2 for all users of this computer, and go with it.</source>
         <translation>%1: las entradas llegaron con %2 para todos los usuarios de este equipo y se van con él.</translation>
     </message>
+    <message>
+        <source>%1 could not be restarted.</source>
+        <translation>No se pudo reiniciar %1.</translation>
+    </message>
+    <message>
+        <source>Please end it, if it is still running, and start it again yourself.</source>
+        <translation>Ciérrelo si todavía está en ejecución y vuelva a iniciarlo usted mismo.</translation>
+    </message>
 </context>
 <context>
     <name>GroupEdit</name>

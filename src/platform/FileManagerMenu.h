@@ -47,7 +47,8 @@ public:
     // changed has failed and stays; those for everybody stay as well.
     virtual FileManagerChange remove() = 0;
 
-    virtual void restart(const std::vector<FileManagerChange::Restart>& toRestart) = 0;
+    // The names of those that go on as they were, or are not there any more.
+    virtual std::vector<std::string> restart(const std::vector<FileManagerChange::Restart>& toRestart) = 0;
 
 protected:
     FileManagerMenu() = default;

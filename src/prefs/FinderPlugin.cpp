@@ -97,7 +97,13 @@ void FinderPlugin::offerRestart(const FileManagerChange& change, const QString& 
     alert.message = text.arg(pathsOf(change.toRestart));
     const QStringList buttons{Texts::tr("Restart Finder"), Texts::tr("I'll restart it later")};
     if (m_alerts.runAlert(std::move(alert), buttons) == Alerts::firstButton)
-        m_menu.restart(change.toRestart);
+        restart(change);
+}
+
+void FinderPlugin::restart(const FileManagerChange& change) {
+    for (const std::string& manager : m_menu.restart(change.toRestart))
+        warn(Texts::tr("%1 could not be restarted.").arg(QString::fromStdString(manager)),
+             Texts::tr("Please end it, if it is still running, and start it again yourself."));
 }
 
 } // namespace veilkeep

@@ -28,6 +28,7 @@ private:
     void tellWhatStays(const FileManagerChange& change);
     void warn(const QString& title, const QString& text);
     void offerRestart(const FileManagerChange& change, const QString& title, const QString& text);
+    void restart(const FileManagerChange& change);
 
     FileManagerMenu& m_menu;
     Alerts& m_alerts;

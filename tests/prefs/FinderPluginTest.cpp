@@ -21,8 +21,10 @@ public:
     FileManagerChange install() override { return did("install"); }
     FileManagerChange renew() override { return did("renew"); }
     FileManagerChange remove() override { return did("remove"); }
-    void restart(const std::vector<Restart>& toRestart) override {
+    std::vector<std::string> restart(const std::vector<Restart>& toRestart) override {
         done += " restart " + toRestart.front().manager;
+        return toRestart.front().path == "/stays" ? std::vector{toRestart.front().manager}
+                                                  : std::vector<std::string>();
     }
 
     bool installed = false, hasSource = true, hasManager = true;
@@ -73,6 +75,15 @@ TEST(FinderPlugin, DoesTheOppositeOfWhatIsInstalledAndTellsWhatItHasTo) {
          {{"Plugin was successfully installed", "Restart Finder",
            "Plugin was successfully installed to /t\nPlease restart Finder to start using it.", restart,
            Alert::Style::Informational}},
+         "install restart Thunar"},
+        {"installed, does not come back",
+         false,
+         true,
+         true,
+         {.changed = {"/t"}, .toRestart = {{"Thunar", "/stays"}}},
+         {{"Plugin was successfully installed", "Restart Finder"},
+          {"Thunar could not be restarted.", "OK",
+           "Please end it, if it is still running, and start it again yourself.", ok, Alert::Style::Warning}},
          "install restart Thunar"},
         {"removed, restarted later",
          true,

@@ -32,6 +32,26 @@ std::string templatesIn(const std::string& bundle) {
     return bundle + "/Contents/Resources/filemanagers";
 }
 
+// By its own command to quit, so that it can put things in order; then it is there again as a service, as
+// desktops start it. Meanwhile windows are drawn.
+bool quitAndStart(const std::string& program) {
+    Tick tick([] { QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents); });
+    ChildProcessOptions options;
+    options.discardErrors = true;
+    options.timeLimit = quitLimit;
+    options.tick = &tick;
+    const auto quit = runChildProcess(program, {"--quit"}, options);
+    if (!quit.exitedWith(0)) {
+        logError("The file manager could not be quit",
+                 quit.error.path.empty() ? Error::system("quit", program, 0) : quit.error);
+        return false;
+    }
+    const auto started = startDetachedProcess(program, {"--daemon"});
+    if (!started)
+        logError("The file manager could not be started again", started.error());
+    return started.has_value();
+}
+
 bool isOurs(State state) {
     return state == State::Current || state == State::Outdated || state == State::Changed;
 }
@@ -186,26 +206,15 @@ void LinuxFileManagerMenu::noteChange(const FileManagerFile& file, const std::st
         change.toRestart.push_back({manager.name, path});
 }
 
-// By its own command to quit, so that it can put things in order; then it is there again as a service, as
-// desktops start it. Meanwhile windows are drawn.
-void LinuxFileManagerMenu::restart(const std::vector<FileManagerChange::Restart>& toRestart) {
-    Tick tick([] { QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents); });
-    for (const FileManager& manager : fileManagers()) {
-        if (std::ranges::find(toRestart, manager.name, &FileManagerChange::Restart::manager) ==
-            toRestart.end())
-            continue;
-        const std::string program = programIn(m_parts.places.programs, manager.program);
-        ChildProcessOptions options;
-        options.discardErrors = true;
-        options.timeLimit = quitLimit;
-        options.tick = &tick;
-        const auto quit = runChildProcess(program, {"--quit"}, options);
-        if (!quit.exitedWith(0))
-            logError("The file manager could not be quit",
-                     quit.error.path.empty() ? Error::system("quit", program, 0) : quit.error);
-        else if (const auto started = startDetachedProcess(program, {"--daemon"}); !started)
-            logError("The file manager could not be started again", started.error());
-    }
+std::vector<std::string>
+LinuxFileManagerMenu::restart(const std::vector<FileManagerChange::Restart>& toRestart) {
+    std::vector<std::string> failed;
+    for (const FileManager& manager : fileManagers())
+        if (std::ranges::find(toRestart, manager.name, &FileManagerChange::Restart::manager) !=
+                toRestart.end() &&
+            !quitAndStart(programIn(m_parts.places.programs, manager.program)))
+            failed.emplace_back(manager.name);
+    return failed;
 }
 
 bool LinuxFileManagerMenu::isOnSessionBus(const std::string& name) {

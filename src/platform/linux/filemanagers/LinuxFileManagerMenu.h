@@ -34,7 +34,7 @@ public:
     FileManagerChange install() override;
     FileManagerChange renew() override;
     FileManagerChange remove() override;
-    void restart(const std::vector<FileManagerChange::Restart>& toRestart) override;
+    std::vector<std::string> restart(const std::vector<FileManagerChange::Restart>& toRestart) override;
 
     // What is where entries would be installed now, for each file manager that is present.
     struct Found {
