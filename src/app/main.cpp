@@ -7,8 +7,10 @@
 #include "app/UncaughtExceptions.h"
 #include "app/ask/RunAsk.h"
 #include "app/hide/RunHide.h"
+#include "core/environment/XdgDirectories.h"
 #include "platform/linux/ActivationToken.h"
 #include "platform/linux/LinuxProcesses.h"
+#include "session/ProcessNote.h"
 #include "session/Relaunching.h"
 #include "widgets/dialogs/AlertWindows.h"
 
@@ -98,6 +100,8 @@ int main(int argc, char** argv) {
         std::fputs("veilkeep: there is no display; veilkeepctl works without one\n", stderr);
         return failed;
     }
+    const ProcessNote note(OwnPlaces::current().stateDirectory);
+    reportWhatEndsTheProgram();
     if (options.mode == StartOptions::Mode::Hide)
         return runHide(argv, options.toOpen);
     const LinuxProcesses processes;
@@ -105,7 +109,6 @@ int main(int argc, char** argv) {
     options.byLogin |= !options.isRelaunch && processes.wasLaunchedAtLogin();
     ::unsetenv("DESKTOP_AUTOSTART_ID"); // is this process' alone
     options.activationToken = inheritedActivationToken();
-    reportWhatEndsTheProgram();
     int noArguments = 1; // Qt would take some for its own
     const QtMessageHandler usual = qInstallMessageHandler(tellWhileOpening);
     ADApp application(noArguments, argv, options);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -12,6 +13,7 @@ struct CrashNote {
     static std::string beginning(); // of a run of this version
 
     // Whatever the text is; what it does not say is empty.
+    static constexpr std::size_t maximumSize = 64 << 10; // of its text
     static CrashNote parse(std::string_view text);
 
     bool isOfCrash() const { return signal != 0; }

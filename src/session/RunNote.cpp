@@ -5,6 +5,7 @@
 #include "core/filesystem/ReadWholeFile.h"
 #include "core/log/Log.h"
 #include "session/CrashHandler.h"
+#include "session/ProcessNote.h"
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -15,8 +16,6 @@
 
 namespace veilkeep {
 namespace {
-
-constexpr std::size_t largestNote = 64 << 10;
 
 void logTrouble(const Error& error) {
     logError("A crash of this run would not be noticed", error);
@@ -29,6 +28,7 @@ RunNote::RunNote(const std::string& stateDirectory)
     const auto made = stateDirectory.empty() ? Result<void>(Error::system("open", {}, ENOENT))
                                              : makeDirectories(stateDirectory, 0700);
     if (made) {
+        ProcessNote::takeOthers(stateDirectory, m_crash);
         lookAtLastRun();
         begin();
     } else {
@@ -44,14 +44,14 @@ RunNote::~RunNote() {
 }
 
 void RunNote::lookAtLastRun() {
-    if (const auto running = readWholeFile(m_running, largestNote)) {
+    if (const auto running = readWholeFile(m_running, CrashNote::maximumSize)) {
         const CrashNote note = CrashNote::parse(*running);
         if (!note.isOfCrash())
             logLine("The last run was cut off: it was ended by force, or the computer was");
         else if (std::rename(m_running.c_str(), m_crash.c_str()) != 0)
             logError("The note of a crash is lost", Error::system("rename", m_running, errno));
     }
-    const auto crash = readWholeFile(m_crash, largestNote);
+    const auto crash = readWholeFile(m_crash, CrashNote::maximumSize);
     if (!crash)
         return;
     m_lastCrash = CrashNote::parse(*crash);

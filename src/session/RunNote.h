@@ -9,8 +9,8 @@
 namespace veilkeep {
 
 // Tells this run of the last one: the file "Running" in the state directory lies there as long as the program
-// runs, and a crash writes into it how it ended. What a run that crashed has left stays as "Crash Note" until
-// the user was told. One in a process, which owns the list; main thread.
+// runs, and a crash writes into it how it ended. What a run that crashed has left, or a process without the
+// list, stays as "Crash Note" until the user was told. One in a process, which owns the list; main thread.
 class RunNote {
 public:
     explicit RunNote(const std::string& stateDirectory);

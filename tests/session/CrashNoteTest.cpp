@@ -1,6 +1,7 @@
 #include "core/environment/XdgDirectories.h"
 #include "core/log/Log.h"
 #include "session/CrashHandler.h"
+#include "session/ProcessNote.h"
 #include "session/RunNote.h"
 #include "tests/support/RunInChild.h"
 #include "tests/support/ScratchTree.h"
@@ -127,6 +128,35 @@ TEST_F(RunNoteTest, OtherEndsAreNoCrash) {
         EXPECT_FALSE(RunNote(m_directory).takeLastCrash()) << row.what;
         EXPECT_EQ(isLogged(cutOff), row.isCut) << row.what;
     }
+}
+
+TEST_F(RunNoteTest, ProcessesWithoutTheListLeaveTheirsAsWell) {
+#ifdef __SANITIZE_ADDRESS__
+    GTEST_SKIP() << "the sanitizer listens to these signals";
+#endif
+    const auto runProcess = [this](const std::function<void()>& end) {
+        int status = 0;
+        const pid_t child = test::startChild([&] {
+            withoutCoreDumps();
+            const ProcessNote note(m_directory);
+            end();
+        });
+        ::waitpid(child, &status, 0);
+    };
+    const ProcessNote goesOn(m_directory);
+    const std::string own = m_directory + "/Running-" + std::to_string(::getpid());
+    runProcess([] {});
+    EXPECT_FALSE(RunNote(m_directory).takeLastCrash());
+    runProcess([] { std::abort(); });
+    runProcess([] { ::raise(SIGKILL); });
+    const auto crash = RunNote(m_directory).takeLastCrash();
+    ASSERT_TRUE(crash);
+    EXPECT_EQ(crash->signal, SIGABRT);
+    EXPECT_TRUE(test::exists(own)) << "of a process that goes on";
+    ::unlink(m_crash.c_str());
+    EXPECT_FALSE(RunNote(m_directory).takeLastCrash()) << "nothing else is left";
+    for (const std::string& name : test::namesIn(m_directory))
+        EXPECT_TRUE(!name.starts_with("Running") || m_directory + "/" + name == own) << name;
 }
 
 TEST(CrashNoteTest, WhateverIsInIt) {
