@@ -55,10 +55,6 @@ public:
     // The child of the window with that accessible name, or text of a button; null where there is none to be
     // seen.
     QWidget* find(const QString& name);
-    template <class Widget>
-    Widget* findA(const QString& name) {
-        return qobject_cast<Widget*>(find(name));
-    }
     bool click(const QString& name);   // of a widget of the window
     bool clickTool(Command command);   // its button in the toolbar
     bool choose(QStringList fromMenu); // "Edit", "Hide": by the mouse

@@ -1,10 +1,6 @@
 #include "tests/app/AppWorld.h"
-#include "widgets/controls/FilterBar.h"
-#include "widgets/filetable/EmptyTableNotice.h"
 
 #include <gtest/gtest.h>
-
-#include <QLineEdit>
 
 namespace veilkeep::test {
 namespace {
@@ -16,9 +12,6 @@ protected:
     void SetUp() override { ASSERT_TRUE(world.start()); }
 
     const Group& group(const std::string& name) { return *world.groups().groupForName(name); }
-    bool clickFilter(const QString& text) {
-        return AppWorld::clickButton(*world.window()->findChild<FilterBar*>(), text);
-    }
 
     AppWorld world;
 };
@@ -44,18 +37,6 @@ TEST_F(GroupsTest, AreAddedAndRemovedAfterAQuestion) {
     EXPECT_EQ(world.groups().currentGroupName(), "All Files");
     EXPECT_TRUE(world.shows({"letter"}));
     EXPECT_TRUE(exists(path));
-}
-
-TEST_F(GroupsTest, TakeRowsThatAreDroppedOntoThem) {
-    for (const char* const name : {"a", "b", "c"})
-        world.addFile(name);
-    world.selectRows("a", 1);
-    realInput::drag(world.table().viewport()->mapToGlobal(world.placeOf("b")),
-                    world.groupList().viewport()->mapToGlobal(world.placeOfGroup("Secret Pictures")));
-    world.clickGroup("Secret Pictures");
-    EXPECT_TRUE(world.shows({"a", "b"}));
-    world.clickGroup("All Files");
-    EXPECT_TRUE(world.shows({"a", "b", "c"}));
 }
 
 TEST_F(GroupsTest, EachWayHidesAndShowsAGroup) {
@@ -88,53 +69,6 @@ TEST_F(GroupsTest, EachWayHidesAndShowsAGroup) {
         ASSERT_TRUE(world.isShown(mine));
         EXPECT_EQ(group("Private Files").state(), 0);
     }
-}
-
-TEST_F(GroupsTest, TheBoxMakesAGroupAutoHide) {
-    const std::string path = world.addFileToGroup("mine", "Private Files");
-    EXPECT_FALSE(world.click("AutoHide")) << "there is none for all items";
-    world.clickGroup("Private Files");
-    ASSERT_TRUE(world.click("AutoHide"));
-    EXPECT_EQ(group("Private Files").autoHide(), true);
-    realInput::key("Ctrl+H");
-    EXPECT_TRUE(world.isHidden(path));
-    EXPECT_TRUE(world.window()->isVisible());
-    realInput::key("Ctrl+U");
-    EXPECT_TRUE(world.isShown(path));
-}
-
-TEST_F(GroupsTest, SearchAndFilters) {
-    for (const char* const name : {"apple", "pear", "plum"})
-        world.addFile(name);
-    world.clickRow("pear", AppWorld::Part::Switch);
-    world.waitForBatch();
-    realInput::key("Ctrl+F");
-    realInput::type("p");
-    realInput::type("l");
-    EXPECT_TRUE(world.shows({"apple", "plum"}));
-    realInput::key("Escape");
-    EXPECT_TRUE(world.shows({"apple", "pear", "plum"}));
-
-    const struct {
-        const char* button;
-        Names shown;
-    } filters[] = {{"Hidden", {"pear"}},
-                   {"Visible", {"apple", "plum"}},
-                   {"Broken", {}},
-                   {"All", {"apple", "pear", "plum"}}};
-    for (const auto& filter : filters) {
-        ASSERT_TRUE(clickFilter(filter.button));
-        EXPECT_TRUE(world.shows(filter.shown)) << filter.button;
-    }
-
-    realInput::key("Ctrl+F");
-    realInput::type("xyz");
-    EXPECT_TRUE(world.shows({}));
-    auto* const notice = world.table().findChild<EmptyTableNotice*>();
-    ASSERT_TRUE(notice && eventually([&] { return notice->isVisible(); }));
-    ASSERT_TRUE(AppWorld::clickButton(*notice, "Clear Search"));
-    EXPECT_TRUE(world.shows({"apple", "pear", "plum"}));
-    EXPECT_TRUE(world.findA<QLineEdit>("Search")->text().isEmpty());
 }
 
 TEST_F(GroupsTest, SortByTheMenu) {

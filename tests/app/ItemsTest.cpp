@@ -13,8 +13,6 @@
 namespace veilkeep::test {
 namespace {
 
-using Names = std::vector<std::string>;
-
 class ItemsTest : public ::testing::Test {
 protected:
     void SetUp() override { ASSERT_TRUE(world.start()); }
@@ -138,23 +136,6 @@ TEST_F(ItemsTest, EachWayHidesAndShows) {
         ASSERT_TRUE(world.isShown(path));
     }
     EXPECT_EQ(readFile(path), "content");
-}
-
-TEST_F(ItemsTest, SeveralAtOnce) {
-    const Names paths{world.addFile("a"), world.addFile("b"), world.addFile("c")};
-    world.selectRows("a", 1);
-    realInput::key("Ctrl+Right");
-    EXPECT_TRUE(world.isHidden(paths[0]) && world.isHidden(paths[1]));
-    EXPECT_TRUE(exists(paths[2]));
-    world.selectRows("a", 2); // one of which is visible: the switch hides it first
-    realInput::key("Ctrl+Left");
-    for (const std::string& path : paths)
-        EXPECT_TRUE(world.isShown(path));
-    world.answer("Are you sure you want to remove selected items from list?", "Remove");
-    realInput::key("Delete");
-    EXPECT_TRUE(world.areAllAnswered());
-    EXPECT_TRUE(world.shows({}));
-    EXPECT_TRUE(exists(paths[1]));
 }
 
 TEST_F(ItemsTest, KeysArriveAfterEachDialog) {

@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <QLabel>
-
 namespace veilkeep::test {
 namespace {
 
@@ -32,34 +30,6 @@ void enter(const QString& password) {
     realInput::key("Ctrl+A");
     realInput::type(password);
     realInput::key("Return");
-}
-
-bool hasLabel(const QWidget& dialog, const QString& text) {
-    for (const QLabel* const label : dialog.findChildren<QLabel*>())
-        if (label->isVisible() && label->text() == text)
-            return true;
-    return false;
-}
-
-TEST(PasswordTest, TheFourthWrongEntryLeavesTheWindowClosed) {
-    AppWorld::setPassword("secret");
-    AppWorld world;
-    world.whenOpen(prompt, [&](QWidget& panel) {
-        EXPECT_FALSE(world.parts().window.isVisible());
-        const int height = panel.height();
-        for (int count = 1; count <= 3; ++count) {
-            const EventCount moves(panel, QEvent::Move);
-            enter("wrong");
-            EXPECT_TRUE(eventually([&] { return hasLabel(panel, QString::number(count)); }));
-            EXPECT_TRUE(eventually([&] { return moves.count > 3; })) << "it shakes";
-            EXPECT_EQ(panel.height(), height + 12);
-        }
-        enter("wrong");
-        EXPECT_TRUE(eventually([&] { return !world.openDialog(prompt); }));
-    });
-    ASSERT_TRUE(world.start());
-    EXPECT_TRUE(world.areAllAnswered());
-    EXPECT_FALSE(world.parts().window.isVisible());
 }
 
 TEST(PasswordTest, TheRightEntryShowsTheWindowAndThenTheAutoHideItems) {
