@@ -227,23 +227,11 @@ void ADApp::applicationDidFinishLaunching() {
         m_parts->list.groups().makeAutoHideExampleGroup();
     m_isStillLaunching = false;
     setStatusBarItem();
-    tellOfDamagedSettings();
+    tellOfDamagedSettings(m_parts->damagedSettings);
     QTimer::singleShot(0, this, [this] {
         for (const auto& request : std::exchange(m_whenLaunched, {}))
             whenLaunched(request);
     });
-}
-
-void ADApp::tellOfDamagedSettings() {
-    const auto& kept = m_parts->damagedSettings;
-    if (!kept) {
-        logError("The damaged settings cannot be put aside", kept.error());
-        m_parts->tellTrouble(tr("The settings are damaged and count as not set."), kept.error());
-    } else if (*kept)
-        m_parts->list.alerts().beginInformationalAlertSheet(
-            tr("The settings were damaged and begin anew."),
-            tr("What they were is kept in %1. Where a password was set, please set it again.")
-                .arg(shownPath(**kept)));
 }
 
 void ADApp::showVeilkeepActivateApp(bool ignoringOthers) {

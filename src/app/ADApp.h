@@ -13,6 +13,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -97,7 +98,7 @@ private:
     void applicationDidFinishLaunching();
     void whenLaunched(const std::function<void()>& request);
     void whenIdle(const std::function<void()>& operation);
-    void tellOfDamagedSettings();
+    void tellOfDamagedSettings(const Result<std::optional<std::string>>& kept);
     void refuse(const QString& title, const QString& message);
 
     // Items from outside (ADAppItems.cpp).

@@ -1,6 +1,9 @@
 #include "app/ADApp.h"
 #include "app/ADAppParts.h"
 
+#include "core/log/Log.h"
+#include "filelist/Texts.h"
+#include "format/ErrorText.h"
 #include "widgets/dialogs/windowPlacement.h"
 
 namespace veilkeep {
@@ -10,8 +13,26 @@ void ADApp::awakePreferences() {
     prefs.setDelegate({[this] { setStatusBarItem(); }, [this] { removeStatusBarItem(); }});
     prefs.setPasswordManager(&m_parts->list.passwords());
     connect(&prefs, &PrefsController::PasswordChanged, this, &ADApp::changePassButtonState);
+    m_parts->defaults.setDamagedWhileRunning([this](const std::string& kept) {
+        const auto tell = [this, kept] {
+            if (m_parts)
+                tellOfDamagedSettings(std::optional(kept));
+        };
+        QMetaObject::invokeMethod(this, tell, Qt::QueuedConnection);
+    });
     connect(&m_parts->list.window(), &MainWindowController::left, this,
             &ADApp::closePreferencesBehindPassword);
+}
+
+void ADApp::tellOfDamagedSettings(const Result<std::optional<std::string>>& kept) {
+    if (!kept) {
+        logError("The damaged settings cannot be put aside", kept.error());
+        m_parts->tellTrouble(tr("The settings are damaged and count as not set."), kept.error());
+    } else if (*kept)
+        m_parts->list.alerts().beginInformationalAlertSheet(
+            tr("The settings were damaged and begin anew."),
+            tr("What they were is kept in %1. Where a password was set, please set it again.")
+                .arg(shownPath(**kept)));
 }
 
 void ADApp::showPreferenceWindow() {

@@ -117,6 +117,12 @@ TEST(PreferencesTest, DamagedSettingsAreToldAndKeptAside) {
     EXPECT_TRUE(world.parts().damagedSettings && *world.parts().damagedSettings);
     EXPECT_EQ(readFile(**world.parts().damagedSettings), "<plist");
     EXPECT_EQ(*UserDefaults().keepDamagedAside(), std::nullopt) << "nothing to tell at the next start";
+    writeFile(file, "<plist damaged while the program runs");
+    world.answer("The settings were damaged and begin anew.", "OK");
+    world.parts().defaults.set(defaultsKey::playSounds, false);
+    EXPECT_TRUE(world.parts().defaults.synchronize());
+    EXPECT_TRUE(world.areAllAnswered());
+    EXPECT_EQ(world.parts().defaults.boolean(defaultsKey::playSounds), false);
 }
 
 } // namespace

@@ -59,12 +59,28 @@ Result<UniqueFd> takeLock(const std::string& target, std::chrono::milliseconds w
     return file;
 }
 
+Result<PropertyDictionary> parsed(const Result<std::string>& bytes) {
+    return bytes ? parsePropertyList(*bytes) : Result<PropertyDictionary>(bytes.error());
+}
+
 // By what it contains: one that cannot be read may be whole.
+bool isDamage(const Error& error) {
+    return error.code == ErrorCode::Damaged || error.code == ErrorCode::TooLarge;
+}
+
 bool isDamaged(const std::string& path) {
-    const auto bytes = readWholeFile(path, maximumPropertyListSize);
-    const auto parsed = bytes ? parsePropertyList(*bytes) : Result<PropertyDictionary>(bytes.error());
-    return !parsed &&
-           (parsed.error().code == ErrorCode::Damaged || parsed.error().code == ErrorCode::TooLarge);
+    const auto content = parsed(readWholeFile(path, maximumPropertyListSize));
+    return !content && isDamage(content.error());
+}
+
+// Under the lock; the dated name.
+Result<std::string> putAside(const std::string& target) {
+    auto kept = keepUnderDatedName(target, std::chrono::system_clock::now());
+    if (!kept)
+        return kept.error();
+    if (!kept->moved && ::unlink(target.c_str()) != 0)
+        return Error::system("unlink", target, errno);
+    return std::move(kept->path);
 }
 
 } // namespace
@@ -169,12 +185,10 @@ Result<std::optional<std::string>> UserDefaults::keepDamagedAside() {
         return lock.error();
     if (!isDamaged(m_path)) // somebody else was faster
         return std::optional<std::string>();
-    const auto kept = keepUnderDatedName(*target, std::chrono::system_clock::now());
+    auto kept = putAside(*target);
     if (!kept)
         return kept.error();
-    if (!kept->moved && ::unlink(target->c_str()) != 0)
-        return Error::system("unlink", *target, errno);
-    return std::optional(kept->path);
+    return std::optional(std::move(*kept));
 }
 
 void UserDefaults::put(Changes& changes, PropertyKey key, Value value) {
@@ -195,14 +209,33 @@ void UserDefaults::refresh() const {
     const auto bytes = readWholeFile(m_path, maximumPropertyListSize, &stamp);
     if (!bytes && isShortOfResources(bytes.error()))
         return; // what was read before is nearer to the truth than nothing
-    const auto parsed = bytes ? parsePropertyList(*bytes) : Result<PropertyDictionary>(bytes.error());
-    m_stored = parsed ? *parsed : PropertyDictionary();
-    const bool isTrouble = !parsed && parsed.error().systemError != ENOENT;
+    const auto content = parsed(bytes);
+    m_stored = content ? *content : PropertyDictionary();
+    const bool isTrouble = !content && content.error().systemError != ENOENT;
     if (isTrouble && !m_isTroubleTold)
-        logError("The settings cannot be read and count as not set", parsed.error());
+        logError("The settings cannot be read and count as not set", content.error());
     m_isTroubleTold = isTrouble;
     if (bytes && isSettled(stamp))
         m_stamp = stamp;
+}
+
+// Empty where there is nothing that can be understood. What cannot be read at all is kept by the save.
+Result<PropertyDictionary> UserDefaults::readToStore(const std::string& target) {
+    const auto bytes = m_file.read();
+    if (!bytes && isShortOfResources(bytes.error()))
+        return bytes.error();
+    auto content = parsed(bytes);
+    if (content)
+        return content;
+    m_file.contentIsDamaged();
+    if (isDamage(content.error())) {
+        const auto kept = putAside(target);
+        if (!kept)
+            return kept.error();
+        logError("The damaged settings are kept as " + *kept, content.error());
+        m_damagedWhileRunning(*kept);
+    }
+    return PropertyDictionary();
 }
 
 Result<void> UserDefaults::store(const Changes& changes, Existing existing) {
@@ -212,19 +245,15 @@ Result<void> UserDefaults::store(const Changes& changes, Existing existing) {
     const auto lock = takeLock(*target, m_wait);
     if (!lock)
         return lock.error();
-    const auto bytes = m_file.read();
-    if (!bytes && isShortOfResources(bytes.error()))
-        return bytes.error();
-    const auto parsed = bytes ? parsePropertyList(*bytes) : Result<PropertyDictionary>(bytes.error());
-    if (!parsed)
-        m_file.contentIsDamaged();
-    PropertyDictionary merged = parsed ? *parsed : PropertyDictionary();
+    auto merged = readToStore(*target);
+    if (!merged)
+        return merged.error();
     for (const Change& change : changes)
         if (change.value.isNull())
-            merged.remove(change.key);
-        else if (existing == Existing::Replace || !merged.contains(change.key))
-            merged.set(change.key, change.value);
-    const auto xml = writePropertyList(merged);
+            merged->remove(change.key);
+        else if (existing == Existing::Replace || !merged->contains(change.key))
+            merged->set(change.key, change.value);
+    const auto xml = writePropertyList(*merged);
     if (!xml)
         return xml.error();
     if (const auto saved = m_file.save(*xml); !saved)

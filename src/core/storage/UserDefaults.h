@@ -6,6 +6,7 @@
 #include "core/storage/SafeFile.h"
 
 #include <chrono>
+#include <functional>
 #include <mutex>
 #include <optional>
 #include <string>
@@ -51,6 +52,12 @@ public:
     // is stored then. Nothing where there is no such file.
     Result<std::optional<std::string>> keepDamagedAside();
 
+    // Called with that name where a file that was damaged since the start is put aside by storing: on the
+    // thread that stores, which holds locks of this object. Set before anything is stored.
+    void setDamagedWhileRunning(std::function<void(const std::string& keptPath)> tell) {
+        m_damagedWhileRunning = std::move(tell);
+    }
+
 private:
     struct Change {
         PropertyKey key;
@@ -63,9 +70,11 @@ private:
     static void put(Changes& changes, PropertyKey key, Value value);
     void refresh() const;
     Result<void> store(const Changes& changes, Existing existing = Existing::Replace);
+    Result<PropertyDictionary> readToStore(const std::string& target);
 
     const std::string m_path;
     const std::chrono::milliseconds m_wait;
+    std::function<void(const std::string&)> m_damagedWhileRunning = [](const std::string&) {};
 
     std::mutex m_storing; // taken before m_mutex: one synchronize() at a time
     SafeFile m_file;      // under m_storing

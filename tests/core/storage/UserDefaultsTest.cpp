@@ -168,6 +168,8 @@ TEST_F(UserDefaultsTest, KeepsADamagedFile) {
         std::filesystem::remove_all(tree.home() + "/.config");
         tree.makeFile("home/.config/com.ostrel.Veilkeep.plist", row);
         UserDefaults defaults;
+        std::vector<std::string> told;
+        defaults.setDamagedWhileRunning([&](const std::string& kept) { told.push_back(readFile(kept)); });
         EXPECT_FALSE(defaults.contains("key"));
         EXPECT_NE(readFile(Log::shared().path()).find("settings cannot be read"), std::string::npos);
         EXPECT_TRUE(damagedFiles().empty());
@@ -175,6 +177,9 @@ TEST_F(UserDefaultsTest, KeepsADamagedFile) {
         ASSERT_TRUE(defaults.synchronize());
         EXPECT_EQ(stored(), (PropertyDictionary{{"new", true}}));
         EXPECT_EQ(damagedFiles(), std::vector<std::string>{row});
+        defaults.set("new", false);
+        ASSERT_TRUE(defaults.synchronize());
+        EXPECT_EQ(told, std::vector<std::string>{row});
     }
 }
 
