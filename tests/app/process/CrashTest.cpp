@@ -65,5 +65,17 @@ TEST_F(CrashTest, IsToldOnceAtTheNextStart) {
     EXPECT_FALSE(exists(state("Running")) || exists(state("Crash Note")));
 }
 
+TEST_F(CrashTest, OfAProcessWithoutTheListIsToldAsWell) {
+#ifdef __SANITIZE_ADDRESS__
+    GTEST_SKIP() << "the sanitizer listens to the signal";
+#endif
+    start({"--hide", m_tree.path("gone")});
+    ASSERT_TRUE(waitUntil([this] { return windowCount() > 0; }));
+    EXPECT_EQ(end(SIGSEGV), -1);
+    EXPECT_EQ(windowsOfNextStart(2), 2U);
+    EXPECT_EQ(end(SIGTERM), 0);
+    EXPECT_EQ(reports().size(), 1U);
+}
+
 } // namespace
 } // namespace veilkeep::test
