@@ -113,6 +113,13 @@ TEST_F(UserInstallationTest, TakesTheFormersPlaceAndLeavesWhatIsNotOurs) {
     EXPECT_FALSE(exists(inHome(".local/lib/veilkeep/Veilkeep.app/Contents/Resources")));
 }
 
+TEST_F(UserInstallationTest, TheFolderOfARunThatWasKilledAtItsBeginningGoesWithTheNext) {
+    m_tree.makeDirectory("home/.local/lib/veilkeep");
+    ASSERT_TRUE(m_installation.install());
+    EXPECT_EQ(uninstalled(), std::vector<std::string>());
+    EXPECT_EQ(namesIn(inHome(".local/lib")), std::set<std::string>());
+}
+
 // What a run leaves that is killed between its beginning and the switch, or after it.
 TEST_F(UserInstallationTest, AKilledUpgradeCanBeTakenBackOrDoneAgain) {
     const auto before = homeOf(m_tree);

@@ -86,6 +86,8 @@ Result<void> InstallRun::run() {
 
 Result<void> InstallRun::steps() {
     noteMissingDirectories(m_places.programs);
+    if (entryNamesIn(m_places.programs).empty()) // of a run that was killed before it noted anything
+        m_madeDirectories.insert(m_places.programs);
     if (auto made = makeNotedDirectories(); !made)
         return made;
     auto lock = lockInstallation(m_places);
