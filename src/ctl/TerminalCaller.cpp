@@ -3,6 +3,8 @@
 #include "core/base/PathText.h"
 #include "ctl/Interruption.h"
 
+#include <utility>
+
 namespace veilkeep {
 
 void TerminalCaller::setSpelling(const std::string& path, const std::string& argument) {
@@ -21,6 +23,8 @@ void TerminalCaller::itemFailed(const std::string& path, const QString& reason) 
 
 void TerminalCaller::progress(const QString& stage, const QString& subStage, std::size_t done,
                               std::size_t total) {
+    if (std::exchange(m_subStage, subStage) != subStage)
+        m_questions.goOn();
     QString text = subStage.isEmpty() ? stage : subStage;
     if (total > 0)
         text = QStringLiteral("%1/%2  ").arg(done).arg(total) + text;

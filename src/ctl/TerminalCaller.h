@@ -40,6 +40,7 @@ private:
     TerminalQuestions& m_questions;
     RowOutput& m_rows;
     std::unordered_map<std::string, std::string> m_spellings;
+    QString m_subStage; // names the item that is worked on
 };
 
 } // namespace veilkeep

@@ -74,23 +74,24 @@ std::size_t TerminalQuestions::ask(const Question& question) {
         m_output.printMessage(whole);
         return 0;
     }
-    if (const auto answer = answeredByWords(question))
+    const auto answer = answeredBeforehand(question);
+    if (answer && std::exchange(m_answeredBeforehand, whole) != whole)
         return *answer;
-    if (m_takesDefault)
-        return 0;
     if (m_terminal && m_words.empty())
         return askOnTerminal(question);
     m_output.printMessage(whole);
-    m_output.printMessage(Texts::tr("not asked, so answered with: %1").arg(question.buttons[last]));
+    m_output.printMessage((answer ? Texts::tr("asked again, so answered with: %1")
+                                  : Texts::tr("not asked, so answered with: %1"))
+                              .arg(question.buttons[last]));
     return last;
 }
 
-std::optional<std::size_t> TerminalQuestions::answeredByWords(const Question& question) const {
+std::optional<std::size_t> TerminalQuestions::answeredBeforehand(const Question& question) const {
     for (const std::string& word : m_words)
         for (std::size_t button = 0; button < question.buttons.size(); ++button)
             if (question.buttons[button].compare(QString::fromStdString(word), Qt::CaseInsensitive) == 0)
                 return button;
-    return std::nullopt;
+    return m_takesDefault ? std::optional<std::size_t>(0) : std::nullopt;
 }
 
 std::size_t TerminalQuestions::askOnTerminal(const Question& question) {

@@ -13,8 +13,9 @@
 namespace veilkeep {
 
 // Answers questions: by words given beforehand, else with the default button where that is wanted, else by
-// asking on the terminal, else with the button that cancels. Passwords come from the terminal or from
-// standard input. Main thread.
+// asking on the terminal, else with the button that cancels. An answer given beforehand counts once: who is
+// asked the same again would be asked for ever. Passwords come from the terminal or from standard input. Main
+// thread.
 class TerminalQuestions {
 public:
     // The words are buttons' titles. The output is not owned.
@@ -30,6 +31,9 @@ public:
     std::size_t ask(const Question& question);
     void cancel() { m_isCancelled = true; } // the question that is open
 
+    // What is asked from now on is about another item.
+    void goOn() { m_answeredBeforehand.clear(); }
+
     // On the terminal, even where there are answers to other questions beforehand; nothing where it is
     // cancelled or there is no terminal.
     std::optional<QString> askPassword(const QString& line, int wrongEntries);
@@ -42,7 +46,7 @@ public:
     void repeatPassword() { m_repeated = m_entered; }
 
 private:
-    std::optional<std::size_t> answeredByWords(const Question& question) const;
+    std::optional<std::size_t> answeredBeforehand(const Question& question) const;
     std::size_t askOnTerminal(const Question& question);
     std::optional<std::string> passwordOfInput(int wrongEntries);
     std::optional<std::string> passwordOfTerminal(const QString& line, int wrongEntries);
@@ -55,7 +59,8 @@ private:
     const std::vector<std::string> m_words;
     const bool m_takesDefault;
     TerminalOutput& m_output;
-    UniqueFd m_terminal; // none where nobody can be asked
+    UniqueFd m_terminal;          // none where nobody can be asked
+    QString m_answeredBeforehand; // the last question that was
     bool m_isCancelled = false;
     bool m_takesPasswordsFromInput = false;
     std::optional<QString> m_entered, m_repeated;

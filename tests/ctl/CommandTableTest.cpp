@@ -2,10 +2,14 @@
 
 #include "ctl/TerminalQuestions.h"
 #include "requests/RequestRules.h"
+#include "tests/support/RunInChild.h"
 #include "tests/support/RunProgram.h"
 #include "tests/support/ScratchTree.h"
 
 #include <gtest/gtest.h>
+
+#include <fcntl.h>
+#include <unistd.h>
 
 #include <sstream>
 
@@ -73,6 +77,22 @@ TEST(TerminalQuestionsTest, ButtonOfLine) {
     };
     for (const auto& [line, button] : rows)
         EXPECT_EQ(buttonOfLine(question, line), button) << line;
+}
+
+TEST(TerminalQuestionsTest, AnAnswerGivenBeforehandCountsOnceForAnItem) {
+    const Question question{"Try with rights?", {}, {"Try", "Cancel"}};
+    const std::pair<std::vector<std::string>, bool> rows[] = {{{"try"}, false}, {{}, true}};
+    for (const auto& [words, takesDefault] : rows)
+        EXPECT_TRUE(runInChild([&, &words = words, takesDefault = takesDefault] {
+            const int nowhere = ::open("/dev/null", O_RDWR | O_CLOEXEC);
+            ::dup2(nowhere, STDIN_FILENO), ::dup2(nowhere, STDERR_FILENO);
+            TerminalOutput output(false);
+            TerminalQuestions questions(words, takesDefault, output);
+            EXPECT_EQ(questions.ask(question), 0U);
+            EXPECT_EQ(questions.ask(question), 1U);
+            questions.goOn();
+            EXPECT_EQ(questions.ask(question), 0U);
+        }));
 }
 
 } // namespace
