@@ -15,6 +15,9 @@ def run(world):
     item = world.make_file("/srv/Abteilung/Plan für alle.txt", owner=ROOT.number)
     world.system.start("/usr/lib/polkit-1/polkitd", "--no-debug")
     _allow_in_settings(world)
+    told = world.ctl("hide", "--yes", item, status=1)
+    assert item in told and world.is_visible(item), told
+
     world.system.write(_RULE, _YES)
     wait_until("polkit knows the rule", lambda: _polkit_allows(world))
     before = world.state_of(item)
