@@ -24,6 +24,11 @@ if(VEILKEEP_SANITIZE)
     target_compile_options(veilkeep_settings INTERFACE
         -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
     target_link_options(veilkeep_settings INTERFACE -fsanitize=address,undefined)
+    # It links a test in a quarter of the time that the system's linker takes.
+    find_program(VEILKEEP_FAST_LINKER ld.lld)
+    if(VEILKEEP_FAST_LINKER)
+        target_link_options(veilkeep_settings INTERFACE -fuse-ld=lld)
+    endif()
 endif()
 if(VEILKEEP_FUZZERS)
     target_compile_options(veilkeep_settings INTERFACE
