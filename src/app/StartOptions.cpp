@@ -89,7 +89,9 @@ const char* StartOptions::helpText() {
            "  --version    prints the version\n"
            "\n"
            "A second start shows the window of the first one. veilkeepctl does the same work without "
-           "windows.\n";
+           "windows,\n"
+           "\"veilkeepctl doctor\" says what of this desktop will not work and what to install, and\n"
+           "\"veilkeepctl rescue\" brings back all that is hidden below a folder, listed or not.\n";
 }
 
 } // namespace veilkeep
