@@ -18,8 +18,8 @@ namespace veilkeep {
 // follow, is answered with its cancelling button, a prompt for the password is taken back; an unhide batch
 // passes over the items that are left (it asks isLeaving() before each), a hide batch runs to its end; the
 // batch saves as always. Then the leaving runs, before all requests that wait. What waited when the user left
-// comes after it, but asks nobody and brings nothing back any more. That is the only exception to "a batch
-// never stops early".
+// comes after it, but asks nobody and brings nothing back any more. That, and whoever cancels what he asked
+// for, are the only exceptions to "a batch never stops early".
 //
 // Main thread.
 class Turns {
