@@ -1,6 +1,6 @@
 #include "core/filesystem/KeptAttributes.h"
 
-#include "core/base/SystemCall.h"
+#include "core/base/UniqueFd.h"
 
 #include <fcntl.h>
 #include <sys/statvfs.h>
@@ -18,9 +18,12 @@ bool isRoot() {
     return ::geteuid() == 0;
 }
 
-// Only root may set some; those of the system's labels come from the place.
-bool isForEverybody(std::string_view name) {
-    return name.starts_with("user.") || name.starts_with("system.");
+// Only root may set some; those of the system's labels come from the place. What gives a program rights goes
+// along as the set-user-ID bit does.
+bool isToBeKept(std::string_view name, bool mayGiveRights) {
+    if (name == "security.selinux" || (name == "security.capability" && !mayGiveRights))
+        return false;
+    return isRoot() || name.starts_with("user.") || name.starts_with("system.");
 }
 
 bool keepAttribute(int from, int to, const char* name) {
@@ -30,7 +33,7 @@ bool keepAttribute(int from, int to, const char* name) {
     return read >= 0 && ::fsetxattr(to, name, value.data(), static_cast<std::size_t>(read), 0) == 0;
 }
 
-bool keepExtendedAttributes(int from, int to) {
+bool keepExtendedAttributes(int from, int to, bool mayGiveRights) {
     const ssize_t size = ::flistxattr(from, nullptr, 0);
     if (size <= 0)
         return true; // there are none, or none can be
@@ -39,15 +42,15 @@ bool keepExtendedAttributes(int from, int to) {
     bool isKept = read >= 0;
     const char* const end = names.data() + (read > 0 ? read : 0);
     for (const char* name = names.data(); name < end; name += std::string_view(name).size() + 1)
-        if (std::string_view(name) != "security.selinux" && (isRoot() || isForEverybody(name)))
+        if (isToBeKept(name, mayGiveRights))
             isKept = keepAttribute(from, to, name) && isKept;
     return isKept;
 }
 
-mode_t modeFor(const struct stat& status, bool hasOwner, bool mayHaveSetIds) {
+mode_t modeFor(const struct stat& status, bool mayGiveRights) {
     const mode_t mode = status.st_mode & 07777;
     const bool isDirectory = S_ISDIR(status.st_mode); // there the bit is for what is made in it
-    return isDirectory || (hasOwner && mayHaveSetIds) ? mode : mode & ~mode_t{S_ISUID | S_ISGID};
+    return isDirectory || mayGiveRights ? mode : mode & ~mode_t{S_ISUID | S_ISGID};
 }
 
 } // namespace
@@ -59,23 +62,28 @@ bool keepAttributes(int from, const struct stat& status, int to) {
     const bool hasOwner =
         ::fstat(to, &made) == 0 && made.st_uid == status.st_uid && made.st_gid == status.st_gid;
     struct statvfs source = {};
-    const bool mayHaveSetIds = ::fstatvfs(from, &source) == 0 && (source.f_flag & ST_NOSUID) == 0;
+    const bool mayGiveRights = hasOwner && ::fstatvfs(from, &source) == 0 && (source.f_flag & ST_NOSUID) == 0;
     bool isKept = isOwned || !isRoot();
-    isKept = keepExtendedAttributes(from, to) && isKept;
-    isKept = ::fchmod(to, modeFor(status, hasOwner, mayHaveSetIds)) == 0 && isKept;
+    isKept = keepExtendedAttributes(from, to, mayGiveRights) && isKept;
+    isKept = ::fchmod(to, modeFor(status, mayGiveRights)) == 0 && isKept;
     const timespec times[] = {status.st_atim, status.st_mtim};
     return ::futimens(to, times) == 0 && isKept;
 }
 
+// By what is opened: the folder may be another user's by now, who puts something else in its place.
 bool keepAttributes(const struct stat& status, const Place& to) {
-    const char* const name = to.name.c_str();
-    bool isKept = ::fchownat(to.directory, name, isRoot() ? status.st_uid : ~uid_t{0}, status.st_gid,
-                             AT_SYMLINK_NOFOLLOW) == 0 ||
-                  !isRoot();
+    const UniqueFd item(::openat(to.directory, to.name.c_str(), O_PATH | O_NOFOLLOW | O_CLOEXEC));
+    struct stat made = {};
+    if (!item || ::fstat(item.get(), &made) != 0 || (made.st_mode & S_IFMT) != (status.st_mode & S_IFMT))
+        return false;
+    bool isKept =
+        ::fchownat(item.get(), "", isRoot() ? status.st_uid : ~uid_t{0}, status.st_gid, AT_EMPTY_PATH) == 0 ||
+        !isRoot();
+    const std::string opened = "/proc/self/fd/" + std::to_string(item.get());
     if (!S_ISLNK(status.st_mode))
-        isKept = ::fchmodat(to.directory, name, status.st_mode & 0777, 0) == 0 && isKept;
+        isKept = ::chmod(opened.c_str(), status.st_mode & 0777) == 0 && isKept;
     const timespec times[] = {status.st_atim, status.st_mtim};
-    return ::utimensat(to.directory, name, times, AT_SYMLINK_NOFOLLOW) == 0 && isKept;
+    return ::utimensat(item.get(), "", times, AT_EMPTY_PATH) == 0 && isKept;
 }
 
 } // namespace veilkeep

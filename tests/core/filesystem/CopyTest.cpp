@@ -1,0 +1,68 @@
+#include "core/base/UniqueFd.h"
+#include "core/filesystem/KeptAttributes.h"
+#include "tests/support/PrivateMount.h"
+#include "tests/support/RunProgram.h"
+#include "tests/support/ScratchTree.h"
+
+#include <gtest/gtest.h>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/xattr.h>
+#include <unistd.h>
+
+#include <string>
+
+namespace veilkeep::test {
+namespace {
+
+UniqueFd opened(const std::string& path, int flags = O_RDWR | O_CREAT) {
+    return UniqueFd(::open(path.c_str(), flags | O_CLOEXEC, 0600));
+}
+
+// As they are in a folder that is given to another user before all in it is.
+TEST(CopyTest, GivesNothingToWhatALinkLeadsTo) {
+    const ScratchTree tree;
+    const std::string others = tree.makeFile("others", "", 0600);
+    ASSERT_EQ(::mkfifo(tree.path("fifo").c_str(), 0666), 0);
+    ASSERT_EQ(::symlink(others.c_str(), tree.path("put there").c_str()), 0);
+    struct stat status = {};
+    ASSERT_EQ(::stat(tree.path("fifo").c_str(), &status), 0);
+    status.st_mode |= 0777;
+    const UniqueFd folder = opened(tree.root(), O_DIRECTORY);
+    EXPECT_FALSE(keepAttributes(status, {folder.get(), "put there"}));
+    EXPECT_TRUE(keepAttributes(status, {folder.get(), "fifo"}));
+    ASSERT_EQ(::stat(tree.path("fifo").c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 0777U, 0777U);
+    ASSERT_EQ(::stat(others.c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 0777U, 0600U);
+}
+
+TEST(CopyTest, KeepsRightsOfAProgramWhereTheyHadEffectAlone) {
+    if (!isRoot())
+        GTEST_SKIP() << "needs root to give a program rights";
+    const unsigned char capabilities[20] = {0, 0, 0, 2, 0, 4}; // version 2: CAP_NET_BIND_SERVICE
+    constexpr const char* attribute = "security.capability";
+    const ScratchTree tree;
+    tree.makeDirectory("mounted");
+    for (const unsigned long flags : {0UL, static_cast<unsigned long>(MS_NOSUID)}) {
+        const PrivateMount mounted("scratch", tree.path("mounted"), "tmpfs", flags);
+        if (!mounted.whyMissing().empty())
+            GTEST_SKIP() << mounted.whyMissing();
+        const UniqueFd from = opened(tree.makeFile("mounted/from")), to = opened(tree.path("to"));
+        if (::fsetxattr(from.get(), attribute, capabilities, sizeof capabilities, 0) != 0)
+            GTEST_SKIP() << "files have no capabilities here";
+        ASSERT_EQ(::fchmod(from.get(), 04755), 0);
+        struct stat status = {};
+        ASSERT_EQ(::fstat(from.get(), &status), 0);
+        EXPECT_TRUE(keepAttributes(from.get(), status, to.get()));
+        const bool hadEffect = flags == 0;
+        EXPECT_EQ(::fgetxattr(to.get(), attribute, nullptr, 0) > 0, hadEffect);
+        ASSERT_EQ(::fstat(to.get(), &status), 0);
+        EXPECT_EQ(status.st_mode & 07777U, hadEffect ? 04755U : 0755U);
+        ::unlink(tree.path("to").c_str());
+    }
+}
+
+} // namespace
+} // namespace veilkeep::test
