@@ -1,6 +1,7 @@
 #include "tests/ctl/RescueFixture.h"
 #include "tests/support/LoopVolume.h"
 #include "tests/support/PrivateMount.h"
+#include "tests/support/Strace.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -126,6 +127,44 @@ TEST_F(RescueCopyTest, GoesOnPastWhatCannotBeRead) {
                               ": only a part of it could be copied\n"
                               "veilkeepctl: items that were copied: 0; in part: 1; not at all: 0\n");
     EXPECT_EQ(namesIn(m_tree.path("out/dir")), (std::set<std::string>{"open"}));
+}
+
+// Half a file must not pass for the whole one, even where it cannot be taken away.
+TEST_F(RescueCopyTest, LeavesNoHalfOfAFile) {
+    if (!straceWorks())
+        GTEST_SKIP() << "strace cannot trace here";
+    m_tree.makeFile("t/dir/bad", std::string(std::size_t{3} << 20, 'x'));
+    const std::string item = hide("t/dir");
+    const std::string unread = "veilkeepctl: " + item + "/bad: Input/output error\n";
+    const std::string inPart = "veilkeepctl: " + m_tree.path("out/dir") +
+                               ": only a part of it could be copied\n"
+                               "veilkeepctl: items that were copied: 0; in part: 1; not at all: 0\n";
+    const std::string notAtAll = "veilkeepctl: " + item +
+                                 "/bad: Read-only file system\n"
+                                 "veilkeepctl: items that were copied: 0; in part: 0; not at all: 1\n";
+    const struct {
+        std::vector<const char*> faults;
+        std::string errors;
+        std::set<std::string> left;
+    } cases[] = {
+        {{"pread64:error=EIO:when=2"}, unread + inPart, {"dir"}},
+        {{"pread64:retval=0:when=3"}, unread + inPart, {"dir"}},
+        {{"pread64:error=EIO:when=2", "unlinkat:error=EROFS:when=1"}, unread + notAtAll, {}},
+    };
+    for (const auto& [faults, errors, left] : cases) {
+        m_tree.makeDirectory("out");
+        std::vector<std::string> options = {"-o", "/dev/null", "-P", item + "/bad", "-P", "bad"};
+        for (const char* const fault : faults)
+            options.insert(options.end(), {"-e", std::string("inject=") + fault});
+        const ProgramRun run = runProgram(
+            traced(options, {bundledProgram("veilkeepctl"), "rescue", "--yes", "--to", "out", "t"}),
+            {0, m_tree.root(), {}});
+        EXPECT_EQ(run.exitStatus, 1);
+        EXPECT_EQ(run.errors, errors);
+        EXPECT_EQ(namesIn(m_tree.path("out")), left);
+        EXPECT_TRUE(left.empty() || namesIn(m_tree.path("out/dir")).empty());
+        std::filesystem::remove_all(m_tree.path("out"));
+    }
 }
 
 } // namespace

@@ -18,6 +18,10 @@ struct Part {
     off_t begin = 0, end = 0; // empty: there is none
 };
 
+off_t sizeOf(int file) {
+    return ::lseek(file, 0, SEEK_END);
+}
+
 // The next part that is no hole. Where the file system does not tell, all of the file is one.
 Result<Part> partFrom(int file, off_t offset) {
     const off_t begin = ::lseek(file, offset, SEEK_DATA);
@@ -27,7 +31,7 @@ Result<Part> partFrom(int file, off_t offset) {
     if (begin >= 0 && end >= 0)
         return Part{begin, end};
     const int error = errno;
-    const off_t size = ::lseek(file, 0, SEEK_END);
+    const off_t size = sizeOf(file);
     if (size < 0 || (error != EINVAL && error != EOPNOTSUPP))
         return Error::system("read", {}, error);
     return Part{offset, size};
@@ -45,7 +49,7 @@ Result<void> writeAt(int file, const char* bytes, std::size_t count, off_t offse
     return {};
 }
 
-// The file may get shorter meanwhile.
+// The file may get shorter meanwhile. One that ends too early all the same cannot be read.
 Result<void> copyPart(int from, int to, Part part, const std::function<bool()>& goesOn) {
     const auto buffer = std::make_unique_for_overwrite<char[]>(pieceSize);
     while (part.begin < part.end) {
@@ -56,6 +60,8 @@ Result<void> copyPart(int from, int to, Part part, const std::function<bool()>& 
             retryOnInterrupt([&] { return ::pread(from, buffer.get(), wanted, part.begin); });
         if (count < 0)
             return Error::system("read", {}, errno);
+        if (count == 0 && sizeOf(from) > part.begin)
+            return Error::system("read", {}, EIO);
         if (count == 0)
             break;
         if (auto written = writeAt(to, buffer.get(), static_cast<std::size_t>(count), part.begin); !written)
@@ -68,7 +74,7 @@ Result<void> copyPart(int from, int to, Part part, const std::function<bool()>& 
 } // namespace
 
 Result<void> copyContent(int from, int to, const std::function<bool()>& goesOn) {
-    const off_t size = ::lseek(from, 0, SEEK_END);
+    const off_t size = sizeOf(from);
     if (size < 0)
         return Error::system("read", {}, errno);
     for (off_t offset = 0; offset < size;) {
@@ -81,7 +87,10 @@ Result<void> copyContent(int from, int to, const std::function<bool()>& goesOn) 
             return copied;
         offset = part->end;
     }
-    if (::ftruncate(to, size) != 0) // a hole at its end
+    const off_t sizeNow = sizeOf(from); // not longer than what it holds by now
+    if (sizeNow < 0)
+        return Error::system("read", {}, errno);
+    if (::ftruncate(to, std::min(size, sizeNow)) != 0) // a hole at its end
         return Error::system("write", {}, errno);
     return {};
 }

@@ -159,11 +159,13 @@ Result<void> RescueCopy::copyFile(const Place& from, const std::string& path, co
         m_hasLostAttributes |= !keepAttributes(source.get(), opened, target.get());
         return {};
     }
-    ::unlinkat(to.directory, to.name.c_str(),
-               0); // an item's half copy is taken away as a whole where this fails
     Error error = std::move(copied).error();
     error.path = path;
-    return error;
+    if (::unlinkat(to.directory, to.name.c_str(), 0) == 0)
+        return error;
+    const int notRemoved = errno; // half of it must not pass for the file
+    m_report.failed(error);
+    return Error::system("remove", path, notRemoved);
 }
 
 // Devices are left out: one from another computer's disk may give rights that nobody meant to give.
@@ -268,7 +270,7 @@ bool RescueCopy::mustEnd(const Error& error) const {
     case EROFS:
         return true;
     }
-    return error.operation == "write" && error.systemError == EIO;
+    return error.operation == "remove" || (error.operation == "write" && error.systemError == EIO);
 }
 
 Result<void> RescueCopy::sync() const {

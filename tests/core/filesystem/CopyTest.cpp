@@ -1,4 +1,5 @@
 #include "core/base/UniqueFd.h"
+#include "core/filesystem/ContentCopy.h"
 #include "core/filesystem/KeptAttributes.h"
 #include "tests/support/PrivateMount.h"
 #include "tests/support/RunProgram.h"
@@ -11,6 +12,7 @@
 #include <sys/xattr.h>
 #include <unistd.h>
 
+#include <cstddef>
 #include <string>
 
 namespace veilkeep::test {
@@ -18,6 +20,23 @@ namespace {
 
 UniqueFd opened(const std::string& path, int flags = O_RDWR | O_CREAT) {
     return UniqueFd(::open(path.c_str(), flags | O_CLOEXEC, 0600));
+}
+
+TEST(CopyTest, GetsNoLongerThanAFileThatIsCutOffMeanwhile) {
+    constexpr off_t mebibyte = off_t{1} << 20; // and so much is read at once
+    const ScratchTree tree;
+    for (const off_t rest : {mebibyte / 2, mebibyte, mebibyte + 1}) {
+        tree.makeFile("from", std::string(std::size_t{3} << 20, 'x'));
+        const UniqueFd from = opened(tree.path("from")), to = opened(tree.path("to"));
+        int asked = 0;
+        const auto copied = copyContent(from.get(), to.get(),
+                                        [&] { return ++asked != 2 || ::ftruncate(from.get(), rest) == 0; });
+        EXPECT_TRUE(copied);
+        struct stat status = {};
+        ASSERT_EQ(::fstat(to.get(), &status), 0);
+        EXPECT_EQ(status.st_size, rest);
+        ::unlink(tree.path("to").c_str());
+    }
 }
 
 // As they are in a folder that is given to another user before all in it is.
