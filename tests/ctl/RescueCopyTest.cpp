@@ -1,3 +1,4 @@
+#include "core/base/UniqueFd.h"
 #include "tests/ctl/RescueFixture.h"
 #include "tests/support/LoopVolume.h"
 #include "tests/support/PrivateMount.h"
@@ -165,6 +166,24 @@ TEST_F(RescueCopyTest, LeavesNoHalfOfAFile) {
         EXPECT_TRUE(left.empty() || namesIn(m_tree.path("out/dir")).empty());
         std::filesystem::remove_all(m_tree.path("out"));
     }
+}
+
+// Deeper than the stack would have room for.
+TEST_F(RescueCopyTest, NamesWhatLiesTooDeep) {
+    m_tree.makeFile("t/dir/whole", "1");
+    UniqueFd level(::open(m_tree.path("t/dir").c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    for (int depth = 0; depth < 20'000; ++depth) {
+        ASSERT_EQ(::mkdirat(level.get(), "d", 0700), 0);
+        level.reset(::openat(level.get(), "d", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    }
+    hide("t/dir");
+    const ProgramRun run = rescue({"--yes", "--to", "out", "t"});
+    EXPECT_EQ(run.exitStatus, 1);
+    EXPECT_TRUE(run.errors.ends_with("/d/d: File name too long\nveilkeepctl: " + m_tree.path("out/dir") +
+                                     ": only a part of it could be copied\n"
+                                     "veilkeepctl: items that were copied: 0; in part: 1; not at all: 0\n"))
+        << run.errors.substr(0, 1000);
+    EXPECT_EQ(readFile(m_tree.path("out/dir/whole")), "1");
 }
 
 } // namespace

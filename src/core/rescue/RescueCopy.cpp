@@ -17,18 +17,27 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
+#include <climits>
 #include <vector>
 
 namespace veilkeep {
 namespace {
 
-// Two for each level of a tree that is copied.
-void allowManyDescriptors() {
+constexpr unsigned int deepest = 1'000; // below an item: far more than anybody has, and no danger
+
+// Each level of a tree that is copied takes two descriptors and room on the stack.
+void allowDeepTrees() {
+    constexpr rlim_t enoughStack = rlim_t{64} << 20;
     rlimit limit = {};
     if (::getrlimit(RLIMIT_NOFILE, &limit) == 0) {
         limit.rlim_cur = limit.rlim_max;
         ::setrlimit(RLIMIT_NOFILE, &limit);
+    }
+    if (::getrlimit(RLIMIT_STACK, &limit) == 0 && limit.rlim_cur < enoughStack) {
+        limit.rlim_cur = std::min(enoughStack, limit.rlim_max);
+        ::setrlimit(RLIMIT_STACK, &limit);
     }
 }
 
@@ -48,7 +57,7 @@ UniqueFd openSource(const Place& place, int flags) {
 
 RescueCopy::RescueCopy(UniqueFd target, std::string targetPath, RescueCopyReport report)
     : m_target(std::move(target)), m_targetPath(std::move(targetPath)), m_report(std::move(report)) {
-    allowManyDescriptors();
+    allowDeepTrees();
 }
 
 Result<RescueCopy::Copied> RescueCopy::copy(const std::string& hiddenPath, std::string_view place) {
@@ -66,7 +75,7 @@ Result<RescueCopy::Copied> RescueCopy::copy(const std::string& hiddenPath, std::
     const Place unfinished{folder->get(), unfinishedName()};
     const std::string folderShown = folderPath.empty() ? m_targetPath : joinPath(m_targetPath, folderPath);
     m_links.clear();
-    m_item = folder->get();
+    m_item = -1;
     m_inItem.clear();
     m_isWhole = true;
     auto copied = copyAny(from, hiddenPath, unfinished);
@@ -87,14 +96,17 @@ Result<RescueCopy::Copied> RescueCopy::copy(const std::string& hiddenPath, std::
 
 // Each missing folder is made like the one that its items were hidden in.
 Result<UniqueFd> RescueCopy::openTargetFolder(const std::string& sourceFolder, std::string_view path) {
-    if (path.empty())
-        return UniqueFd(::fcntl(m_target.get(), F_DUPFD_CLOEXEC, 0));
-    auto above = openTargetFolder(std::string(parentPath(sourceFolder)), parentPath(path));
-    if (!above)
-        return above;
-    auto folder = makeTargetFolder(sourceFolder, {above->get(), std::string(lastPathComponent(path))});
-    if (!folder)
-        return Error::system("open", joinPath(m_targetPath, path), folder.error().systemError);
+    UniqueFd folder(::fcntl(m_target.get(), F_DUPFD_CLOEXEC, 0));
+    const std::size_t base = sourceFolder.size() - path.size();
+    for (const std::string_view component : pathComponents(path)) {
+        const auto end = static_cast<std::size_t>(component.data() + component.size() - path.data());
+        auto next =
+            makeTargetFolder(sourceFolder.substr(0, base + end), {folder.get(), std::string(component)});
+        if (!next)
+            return Error::system("open", joinPath(m_targetPath, path.substr(0, end)),
+                                 next.error().systemError);
+        folder = *std::move(next);
+    }
     return folder;
 }
 
@@ -176,8 +188,8 @@ Result<void> RescueCopy::copySpecial(const Place& from, const std::string& path,
     const auto made = [&] {
         if (!S_ISLNK(status.st_mode))
             return ::mknodat(to.directory, to.name.c_str(), status.st_mode & (S_IFMT | S_IRWXU), 0);
-        std::vector<char> target(static_cast<std::size_t>(status.st_size) + 4097); // ended by a NUL
-        if (::readlinkat(from.directory, from.name.c_str(), target.data(), target.size() - 1) < 0)
+        std::vector<char> target(PATH_MAX + 1); // ended by a NUL; the system lets no link be longer
+        if (::readlinkat(from.directory, from.name.c_str(), target.data(), PATH_MAX) < 0)
             return -1;
         return ::symlinkat(target.data(), to.directory, to.name.c_str());
     };
@@ -192,6 +204,8 @@ Result<void> RescueCopy::copyDirectory(const Place& from, const std::string& pat
     struct stat status = {};
     if (!source || ::fstat(source.get(), &status) != 0)
         return Error::system("open", path, errno);
+    if (m_depth == deepest)
+        return Error::system("create", path, ENAMETOOLONG);
     if (::mkdirat(to.directory, to.name.c_str(), S_IRWXU) != 0)
         return Error::system("create", path, errno);
     const UniqueFd target(
@@ -199,8 +213,12 @@ Result<void> RescueCopy::copyDirectory(const Place& from, const std::string& pat
     if (!target)
         return Error::system("create", path, errno);
     const std::size_t before = m_inItem.size();
-    m_inItem += to.name + '/';
+    if (m_depth++ == 0)
+        m_item = target.get();
+    else
+        m_inItem += to.name + '/';
     auto copied = copyEntries(source.get(), path, target.get());
+    --m_depth;
     m_inItem.resize(before);
     if (copied)
         m_hasLostAttributes |= !keepAttributes(source.get(), status, target.get());
@@ -228,8 +246,9 @@ Result<void> RescueCopy::copyHiddenEntries(int from, const std::string& path, in
     const std::string hiddenName(hiddenDirectoryName);
     const std::string hiddenPath = joinPath(path, hiddenName);
     const UniqueFd hidden = openSource({from, hiddenName}, O_DIRECTORY);
-    auto names = hidden ? entryNames(hidden.get(), hiddenPath)
-                        : Result<std::vector<std::string>>(Error::system("open", hiddenPath, errno));
+    auto names = hidden && m_depth < deepest ? entryNames(hidden.get(), hiddenPath)
+                                             : Result<std::vector<std::string>>(Error::system(
+                                                   "open", hiddenPath, hidden ? ENAMETOOLONG : errno));
     if (!names) {
         m_isWhole = false;
         m_report.failed(names.error());
@@ -238,7 +257,10 @@ Result<void> RescueCopy::copyHiddenEntries(int from, const std::string& path, in
     for (const std::string& name : *names) {
         const Place item{hidden.get(), name};
         if (name == hiddenDirectoryName && isDirectory(item)) {
-            if (auto copied = copyHiddenEntries(hidden.get(), hiddenPath, to); !copied)
+            ++m_depth;
+            auto copied = copyHiddenEntries(hidden.get(), hiddenPath, to);
+            --m_depth;
+            if (!copied)
                 return copied;
             continue;
         }

@@ -64,8 +64,9 @@ private:
     std::string m_targetPath;
     RescueCopyReport m_report;
     Links m_links;
-    int m_item = -1;       // the directory that copies of the item in hand lie in
-    std::string m_inItem;  // where in it, ended by "/"
+    int m_item = -1;      // the copy of the item in hand, where that is a directory
+    std::string m_inItem; // where in it, ended by "/" unless empty
+    unsigned int m_depth = 0;
     bool m_isWhole = true; // the item in hand
     bool m_hasLostAttributes = false;
 };
