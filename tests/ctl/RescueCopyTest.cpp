@@ -186,5 +186,22 @@ TEST_F(RescueCopyTest, NamesWhatLiesTooDeep) {
     EXPECT_EQ(readFile(m_tree.path("out/dir/whole")), "1");
 }
 
+// The first process of a container has the number 1 each time.
+TEST_F(RescueCopyTest, LeavesAloneWhatIsUnfinishedOfOthers) {
+    const std::vector<std::string> asFirst = {"/usr/bin/unshare", "--pid", "--fork"};
+    std::vector<std::string> command = asFirst;
+    command.emplace_back("/bin/true");
+    if (!isRoot() || runProgram(command).exitStatus != 0)
+        GTEST_SKIP() << "processes cannot be given numbers of their own here";
+    m_tree.makeFile("t/a", "1");
+    m_tree.makeFile("out/.veilkeep-copy-1/unfinished", "2");
+    hide("t/a");
+    command = asFirst;
+    command.insert(command.end(), {bundledProgram("veilkeepctl"), "rescue", "--yes", "--to", "out", "t"});
+    const ProgramRun run = runProgram(command, {0, m_tree.root(), {}});
+    EXPECT_EQ(run.exitStatus, 0) << run.errors;
+    EXPECT_EQ(readFile(m_tree.path("out/.veilkeep-copy-1/unfinished")), "2");
+}
+
 } // namespace
 } // namespace veilkeep::test

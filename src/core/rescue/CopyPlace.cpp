@@ -12,6 +12,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <random>
 #include <string_view>
 
 namespace veilkeep {
@@ -21,9 +22,12 @@ constexpr unsigned int firstNumber = 2, lastNumber = 9'999;
 
 // Where the file system cannot rename without replacing, over something empty that was made for it.
 int renameOverEmpty(const Place& from, const std::string& name, bool isDirectory) {
-    const UniqueFd file(
-        isDirectory ? -1 : ::openat(from.directory, name.c_str(), O_WRONLY | O_CREAT | O_EXCL, 0600));
-    if (isDirectory ? ::mkdirat(from.directory, name.c_str(), S_IRWXU) != 0 : !file)
+    // Closed at once: some file systems keep what is open when it is replaced.
+    const auto makeFile = [&] {
+        return UniqueFd(::openat(from.directory, name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600))
+            .get();
+    };
+    if (isDirectory ? ::mkdirat(from.directory, name.c_str(), S_IRWXU) != 0 : makeFile() < 0)
         return errno;
     if (::renameat(from.directory, from.name.c_str(), from.directory, name.c_str()) == 0)
         return 0;
@@ -81,7 +85,8 @@ std::string freeNameIn(const Place& place) {
 }
 
 std::string unfinishedName() {
-    return ".veilkeep-copy-" + std::to_string(::getpid());
+    std::random_device random;
+    return ".veilkeep-copy-" + std::to_string(::getpid()) + std::to_string(random());
 }
 
 Result<std::string> giveFreeName(const Place& unfinished, const std::string& name) {

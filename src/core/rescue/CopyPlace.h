@@ -17,7 +17,7 @@ Result<std::vector<std::string>> entryNames(int directory, const std::string& pa
 // The name, or with the first number that nothing there has.
 std::string freeNameIn(const Place& place);
 
-// Like no other's: with this process' number.
+// Like no other's: the process' number alone is used again, and in containers at the same time.
 std::string unfinishedName();
 
 // Renames within the directory, to the name or with a number; answers which it was.
