@@ -1,6 +1,7 @@
 #include "ctl/Watch.h"
 
 #include "core/log/Log.h"
+#include "ctl/DamagedSettings.h"
 #include "ctl/Interruption.h"
 #include "ctl/UnattendedPresenter.h"
 #include "format/ErrorText.h"
@@ -34,11 +35,18 @@ void turnEventLoop() {
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
 }
 
+// Those who use them store at once.
+struct ToldDefaults : UserDefaults {
+    explicit ToldDefaults(TerminalOutput& output) { tellOfDamagedSettings(*this, output); }
+};
+
 } // namespace
 
 struct Watch::Service {
-    Service(ListOwnership taken, const std::string& workerPath, const OwnPlaces& places)
+    Service(ListOwnership taken, const std::string& workerPath, const OwnPlaces& places,
+            TerminalOutput& output)
         : lock(std::move(taken)),
+          defaults(output),
           list(defaults, workerPath, places,
                {.tick = turnEventLoop,
                 .presenter = &presenter,
@@ -54,7 +62,7 @@ struct Watch::Service {
     BusNotifications notifications;
     UnattendedPresenter presenter;
     LinuxSessionEvents events;
-    UserDefaults defaults;
+    ToldDefaults defaults;
     OwnList list;
     RequestService requests{list.requests()};
 };
@@ -116,7 +124,7 @@ void Watch::own(ListOwnership lock) {
     m_others.reset();
     m_bus.reset();
     logLine("Watching for the user's leaving and coming back.");
-    m_service = std::make_unique<Service>(std::move(lock), m_workerPath, m_places);
+    m_service = std::make_unique<Service>(std::move(lock), m_workerPath, m_places, m_output);
     connect(&m_service->list.window(), &MainWindowController::ended, this, &Watch::end);
     m_service->requests.setGiveList([this](const QString& program, std::function<void()> tellThatItIsFree) {
         give({program, std::move(tellThatItIsFree)});

@@ -1,6 +1,7 @@
 #include "core/filesystem/ItemPath.h"
 #include "core/storage/UserDefaults.h"
 #include "ctl/CommandLine.h"
+#include "ctl/DamagedSettings.h"
 #include "ctl/DoctorCommand.h"
 #include "ctl/Interruption.h"
 #include "ctl/PasswordCommand.h"
@@ -89,19 +90,6 @@ QString ownerName(RequestOwner owner) {
     return owner == RequestOwner::Application ? QStringLiteral("application") : QStringLiteral("other");
 }
 
-// Told once: by whoever notices it first.
-void tellOfDamagedSettings(TerminalOutput& output) {
-    const auto kept = UserDefaults().keepDamagedAside();
-    if (!kept)
-        output.printError(kept.error().path, errorReason(kept.error()).toStdString());
-    else if (*kept)
-        output.printError(**kept,
-                          QCoreApplication::translate(
-                              "main", "the settings were damaged, are kept here and begin anew; where a "
-                                      "password was set, please set it again")
-                              .toStdString());
-}
-
 RequestStatus run(const CommandLine& line) {
     if (line.command->name != std::string_view("doctor")) // which a signal may end at once
         Interruption::watch();
@@ -115,8 +103,10 @@ RequestStatus run(const CommandLine& line) {
         return Watch(output).run();
     if (line.command->name == std::string_view("doctor"))
         return DoctorCommand(line.json, output).run();
-    if (!line.isRescue()) // it leaves everything but items as it is
-        tellOfDamagedSettings(output);
+    if (!line.isRescue()) { // it leaves everything but items as it is
+        UserDefaults defaults;
+        tellOfDamagedSettings(defaults, output);
+    }
     TerminalQuestions questions(line.answers, line.yes, output);
     RowOutput rows(contentOf(line), line.json, output);
     TerminalCaller caller(output, questions, rows);

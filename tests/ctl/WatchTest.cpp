@@ -99,6 +99,29 @@ TEST_F(WatchTest, HidesOnLeavingAndShowsOnComingBack) {
     EXPECT_NE(ctl({"status"}).output.find("hidden\t0\n"), std::string::npos);
 }
 
+// Both at its start and while it runs, when it stores what nobody had decided yet.
+TEST_F(WatchTest, TellsThatTheSettingsWereDamaged) {
+    const auto damage = [this] { m_tree.makeFile("home/.config/com.ostrel.Veilkeep.plist", "<plist"); };
+    const auto timesTold = [this] {
+        const std::string told = readFile(m_tree.path("told")), text = "settings were damaged";
+        std::size_t count = 0;
+        for (auto place = told.find(text); place != std::string::npos; place = told.find(text, place + 1))
+            ++count;
+        return count;
+    };
+    damage();
+    startWatch();
+    EXPECT_TRUE(waitUntil([&] { return timesTold() == 1; }));
+    EXPECT_TRUE(becomeVisible());
+    damage();
+    m_logind.set("Active", false);
+    EXPECT_TRUE(becomeHidden());
+    m_logind.set("Active", true);
+    EXPECT_TRUE(becomeVisible());
+    EXPECT_EQ(timesTold(), 2U);
+    EXPECT_EQ(endWatch(SIGTERM), 0);
+}
+
 TEST_F(WatchTest, EndsHiddenWithoutAWord) {
     for (const int signal : {SIGTERM, SIGHUP, SIGINT}) {
         startWatch();
