@@ -55,7 +55,14 @@ class Package:
 
 
 def is_made(package):
+    others = package.folder / "work" / "of others"
+    others.parent.mkdir(parents=True, exist_ok=True)
+    others.write_text("")
     made = package.make(package.folder)
+    assert others.exists(), "what others keep in the folder is gone"
+    shutil.rmtree(others.parent)
+    left = sorted(path.name for path in package.folder.iterdir() if not path.name.startswith("veilkeep_"))
+    assert not left, f"left behind: {left}"
     told = output_of("dpkg-deb", "-f", made, "Package", "Version")
     assert told == f"Package: veilkeep\nVersion: {package.version}\n", f"debian/changelog says {told}"
 
