@@ -25,8 +25,22 @@ std::string joinedNames(const std::vector<std::string>& split) {
 std::string sortedOnce(std::string_view names) {
     std::vector<std::string> split = splitNames(names);
     std::ranges::sort(split);
-    split.erase(std::ranges::unique(split).begin(), split.end());
+    split.erase(std::unique(split.begin(), split.end()), split.end());
     return joinedNames(split);
+}
+
+// Among names in order, each ended by a NUL: there may be a million.
+bool isAmong(std::string_view names, std::string_view name) {
+    while (!names.empty()) {
+        const std::size_t before = names.substr(0, names.size() / 2).rfind('\0');
+        const std::size_t begin = before == std::string_view::npos ? 0 : before + 1;
+        const std::size_t end = names.find('\0', begin);
+        const std::string_view middle = names.substr(begin, end - begin);
+        if (middle == name)
+            return true;
+        names = middle < name ? names.substr(end + 1) : names.substr(0, begin);
+    }
+    return false;
 }
 
 auto depthOf(std::string_view path) {
@@ -44,10 +58,7 @@ void HiddenFolders::add(std::string_view itemPath) {
 
 bool HiddenFolders::contains(std::string_view itemPath) const {
     const auto folder = m_folders.find(parentPath(itemPath));
-    if (folder == m_folders.end())
-        return false;
-    const std::string name = std::string(lastPathComponent(itemPath)) + '\0';
-    return folder->second.starts_with(name) || folder->second.find('\0' + name) != Names::npos;
+    return folder != m_folders.end() && isAmong(folder->second, lastPathComponent(itemPath));
 }
 
 void HiddenFolders::arrange() {

@@ -26,8 +26,9 @@ public:
     // Brings them into their order; to be called once all are added.
     void arrange();
 
+    // Of arranged ones.
     bool contains(std::string_view itemPath) const;
-    std::size_t itemCount() const; // of arranged ones
+    std::size_t itemCount() const;
     std::size_t folderCount() const { return m_order.size(); }
 
     // Of arranged ones the deepest first, so that no path changes before its turn comes. False from the
@@ -35,7 +36,7 @@ public:
     void forEach(const std::function<bool(const HiddenFolder&)>& function) const;
 
 private:
-    using Names = std::string; // each ended by a NUL
+    using Names = std::string; // each ended by a NUL; in order and each once when arranged
 
     std::map<std::string, Names, std::less<>> m_folders;
     std::map<std::string, Names, std::less<>>::iterator m_last = m_folders.end();
