@@ -9,7 +9,6 @@
 #include <QAccessible>
 #include <QApplication>
 #include <QLabel>
-#include <QProxyStyle>
 #include <QPushButton>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -18,17 +17,6 @@
 
 namespace veilkeep::test {
 namespace {
-
-class PlainStyle : public QProxyStyle {
-public:
-    using QProxyStyle::QProxyStyle;
-    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
-                  QStyleHintReturn* result) const override {
-        return hint == SH_Widget_Animation_Duration ? duration
-                                                    : QProxyStyle::styleHint(hint, option, widget, result);
-    }
-    int duration = 0;
-};
 
 struct SwitchWindow : QWidget {
     SwitchWindow() {
@@ -68,37 +56,6 @@ TEST(OnOffSwitchTest, IsSwitchedByMouseKeysAndScreenReader) {
     EXPECT_EQ(window.switched.size(), 4U);
 }
 
-TEST(OnOffSwitchTest, TellsItsStateToScreenReaders) {
-    OnOffSwitch theSwitch;
-    theSwitch.setAccessibleName("Hide the selection");
-    QAccessibleInterface* const accessible = QAccessible::queryAccessibleInterface(&theSwitch);
-    EXPECT_EQ(accessible->role(), QAccessible::CheckBox);
-    EXPECT_EQ(accessible->text(QAccessible::Name), "Hide the selection");
-    for (const int value : {OnOffSwitch::On, OnOffSwitch::Mixed, OnOffSwitch::Off, OnOffSwitch::Mixed}) {
-        theSwitch.setValue(value);
-        EXPECT_EQ(theSwitch.value(), value);
-        EXPECT_EQ(accessible->state().checkStateMixed, value == OnOffSwitch::Mixed);
-        EXPECT_EQ(accessible->state().checked, value == OnOffSwitch::On);
-    }
-}
-
-// Where the style moves nothing it stands at once where it belongs.
-TEST(OnOffSwitchTest, SlidesAsTheStyleWants) {
-    PlainStyle style;
-    SwitchWindow window;
-    OnOffSwitch& theSwitch = window.theSwitch;
-    theSwitch.setStyle(&style);
-    ASSERT_TRUE(showAndActivate(window));
-    const QImage off = theSwitch.grab().toImage();
-    theSwitch.setValue(OnOffSwitch::On);
-    const QImage on = theSwitch.grab().toImage();
-    EXPECT_NE(off, on);
-    style.duration = 200;
-    theSwitch.setValue(OnOffSwitch::Off);
-    EXPECT_NE(theSwitch.grab().toImage(), off);
-    EXPECT_TRUE(eventually([&] { return theSwitch.grab().toImage() == off; }));
-}
-
 TEST(FilterBarTest, IsChosenByMouseAndArrows) {
     FilterBar bar;
     std::vector<FilterBar::Filter> chosen;
@@ -126,28 +83,6 @@ TEST(FilterBarTest, IsChosenByMouseAndArrows) {
         ->actionInterface()
         ->doAction(QAccessibleActionInterface::toggleAction());
     EXPECT_EQ(chosen.back(), FilterBar::Hidden);
-}
-
-TEST(FilterBarTest, IsAGroupOfRadioButtonsWithOneStop) {
-    QWidget window;
-    QVBoxLayout layout(&window);
-    QPushButton before("Before"), after("After");
-    FilterBar bar;
-    for (QWidget* widget : std::initializer_list<QWidget*>{&before, &bar, &after})
-        layout.addWidget(widget);
-    bar.setFilter(FilterBar::Hidden);
-    ASSERT_TRUE(showAndActivate(window));
-    before.setFocus();
-    realInput::key("Tab");
-    EXPECT_EQ(QApplication::focusWidget(), bar.findChildren<QAbstractButton*>()[FilterBar::Hidden]);
-    realInput::key("Tab");
-    EXPECT_EQ(QApplication::focusWidget(), &after);
-    for (QAbstractButton* const button : bar.findChildren<QAbstractButton*>()) {
-        const QAccessibleInterface* const accessible = QAccessible::queryAccessibleInterface(button);
-        EXPECT_EQ(accessible->role(), QAccessible::RadioButton);
-        EXPECT_FALSE(accessible->text(QAccessible::Name).isEmpty());
-        EXPECT_EQ(accessible->state().checked, button->isChecked());
-    }
 }
 
 TEST(MessageBarTest, TellsAndActs) {

@@ -8,14 +8,11 @@
 
 #include <QAbstractItemModelTester>
 #include <QCheckBox>
-#include <QLabel>
 #include <QLineEdit>
 #include <QListView>
 #include <QLocale>
 
 #include <algorithm>
-#include <cstdio>
-#include <tuple>
 
 namespace veilkeep::test {
 namespace {
@@ -149,22 +146,6 @@ TEST_F(OpenPanelsTest, SeveralItemsToAddAndWhereTheyWere) {
         << "numbers are sorted as such";
     whenOpen<ItemPanel>([](ItemPanel& panel) { clickName(panel, "<b>bold & x"), realInput::key("Return"); });
     EXPECT_EQ(m_panels.chooseItemsToAdd(), std::vector{item("<b>bold & x")});
-}
-
-TEST_F(OpenPanelsTest, SaysWhyAFolderIsNotShown) {
-    whenOpen<ItemPanel>([&](ItemPanel& panel) {
-        std::ignore = std::remove(item("empty").c_str());
-        panel.showFolder(item("empty"));
-        const auto isTold = [&] {
-            const auto labels = panel.findChildren<QLabel*>();
-            return std::ranges::any_of(labels, [](const QLabel* label) {
-                return label->isVisible() && label->text().contains("No such file or directory");
-            });
-        };
-        EXPECT_TRUE(eventually(isTold));
-        realInput::key("Escape");
-    });
-    EXPECT_EQ(m_panels.chooseItem(item("empty")), std::nullopt);
 }
 
 TEST_F(OpenPanelsTest, EveryNameOfAFolderIsThere) {

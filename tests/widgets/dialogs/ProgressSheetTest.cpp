@@ -55,34 +55,6 @@ TEST_F(ProgressSheetTest, PaintsWhileABatchBlocksTheThread) {
     EXPECT_TRUE(eventually([&] { return !panel.isVisible(); }));
 }
 
-TEST_F(ProgressSheetTest, AStormOfUpdatesIsShownAtItsEnd) {
-    m_sheet.begin("Hiding", false);
-    workUntil([] { return openWindow<ProgressPanel>() != nullptr; });
-    int paints = 0;
-    class Count : public QObject {
-    public:
-        explicit Count(int& count) : m_count(count) {}
-        bool eventFilter(QObject*, QEvent* event) override {
-            m_count += event->type() == QEvent::Paint ? 1 : 0;
-            return false;
-        }
-
-    private:
-        int& m_count;
-    } count(paints);
-    openWindow<ProgressPanel>()->findChild<ElidedLabel*>()->installEventFilter(&count);
-    const auto begun = std::chrono::steady_clock::now();
-    for (int number = 0; number < 5000; ++number) {
-        m_sheet.setSubStage(QString::number(number));
-        m_sheet.setDone(static_cast<std::size_t>(number), 5000);
-        m_sheet.turnEventLoop();
-    }
-    const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - begun;
-    workUntil([] { return subStage() == "4999"; });
-    EXPECT_LE(paints, seconds.count() * 31 + 5);
-    m_sheet.end();
-}
-
 TEST_F(ProgressSheetTest, TheListTakesNoInputMeanwhileNorAfterwards) {
     const QSignalSpy clicks(&m_button, &QPushButton::clicked);
     m_sheet.begin("Hiding", false);

@@ -1,31 +1,14 @@
-#include "format/WindowCentering.h"
 #include "tests/widgets/dialogs/OpenWindows.h"
 #include "widgets/dialogs/AboutWindow.h"
 #include "widgets/dialogs/ReportWindow.h"
-#include "widgets/dialogs/windowPlacement.h"
 
 #include <QDialog>
 #include <QPlainTextEdit>
-#include <QScreen>
 
 #include <vector>
 
 namespace veilkeep::test {
 namespace {
-
-TEST(WindowPlacementTest, SheetsOverTheirWindowOthersOnTheScreen) {
-    QWidget mainWindow;
-    mainWindow.setGeometry(100, 100, 600, 400);
-    mainWindow.show();
-    QDialog sheet(&mainWindow);
-    sheet.resize(200, 100);
-    sheet.setWindowModality(Qt::WindowModal);
-    placeWindow(sheet);
-    EXPECT_EQ(sheet.pos(), mainWindow.frameGeometry().topLeft() + QPoint(200, 150));
-    mainWindow.hide();
-    placeWindow(sheet);
-    EXPECT_EQ(sheet.pos(), betterCenter(sheet.size(), sheet.screen()->availableGeometry()).topLeft());
-}
 
 TEST(AboutWindowTest, OneThatLeadsToTheGuide) {
     int guides = 0;

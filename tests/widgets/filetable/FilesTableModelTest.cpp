@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractItemModelTester>
-#include <QSignalSpy>
 
 #include <algorithm>
 #include <random>
@@ -52,74 +51,6 @@ TEST(RowChanges, AreRunsOfRows) {
         EXPECT_EQ(changes->removed, row.changes->first) << row.before << " to " << row.after;
         EXPECT_EQ(changes->inserted, row.changes->second) << row.before << " to " << row.after;
     }
-}
-
-TEST(FilesTableModel, SaysWhatARowShows) {
-    TableWorld world;
-    File file = listedOnly("a\nb");
-    file.setOriginalPath(world.tree.home() + "/a\nb");
-    const ListedFile listed = world.list.files().append(file);
-    FilesTableModel model(world.list, world.previews);
-    const auto said = [&](int role) { return model.index(0, 0).data(role).toString(); };
-    EXPECT_EQ(said(Qt::DisplayRole), "a\\nb");
-    EXPECT_EQ(model.place(*listed), "~/a\\nb");
-    const QString size = model.sizeText(*listed);
-    const struct {
-        std::int32_t state;
-        QString trouble, word;
-    } rows[] = {{File::Visible, "", "visible"},
-                {File::Hidden, "", "hidden"},
-                {File::Broken, "Not found", "Not found"}};
-    for (const auto& row : rows) {
-        world.list.files().change(listed, [&](File& changed) { changed.setState(row.state); });
-        EXPECT_EQ(model.trouble(listed), row.trouble);
-        EXPECT_EQ(said(Qt::AccessibleTextRole), "a\\nb, ~/a\\nb, " + size + ", " + row.word);
-    }
-}
-
-TEST(FilesTableModel, TellsManyChangesAtOnce) {
-    TableWorld world;
-    FilesTableModel model(world.list, world.previews);
-    QSignalSpy inserted(&model, &FilesTableModel::rowsInserted);
-    QSignalSpy changed(&model, &FilesTableModel::dataChanged);
-    for (const char* name : {"a", "b", "c"})
-        world.list.files().append(listedOnly(name));
-    EXPECT_EQ(model.rowCount(), 0); // as it told
-    ASSERT_TRUE(eventually([&] { return model.rowCount() == 3; }));
-    EXPECT_EQ(inserted.size(), 1);
-    EXPECT_EQ(changed.size(), 0);
-
-    world.list.files().change(world.at(1), [](File& file) { file.setState(File::Hidden); });
-    emit world.previews.changed(world.at(1));
-    emit world.previews.changed(std::make_shared<File>(listedOnly("of another list")));
-    ASSERT_TRUE(eventually([&] { return changed.size() > 0; }));
-    EXPECT_EQ(changed.size(), 1);
-    EXPECT_EQ(changed[0][0].toModelIndex().row(), 1);
-
-    world.list.files().append({listedOnly("d"), listedOnly("e")});
-    model.update();
-    changed.clear();
-    world.list.moveFiles(std::vector{world.at(4), world.at(0), world.at(1), world.at(3)}, 7);
-    model.update();
-    std::vector<std::pair<int, int>> ranges;
-    for (const auto& told : changed)
-        ranges.emplace_back(told[0].toModelIndex().row(), told[1].toModelIndex().row());
-    EXPECT_EQ(ranges, (std::vector<std::pair<int, int>>{{0, 1}, {3, 4}}));
-}
-
-TEST(FilesTableModel, FindsWhatIsTypedFromARowOn) {
-    TableWorld world;
-    for (const char* name : {"Beta", "alpha", "ALPINE", "gamma"})
-        world.list.files().append(listedOnly(name));
-    FilesTableModel model(world.list, world.previews);
-    const auto found = [&](int start, const char* typed) {
-        const auto rows = model.match(model.index(start, 0), Qt::DisplayRole, typed);
-        return rows.isEmpty() ? -1 : rows.front().row();
-    };
-    EXPECT_EQ(found(0, "al"), 1);
-    EXPECT_EQ(found(2, "al"), 2);
-    EXPECT_EQ(found(3, "AL"), 1); // from the top again
-    EXPECT_EQ(found(0, "lp"), -1);
 }
 
 class RandomChanges {

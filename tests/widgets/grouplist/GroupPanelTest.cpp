@@ -1,7 +1,6 @@
 #include "tests/widgets/grouplist/PanelWorld.h"
 #include "widgets/controls/OnOffSwitch.h"
 
-#include <QAccessible>
 #include <QCheckBox>
 #include <QLabel>
 #include <QSignalSpy>
@@ -51,23 +50,6 @@ TEST(GroupPanelTest, TheSwitchHidesAGroupsItems) {
     EXPECT_TRUE(exists(other));
 }
 
-TEST(GroupPanelTest, TheSwitchStandsApartWhileABatchRuns) {
-    Panel world;
-    world.add(world.tree.makeFile("folder/item"), world.row(2));
-    world.clickRow(2);
-    int valueMeanwhile = -1;
-    QObject::connect(&world.list.list->hideOperations(), &HideOperations::batchRunningChanged,
-                     [&](bool isRunning) {
-                         if (!isRunning)
-                             return;
-                         world.groups.selectRow(3);
-                         valueMeanwhile = world.theSwitch().value();
-                     });
-    world.groups.hideGroup(world.row(2), true);
-    EXPECT_EQ(valueMeanwhile, OnOffSwitch::On);
-    EXPECT_EQ(world.theSwitch().value(), OnOffSwitch::Off);
-}
-
 TEST(GroupPanelTest, TheAutoHideBoxIsOfTheSelectedGroup) {
     Panel world;
     EXPECT_FALSE(world.autoHideBox().isVisible());
@@ -104,22 +86,6 @@ TEST(GroupPanelTest, TheButtonsAddRemoveAndEdit) {
     EXPECT_EQ(world.names().back(), "Private Files");
     world.list.presenter.expect({.title = "Unable to remove group \"All Files\".", .answer = "OK"});
     realInput::click(world.button("Remove the group"));
-}
-
-TEST(GroupPanelTest, EverythingHasANameAndTakesTheFocus) {
-    Panel world;
-    world.panel->setEditingOffered(true);
-    world.clickRow(2);
-    std::vector<std::string> order;
-    for (int step = 0; step < 6; ++step) {
-        const QAccessibleInterface* const focused =
-            QAccessible::queryAccessibleInterface(QApplication::focusWidget());
-        order.push_back(focused ? focused->text(QAccessible::Name).toStdString() : "nothing");
-        realInput::key("Tab");
-    }
-    EXPECT_EQ(order, (std::vector<std::string>{"Groups", "Hide the group", "AutoHide", "Add a group",
-                                               "Remove the group", "Edit the group"}));
-    EXPECT_TRUE(world.view->hasFocus());
 }
 
 } // namespace

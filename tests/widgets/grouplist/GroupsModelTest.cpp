@@ -18,17 +18,6 @@ public:
         : model(world.groups, world.list.list->files()),
           m_tester(&model, QAbstractItemModelTester::FailureReportingMode::Fatal) {
         using Model = QAbstractItemModel;
-        const auto note = [this](const char* what) {
-            return [this, what](const QModelIndex&, int first, int last) {
-                told << what << first << "-" << last << " ";
-            };
-        };
-        QObject::connect(&model, &Model::rowsInserted, note("+"));
-        QObject::connect(&model, &Model::rowsRemoved, note("-"));
-        QObject::connect(&model, &Model::rowsMoved,
-                         [this](const QModelIndex&, int from, int, const QModelIndex&, int to) {
-                             told << "m" << from << ">" << to << " ";
-                         });
         QObject::connect(&model, &Model::dataChanged,
                          [this](const QModelIndex& first, const QModelIndex& last) {
                              told << "c" << first.row() << "-" << last.row() << " ";
@@ -55,31 +44,6 @@ public:
 private:
     QAbstractItemModelTester m_tester;
 };
-
-TEST(GroupsModelTest, TellsWhichRowsChanged) {
-    const ScratchTree tree;
-    GroupWorld world;
-    WatchedModel watched(world);
-    GroupViewController& groups = world.groups;
-    world.started();
-    const ListedGroup fifth = groups.addGroup();
-    groups.addGroup();
-    EXPECT_EQ(watched.takeTold(), "+0-3 +4-4 +5-5 ");
-    groups.moveGroup(fifth, 5);
-    groups.moveGroup(fifth, 2);
-    groups.moveGroup(fifth, 4);
-    groups.moveGroup(fifth, 3);
-    EXPECT_EQ(watched.takeTold(), "m4>6 m5>2 m2>5 m3>5 ");
-    groups.setNewName("Renamed", "", fifth);
-    groups.setAutoHide(true, world.row(5));
-    EXPECT_EQ(watched.takeTold(), "c3-3 c5-5 ");
-    world.expectRemoval(fifth);
-    groups.removeGroup(fifth);
-    EXPECT_EQ(watched.takeTold(), "-3-3 ");
-    groups.start(); // from the disk: other records
-    EXPECT_EQ(watched.takeTold(), "-0-4 +0-4 ");
-    EXPECT_EQ(watched.rows(), groups.groups());
-}
 
 TEST(GroupsModelTest, FollowsRandomSteps) {
     const ScratchTree tree;
@@ -127,38 +91,6 @@ TEST(GroupsModelTest, CountsItemsAsTheyComeAndGo) {
     settle();
     EXPECT_EQ(watched.takeTold(), "c0-0 c3-3 ");
     EXPECT_EQ(watched.text(3, detail), "shown · 0 items");
-}
-
-TEST(GroupsModelTest, SaysWhatAGroupIs) {
-    const ScratchTree tree;
-    GroupWorld world;
-    world.started();
-    WatchedModel watched(world);
-    const struct {
-        std::size_t row;
-        bool hides, autoHide;
-        const char* detail;
-        const char* accessible;
-    } cases[] = {
-        {0, false, false, "0 items", "All Files, shown, 0 items"},
-        {0, true, false, "hidden · 0 items", "All Files, hidden, 0 items"},
-        {2, false, false, "shown · 0 items", "Secret Pictures, shown, 0 items"},
-        {2, true, false, "hidden · 0 items", "Secret Pictures, hidden, 0 items"},
-        {2, false, true, "AutoHide · 0 items", "Secret Pictures, shown, 0 items, AutoHide"},
-        {2, true, true, "AutoHide, hidden · 0 items", "Secret Pictures, hidden, 0 items, AutoHide"},
-    };
-    for (const auto& each : cases) {
-        const ListedGroup group = world.row(each.row);
-        world.groups.setAutoHide(each.autoHide, group);
-        each.hides ? world.groups.hideGroup(group, false) : world.groups.unhideGroup(group, false);
-        const int row = static_cast<int>(each.row);
-        EXPECT_EQ(watched.text(row, GroupsModel::DetailRole), each.detail);
-        EXPECT_EQ(watched.text(row, Qt::AccessibleTextRole), each.accessible);
-    }
-    EXPECT_EQ(watched.text(1, Qt::AccessibleTextRole), "Custom Groups");
-    EXPECT_FALSE(watched.model.index(1).flags() & (Qt::ItemIsSelectable | Qt::ItemIsEnabled));
-    EXPECT_FALSE(watched.model.index(0).flags() & Qt::ItemIsDragEnabled);
-    EXPECT_TRUE(watched.model.index(2).flags() & Qt::ItemIsDragEnabled);
 }
 
 // What is missing is looked for once, and again after a change.

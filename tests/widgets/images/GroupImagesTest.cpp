@@ -72,23 +72,6 @@ TEST_F(GroupImages, OwnImagesComeByTheirNames) {
         EXPECT_FALSE(m_images.imageNamed(other)) << other;
 }
 
-// They are asked for at every start, and plugins for other kinds of images are megabytes.
-TEST_F(GroupImages, OwnImagesNeedNoPlugins) {
-    const auto plugins = [] {
-        const std::string libraries = readFile("/proc/self/maps");
-        std::size_t count = 0;
-        for (std::size_t at = 0; (at = libraries.find("/imageformats/", at)) != std::string::npos; ++at)
-            ++count;
-        return count;
-    };
-    const std::size_t before = plugins();
-    Group group = Group::initWithName("Letters", 3);
-    group.setIconPath("folder_games");
-    group.setIconData(m_images.imageNamed("folder_games").value());
-    EXPECT_FALSE(groupIcon(group, {42, 42}, 1).isNull());
-    EXPECT_EQ(plugins(), before);
-}
-
 TEST_F(GroupImages, FilesOfTheKnownKindsAreTaken) {
     const QImage red = plain({90, 60}, Qt::red);
     std::vector<std::pair<std::string, std::string>> rows{
@@ -201,39 +184,12 @@ TEST_F(GroupImages, AGroupShowsItsIconOrTheDefault) {
         {"user's", group(red, "/home/ann/red.png"), ""},
         {"old one, its new path being none", group(red, "folder_none"), ""},
     };
-    for (const auto& row : rows)
-        for (const qreal scale : {1.0, 1.5, 2.0}) {
-            const QPixmap icon = groupIcon(row.group, {42, 42}, scale);
-            EXPECT_EQ(icon.deviceIndependentSize(), QSizeF(42, 42)) << row.what;
-            const QSize pixels = QSize(42, 42) * scale;
-            const QImage wanted =
-                row.drawnAs.isEmpty() ? plain(pixels, Qt::red) : drawnImage::drawn(row.drawnAs, pixels);
-            QImage seen = icon.toImage().convertToFormat(wanted.format());
-            seen.setDevicePixelRatio(1);
-            EXPECT_EQ(seen, wanted) << row.what << " at " << scale;
-        }
-}
-
-TEST(ImageByScalingToSize, KeepsProportionsInTheMiddle) {
-    const struct {
-        QSize image;
-        QRect covered;
-    } rows[] = {
-        {{84, 42}, {0, 10, 42, 21}}, {{42, 84}, {10, 0, 21, 42}}, {{7, 7}, {0, 0, 42, 42}},
-        {{4200, 1}, {0, 20, 42, 1}}, {{1, 4200}, {20, 0, 1, 42}},
-    };
     for (const auto& row : rows) {
-        const QImage scaled = imageByScalingToSize(plain(row.image, Qt::red), {42, 42});
-        ASSERT_EQ(scaled.size(), QSize(42, 42));
-        QRect covered;
-        for (int y = 0; y < 42; ++y)
-            for (int x = 0; x < 42; ++x)
-                if (qAlpha(scaled.pixel(x, y)) != 0)
-                    covered |= QRect(x, y, 1, 1);
-        EXPECT_EQ(covered, row.covered) << row.image.width() << " x " << row.image.height();
+        const QImage wanted =
+            row.drawnAs.isEmpty() ? plain({42, 42}, Qt::red) : drawnImage::drawn(row.drawnAs, {42, 42});
+        const QPixmap icon = groupIcon(row.group, {42, 42}, 1);
+        EXPECT_EQ(icon.toImage().convertToFormat(wanted.format()), wanted) << row.what;
     }
-    EXPECT_TRUE(imageByScalingToSize(QImage(), {42, 42}).isNull());
-    EXPECT_TRUE(imageByScalingToSize(plain({4, 4}, Qt::red), {0, 42}).isNull());
 }
 
 } // namespace

@@ -1,7 +1,6 @@
 #include "widgets/mainwindow/WindowPlace.h"
 
 #include "widgets/controls/Mnemonics.h"
-#include "widgets/mainwindow/SummaryLine.h"
 
 #include <gtest/gtest.h>
 
@@ -35,13 +34,6 @@ TEST(WindowPlaceTest, TheUpperEdgeMustBeWithinReach) {
         EXPECT_EQ(canBeReached({kept, false}, screens), isReached) << kept.x() << " " << kept.y();
 }
 
-TEST(WindowPlaceTest, TheFrameLiesInTheMiddle) {
-    const QMargins frame{1, 20, 1, 5};
-    const QRect area{0, 30, 1000, 770};
-    EXPECT_EQ(placeInMiddle({600, 400}, frame, area), QRect(200, 222, 600, 400));
-    EXPECT_EQ(placeInMiddle({1200, 900}, frame, area), QRect(1, 50, 998, 745));
-}
-
 TEST(MnemonicsTest, EachGetsALetterOfItsOwn) {
     QString taken;
     EXPECT_EQ(withMnemonic("Hide", taken), "&Hide");
@@ -49,12 +41,6 @@ TEST(MnemonicsTest, EachGetsALetterOfItsOwn) {
     EXPECT_EQ(withMnemonic("Hide\tCtrl+H", taken), "H&ide\tCtrl+H");
     EXPECT_EQ(withMnemonic("R&D", taken), "&R&&D");
     EXPECT_EQ(withMnemonic(" (ghi)", taken), " (ghi)"); // none is left
-}
-
-TEST(SummaryLineTest, LeavesOutWhatThereIsNoneOf) {
-    EXPECT_EQ(SummaryLine::text({0, 0, 0}), "0 items");
-    EXPECT_EQ(SummaryLine::text({1, 1, 0}), QString("1 item · 1 hidden"));
-    EXPECT_EQ(SummaryLine::text({6, 3, 1}), QString("6 items · 3 hidden · 1 broken"));
 }
 
 } // namespace

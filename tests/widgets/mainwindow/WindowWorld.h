@@ -39,10 +39,7 @@ public:
 
 // The main window over real lists in a scratch home.
 struct WindowWorld {
-    explicit WindowWorld(const std::function<void(GroupWorld&)>& prepare = [](GroupWorld&) {}) {
-        world.started();
-        prepare(world);
-    }
+    WindowWorld() { world.started(); }
 
     FilesViewController& files() { return *world.list.list; }
     VeilkeepWindow& make() {

@@ -1,14 +1,8 @@
 #include "core/log/Log.h"
-#include "format/WindowCentering.h"
 #include "tests/widgets/preferences/PrefsWorld.h"
 
-#include <QApplication>
 #include <QDateTime>
 #include <QLocale>
-#include <QScopeGuard>
-#include <QScreen>
-
-#include <set>
 
 namespace veilkeep::test {
 namespace {
@@ -31,29 +25,13 @@ protected:
 
 TEST_F(PrefsWindowTest, PagesAreChosenInTheToolbar) {
     EXPECT_EQ(window().page(), PrefsPage::General);
-    EXPECT_EQ(
-        window().frameGeometry().topLeft(),
-        betterCenter(window().frameGeometry().size(), window().screen()->availableGeometry()).topLeft());
-    EXPECT_FALSE(window().windowFlags() & (Qt::WindowMinimizeButtonHint | Qt::WindowMaximizeButtonHint));
-    const QPoint corner = window().pos();
-    std::set<int> heights;
     const std::pair<const char*, PrefsPage> rows[] = {
         {"Security", PrefsPage::Security}, {"Update", PrefsPage::Update}, {"General", PrefsPage::General}};
     for (const auto& [title, page] : rows) {
-        std::set<int> slid;
         m_world->click(title);
         EXPECT_EQ(window().page(), page);
         EXPECT_EQ(window().windowTitle(), title);
-        const auto& slide = *window().findChild<QVariantAnimation*>();
-        EXPECT_TRUE(eventually([&] {
-            slid.insert(window().height());
-            return slide.state() == QAbstractAnimation::Stopped;
-        }));
-        EXPECT_EQ(window().pos(), corner);
-        EXPECT_GT(slid.size(), 2U) << "it slides there";
-        heights.insert(window().height());
     }
-    EXPECT_EQ(heights.size(), 3U) << "each as high as it needs to be";
     m_world->controller.setSelectedTab("TOOLBAR_SECURITY");
     for (const char* const identifier : {"SET_PASSWORD", "CHANGE_PASSWORD", "ASK_PASSWORD", "nothing", ""}) {
         m_world->controller.makeActiveTabWithIdentifier(identifier);
@@ -211,37 +189,6 @@ TEST_F(PrefsWindowTest, TheUpdatePageSaysWhatIsKnown) {
     EXPECT_EQ(m_world->asked, "updates ");
     const QDateTime checked(QDate(2026, 1, 31), QTime(12, 0), Qt::UTC);
     EXPECT_EQ(shown(), QLocale().toString(checked.toLocalTime(), QLocale::ShortFormat));
-}
-
-TEST_F(PrefsWindowTest, EverythingIsReachedByKeys) {
-    const auto leadsTo = [this](const char* key, PrefsPage page) {
-        realInput::key(key);
-        return eventually([&] { return window().page() == page; }, std::chrono::seconds(2));
-    };
-    realInput::key("Alt+p");
-    EXPECT_TRUE(eventually([&] { return m_world->stored(defaultsKey::playSounds) == Value(false); }));
-    EXPECT_TRUE(leadsTo("Alt+s", PrefsPage::Security));
-    EXPECT_TRUE(leadsTo("Alt+r", PrefsPage::SetPassword));
-    EXPECT_TRUE(leadsTo("Alt+c", PrefsPage::Security));
-    realInput::key("Ctrl+W");
-    EXPECT_TRUE(eventually([this] { return !window().isVisible(); }));
-}
-
-TEST_F(PrefsWindowTest, LargeLettersGetTheRoomThatTheyNeed) {
-    const QFont usual = QApplication::font();
-    const auto restore = qScopeGuard([&] { QApplication::setFont(usual); });
-    const QSize before = window().size();
-    QFont large = usual;
-    large.setPointSizeF(usual.pointSizeF() * 2);
-    QApplication::setFont(large);
-    EXPECT_TRUE(eventually([&] { return window().height() > before.height() * 6 / 5; }));
-    QStringList cut;
-    for (const QAbstractButton* const button : window().findChildren<QAbstractButton*>()) {
-        const QRect needed(button->mapTo(&window(), QPoint()), button->sizeHint());
-        if (button->isVisible() && !window().rect().contains(needed))
-            cut << button->text();
-    }
-    EXPECT_EQ(cut.join(u'|').toStdString(), "");
 }
 
 TEST(FailedSettingTest, IsToldAndTheBoxGoesBack) {

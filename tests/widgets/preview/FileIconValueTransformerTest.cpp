@@ -1,7 +1,6 @@
 // The image of the selected item's path.
 
 #include "widgets/preview/FileIconValueTransformer.h"
-#include "core/log/Log.h"
 #include "tests/support/ScratchTree.h"
 #include "tests/support/gui/RealInput.h"
 #include "tests/widgets/preview/PreviewFiles.h"
@@ -47,11 +46,6 @@ TEST_F(FileIcon, ShowsWhatLiesAtThePath) {
     EXPECT_FALSE(folder->isNull());
     EXPECT_NE(folder, several);
     EXPECT_LE(folder->width(), 128);
-}
-
-TEST_F(FileIcon, AnythingButAPathIsALineInTheLog) {
-    EXPECT_TRUE(imageOf(QVariant(42))->isNull());
-    EXPECT_NE(readFile(Log::shared().path()).find("Should be NSString but we have 42"), std::string::npos);
 }
 
 TEST_F(FileIcon, ContextsThatAreGoneAreNotTold) {

@@ -18,11 +18,6 @@ namespace {
 
 using namespace veilkeep::test;
 
-std::size_t numberOfThreads() {
-    return static_cast<std::size_t>(
-        std::distance(std::filesystem::directory_iterator("/proc/self/task"), {}));
-}
-
 class PreviewsOfRecords : public ::testing::Test {
 protected:
     void make(const PreviewOptions& options = {.devicePixelRatio = 1}) {
@@ -69,18 +64,6 @@ TEST_F(PreviewsOfRecords, TheFirstCallGivesNoneAndTheOneAfterChangedDoes) {
     EXPECT_EQ(m_previews->typeText(file), QStringLiteral("PNG image"));
 }
 
-TEST_F(PreviewsOfRecords, NothingStartsBeforeTheFirstQuestion) {
-    const std::size_t before = numberOfThreads();
-    const ListedFile file = addPicture();
-    make();
-    settle();
-    EXPECT_EQ(numberOfThreads(), before);
-    EXPECT_TRUE(comes(file));
-    EXPECT_GT(numberOfThreads(), before);
-    m_previews.reset();
-    EXPECT_TRUE(eventually([&] { return numberOfThreads() == before; }));
-}
-
 TEST_F(PreviewsOfRecords, WhereNoImageComesTheRecordIsNotAskedAgain) {
     make();
     const ListedFile file = add("a.png", "no image yet");
@@ -101,23 +84,6 @@ TEST_F(PreviewsOfRecords, AnItemThatIsMovedMeanwhileIsAskedForAgain) {
     m_previews->preview(file); // nothing lies there any more
     m_files.change(file, [&](File& changed) { changed.setPath(elsewhere); });
     EXPECT_TRUE(comes(file));
-}
-
-TEST_F(PreviewsOfRecords, WhatWasBrokenBeforeLosesItsImageWithTheNextState) {
-    make();
-    const ListedFile file = addPicture();
-    ASSERT_TRUE(comes(file));
-    writeFile(std::string(file->path()), previewFiles::image("png", {20, 10}));
-    setState(file, File::Broken);
-    EXPECT_FALSE(m_previews->preview(file).isNull());
-    setState(file, File::Hidden);
-    EXPECT_EQ(m_previews->preview(file).size(), QSize(150, 75)) << "the state before was not broken";
-    setState(file, File::Visible);
-    EXPECT_TRUE(m_previews->preview(file).isNull());
-    ASSERT_TRUE(comes(file));
-    EXPECT_EQ(m_previews->preview(file).size(), QSize(20, 10));
-    setState(file, File::Hidden);
-    EXPECT_FALSE(m_previews->preview(file).isNull());
 }
 
 TEST_F(PreviewsOfRecords, ABrokenRecordIsNotLookedFor) {

@@ -174,30 +174,5 @@ TEST_F(QuickPreviewPanel, ItsButtonsWorkByMouseAndKeyboardAndHaveNames) {
     EXPECT_TRUE(closes());
 }
 
-TEST_F(QuickPreviewPanel, PagesOfADocumentAreTurned) {
-    const ListedFile letter = add("letter.pdf", previewFiles::pdf());
-    open({letter});
-    if (!shows(QStringLiteral("Page 1 of 2")))
-        GTEST_SKIP() << "Qt's reader for PDF is not installed";
-    realInput::key(QStringLiteral("PgDown"));
-    EXPECT_TRUE(shows(QStringLiteral("Page 2 of 2")));
-    const QSize shown = m_quick.panel()->findChild<PictureView*>()->imageRect().size();
-    EXPECT_GT(shown.width(), shown.height());
-    realInput::key(QStringLiteral("PgUp"));
-    EXPECT_TRUE(shows(QStringLiteral("Page 1 of 2")));
-}
-
-TEST_F(QuickPreviewPanel, OpensOverTheMainWindowInItsLastSize) {
-    open({picture});
-    EXPECT_LE((m_quick.panel()->geometry().center() - m_window.geometry().center()).manhattanLength(), 4);
-    m_quick.panel()->resize(700, 400);
-    settle();
-    m_quick.close();
-    EXPECT_FALSE(m_quick.isVisible());
-    open({picture});
-    EXPECT_EQ(m_quick.panel()->size(), QSize(700, 400));
-    EXPECT_LE((m_quick.panel()->geometry().center() - m_window.geometry().center()).manhattanLength(), 4);
-}
-
 } // namespace
 } // namespace veilkeep
