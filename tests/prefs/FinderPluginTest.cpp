@@ -43,12 +43,23 @@ Error on(const char* path) {
 }
 
 TEST(FinderPlugin, DoesTheOppositeOfWhatIsInstalledAndTellsWhatItHasTo) {
-    const QStringList ok{"OK"}, restart{"Restart Finder", "I'll restart it later"};
-    const QString notInstalled = "Finder plugin could not be installed.";
-    const FileManagerChange running{.changed = {"/m", "/t"}, .toRestart = {{"Thunar", "/t"}}};
+    const ExpectedAlert notInstalled{"Finder plugin could not be installed.", "OK"},
+        later{"Plugin was successfully installed", "I'll restart it later"},
+        now{"Plugin was successfully installed", "Restart Finder"},
+        gone{"Thunar could not be restarted.", "OK"},
+        removedLater{"Plugin successfully uninstalled", "I'll restart it later"},
+        notRemoved{"Finder plugin could not be uninstalled.", "OK",
+                   "Could not uninstall plugin from /f, /g. Try to remove it manually."},
+        forEverybody{"Entries for all users stay", "OK"};
+    const FileManagerChange running{.changed = {"/m", "/t"}, .toRestart = {{"Thunar", "/t"}}},
+        stays{.changed = {"/t"}, .toRestart = {{"Thunar", "/stays"}}},
+        refused{.notChanged = {on("/f"), on("/g")}}, ofAll{.changed = {"/m"}, .forEverybody = {"Nemo"}};
     FileManagerChange mixed = running;
     mixed.noDirectory = {on("/d"), on("/e\n")};
     mixed.notChanged = {on("/f")};
+    const ExpectedAlert noDirectory{"Finder plugin could not be installed.", "OK",
+                                    "Could not create directory for Finder plugins: /d, /e\\n\n"
+                                    "Try to create it manually and repeat the installation."};
     const struct {
         const char* what;
         bool installed, hasSource, hasManager;
@@ -59,88 +70,30 @@ TEST(FinderPlugin, DoesTheOppositeOfWhatIsInstalledAndTellsWhatItHasTo) {
         {"installed", false, true, true, {.changed = {"/m"}}, {}, "install"},
         {"removed", true, false, false, {.changed = {"/m"}}, {}, "remove"},
         {"no source in the bundle", false, false, true, {}, {}, ""},
-        {"no file manager",
-         false,
-         true,
-         false,
-         {},
-         {{notInstalled, "OK", "No file manager was found that Veilkeep can have an entry in.", ok,
-           Alert::Style::Warning}},
-         ""},
-        {"installed, to be restarted",
-         false,
-         true,
-         true,
-         running,
-         {{"Plugin was successfully installed", "Restart Finder",
-           "Plugin was successfully installed to /t\nPlease restart Finder to start using it.", restart,
-           Alert::Style::Informational}},
-         "install restart Thunar"},
-        {"installed, does not come back",
-         false,
-         true,
-         true,
-         {.changed = {"/t"}, .toRestart = {{"Thunar", "/stays"}}},
-         {{"Plugin was successfully installed", "Restart Finder"},
-          {"Thunar could not be restarted.", "OK",
-           "Please end it, if it is still running, and start it again yourself.", ok, Alert::Style::Warning}},
-         "install restart Thunar"},
-        {"removed, restarted later",
-         true,
-         true,
-         true,
-         running,
-         {{"Plugin successfully uninstalled", "I'll restart it later",
-           "Plugin successfully uninstalled from /t\nPlease restart Finder to apply the changes.", restart,
-           Alert::Style::Informational}},
-         "remove"},
-        {"installed in part",
-         false,
-         true,
-         true,
-         mixed,
-         {{notInstalled, "OK",
-           "Could not create directory for Finder plugins: /d, /e\\n\n"
-           "Try to create it manually and repeat the installation.",
-           ok, Alert::Style::Warning},
-          {notInstalled, "OK", "Could not install plugin to /f.", ok, Alert::Style::Warning},
-          {"Plugin was successfully installed", "I'll restart it later"}},
-         "install"},
-        {"not removed",
-         true,
-         true,
-         true,
-         {.notChanged = {on("/f"), on("/g")}},
-         {{"Finder plugin could not be uninstalled.", "OK",
-           "Could not uninstall plugin from /f, /g. Try to remove it manually.", ok, Alert::Style::Warning}},
-         "remove"},
-        {"removed, but for those of all users",
-         true,
-         true,
-         true,
-         {.changed = {"/m"}, .forEverybody = {"Dolphin", "Nemo"}},
-         {{"Entries for all users stay", "OK",
-           "Dolphin, Nemo: the entries came with Veilkeep for all users of this computer, and go with it.",
-           ok, Alert::Style::Informational}},
-         "remove"},
+        {"no file manager", false, true, false, {}, {notInstalled}, ""},
+        {"to be restarted", false, true, true, running, {now}, "install restart Thunar"},
+        {"does not come back", false, true, true, stays, {now, gone}, "install restart Thunar"},
+        {"removed, restarted later", true, true, true, running, {removedLater}, "remove"},
+        {"installed in part", false, true, true, mixed, {noDirectory, notInstalled, later}, "install"},
+        {"not removed", true, true, true, refused, {notRemoved}, "remove"},
+        {"removed, but for those of all users", true, true, true, ofAll, {forEverybody}, "remove"},
     };
     const ScratchTree tree;
     UserDefaults defaults;
-    for (const bool asked : {true, false}) // what the check box shows
-        for (const auto& row : rows) {
-            SCOPED_TRACE(row.what);
-            ScriptedPresenter presenter;
-            for (const ExpectedAlert& alert : row.alerts)
-                presenter.expect(alert);
-            Alerts alerts(presenter, defaults);
-            FakeMenu menu;
-            menu.installed = row.installed;
-            menu.hasSource = row.hasSource;
-            menu.hasManager = row.hasManager;
-            menu.change = row.change;
-            FinderPlugin(menu, alerts).setFinderPluginInstalled(asked);
-            EXPECT_EQ(menu.done, row.done);
-        }
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.what);
+        ScriptedPresenter presenter;
+        for (const ExpectedAlert& alert : row.alerts)
+            presenter.expect(alert);
+        Alerts alerts(presenter, defaults);
+        FakeMenu menu;
+        menu.installed = row.installed;
+        menu.hasSource = row.hasSource;
+        menu.hasManager = row.hasManager;
+        menu.change = row.change;
+        FinderPlugin(menu, alerts).setFinderPluginInstalled(true);
+        EXPECT_EQ(menu.done, row.done);
+    }
 }
 
 } // namespace

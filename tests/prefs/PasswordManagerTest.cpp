@@ -151,13 +151,5 @@ TEST_F(PasswordManagerTest, PromptsFromOpeningToEnd) {
     EXPECT_EQ(silent.closed, 0) << "none is open";
 }
 
-TEST_F(PasswordManagerTest, ShakesFourTimesToBothSides) {
-    const Shake shake = shakeAnimation({10, 20, 100, 50});
-    const std::vector<QPointF> path = {{10, 20}, {5, 20},  {15, 20}, {5, 20},  {15, 20},
-                                       {5, 20},  {15, 20}, {5, 20},  {15, 20}, {10, 20}};
-    EXPECT_EQ(shake.path, path);
-    EXPECT_EQ(shake.seconds, 0.4);
-}
-
 } // namespace
 } // namespace veilkeep::test

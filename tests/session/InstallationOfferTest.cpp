@@ -24,19 +24,9 @@ public:
     int installs = 0;
 };
 
-const ExpectedAlert offer{"Veilkeep is currently running not from Applications folder.",
-                          {},
-                          "Would you like to install Veilkeep into your Applications folder before quitting?",
-                          QStringList{"Install", "Don't install"}};
-const ExpectedAlert overwrite{"Veilkeep is already installed on your system!",
-                              {},
-                              "Would you like to overwrite Veilkeep in your Applications folder?",
-                              QStringList{"Overwrite", "Don't overwrite"}};
-const ExpectedAlert failed{"Installation of Veilkeep failed!",
-                           {},
-                           "Try to copy it to a desired location manually. The recommended location is your "
-                           "Applications folder.",
-                           QStringList{"OK"}};
+const ExpectedAlert offer{"Veilkeep is currently running not from Applications folder."};
+const ExpectedAlert overwrite{"Veilkeep is already installed on your system!"};
+const ExpectedAlert failed{"Installation of Veilkeep failed!"};
 
 ExpectedAlert answered(ExpectedAlert alert, const char* answer) {
     alert.answer = answer;

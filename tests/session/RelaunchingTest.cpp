@@ -152,7 +152,6 @@ TEST(RelaunchingProcessesTest, TheMarkerNamesTheFormerOne) {
 
 TEST(RelaunchingProcessesTest, KillAndRestartGoByTheSignal) {
     const ScratchTree tree;
-    const std::string log = tree.path("home/.local/state/Veilkeep/Veilkeep.log");
     const auto endOf = [](const std::function<void()>& body) {
         int status = 0;
         const pid_t child = startChild(body);
@@ -160,21 +159,16 @@ TEST(RelaunchingProcessesTest, KillAndRestartGoByTheSignal) {
         return WIFSIGNALED(status) ? WTERMSIG(status) : -WEXITSTATUS(status);
     };
     EXPECT_EQ(endOf([] { Relaunching::killOurselves(); }), SIGTERM);
-    EXPECT_NE(readFile(log).find("Application is going to kill ourselves"), std::string::npos);
     EXPECT_EQ(endOf([] {
                   ::signal(SIGTERM, SIG_IGN);
                   Relaunching::killOurselves(std::chrono::milliseconds(1));
               }),
               SIGABRT);
-    const std::string still = " should have been terminated, but we are still running";
-    EXPECT_NE(readFile(log).find("Error: " + still), std::string::npos);
-    EXPECT_NE(readFile(log).find("We should not be running!"), std::string::npos);
     EXPECT_EQ(endOf([] {
                   ::signal(SIGTERM, SIG_IGN);
                   Relaunching::restartOurselves(std::chrono::milliseconds(1));
               }),
               SIGABRT);
-    EXPECT_NE(readFile(log).find("ERROR: " + still), std::string::npos);
     EXPECT_EQ(endOf([] {
                   ::signal(SIGTERM, SIG_IGN); // the event loop ends the program
                   const auto kill = [] {

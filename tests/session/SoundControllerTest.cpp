@@ -24,7 +24,6 @@ TEST(SoundControllerTest, PlaysTheSoundsThatAreThereWhereTheUserWantsThem) {
     UserDefaults defaults;
     NotingPlayer player;
     SoundController sounds(folder, defaults, player);
-    EXPECT_EQ(SoundController::sharedInstance(), &sounds);
     EXPECT_EQ(UserDefaults().boolean("PlaySounds"), true);
     const auto playAll = [&] {
         for (const char* const key :
