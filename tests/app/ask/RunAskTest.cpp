@@ -20,9 +20,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <filesystem>
 #include <functional>
-#include <future>
 
 namespace veilkeep::test {
 namespace {
@@ -185,36 +183,6 @@ TEST(RunAsk, TheAnswerAboutRecentItemsReachesABusyApplication) {
         << "who has left the bus is not believed";
     asking.signal(SIGTERM);
     EXPECT_EQ(asking.exitStatus(), 0);
-}
-
-// All of it: the worker, its question in a real window, the trash.
-TEST(RunAsk, ReplacesByWayOfTheTrash) {
-    const ScratchTree tree;
-    const std::string programs = tree.makeDirectory("T.app/Contents/MacOS");
-    std::filesystem::copy_file(bundledProgram("cloakWorker"), programs + "/cloakWorker");
-    std::filesystem::copy_file(VEILKEEP_ASK_PROGRAM, programs + "/Veilkeep");
-    const std::string path = tree.makeFile("d/a.txt", "in the way");
-    tree.makeFile("d/.SYS_INDEX/a.txt", "hidden");
-    if (isRoot())
-        runProgram({"/bin/chown", "-R", std::to_string(ordinaryUser), tree.root()});
-    int errors[2];
-    ASSERT_EQ(::pipe2(errors, O_CLOEXEC), 0);
-    const UniqueFd reader(errors[0]);
-    UniqueFd writer(errors[1]);
-    auto running = std::async(std::launch::async, [&] {
-        return runProgram({programs + "/cloakWorker", "-p", "-i", "-unhide", tree.path("d/.SYS_INDEX/a.txt")},
-                          {.asUser = person(), .directory = {}, .inChild = [&] {
-                               ::setenv("VEILKEEP_MAY_ASK", "1", 1);
-                               ::dup2(writer.get(), STDERR_FILENO);
-                           }});
-    });
-    clickAt(Asking::buttonsIn(reader.get()).filter("Replace").value(0, "0 0"));
-    const ProgramRun run = running.get();
-    EXPECT_EQ(run.output, "NewFilename: " + path);
-    EXPECT_EQ(readFile(path), "hidden");
-    EXPECT_EQ(readFile(tree.path("home/.local/share/Trash/files/a.txt")), "in the way");
-    EXPECT_NE(readFile(tree.path("home/.local/share/Trash/info/a.txt.trashinfo")).find("Path=" + path),
-              std::string::npos);
 }
 
 } // namespace

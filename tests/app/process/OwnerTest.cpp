@@ -14,24 +14,8 @@ protected:
         setTold();
     }
 
-    static bool isOwnedBy(const std::string& owner) {
-        return waitUntil([&] { return ctl({"status"}).output.find("owner\t" + owner) != std::string::npos; });
-    }
-
     const std::string m_item = m_tree.makeFile("Docs/a.txt", "content");
-    const std::string m_hidden = m_tree.path("Docs/.SYS_INDEX/a.txt");
 };
-
-TEST_F(OwnerTest, TheApplicationWorksOnWhatTheCommandLineAsks) {
-    ASSERT_TRUE(startToWindow());
-    EXPECT_TRUE(isOwnedBy("application"));
-    EXPECT_EQ(ctl({"add", m_item}).output, m_item + "\n");
-    EXPECT_EQ(ctl({"hide", m_item}).exitStatus, 0);
-    EXPECT_FALSE(exists(m_item));
-    EXPECT_EQ(listed(), "hidden\t" + m_item + "\n");
-    EXPECT_EQ(end(SIGTERM), 0);
-    EXPECT_EQ(listed(), "hidden\t" + m_item + "\n");
-}
 
 TEST_F(OwnerTest, WatchGivesTheListAndTakesItBack) {
     const BackgroundProgram watch({bundledProgram("veilkeepctl"), "watch"});

@@ -2,9 +2,6 @@
 
 #include "core/base/FileUri.h"
 
-#include <QDBusError>
-#include <QVariantMap>
-
 #include <signal.h>
 
 #include <functional>
@@ -119,37 +116,6 @@ TEST_F(SecondStartTest, LogsHostileLinksAndDoesNothing) {
     EXPECT_EQ(listed(), "");
     EXPECT_EQ(windowCount(), 0U);
     EXPECT_EQ(end(SIGTERM), 0);
-}
-
-TEST_F(SecondStartTest, AnswersOnTheBus) {
-    const std::string item = m_tree.makeFile("Docs/b");
-    const QVariantMap nothing;
-    const QString refused = QDBusError::errorString(QDBusError::InvalidArgs);
-    const struct {
-        const char* method;
-        QVariantList arguments;
-        QString error;
-        bool showsWindow;
-    } rows[] = {
-        {"Activate", {nothing}, {}, true},
-        {"Open", {QStringList{}, nothing}, {}, true},
-        {"Open", {QStringList{QString::fromStdString(fileUri(item, UriSpelling::Qt))}, nothing}, {}, true},
-        {"Open", {QStringList{"veilkeep:?a=1"}, nothing}, {}, false},
-        {"Open", {QStringList(1'000'000, ""), nothing}, refused, false},
-        {"ActivateAction", {"unknown", QVariantList{}, nothing}, refused, false},
-    };
-    ASSERT_TRUE(startToWindow());
-    for (const auto& row : rows) {
-        closeWindow();
-        EXPECT_EQ(call(row.method, row.arguments), row.error) << row.method;
-        EXPECT_EQ(ctl({"status"}).exitStatus, 0);
-        if (!row.showsWindow) {
-            EXPECT_EQ(windowCount(), 0U) << row.method;
-            EXPECT_EQ(run({}).exitStatus, 0);
-        }
-        EXPECT_TRUE(window()) << row.method;
-    }
-    EXPECT_TRUE(becomesListed(item));
 }
 
 TEST_F(SecondStartTest, OfTwoAtOnceOneStays) {

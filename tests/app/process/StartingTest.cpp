@@ -1,8 +1,5 @@
 #include "tests/app/process/ProcessWorld.h"
 
-#include <QDBusError>
-#include <QVariantMap>
-
 #include <signal.h>
 #include <sys/stat.h>
 
@@ -93,21 +90,6 @@ TEST_F(StartingTest, InTheBackgroundThereIsNoWindow) {
         EXPECT_TRUE(window()) << option;
         EXPECT_EQ(end(SIGTERM), 0);
     }
-}
-
-TEST_F(StartingTest, TheBusStartsItForWhoeverCalls) {
-    const std::string services = m_tree.makeDirectory("home/.local/share/dbus-1/services");
-    m_tree.makeFile("home/.local/share/dbus-1/services/com.ostrel.Veilkeep.service",
-                    "[D-BUS Service]\nName=com.ostrel.Veilkeep\nExec=" + bundledProgram("Veilkeep") +
-                        " --service\n");
-    stopSessionBus();
-    m_bus.emplace(m_tree, PrivateBus::Place::Session, services);
-    EXPECT_EQ(call("Activate", {QVariantMap()}), QString());
-    const auto shown = window();
-    ASSERT_TRUE(shown);
-    EXPECT_EQ(m_screen.windowsOf(shown->process).size(), 1U);
-    ::kill(shown->process, SIGTERM);
-    EXPECT_TRUE(m_screen.waitForNothing());
 }
 
 TEST_F(StartingTest, WithoutASessionBusTheSecondGivesUp) {
