@@ -155,23 +155,6 @@ void AppWorld::expectKeysToArrive() {
 
 // --- The window ---
 
-QWidget* AppWorld::find(const QString& name) {
-    QWidget* const top = window();
-    if (!top)
-        return nullptr;
-    for (QWidget* const widget : top->findChildren<QWidget*>())
-        if (isSeen(*widget) && (widget->accessibleName() == name || textOf(*widget) == name))
-            return widget;
-    return nullptr;
-}
-
-bool AppWorld::click(const QString& name) {
-    QWidget* const widget = find(name);
-    if (widget)
-        realInput::click(*widget, QPoint(widget->height() / 2, widget->height() / 2));
-    return widget != nullptr;
-}
-
 bool AppWorld::clickTool(Command command) {
     for (QToolButton* const button : window()->findChildren<QToolButton*>())
         if (isSeen(*button) && button->defaultAction() == window()->action(command)) {
@@ -211,19 +194,10 @@ void AppWorld::clickRow(const std::string& name, Part part, Qt::MouseButton butt
     realInput::click(*table().viewport(), placeOf(name, part), button);
 }
 
-void AppWorld::selectRows(const std::string& first, int more) {
-    clickRow(first);
-    for (int row = 0; row < more; ++row)
-        realInput::key("Shift+Down");
-}
-
-QPoint AppWorld::placeOfGroup(const std::string& name) {
-    const auto row = groups().rowOf(groups().groupForName(name));
-    return groupList().visualRect(groupList().model()->index(static_cast<int>(row.value()), 0)).center();
-}
-
 void AppWorld::clickGroup(const std::string& name) {
-    realInput::click(*groupList().viewport(), placeOfGroup(name));
+    const auto row = groups().rowOf(groups().groupForName(name));
+    const QModelIndex index = groupList().model()->index(static_cast<int>(row.value()), 0);
+    realInput::click(*groupList().viewport(), groupList().visualRect(index).center());
 }
 
 // --- Menus and dialogs ---

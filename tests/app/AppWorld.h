@@ -52,10 +52,6 @@ public:
     // The window has the keyboard by itself; its menus and its table, which has two rows, take keys.
     void expectKeysToArrive();
 
-    // The child of the window with that accessible name, or text of a button; null where there is none to be
-    // seen.
-    QWidget* find(const QString& name);
-    bool click(const QString& name);   // of a widget of the window
     bool clickTool(Command command);   // its button in the toolbar
     bool choose(QStringList fromMenu); // "Edit", "Hide": by the mouse
 
@@ -65,9 +61,7 @@ public:
     QPoint placeOf(const std::string& name, Part part = Part::Elsewhere);
     void clickRow(const std::string& name, Part part = Part::Elsewhere,
                   Qt::MouseButton button = Qt::LeftButton);
-    void selectRows(const std::string& first, int more); // and as many below
     GroupsView& groupList() { return *window()->findChild<GroupsView*>(); }
-    QPoint placeOfGroup(const std::string& name); // in the viewport
     void clickGroup(const std::string& name);
 
     // --- What opens beside the window ---

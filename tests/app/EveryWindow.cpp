@@ -264,17 +264,6 @@ void EveryWindow::lookAtAlerts() {
         text("HideOperations", "You don't have enough permissions to hide some files, would you like to "
                                "authentificate to hide these files?"),
         text("HideOperations", "Authentificate"), text("HideOperations", "Cancel"));
-    (void)alerts.ADRunWarningAlert(
-        text("InstallationOffer", "%1 is currently running not from Applications folder.").arg("Veilkeep"),
-        text("InstallationOffer",
-             "Would you like to install %1 into your Applications folder before quitting?")
-            .arg("Veilkeep"),
-        text("InstallationOffer", "Install"), text("InstallationOffer", "Don't install"), {}, "key");
-    (void)alerts.ADRunAlertSheet(
-        Alert::Window::None, text("veilkeep::Relaunching", "Relaunch required"),
-        text("veilkeep::Relaunching", "%1 needs to be relaunched for some changes to take effect")
-            .arg("Veilkeep"),
-        text("veilkeep::Relaunching", "Relaunch"), text("veilkeep::Relaunching", "Later"));
     Alert quit;
     quit.style = Alert::Style::Warning;
     quit.title = text("veilkeep::ADApp", "Some errors have been occured while hiding files");
@@ -285,7 +274,7 @@ void EveryWindow::lookAtAlerts() {
     int number = 0;
     for (const Alert& alert : notes.alerts)
         lookAtAlert("alert-" + std::to_string(++number), alert);
-    EXPECT_EQ(number, 9);
+    EXPECT_EQ(number, 7);
 }
 
 void EveryWindow::lookAtPanels() {

@@ -1,7 +1,5 @@
 #include "app/UncaughtExceptions.h"
-#include "session/CrashNote.h"
 #include "tests/app/AppWorld.h"
-#include "widgets/dialogs/TextBlock.h"
 #include "widgets/preview/WorkQueue.h"
 
 #include <gtest/gtest.h>
@@ -12,12 +10,9 @@
 #include <functional>
 #include <stdexcept>
 #include <string>
-#include <thread>
 
 namespace veilkeep::test {
 namespace {
-
-using namespace std::string_literals;
 
 struct NSAccessibilityException {};
 
@@ -97,42 +92,6 @@ TEST(ExceptionTest, SomeAreOnlyLogged) {
         EXPECT_NE(readFile(stateDirectory() + "/Veilkeep.log").find(row.logged), std::string::npos);
         EXPECT_EQ(reports().size(), 0U) << row.logged;
     }
-}
-
-TEST(ExceptionTest, AnotherThreadHandsItOver) {
-    AppWorld world;
-    ASSERT_TRUE(world.start());
-    bool wentOn = false;
-    std::thread([&] {
-        world.app().handleGenericException({"Name", "Reason", {}}, false);
-        wentOn = true;
-        world.app().handleGenericException({"Second", "Reason", {}}, true);
-        wentOn = false;
-    }).join();
-    EXPECT_TRUE(wentOn);
-    EXPECT_TRUE(reportWindow());
-    EXPECT_EQ(reports().size(), 1U) << "one at a time";
-}
-
-TEST(ExceptionTest, ACrashOfTheLastRunIsToldOnceWithTheWindow) {
-    appScratch().makeFile("home/.local/state/Veilkeep/Crash Note",
-                          CrashNote::beginning() +
-                              "signal 11\ntime 0\nframes 1010\nmodule 1000 2000 0 a.so\nend\n");
-    AppWorld world({.byLogin = true});
-    ASSERT_TRUE(world.start());
-    settle();
-    EXPECT_EQ(reports().size(), 0U);
-    world.app().showVeilkeep();
-    QWidget* const window = reportWindow();
-    ASSERT_TRUE(window);
-    EXPECT_TRUE(window->findChild<TextBlock*>()->toPlainText().startsWith(
-        "Veilkeep ended unexpectedly the last time, and a problem report was written."));
-    EXPECT_TRUE(window->findChild<QPlainTextEdit*>()->toPlainText().contains("a.so(+0x10)"));
-    window->close();
-    world.app().showVeilkeep();
-    settle();
-    EXPECT_EQ(reports().size(), 1U);
-    EXPECT_FALSE(exists(stateDirectory() + "/Crash Note"));
 }
 
 // While it starts, and after its parts have gone, there is nothing to offer a report with.

@@ -1,7 +1,5 @@
 #include "tests/app/AppWorld.h"
-#include "widgets/controls/OnOffSwitch.h"
 #include "widgets/dialogs/FolderModel.h"
-#include "widgets/mainwindow/SummaryLine.h"
 
 #include <gtest/gtest.h>
 
@@ -101,24 +99,14 @@ TEST_F(ItemsTest, ItemsThatAreToBeShownAreSelected) {
     EXPECT_TRUE(eventually([&] { return selected() == std::vector{wanted[0]}; }));
 }
 
-TEST_F(ItemsTest, EachWayHidesAndShows) {
+TEST_F(ItemsTest, KeysAndMenuOfTheWindowHideAndShow) {
     const std::string path = world.addFile("letter"), other = world.addFile("other");
-    auto* const summary = world.window()->findChild<SummaryLine*>();
-    const auto selectionSwitch = [&] { realInput::click(*summary->findChild<OnOffSwitch*>()); };
-    const auto byContextMenu = [&](const char* title) {
-        world.clickRow("letter", AppWorld::Part::Elsewhere, Qt::RightButton);
-        EXPECT_TRUE(world.chooseInPopup(title));
-    };
     const struct {
         const char* what;
         std::function<void()> hide, show;
     } ways[] = {
-        {"row", [&] { world.clickRow("letter", AppWorld::Part::Switch); },
-         [&] { world.clickRow("letter", AppWorld::Part::Switch); }},
-        {"selection", [&] { world.clickRow("letter"), selectionSwitch(); }, selectionSwitch},
         {"keys", [&] { world.clickRow("letter"), realInput::key("Ctrl+Right"); },
          [&] { realInput::key("Ctrl+Left"); }},
-        {"context menu", [&] { byContextMenu("Hide"); }, [&] { byContextMenu("Unhide"); }},
         {"menu bar",
          [&] {
              EXPECT_TRUE(world.choose({"Edit", "Hide"}));
@@ -179,17 +167,6 @@ TEST_F(ItemsTest, ABrokenItemLeadsToAQuestionAndThePanel) {
     world.waitForBatch();
     realInput::key("Ctrl+4");
     ASSERT_TRUE(world.shows({"letter"}));
-    world.answer("Previously visible file is broken.", "Cancel");
-    world.clickRow("letter", AppWorld::Part::Switch);
-    EXPECT_TRUE(world.areAllAnswered());
-    EXPECT_TRUE(world.shows({"letter"}));
-
-    world.answer("Previously visible file is broken.", "Locate File...");
-    world.whenOpen("Locate Item", [](QWidget&) { realInput::key("Escape"); });
-    world.clickRow("letter", AppWorld::Part::Switch);
-    EXPECT_TRUE(world.areAllAnswered());
-    EXPECT_TRUE(world.shows({"letter"}));
-
     const std::string found = appScratch().makeFile("home/Docs/another");
     world.answer("Previously visible file is broken.", "Locate File...");
     world.whenOpen("Locate Item", [](QWidget& panel) {

@@ -1,4 +1,3 @@
-#include "core/storage/DefaultsKeys.h"
 #include "tests/app/AppWorld.h"
 #include "tests/support/bus/FakeLogind.h"
 #include "tests/support/bus/PrivateBus.h"
@@ -118,15 +117,6 @@ TEST(QuitTest, HidesSavesAndEnds) {
     EXPECT_EQ((*stored)[0].state(), File::Hidden);
     EXPECT_EQ((*stored)[1].state(), File::Visible);
     EXPECT_TRUE(exists(folder + "/GroupsInfo.Veilkeep"));
-}
-
-TEST(QuitTest, LeavesVisibleWhatQuittingIsNotToHide) {
-    AppWorld world;
-    ASSERT_TRUE(world.start());
-    const std::string path = world.addFileToGroup("diary", "AutoHide Group");
-    world.parts().defaults.set(defaultsKey::hideOnQuit, false);
-    EXPECT_TRUE(world.quits([] { realInput::key("Ctrl+Q"); }));
-    EXPECT_TRUE(exists(path));
 }
 
 TEST(QuitTest, AsksWhereSomethingStayedVisible) {

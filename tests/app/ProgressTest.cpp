@@ -21,9 +21,8 @@ namespace {
 
 constexpr int items = 60;
 constexpr const char* hiding = "Hiding of files started. Please wait...";
-constexpr const char* searching = "Restoring is in progress. Please wait...";
 
-// Where workers wait (held_worker.cpp): all of a batch but the first, and those that search.
+// Where workers wait (held_worker.cpp): all of a batch but the first.
 class Gate {
 public:
     Gate() {
@@ -116,31 +115,6 @@ TEST_F(ProgressTest, OfABatchIsPaintedWhileTheListTakesNoInput) {
         EXPECT_TRUE(world.isHiddenOnDisk(path)) << path;
     world.clickRow("100", AppWorld::Part::Switch);
     EXPECT_TRUE(world.isShown(paths[0]));
-}
-
-TEST_F(ProgressTest, OfASearchCanBeCancelled) {
-    appScratch().makeDirectory("home/Docs/.SYS_INDEX");
-    for (const std::string& path : paths)
-        writeFile(AppWorld::hiddenPathOf(path), "content");
-    const std::string folder = appScratch().path("home/Docs");
-    int ended = 0;
-    QObject::connect(&world.files().restores(), &Restores::ended, [&] { ++ended; });
-    world.whenOpen(searching, [&](QWidget& sheet) {
-        EXPECT_TRUE(says(sheet, "Directory: " + QString::fromStdString(folder)));
-        EXPECT_TRUE(AppWorld::clickButton(sheet, "Cancel"));
-    });
-    world.files().restoreDir(folder);
-    EXPECT_TRUE(world.areAllAnswered());
-    EXPECT_TRUE(eventually([&] { return ended == 1 && !world.openDialog(searching); }));
-    EXPECT_EQ(world.files().files().size(), 0U);
-
-    gate.letThrough(1);
-    world.files().restoreDir(folder);
-    EXPECT_TRUE(eventually([this] { return world.files().files().size() == items; }));
-    world.clickRow("100");
-    world.expectKeysToArrive();
-    for (const std::string& path : paths)
-        EXPECT_TRUE(world.isHiddenOnDisk(path)) << path;
 }
 
 } // namespace

@@ -95,27 +95,6 @@ TEST(RelaunchTest, TheNewProcessTakesOverAndNothingIsHidden) {
     EXPECT_FALSE(exists(item)) << "the mark was kept";
 }
 
-// The shell starts the new process, which is no child of the former one.
-TEST(RelaunchTest, ARestartFollowsTheEndByASignal) {
-    ASSERT_EQ(::prctl(PR_SET_CHILD_SUBREAPER, 1), 0);
-    const PrivateBus bus(appScratch(), PrivateBus::Place::Session);
-    if (!bus.whyMissing().empty())
-        GTEST_SKIP() << bus.whyMissing();
-    const pid_t former = startChild([&] {
-        ::prctl(PR_SET_NAME, "Veilkeep"); // as the program is called
-        AppWorld world;
-        ASSERT_TRUE(world.start());
-        EXPECT_TRUE(world.quits([] { Relaunching::restartOurselves(); }));
-    });
-    EXPECT_TRUE(endedWell(former));
-    EXPECT_NE(logText().find("Application is going to restart ourselves"), std::string::npos);
-    EXPECT_TRUE(waitUntil([former] { return startedLast() != former; }));
-    EXPECT_TRUE(waitUntil([] { return statusText().find("owner\tapplication") != std::string::npos; }));
-    const pid_t next = startedLast();
-    ASSERT_EQ(::kill(next, SIGTERM), 0);
-    EXPECT_TRUE(endedWell(next));
-}
-
 TEST(RelaunchTest, MessagesMakeWayAndQuestionsStay) {
     AppWorld world;
     ASSERT_TRUE(world.start());

@@ -62,7 +62,7 @@ void writeAll(const QString& folder, bool isDark, const char* scale) {
         ++count;
     });
     windows.lookAtAll();
-    EXPECT_GE(count, 42);
+    EXPECT_GE(count, 40);
 }
 
 TEST(ScreenshotsTest, Light) {

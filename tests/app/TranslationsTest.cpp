@@ -1,7 +1,6 @@
 #include "app/Translations.h"
 
 #include "tests/app/AppWorld.h"
-#include "tests/app/PseudoLanguage.h"
 
 #include <gtest/gtest.h>
 
@@ -60,11 +59,6 @@ TEST(TranslationsTest, EventsBringTheUsersLanguageBack) {
     EXPECT_TRUE(eventually([&] { return !inEvent.isEmpty(); }));
     EXPECT_EQ(inEvent, "Abbrechen");
     EXPECT_EQ(cancel(), "Cancel");
-}
-
-TEST(PseudoLanguageTest, IsLonger) {
-    EXPECT_EQ(PseudoLanguage::pseudo("Hide items"), QString::fromUtf8("[Ḥịḍẹ ịṭẹṃṣ ~~~]"));
-    EXPECT_EQ(PseudoLanguage::pseudo("%Ln of %1…"), QString::fromUtf8("[%Ln ọf %1… ~~~]"));
 }
 
 } // namespace

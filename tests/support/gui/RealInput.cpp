@@ -4,7 +4,6 @@
 
 #include <QAbstractNativeEventFilter>
 #include <QCoreApplication>
-#include <QDeadlineTimer>
 #include <QEventLoop>
 #include <QGuiApplication>
 #include <QKeySequence>
@@ -187,19 +186,15 @@ void realInput::doubleClick(const QWidget& widget, const QPoint& place) {
 }
 
 // A drag turns an event loop of its own from the first movement on, in which the steps have to come.
-void realInput::drag(const QPoint& fromOnScreen, const QPoint& toOnScreen,
-                     const std::function<bool()>& isTaken) {
+void realInput::drag(const QPoint& fromOnScreen, const QPoint& toOnScreen) {
     constexpr int steps = 20;
     constexpr std::chrono::milliseconds pace{10};
     moveTo(fromOnScreen);
     press();
     QEventLoop untilReleased;
     int step = 0;
-    const QDeadlineTimer patience(10'000);
     QTimer hand;
     QObject::connect(&hand, &QTimer::timeout, [&] {
-        if (step == steps + 9 && isTaken && !isTaken() && !patience.hasExpired())
-            step -= 2;
         const qreal scale = qGuiApp->devicePixelRatio();
         const qreal part = std::min(1.0, qreal(++step) / steps); // some steps more at the end
         const QPointF at = QPointF(fromOnScreen) + QPointF(toOnScreen - fromOnScreen) * part;
@@ -214,16 +209,6 @@ void realInput::drag(const QPoint& fromOnScreen, const QPoint& toOnScreen,
     });
     hand.start(pace);
     untilReleased.exec();
-    flush();
-}
-
-void realInput::wheel(const QWidget& widget, int notches) {
-    moveTo(widget.mapToGlobal(widget.rect().center()));
-    for (int count = 0; count < std::abs(notches); ++count) {
-        const unsigned int button = notches > 0 ? 5 : 4;
-        ::XTestFakeButtonEvent(display(), button, 1, 0);
-        ::XTestFakeButtonEvent(display(), button, 0, 0);
-    }
     flush();
 }
 

@@ -22,9 +22,7 @@ void release(Qt::MouseButton button = Qt::LeftButton);
 void click(const QWidget& widget, Qt::MouseButton button = Qt::LeftButton);
 void click(const QWidget& widget, const QPoint& place, Qt::MouseButton button = Qt::LeftButton);
 void doubleClick(const QWidget& widget, const QPoint& place);
-// Over its end it moves on until that is ready to take what is dragged, where it is said how that shows.
-void drag(const QPoint& fromOnScreen, const QPoint& toOnScreen, const std::function<bool()>& isTaken = {});
-void wheel(const QWidget& widget, int notches); // down is positive
+void drag(const QPoint& fromOnScreen, const QPoint& toOnScreen);
 
 // "Ctrl+Right", "Space", "a": one key with its modifiers, as QKeySequence writes it.
 void key(const QString& sequence);
