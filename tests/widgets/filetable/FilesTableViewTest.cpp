@@ -1,3 +1,4 @@
+#include "core/storage/DefaultsKeys.h"
 #include "tests/support/gui/DragSource.h"
 #include "tests/widgets/filetable/TableWorld.h"
 #include "widgets/controls/DragMime.h"
@@ -132,6 +133,9 @@ TEST_F(FilesTableViewTest, KeysHideShowAndRemoveTheSelected) {
     EXPECT_EQ(view.filesModel().rowCount(), 1);
     realInput::key("Ctrl+A");
     EXPECT_EQ(world.shown.selectedCount(), 1u);
+    world.world.defaults.set(defaultsKey::noRemoveWarning, true);
+    realInput::key("Delete");
+    EXPECT_EQ(world.list.files().size(), 0u);
 }
 
 TEST_F(FilesTableViewTest, OtherKeysGoWhereTheyBelong) {

@@ -166,6 +166,12 @@ TEST_F(PrefsWindowTest, WithoutAWordOfTheUserTheBundleSaysIt) {
     EXPECT_FALSE(m_world->controller.dockIconIsHidden());
 }
 
+TEST_F(PrefsWindowTest, TheAutoHideExampleIsMadeOnce) {
+    EXPECT_TRUE(m_world->controller.needToCreateAutoHideExample());
+    startAnew();
+    EXPECT_FALSE(m_world->controller.needToCreateAutoHideExample());
+}
+
 TEST_F(PrefsWindowTest, EscapeClosesAndSynchronises) {
     m_world->defaults.set("pending", true);
     realInput::key("Tab");
