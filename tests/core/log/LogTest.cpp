@@ -4,7 +4,6 @@
 #include "tests/support/PrivateMount.h"
 #include "tests/support/RunInChild.h"
 #include "tests/support/ScratchTree.h"
-#include "tests/support/WaitUntil.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -12,7 +11,6 @@
 #include <sys/stat.h>
 
 #include <cerrno>
-#include <filesystem>
 #include <map>
 #include <sstream>
 #include <thread>
@@ -57,17 +55,6 @@ TEST(Log, SharedLogLiesInTheStateDirectory) {
     }));
 }
 
-TEST(Log, RootWritesNothingForAnotherUser) {
-    if (::geteuid() != 0)
-        GTEST_SKIP() << "only root acts for others";
-    const ScratchTree tree;
-    EXPECT_TRUE(test::runInChild([&] {
-        ::setenv("PKEXEC_UID", "65534", 1);
-        logLine("text");
-        EXPECT_TRUE(Log::shared().path().empty());
-    }));
-}
-
 TEST(Log, EscapesWhatCouldHarm) {
     const std::pair<std::string, std::string> rows[] = {
         {"plain \xc3\xa4 \xf0\x9f\x98\x80 text", "plain \xc3\xa4 \xf0\x9f\x98\x80 text"},
@@ -88,23 +75,6 @@ TEST(Log, EscapesWhatCouldHarm) {
         expected.push_back(written);
     }
     EXPECT_EQ(textsIn(log.path()), expected);
-}
-
-TEST(Log, TurnsOverBeforeItGrowsTooLarge) {
-    const ScratchTree tree;
-    Log log(tree.path("log"));
-    const std::string text(60'000, 'x');
-    std::size_t written = 0;
-    for (; written < 100 && !test::exists(tree.path("log.1")); ++written)
-        log.write(text);
-    EXPECT_EQ(written, 18U); // 17 such lines fit into 1 MiB
-    EXPECT_EQ(textsIn(tree.path("log.1")).size(), 17U);
-    EXPECT_EQ(textsIn(tree.path("log")).size(), 1U);
-    EXPECT_EQ(modeOf(tree.path("log")), 0600U);
-    for (int i = 0; i < 17; ++i)
-        log.write(text);
-    EXPECT_EQ(textsIn(tree.path("log.1")).size(), 17U);
-    EXPECT_EQ(textsIn(tree.path("log")).size(), 1U);
 }
 
 // 4 processes of 2 threads each, just over one turn-over's worth: every line must be in one of the two files.
@@ -182,30 +152,6 @@ TEST(Log, GoesOnWhileAnotherHoldsTheLock) {
     ASSERT_EQ(::flock(holder.get(), LOCK_EX), 0);
     log.write("second");
     EXPECT_EQ(textsIn(log.path()), (std::vector<std::string>{"first", "second"}));
-}
-
-int openCount(const std::string& path) {
-    int count = 0;
-    for (const auto& entry : std::filesystem::directory_iterator("/proc/self/fd")) {
-        std::error_code closedMeanwhile;
-        count += std::filesystem::read_symlink(entry.path(), closedMeanwhile) == path ? 1 : 0;
-    }
-    return count;
-}
-
-TEST(Log, FollowsATurnOverThatItWaitedFor) {
-    const ScratchTree tree;
-    Log log(tree.path("log"), std::chrono::minutes(1));
-    log.write("old");
-    UniqueFd holder(::open(log.path().c_str(), O_RDONLY | O_CLOEXEC));
-    ASSERT_EQ(::flock(holder.get(), LOCK_EX), 0);
-    std::thread writer([&] { log.write("new"); });
-    EXPECT_TRUE(test::waitUntil([&] { return openCount(log.path()) == 2; }));
-    std::filesystem::rename(log.path(), tree.path("log.1"));
-    holder.reset();
-    writer.join();
-    EXPECT_EQ(textsIn(tree.path("log.1")), std::vector<std::string>{"old"});
-    EXPECT_EQ(textsIn(log.path()), std::vector<std::string>{"new"});
 }
 
 } // namespace

@@ -19,13 +19,6 @@ TEST(BaseCloakLogic, FindsTheHiddenDirectory) {
         EXPECT_EQ(BaseCloakLogic::cloakDirectory(path), directory) << path;
 }
 
-TEST(BaseCloakLogic, NamesTheHiddenPath) {
-    const std::string directory = "/Users/u/Docs/.SYS_INDEX";
-    for (const std::string path : {"/Users/u/Docs/report.pdf", "/Users/u/Docs/report.pdf/"})
-        EXPECT_EQ(BaseCloakLogic::constructHidenFullFileName(path, directory),
-                  "/Users/u/Docs/.SYS_INDEX/troper.pdf");
-}
-
 TEST(BaseCloakLogic, NamesEveryLevelBack) {
     const std::pair<std::string, std::string> rows[] = {
         {"/Users/u/.SYS_INDEX/scoD/.SYS_INDEX/troper.pdf", "/Users/u/Docs/report.pdf"},

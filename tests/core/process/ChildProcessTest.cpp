@@ -244,18 +244,6 @@ TEST(ChildProcess, TicksWhileAChildWithItsPipeOpenTakesItsTime) {
     EXPECT_GE(ticks, 20);
 }
 
-TEST(ChildProcess, KeepsTheRhythmOfTheTickOverManyShortRuns) {
-    int ticks = 0;
-    Tick tick([&] { ++ticks; }, 5ms);
-    ChildProcessOptions options;
-    options.tick = &tick;
-    const auto begin = Tick::Clock::now();
-    for (int run = 0; run < 1000 && ticks < 3; ++run)
-        EXPECT_TRUE(runSteps("", options).exitedWith(0));
-    EXPECT_GE(ticks, 3);
-    EXPECT_GE(Tick::Clock::now() - begin, 15ms);
-}
-
 TEST(ChildProcess, EndsAChildAfterItsTimeLimit) {
     ChildProcessOptions options;
     options.grace = 10ms;

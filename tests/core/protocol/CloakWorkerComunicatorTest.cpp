@@ -31,15 +31,6 @@ CloakWorkerComunicator badWorker(const test::ScratchTree& tree) {
     return CloakWorkerComunicator(VEILKEEP_BAD_WORKER, tree.path("data/InProgress"));
 }
 
-TEST(CloakWorkerComunicator, HandsOnArgumentsInOrder) {
-    const test::ScratchTree tree;
-    CloakWorkerComunicator comunicator = badWorker(tree);
-    const std::string path = "out=NewFilename: |arguments|exit=1|\xff\n -rf ";
-    EXPECT_EQ(comunicator.hideFileWithPath(path).newFileName(),
-              "-p\n-i\n-hide\n-removeRecents\n" + path + "\n");
-    EXPECT_EQ(comunicator.unhideFileWithPath(path).newFileName(), "-p\n-i\n-unhide\n" + path + "\n");
-}
-
 TEST(CloakWorkerComunicator, AsksAboutRecentItemsOnlyWhereNobodyWasAsked) {
     const test::ScratchTree tree;
     const struct {

@@ -7,7 +7,6 @@
 
 #include <gtest/gtest.h>
 
-#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -62,12 +61,7 @@ protected:
     const std::string m_pkexec = m_tree.path("pkexec");
     UserDefaults m_defaults;
     ScriptedAuthority m_authority;
-    std::string m_fifo; // whoever reads it is released by a tick
-    const Tick m_tick{[this] {
-        if (const int fifo = ::open(m_fifo.c_str(), O_WRONLY | O_NONBLOCK); fifo >= 0)
-            ::close(fifo);
-    }};
-    SecurityController m_controller{m_authority, m_defaults, m_tree.path("InProgress"), m_tick, m_pkexec};
+    SecurityController m_controller{m_authority, m_defaults, m_tree.path("InProgress"), Tick(), m_pkexec};
 };
 
 TEST_F(SecurityControllerTest, IsDisabledUntilTheUserAllowsIt) {
@@ -218,31 +212,6 @@ TEST_F(SecurityControllerTest, DoesNotRunWhatItMayNotRun) {
     ASSERT_EQ(::unlink(m_pkexec.c_str()), 0);
     expectRefused(anyTrustedProgram, "posix_spawn " + m_pkexec);
     EXPECT_EQ(m_authority.questions, 1) << "asked in a run";
-}
-
-// The run ends only after a tick.
-TEST_F(SecurityControllerTest, TicksWhileItWaits) {
-    m_fifo = m_tree.path("fifo");
-    ASSERT_EQ(::mkfifo(m_fifo.c_str(), 0600), 0);
-    behave("cat " + m_fifo + "; printf 'NewFilename: /x'");
-    m_controller.authorize();
-    EXPECT_EQ(hide().newFileName(), "/x");
-}
-
-TEST_F(SecurityControllerTest, IsHowPrivilidgedOperationsRun) {
-    behave("printf 'NewFilename: '; shift 2; printf '%s|' \"$@\"; cat | cut -d '' -f 1");
-    m_controller.authorize();
-    CloakWorkerComunicator comunicator(anyTrustedProgram, {}, {}, &m_controller);
-    EXPECT_EQ(comunicator.privilidgedHideFileWithPath("/a").newFileName(), "-p|-i|-hide|-|/a\n");
-    EXPECT_EQ(comunicator.hideFileWithPath("/a", true).newFileName(), "-p|-i|-hide|-|/a\n");
-    EXPECT_EQ(comunicator.privilidgedUnhideFileWithPath("/b").newFileName(), "-p|-i|-unhide|-|/b\n");
-    EXPECT_EQ(comunicator.unhideFileWithPath("/b", true).newFileName(), "-p|-i|-unhide|-|/b\n");
-    ASSERT_EQ(::unlink(m_tree.path("ran").c_str()), 0);
-    EXPECT_EQ(comunicator.hideFileWithPath("/a", false).errorCode(), 1);
-    EXPECT_EQ(comunicator.unhideFileWithPath("/b", false).errorCode(), 1);
-    EXPECT_FALSE(hasRun());
-    CloakWorkerComunicator without(anyTrustedProgram, {});
-    EXPECT_EQ(without.hideFileWithPath("/a", true).errorCode(), 3);
 }
 
 } // namespace

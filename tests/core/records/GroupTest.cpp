@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <limits>
-
 namespace veilkeep {
 namespace {
 
@@ -28,26 +26,6 @@ TEST(Group, HoldsTheStoredKeys) {
     EXPECT_EQ(Group::groupWithName("Work", 5).properties(), named("Work", 5, false));
     EXPECT_EQ(Group::initWithHeaderRowWithName("GROUPS").properties(), named("GROUPS", 0, true));
     EXPECT_EQ(Group::headerGroupWithName("GROUPS").properties(), named("GROUPS", 0, true));
-}
-
-TEST(Group, TellsAbsentFromZero) {
-    EXPECT_EQ(Group().groupID(), std::nullopt) << "though there is a GroupID";
-    EXPECT_EQ(Group::initWithHeaderRowWithName("x").groupID(), 0);
-    EXPECT_EQ(Group().autoHide(), false);
-    EXPECT_EQ(Group::initWithName("x", 1).autoHide(), std::nullopt);
-}
-
-TEST(Group, CountsWithoutBounds) {
-    constexpr std::int64_t least = std::numeric_limits<std::int64_t>::min();
-    Group group;
-    group.decCountOfFiles();
-    EXPECT_EQ(group.countOfFiles(), -1);
-    group.incCountOfFiles();
-    group.incCountOfFiles();
-    EXPECT_EQ(group.countOfFiles(), 1);
-    group.setCountOfFiles(least);
-    group.decCountOfFiles();
-    EXPECT_EQ(group.countOfFiles(), std::numeric_limits<std::int64_t>::max()) << "wraps, without a trap";
 }
 
 TEST(Group, KeepsUnknownKeys) {

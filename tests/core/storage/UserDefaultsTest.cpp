@@ -46,46 +46,6 @@ protected:
     ScratchTree tree;
 };
 
-TEST_F(UserDefaultsTest, TellsAbsentFromFalse) {
-    store({{"no", false},
-           {"yes", true},
-           {"one", std::int64_t{1}},
-           {"half", 0.5},
-           {"text", "t"},
-           {"bytes", Bytes{"\xff\xfe"}},
-           {"empty", ""}});
-    UserDefaults defaults;
-    EXPECT_EQ(defaults.boolean("absent"), std::nullopt);
-    EXPECT_EQ(defaults.boolean("no"), false);
-    EXPECT_EQ(defaults.boolean("yes"), true);
-    EXPECT_EQ(defaults.boolean("one"), true);
-    EXPECT_EQ(defaults.boolean("text"), std::nullopt);
-    EXPECT_EQ(defaults.integer("one"), 1);
-    EXPECT_EQ(defaults.integer("text"), std::nullopt);
-    EXPECT_EQ(defaults.real("half"), 0.5);
-    EXPECT_EQ(defaults.string("text"), "t");
-    EXPECT_EQ(defaults.string("empty"), "");
-    EXPECT_EQ(defaults.string("one"), std::nullopt);
-    EXPECT_EQ(defaults.string("bytes"), "\xff\xfe");
-    EXPECT_EQ(defaults.data("bytes"), "\xff\xfe");
-    EXPECT_EQ(defaults.data("text"), std::nullopt);
-    EXPECT_TRUE(defaults.contains("no"));
-    EXPECT_FALSE(defaults.contains("absent"));
-}
-
-TEST_F(UserDefaultsTest, ReadsPendingThenStored) {
-    store({{"key", "stored"}});
-    UserDefaults defaults;
-    defaults.set("key", "pending");
-    EXPECT_EQ(defaults.string("key"), "pending");
-    EXPECT_EQ(stored(), (PropertyDictionary{{"key", "stored"}}));
-    defaults.remove("key");
-    EXPECT_FALSE(defaults.contains("key"));
-    ASSERT_TRUE(defaults.synchronize());
-    EXPECT_FALSE(defaults.contains("key"));
-    EXPECT_TRUE(stored().empty());
-}
-
 TEST_F(UserDefaultsTest, KeepsWhatItDoesNotKnow) {
     const PropertyDictionary inner{{"deep", ValueList{Value("a"), Value(std::int64_t{2})}}};
     store({{"future", inner}, {"mine", std::int64_t{1}}});

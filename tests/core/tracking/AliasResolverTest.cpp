@@ -2,7 +2,6 @@
 
 #include "core/base/PathText.h"
 #include "core/base/UniqueFd.h"
-#include "core/log/Log.h"
 #include "core/tracking/FileAlias.h"
 #include "tests/support/PrivateMount.h"
 #include "tests/support/RunInChild.h"
@@ -137,34 +136,6 @@ TEST_F(AliasResolverTest, TellsWhyThereIsNoItem) {
     EXPECT_EQ(pathFromAliasRecord(aliasOf("/"), resolver), "");
     EXPECT_EQ(pathFromAliasRecord("no record", resolver), std::nullopt);
     EXPECT_EQ(pathFromAliasRecord(record, resolver), item) << "the last known path of what is gone";
-}
-
-TEST_F(AliasResolverTest, LogsRecordsAndPathsThatItCannotHold) {
-    const std::string item = makeFile("item"), record = aliasOf(item), name(250, 'd');
-    const auto logged = [] {
-        const std::string path = Log::shared().path();
-        return test::exists(path) ? test::readFile(path) : std::string();
-    };
-    AliasResolver resolver(Reach::WholeVolume);
-    EXPECT_EQ(pathFromAliasRecord("no record", resolver), std::nullopt);
-    EXPECT_EQ(pathFromAliasRecord(record.substr(0, record.size() - 1) + '!', resolver), std::nullopt);
-    EXPECT_EQ(logged(), "");
-    for (const std::size_t length : {std::size_t{4}, record.size() - 1}) {
-        EXPECT_EQ(pathFromAliasRecord(record.substr(0, length), resolver), std::nullopt);
-        EXPECT_TRUE(logged().ends_with("Internal Error 589-5451.  Can't allocate handle for  alias\n"));
-        std::filesystem::remove(Log::shared().path());
-    }
-
-    UniqueFd directory(::open(m_place.c_str(), O_PATH | O_CLOEXEC));
-    for (int depth = 0; depth < 17; ++depth) {
-        ASSERT_EQ(::mkdirat(directory.get(), name.c_str(), 0755), 0);
-        directory.reset(::openat(directory.get(), name.c_str(), O_PATH | O_CLOEXEC));
-    }
-    ASSERT_EQ(::renameat(AT_FDCWD, item.c_str(), directory.get(), "item"), 0);
-    EXPECT_EQ(resolve(record).outcome, Outcome::Found);
-    EXPECT_EQ(pathFromAliasRecord(record, resolver), std::nullopt);
-    EXPECT_TRUE(logged().ends_with("Internal Error 959-2697.  OSStatus 36i from FSResolveAlias\n"))
-        << logged();
 }
 
 // Mounts what it is told to and remembers what it was asked.
