@@ -2,27 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
-
 namespace veilkeep {
 namespace {
-
-TEST(SystemVersion, TestsCompareTheWholePart) {
-    const struct {
-        double version;
-        std::array<bool, 4> answers; // Tiger or better, Tiger, Leopard or better, Snow Leopard or better
-    } rows[] = {
-        {743.36, {false, false, false, false}},    {744, {true, false, false, false}},
-        {824.48, {true, true, false, false}},      {825, {true, false, true, false}},
-        {949.54, {true, false, true, false}},      {950, {true, false, true, true}},
-        {newestSystem, {true, false, true, true}},
-    };
-    for (const auto& [version, answers] : rows) {
-        const std::array<bool, 4> is = {isOnTigerOrBetter(version), isTiger(version),
-                                        isOnLeopardOrBetter(version), isSnowLeopardOrBetter(version)};
-        EXPECT_EQ(is, answers) << version;
-    }
-}
 
 TEST(SystemVersion, TextIsCutToTheNumber) {
     const std::pair<QString, QString> rows[] = {

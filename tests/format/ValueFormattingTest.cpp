@@ -2,7 +2,6 @@
 
 #include "core/records/PropertyDictionary.h"
 #include "core/tracking/FileIdentity.h"
-#include "format/WindowCentering.h"
 #include "tests/support/ScratchTree.h"
 
 #include <gtest/gtest.h>
@@ -140,19 +139,6 @@ TEST_F(ValueFormatting, DatesOfWhatIsThere) {
     }
 }
 
-TEST_F(ValueFormatting, ClassicTimestampsCountFrom1904) {
-    EXPECT_EQ((ClassicTimestamp{0, 0, 0}.dateTime().toUTC().toString(Qt::ISODate)), "1904-01-01T00:00:00Z");
-    EXPECT_EQ((ClassicTimestamp{1, 0, 0}.secondsSince1904()), 4'294'967'296.0);
-    EXPECT_EQ((ClassicTimestamp{0, 7, 65535}.secondsSince1904()), 8.0); // the divisor is no power of two
-    for (const std::int64_t seconds : {std::int64_t{0}, std::int64_t{2'212'122'496}, std::int64_t{-1}}) {
-        const auto stamp = ClassicTimestamp::fromFileTime({seconds, 500'000'000});
-        ASSERT_TRUE(stamp);
-        EXPECT_EQ(stamp->dateTime().toMSecsSinceEpoch(), seconds * 1000 + 499); // of 65535, cut off
-    }
-    EXPECT_FALSE(ClassicTimestamp::fromFileTime({-2'082'844'801, 0}));
-    EXPECT_FALSE(ClassicTimestamp::fromFileTime({std::numeric_limits<std::int64_t>::max(), 0}));
-}
-
 TEST_F(ValueFormatting, PlacesBelowTheHomeFolder) {
     const ScratchTree scratch;
     const std::pair<std::string, QString> rows[] = {
@@ -165,12 +151,6 @@ TEST_F(ValueFormatting, PlacesBelowTheHomeFolder) {
     };
     for (const auto& [path, shown] : rows)
         EXPECT_EQ(placeWithTilde(path), shown);
-}
-
-TEST(WindowCentering, IsExact) {
-    EXPECT_EQ(betterCenter({400, 300}, {100, 50, 1000, 800}), QRect(400, 300, 400, 300));
-    EXPECT_EQ(betterCenter({1200, 900}, {0, 30, 1000, 700}), QRect(-100, -70, 1200, 900));
-    EXPECT_EQ(betterCenter({401, 101}, {-1920, 30, 1920, 1050}), QRect(-1161, 504, 401, 101));
 }
 
 } // namespace
