@@ -1,6 +1,5 @@
 #include "alerts/Alerts.h"
 
-#include "alerts/ProgressController.h"
 #include "core/log/Log.h"
 #include "tests/support/ScratchTree.h"
 #include "tests/support/ScriptedPresenter.h"
@@ -21,44 +20,6 @@ protected:
     ScriptedPresenter m_presenter;
     Alerts m_alerts{m_presenter, m_defaults};
 };
-
-TEST_F(AlertsTest, PanelsAnswerOneNoughtAndMinusOne) {
-    using Panel = int (Alerts::*)(Alert::Window, const QString&, const QString&, const QString&,
-                                  const QString&, const QString&);
-    struct Row {
-        Panel panel;
-        Alert::Style style;
-        QStringList titles; // default, alternate, other; empty: null
-        QStringList shown;
-        QString answer;
-        int code;
-    };
-    const Row rows[] = {
-        {&Alerts::ADRunAlertSheet, Alert::Style::Plain, {"A", "B", "C"}, {"A", "B", "C"}, "A", 1},
-        {&Alerts::ADRunAlertSheet, Alert::Style::Plain, {"A", "B", "C"}, {"A", "B", "C"}, "B", 0},
-        {&Alerts::ADRunInformationalAlertSheet,
-         Alert::Style::Informational,
-         {"A", "", "C"},
-         {"A", "C"},
-         "C",
-         -1},
-        {&Alerts::ADRunCriticalAlertSheet, Alert::Style::Critical, {"", "", ""}, {"OK"}, "OK", 1},
-    };
-    const auto title = [](const Row& row, int number) {
-        return row.titles[number].isEmpty() ? QString() : row.titles[number];
-    };
-    for (const Row& row : rows) {
-        m_presenter.expect({.title = "Title %1",
-                            .answer = row.answer,
-                            .message = "%@ %1",
-                            .buttons = row.shown,
-                            .style = row.style});
-        EXPECT_EQ((m_alerts.*row.panel)(Alert::Window::Main, "Title %1", "%@ %1", title(row, 0),
-                                        title(row, 1), title(row, 2)),
-                  row.code);
-        EXPECT_EQ(m_presenter.shown().back().window, Alert::Window::Main);
-    }
-}
 
 TEST_F(AlertsTest, SuppressesNoWarningThatNobodyDecidedUpon) {
     const auto warn = [&](const char* key) {
@@ -95,18 +56,6 @@ TEST_F(AlertsTest, LeavingAnswersAllOpenAlertsEvenIfTheUserIsBackAtOnce) {
                             m_alerts.setNobodyThere(false);
                         }});
     EXPECT_EQ(m_alerts.ADRunAlertSheet(Alert::Window::None, "Outer", {}, "A", "B"), 0);
-}
-
-TEST(ProgressController, OnlyLogsWithoutAView) {
-    const ScratchTree tree;
-    ProgressController none(nullptr);
-    none.showProgressForWindow(Alert::Window::Main, "Hiding");
-    none.updateWithSubStage("a");
-    none.updateWithDone(1, 2);
-    none.hideProgress();
-    EXPECT_FALSE(none.isCancelled());
-    EXPECT_NE(test::readFile(Log::shared().path()).find("Error: ProgressPanel is nil. Wont show progress."),
-              std::string::npos);
 }
 
 } // namespace
