@@ -63,8 +63,6 @@ public:
     std::size_t ask(const Question& question) override {
         EXPECT_TRUE(MainThread::isCurrent());
         questions.append(question.title);
-        if (whileAsked)
-            whileAsked();
         for (std::size_t button = 0; button < question.buttons.size(); ++button)
             if (question.buttons[button] == answer)
                 return button;
@@ -83,7 +81,6 @@ public:
     std::function<std::optional<QString>()> enterPassword; // none: cancels
     int asked = 0;                                         // for the password
     int takenBack = 0;
-    std::function<void()> whileAsked;
     std::function<void()> whileWorking;
     Paths done;
     Paths failed;
@@ -304,33 +301,6 @@ TEST_F(RequestRunnerTest, RequestsWaitTheirTurn) {
     EXPECT_EQ(second.done, Paths{hidden("b")});
 }
 
-TEST_F(RequestRunnerTest, QuestionsGoToTheCaller) {
-    const std::string item = m_tree.makeFile("t/a");
-    FakeCaller hider;
-    ASSERT_EQ(run("hide", {item}, hider), RequestStatus::AllWell);
-    struct {
-        const char* answer;
-        RequestStatus status;
-        Paths done;
-        bool isListed;
-        bool isVisible;
-    } const rows[] = {
-        {"Cancel", RequestStatus::Refused, {}, true, false},
-        {"Unhide", RequestStatus::AllWell, {item}, true, true},
-        {"Cancel", RequestStatus::Refused, {}, true, true},
-        {"Remove", RequestStatus::AllWell, {item}, false, true},
-    };
-    for (const auto& row : rows) {
-        FakeCaller caller;
-        caller.answer = row.answer;
-        EXPECT_EQ(run("remove", {item}, caller), row.status) << row.answer;
-        EXPECT_EQ(caller.questions.size(), 1) << row.answer;
-        EXPECT_EQ(caller.done, row.done) << row.answer;
-        EXPECT_EQ(m_controller.ifAlreadyAddedFile(item), row.isListed) << row.answer;
-        EXPECT_EQ(exists(item), row.isVisible) << row.answer;
-    }
-}
-
 // Those of other threads as well, and to the application's own presenter while no request runs.
 TEST_F(RequestRunnerTest, MessagesOfOtherThreadsGoToTheCaller) {
     const auto tellOnThread = [&] {
@@ -403,31 +373,6 @@ TEST_F(RequestRunnerTest, EachFailedItemIsToldOnce) {
     }
 }
 
-// Another group may be selected in the window while the question is open, or be searched in.
-TEST_F(RequestRunnerTest, ARemovedGroupLeavesNoItemBehind) {
-    m_groups.start();
-    const ListedGroup removed = m_groups.addGroup(), other = m_groups.addGroup();
-    for (const auto& [name, group] : {std::pair("t/a", removed), {"t/b", removed}, {"t/c", other}}) {
-        FakeCaller caller;
-        ASSERT_EQ(run("add", {m_tree.makeFile(name)}, caller,
-                      {{requestOption::group, QByteArray::fromStdString(std::string(group->name()))}}),
-                  RequestStatus::AllWell);
-    }
-    m_groups.selectRow(static_cast<std::ptrdiff_t>(*m_groups.rowOf(removed)));
-    m_controller.filterController().setSearchText("a");
-    FakeCaller caller;
-    caller.answer = "Remove";
-    caller.whileAsked = [&] { m_groups.selectRow(static_cast<std::ptrdiff_t>(*m_groups.rowOf(other))); };
-    const QVariantMap options{{requestOption::action, groupAction::remove},
-                              {requestOption::group, QByteArray("New Group")}};
-    EXPECT_EQ(run("group", {}, caller, options), RequestStatus::AllWell);
-    EXPECT_FALSE(m_groups.rowOf(removed));
-    const FileList& files = m_controller.files();
-    for (const auto& [name, groupID] :
-         {std::pair("t/a", std::int64_t{0}), {"t/b", 0}, {"t/c", *other->groupID()}})
-        EXPECT_EQ(files.withPath(m_tree.path(name))->groupID(), groupID) << name;
-}
-
 // What waits comes after it, what runs is cut short, and nothing cuts it short itself.
 TEST_F(RequestRunnerTest, LeavingComesFirst) {
     m_groups.start();
@@ -458,18 +403,6 @@ TEST_F(RequestRunnerTest, LeavingComesFirst) {
     EXPECT_EQ(through, (QStringList{"autohide", "status"}));
     EXPECT_FALSE(exists(items[0]) || exists(items[1]));
     EXPECT_FALSE(m_groups.autoUnhideHappened());
-}
-
-TEST_F(RequestRunnerTest, WhatAnExceptionKeptFromBeingDoneHasFailed) {
-    const std::string a = m_tree.makeFile("t/a");
-    FakeCaller caller;
-    int told = 0;
-    caller.whileWorking = [&] {
-        if (++told == 2)
-            throw std::runtime_error("out of sorts");
-    };
-    EXPECT_EQ(run("hide", {a}, caller), RequestStatus::SomeFailed);
-    EXPECT_EQ(caller.failed, Paths{a + ": Unknown error"});
 }
 
 TEST_F(RequestRunnerTest, AListOfANewerVersionStaysAsItIs) {
