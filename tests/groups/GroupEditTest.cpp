@@ -1,7 +1,6 @@
 #include "groups/EnteredName.h"
 #include "groups/GroupEditController.h"
 #include "tests/groups/GroupWorld.h"
-#include "tests/support/Repeated.h"
 #include "tests/support/ScratchTree.h"
 
 #include <gtest/gtest.h>
@@ -48,11 +47,6 @@ private:
     GroupEditController* m_controller = nullptr;
 };
 
-struct SoundNotes : Sounds {
-    void playSound(const char* key) override { played.emplace_back(key); }
-    std::vector<std::string> played;
-};
-
 struct EditScratch {
     ScratchTree tree;
 };
@@ -69,11 +63,10 @@ struct EditWorld : EditScratch, GroupWorld {
     std::string kept(const std::string& name) const { return icons + "/" + name; }
 
     FormView view;
-    SoundNotes sounds;
     std::string icons = OwnPlaces::current().dataDirectory + "/Icons";
     KeptIcons keptIcons{icons};
     std::optional<std::string> chosenFile;
-    GroupEditController controller{{groups, view, images, keptIcons, [this] { return chosenFile; }, &sounds}};
+    GroupEditController controller{{groups, view, images, keptIcons, [this] { return chosenFile; }}};
 };
 
 TEST(GroupEditTest, OpensWithWhatTheGroupHas) {
@@ -240,21 +233,6 @@ TEST(GroupEditTest, AppliesOrRefuses) {
     }
 }
 
-TEST(GroupEditTest, ANameInTheListGoesOnInTheFormAndKeepsTheIcon) {
-    EditWorld world;
-    const std::string file = world.tree.makeFile("photo.png", "photo");
-    const ListedGroup group = world.row(3);
-    world.groups.setNewName("Photos", file, group);
-    world.view.steps = [&](auto& controller) {
-        EXPECT_EQ(world.view.nameField, "Trip");
-        EXPECT_EQ(world.view.selected, std::nullopt);
-        controller.apply();
-    };
-    world.controller.editCell(group, "Trip");
-    EXPECT_EQ(group->name(), "Trip");
-    EXPECT_EQ(group->iconPath(), file);
-}
-
 TEST(GroupEditTest, TheIconOfAnImageFileIsNeverLostWithoutAWord) {
     EditWorld world;
     const std::string file = world.tree.makeFile("photo.png", "photo"), empty = world.tree.makeFile("no.png");
@@ -285,19 +263,6 @@ TEST(GroupEditTest, TheIconOfAnImageFileIsNeverLostWithoutAWord) {
     };
     world.controller.editCell(group, "Trip");
     EXPECT_EQ(group->iconPath(), file);
-}
-
-TEST(GroupEditTest, TheMarkIsWrittenByOkAlone) {
-    EditWorld world;
-    world.view.steps = [&](auto& controller) {
-        world.view.box = true;
-        controller.autoHideChanged();
-        EXPECT_FALSE(world.row(3)->autoHide().value_or(false));
-        controller.apply();
-    };
-    world.controller.editGroup(world.row(3));
-    EXPECT_EQ(world.row(3)->autoHide(), true);
-    EXPECT_EQ(world.sounds.played, std::vector<std::string>{"AutoHideSound"});
 }
 
 TEST(GroupEditTest, FollowsTheRowItself) {
@@ -348,30 +313,6 @@ TEST(GroupEditTest, KeepsDroppedImagesAsLongAsAGroupHasThem) {
     EXPECT_TRUE(world.view.isOpenAfterSteps);
     EXPECT_FALSE(world.view.line.isEmpty());
     EXPECT_EQ(group.iconData(), "three");
-}
-
-TEST(GroupEditTest, NamesInTheListAreRefusedWithAMessage) {
-    EditWorld world;
-    const ListedGroup group = world.row(3);
-    const auto rename = [&](const QString& typed) { return world.groups.renameInPlace(group, typed); };
-    const struct {
-        QString typed, message;
-    } rows[] = {
-        {"Secret Pictures", "A group with this name exists already."},
-        {"  ", "A group needs a name."},
-        {QString(EnteredName::longest + 1, u'x'), "This name is too long: 100 characters are the most."},
-    };
-    for (const auto& row : rows) {
-        world.list.presenter.expect({.title = row.message, .answer = "OK"});
-        EXPECT_FALSE(rename(row.typed)) << row.message.toStdString();
-        EXPECT_EQ(group->name(), "Private Files");
-    }
-    EXPECT_TRUE(rename("Private Files"));
-    EXPECT_TRUE(rename("Trip \\ home"));
-    EXPECT_EQ(group->name(), "Trip \\ home");
-    EXPECT_EQ(EnteredName::editableName(*group), "Trip \\ home");
-    EXPECT_EQ(group->iconPath(), "folder_private");
-    EXPECT_EQ(GroupWorld::savedNames(), world.names());
 }
 
 } // namespace

@@ -1,7 +1,5 @@
 #include "groups/GroupNames.h"
 
-#include "core/log/Log.h"
-#include "groups/AutoHideVisibleValue.h"
 #include "tests/groups/GroupWorld.h"
 
 #include <gtest/gtest.h>
@@ -13,41 +11,6 @@ class GroupRowsTest : public ::testing::Test {
 protected:
     const ScratchTree m_tree;
 };
-
-// Made and saved without images, filled by a program that has some.
-TEST_F(GroupRowsTest, BeginsWithTheDefaultRows) {
-    const char* const plain = "folder-documents_alt";
-    const std::tuple<const char*, std::int64_t, const char*, bool, bool, bool> rows[] = {
-        {"All Files", 0, plain, false, false, false}, // header, removable, AutoHide
-        {"Custom Groups", 0, plain, true, false, false},
-        {"Secret Pictures", 1, "folder-pictures", false, true, false},
-        {"Private Files", 2, "folder_private", false, true, false},
-        {"AutoHide Group", 3, plain, false, true, true},
-    };
-    {
-        GroupWorld first({}, false);
-        first.started().groups.makeAutoHideExampleGroup();
-        first.groups.setNewName("All Files", "folder_private", "All Files");
-    }
-    GroupWorld world;
-    world.started();
-    ASSERT_EQ(world.names().size(), std::size(rows));
-    for (std::size_t number = 0; number < std::size(rows); ++number) {
-        const auto& [name, id, icon, isHeader, canBeRemoved, autoHide] = rows[number];
-        SCOPED_TRACE(name);
-        world.groups.fillIcon(world.row(number));
-        const Group& group = *world.row(number);
-        EXPECT_EQ(group.name(), name);
-        EXPECT_EQ(group.groupID(), id);
-        EXPECT_EQ(group.iconPath(), icon);
-        EXPECT_EQ(group.iconData(), isHeader ? "" : icon);
-        EXPECT_EQ(group.canBeRemoved(), canBeRemoved);
-        EXPECT_EQ(group.autoHide().value_or(false), autoHide);
-        EXPECT_EQ(AutoHideVisibleValue::transformedValue(group.name()), number == 0);
-        EXPECT_EQ(world.groups.shouldSelectRow(static_cast<std::ptrdiff_t>(number)), !isHeader);
-        EXPECT_EQ(world.groups.heightOfRow(static_cast<std::ptrdiff_t>(number)), isHeader ? 22 : 50);
-    }
-}
 
 // "+" adds a group, a digit removes that row, "a>b" drags row a to row b.
 TEST_F(GroupRowsTest, NamesAndNumbersNewGroups) {
@@ -143,59 +106,6 @@ TEST_F(GroupRowsTest, RenamesAndTakesAnotherIcon) {
         EXPECT_EQ(group.iconData(), icon);
         EXPECT_EQ(shownGroupName(group), "\\xff name");
     }
-}
-
-// The verb follows the selected group, the name and the rights the clicked one.
-TEST_F(GroupRowsTest, ValidatesTheMenu) {
-    const std::tuple<int, std::ptrdiff_t, int, QString, bool> rows[] = {
-        {3, 0, 0, {}, false},
-        {3, 2, 0, {}, true},
-        {4, 1, 0, {}, false},
-        {6, 0, 0, {}, true},
-        {5, -1, 1, {}, false},
-        {5, 2, 0, "Hide \"Secret Pictures\" Group", true},
-        {5, 2, 1, "Unhide \"Secret Pictures\" Group", true},
-    };
-    GroupWorld world;
-    world.started().groups.selectRow(3);
-    for (const auto& [tag, clicked, currentState, title, isEnabled] : rows) {
-        world.groups.switchOnOff(currentState);
-        const auto item = world.groups.validateMenuItem(tag, world.groups.clickedGroup(clicked));
-        EXPECT_EQ(item.title, title) << tag << " " << clicked;
-        EXPECT_EQ(item.isEnabled, isEnabled) << tag << " " << clicked;
-    }
-    EXPECT_NE(
-        readFile(Log::shared().path()).find("Can't determine clicked group, clicked row -1 out of bounds"),
-        std::string::npos);
-}
-
-TEST_F(GroupRowsTest, ShowsTheItemsOfTheSelectedGroup) {
-    GroupWorld world;
-    const ListedFile mine = world.add(m_tree.path("a"), world.started().row(2));
-    world.add(m_tree.path("b"), world.row(3));
-    for (const std::ptrdiff_t row : {2, 1, -1, 4})
-        world.groups.selectRow(row);
-    EXPECT_EQ(world.list.list->getAllFilesOfCurrentGroup(), FilesViewController::Files{mine});
-    EXPECT_EQ(world.list.list->numberOfFilesOfCurrentGroup(), 1);
-    world.list.list->filesController().setSelectedObjects({mine});
-    world.groups.groupTableBecomesFirstResponder();
-    EXPECT_TRUE(world.list.list->getAllSelectedFiles().empty());
-}
-
-TEST_F(GroupRowsTest, TellsOfEditingAndKeepsStoredCounts) {
-    GroupWorld world;
-    std::vector<std::string> told;
-    const auto note = [&](const std::string& what) { return [&told, what] { told.push_back(what); }; };
-    QObject::connect(&world.groups, &GroupViewController::editGroupRequested, note("sheet"));
-    QObject::connect(&world.groups, &GroupViewController::GroupsUpdated, note("updated"));
-    world.started().groups.editGroup(nullptr);
-    world.groups.editGroup(world.row(2));
-    world.groups.addGroup();
-    EXPECT_EQ(told, (std::vector<std::string>{"sheet", "updated", "updated"}));
-    for (const char* const name : {"Private Files", "Private Files", "nobody's"})
-        world.groups.incFilesOfGroup(name);
-    world.groups.decFilesOfGroup("Private Files");
-    EXPECT_EQ(GroupsInfoFile(GroupWorld::dataPath()).load().groups->at(3).countOfFiles(), 1);
 }
 
 } // namespace
