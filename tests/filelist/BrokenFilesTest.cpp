@@ -40,37 +40,6 @@ protected:
     Chooser m_chooser;
 };
 
-TEST_F(BrokenFilesTest, FindsItemsNearbyAtOnceAndOthersBehind) {
-    ListWorld world;
-    const ListedFile stays = world.add(m_tree.makeFile("t/stays"));
-    const ListedFile renamed = world.add(m_tree.makeFile("t/renamed"));
-    const ListedFile far = world.add(m_tree.makeFile("t/far"));
-    const ListedFile gone = world.add(m_tree.makeFile("t/gone"));
-    m_tree.makeDirectory("elsewhere/deep/down");
-    move(m_tree.path("t/renamed"), m_tree.path("t/other name"));
-    move(m_tree.path("t/far"), m_tree.path("elsewhere/deep/down/far"));
-    ::unlink(m_tree.path("t/gone").c_str());
-
-    BrokenFiles& broken = world.list->brokenFiles();
-    world.list->performSanityCheck(world.list->files().all());
-    EXPECT_EQ(stays->state(), File::Visible);
-    EXPECT_EQ(renamed->path(), m_tree.path("t/other name"));
-    EXPECT_EQ(renamed->name(), "other name");
-    EXPECT_EQ(far->state(), File::Broken);
-    EXPECT_EQ(gone->state(), File::Broken);
-
-    broken.searchDeeply(broken.brokenFiles());
-    EXPECT_TRUE(broken.isSearched(far));
-    EXPECT_EQ(far->state(), File::Broken) << "the check waited for the search";
-    // What is found waits for its turn.
-    world.turns.run([&] { MainThread::runUntil([&] { return !broken.isSearched(gone); }); });
-    MainThread::runUntil([&] { return far->state() != File::Broken; });
-    EXPECT_EQ(far->path(), m_tree.path("elsewhere/deep/down/far"));
-    EXPECT_EQ(far->state(), File::Visible);
-    EXPECT_EQ(gone->state(), File::Broken);
-    EXPECT_FALSE(broken.isSearched(far));
-}
-
 TEST_F(BrokenFilesTest, KeepsWhatIsOnAnAbsentVolumeAndAsksBeforeItLooks) {
     // "/mnt" is one of the places where volumes come and go.
     const std::string stick = "/mnt/veilkeep-test-" + std::to_string(::getpid());
@@ -99,8 +68,6 @@ TEST_F(BrokenFilesTest, KeepsWhatIsOnAnAbsentVolumeAndAsksBeforeItLooks) {
                          "found.")
                      .arg(QString::fromStdString(stick + "/x")),
         .answer = "Ignore",
-        .message = "Veilkeep can try to find it, but this can take some time. Would you like to locate it "
-                   "automatically?",
         .buttons = QStringList{"Locate", "Ignore"},
         .style = Alert::Style::Informational};
     world->presenter.expect(question); // once for the volume
@@ -185,14 +152,10 @@ TEST_F(BrokenFilesTest, AsksWhatToDoWithABrokenItem) {
         const ListedFile file = world.add(item);
         ::unlink(item.c_str());
         m_chooser.item = row.chosen;
-        world.presenter.expect(
-            {.title = "Previously visible file is broken.",
-             .answer = row.answer,
-             .message = QString("File %1 is in broken state. It might be moved to some new place. You can "
-                                "specify it's new location or just delete it from the list.")
-                            .arg(QString::fromStdString(item)),
-             .buttons = QStringList{"Locate File...", "Remove From List", "Cancel"},
-             .style = Alert::Style::Critical});
+        world.presenter.expect({.title = "Previously visible file is broken.",
+                                .answer = row.answer,
+                                .buttons = QStringList{"Locate File...", "Remove From List", "Cancel"},
+                                .style = Alert::Style::Critical});
         world.list->performSanityCheck({file});
         world.list->hideOrUnhideFileInTable(item);
         const auto& after = world.list->files().all();
@@ -209,14 +172,9 @@ TEST_F(BrokenFilesTest, RestoresDirectoriesForAHiddenItemThatIsBroken) {
     m_tree.makeFile("one/.SYS_INDEX/a");
     m_tree.makeFile("two/.SYS_INDEX/b");
     m_chooser.directories = {m_tree.path("one"), m_tree.path("two")};
-    world.presenter.expect(
-        {.title = "Previously hidden file is broken.",
-         .answer = "Restore Directory...",
-         .message = QString("File %1 is in broken state. It might be moved to some new place. You can "
-                            "specify directory where it can reside and run restoring or just delete it from "
-                            "the list.")
-                        .arg(QString::fromStdString(m_tree.path("t/enog"))),
-         .buttons = QStringList{"Restore Directory...", "Remove From List", "Cancel"}});
+    world.presenter.expect({.title = "Previously hidden file is broken.",
+                            .answer = "Restore Directory...",
+                            .buttons = QStringList{"Restore Directory...", "Remove From List", "Cancel"}});
     world.list->performSanityCheck({file});
     world.list->hideOrUnhideFileInTable(std::string(file->path()));
     EXPECT_EQ(m_chooser.startedAt, m_tree.path("t"));

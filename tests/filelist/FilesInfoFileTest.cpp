@@ -1,6 +1,5 @@
 #include "filelist/FilesInfoFile.h"
 
-#include "core/storage/ArchiveEnvelope.h"
 #include "core/storage/RecordArchive.h"
 #include "tests/support/RunInChild.h"
 #include "tests/support/ScratchTree.h"
@@ -25,25 +24,10 @@ std::vector<File> sampleFiles(int count) {
     return files;
 }
 
-std::vector<std::string> pathsOf(const std::vector<File>& files) {
-    std::vector<std::string> paths;
-    for (const File& file : files)
-        paths.emplace_back(file.path());
-    return paths;
-}
-
 Result<SafeFile::Saved> save(FilesInfoFile& file, std::vector<File> files) {
     FileList list;
     list.assign(std::move(files));
     return file.save(list.all());
-}
-
-// The content of one version as another would have sealed it.
-std::string resealed(const std::string& bytes, std::uint64_t version, std::string_view payload = {}) {
-    const auto envelope = openArchiveEnvelope(bytes);
-    ArchiveEnvelopeWriter writer(version, bytes.size());
-    writer.text() += payload.empty() ? envelope->payload : payload;
-    return std::move(writer).seal();
 }
 
 // A list of ten, and an earlier copy of nine beside it.
@@ -73,32 +57,6 @@ protected:
     TimePoint now{std::chrono::sys_days{std::chrono::year{2026} / 1 / 31}};
     std::string good;
 };
-
-TEST_F(FilesInfoFileTest, LoadsTheEarlierCopyForADamagedFileAndKeepsThat) {
-    const std::string rows[] = {std::string(65'536, '\0'), good.substr(0, good.size() - 1), good + '\0',
-                                resealed(good, 1,
-                                         "\xA1\x65"
-                                         "files\x01"),
-                                resealed(good, 1, "\xA0")};
-    for (const std::string& damaged : rows) {
-        SCOPED_TRACE(&damaged - rows);
-        writeFile(path, damaged);
-        FilesInfoFile file = open();
-        const auto loaded = file.load();
-        ASSERT_TRUE(loaded.trouble);
-        EXPECT_EQ(loaded.trouble->code, ErrorCode::Damaged);
-        EXPECT_EQ(loaded.trouble->path, path);
-        EXPECT_EQ(loaded.earlierCopy, path + ".earlier-2026-01-31T02-00-00Z");
-        ASSERT_TRUE(loaded.files);
-        ASSERT_EQ(pathsOf(*loaded.files), pathsOf(sampleFiles(9)));
-        EXPECT_FALSE(file.read()) << "nothing is taken in its place";
-        EXPECT_FALSE(file.isAsLeft());
-        ASSERT_TRUE(save(file, sampleFiles(3)));
-        EXPECT_EQ(readFile(damagedFile()), damaged);
-        std::filesystem::remove(damagedFile());
-        EXPECT_EQ(pathsOf(*open().read()), pathsOf(sampleFiles(3)));
-    }
-}
 
 TEST_F(FilesInfoFileTest, TakesTheNewestEarlierCopyThatCanBeRead) {
     FilesInfoFile file = open();

@@ -1,15 +1,10 @@
-#include "core/log/Log.h"
 #include "core/storage/ArchiveEnvelope.h"
 #include "core/storage/RecordArchive.h"
-#include "format/ErrorText.h"
 #include "tests/filelist/StoreWorld.h"
-#include "tests/support/FailingCall.h"
 #include "tests/support/PrivateMount.h"
-#include "tests/support/RunInChild.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
-#include <sys/syscall.h>
 
 #include <filesystem>
 
@@ -63,68 +58,6 @@ TEST(FilesViewControllerStoreTest, SavesWhatChangedAndNothingElse) {
         EXPECT_TRUE(world->list->saveDataToDisk()) << name;
         EXPECT_EQ(stamp() != before, writes) << name;
         EXPECT_EQ(world.saved(), world.listed()) << name;
-    }
-}
-
-// What is told, and what the place holds, when the list cannot be saved.
-TEST(FilesViewControllerStoreTest, TellsLastinglyThatASaveFailed) {
-    if (::geteuid() != 0)
-        GTEST_SKIP() << "only root can mount";
-    using Mount = std::optional<test::PrivateMount>;
-    const struct {
-        const char* name;
-        void (*breakIt)(const std::string& directory, Mount& mount);
-        const char* reason;
-    } rows[] = {
-        {"full disk",
-         [](const std::string& directory, Mount& mount) {
-             const std::string content = test::readFile(directory + "/FilesInfo.Veilkeep");
-             mount.emplace("some", directory, "tmpfs", 0, "size=8k");
-             test::writeFile(directory + "/FilesInfo.Veilkeep", content);
-         },
-         "No space left on device"},
-        {"read-only",
-         [](const std::string& directory, Mount& mount) {
-             mount.emplace(directory, directory, nullptr, MS_BIND);
-             ASSERT_EQ(
-                 ::mount(nullptr, directory.c_str(), nullptr, MS_REMOUNT | MS_BIND | MS_RDONLY, nullptr), 0);
-         },
-         "Read-only file system"},
-        {"no rename", [](const std::string&, Mount&) { ASSERT_TRUE(test::failCall(SYS_renameat, EIO)); },
-         "Input/output error"},
-    };
-    for (const auto& row : rows) {
-        StoreWorld world;
-        fill(world);
-        ASSERT_TRUE(world->list->saveDataToDisk());
-        logLine("The log has its place");
-        EXPECT_TRUE(test::runInChild([&] {
-            Mount mount;
-            row.breakIt(OwnPlaces::current().dataDirectory, mount);
-            world.open();
-            world->list->loadDataFromDisk();
-            const Paths before = world.listed();
-            ASSERT_EQ(before.size(), 7U);
-            int told = 0;
-            QObject::connect(world->list.get(), &FilesViewController::saveTroubleChanged, [&] { ++told; });
-            for (int number = 0; number < 100; ++number)
-                world->list->files().append(fileOf("/more", std::string(400, 'x') + std::to_string(number)));
-            for (int attempt = 0; attempt < 2; ++attempt)
-                EXPECT_FALSE(world->list->saveDataToDisk());
-            EXPECT_EQ(told, 1);
-            ASSERT_TRUE(world->list->saveTrouble());
-            EXPECT_EQ(errorReason(*world->list->saveTrouble()).toStdString(), row.reason);
-            EXPECT_EQ(world.saved(), before) << "the old list is lost";
-            const std::string log = test::readFile(Log::shared().path());
-            EXPECT_NE(log.find("Failed to save files info to file " + world.dataPath()), std::string::npos);
-            if (!mount)
-                return; // what was broken stays so
-            mount.reset();
-            EXPECT_TRUE(world->list->saveDataToDisk());
-            EXPECT_EQ(told, 2);
-            EXPECT_FALSE(world->list->saveTrouble());
-            EXPECT_EQ(world.saved(), world.listed());
-        })) << row.name;
     }
 }
 
@@ -346,31 +279,6 @@ TEST(FilesViewControllerStoreTest, AsksBeforeItRemoves) {
     world->defaults.set("ShowRemoveWarning", false); // its presence counts, not its value
     world->list->removeSingleFile(0, true);
     EXPECT_EQ(world->list->files().size(), 6U);
-}
-
-TEST(FilesViewControllerStoreTest, AnswersByGroupAndMoves) {
-    StoreWorld world;
-    fill(world);
-    EXPECT_FALSE(world->list->getAllFilesOfGroup(std::nullopt));
-    EXPECT_EQ(world->list->getAllFilesOfGroup(0)->size(), 7U);
-    EXPECT_EQ(world->list->getAllFilesOfGroup(2),
-              (FilesViewController::Files{world->list->files().all()[2], world->list->files().all()[5]}));
-    EXPECT_EQ(world->list->getAllFilesOfGroup(9)->size(), 0U);
-
-    const auto drag = world->list->dragDataForRows({2, 0, 99, 1});
-    EXPECT_EQ(drag.rows, (std::vector<std::size_t>{0, 1, 2}));
-    EXPECT_EQ(drag.rowPaths, (Paths{"/v/0", "/v/1", "/h/2"}));
-    EXPECT_EQ(drag.fileNames, (Paths{"/v/0", "/v/1"}));
-
-    world.group.chosen = 4;
-    int told = 0;
-    QObject::connect(world->list.get(), &FilesViewController::numberOfFilesOfCurrentGroupChanged,
-                     [&] { ++told; });
-    world->list->acceptDropOfRows({"/h/2", "/v/2", "/v/0"}); // the second is no current path
-    EXPECT_EQ(world->list->numberOfFilesOfCurrentGroup(), 2);
-    world->list->moveFiles(FilesViewController::Files(), 4);
-    EXPECT_EQ(told, 2);
-    EXPECT_EQ(world.saved(), Paths()) << "a move alone does not save";
 }
 
 // What listens goes through lists as long as this one each time.

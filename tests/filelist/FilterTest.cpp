@@ -67,32 +67,6 @@ TEST(NamePattern, HostilePatternsEnd) {
                      .isIn(std::string(100'000, 'a'))); // would never end if it tried every division
 }
 
-TEST(FilterController, BuildsThePredicateOfModeGroupAndSearch) {
-    const struct {
-        void (FilterController::*setMode)(bool);
-        std::optional<std::int64_t> groupID;
-        const char* search;
-        const char* text;
-    } rows[] = {
-        {&FilterController::setShowAll, {}, "", ""},
-        {&FilterController::setShowAll, 0, "o'brien", "(properties.Name like[c] '*o brien*')"},
-        {&FilterController::setShowAll, -1, "", "(properties.GroupID = -1)"},
-        {&FilterController::setShowOnlyVisible, 0, "", "(properties.State = 0)"},
-        {&FilterController::setShowOnlyInconsistent, {}, "", "(properties.State = -1)"},
-        {&FilterController::setShowOnlyInconsistent, 0, "''",
-         "(properties.State = -1) and (properties.Name like[c] '*  *')"},
-        {&FilterController::setShowOnlyHidden, 3, "%1",
-         "(properties.State = 1) and (properties.GroupID = 3) and (properties.Name like[c] '*%1*')"},
-    };
-    for (const auto& row : rows) {
-        FilterController filter;
-        filter.setGroup(row.groupID);
-        (filter.*row.setMode)(false);
-        filter.setSearchText(row.search);
-        EXPECT_EQ(filter.filterPredicate().text(), row.text);
-    }
-}
-
 TEST(FilterController, OneModeIsOnAndAGroupSetsAllBack) {
     FilterController filter;
     int modeChanges = 0, predicateChanges = 0;
@@ -128,8 +102,6 @@ protected:
         for (const auto& [name, state, group] :
              {std::tuple{"a.txt", 0, 3}, {"b.txt", 1, 3}, {"c.TXT", -1, 0}, {"d.pdf", -2, 0}})
             m_list.append(record(name, state, group));
-        QObject::connect(&m_controller, &FilesController::arrangedObjectsChanged,
-                         [&] { ++m_arrangedChanges; });
         QObject::connect(&m_controller, &FilesController::selectionChanged, [&] { ++m_selectionChanges; });
     }
 
@@ -142,13 +114,10 @@ protected:
     std::string shown() const { return namesOf(m_controller.arrangedObjects()); }
     std::string selected() const { return namesOf(m_controller.selectedObjects()); }
     const ListedFile& file(std::size_t row) const { return m_list.all()[row]; }
-    void setState(std::size_t row, std::int32_t state) {
-        m_list.change(file(row), [&](File& changed) { changed.setState(state); });
-    }
 
     FileList m_list;
     FilesController m_controller{m_list};
-    int m_arrangedChanges = 0, m_selectionChanges = 0;
+    int m_selectionChanges = 0;
 };
 
 TEST_F(FilesControllerTest, ShowsInListOrderWhatPasses) {
@@ -160,37 +129,6 @@ TEST_F(FilesControllerTest, ShowsInListOrderWhatPasses) {
         m_controller.setFilterPredicate(predicate);
         EXPECT_EQ(shown(), names) << predicate.text().toStdString();
     }
-}
-
-TEST_F(FilesControllerTest, FollowsTheListWhileASearchIsOn) {
-    m_controller.setFilterPredicate({{}, {}, "txt"});
-    EXPECT_EQ(shown(), "abc");
-    m_list.append(record("e.txt"));
-    EXPECT_EQ(shown(), "abce");
-    const std::vector<ListedFile> first{file(0)};
-    m_list.remove(first);
-    EXPECT_EQ(shown(), "bce");
-    m_list.change(file(2), [](File& changed) { changed.setName("d.txt"); });
-    EXPECT_EQ(shown(), "bcde");
-    m_list.change(file(0), [](File& changed) { changed.setName("b.pdf"); });
-    EXPECT_EQ(shown(), "cde");
-    m_list.assign({});
-    EXPECT_EQ(shown(), "");
-}
-
-TEST_F(FilesControllerTest, TellsOnlyWhatChangesTheRows) {
-    m_controller.setFilterPredicate({0, {}, {}});
-    EXPECT_EQ(shown(), "a");
-    m_arrangedChanges = 0;
-    m_list.change(file(0), [](File& changed) { changed.moveToGroup(5); });
-    setState(1, -1);
-    EXPECT_EQ(m_arrangedChanges, 0);
-    setState(1, 0);
-    EXPECT_EQ(m_arrangedChanges, 1);
-    EXPECT_EQ(shown(), "ab");
-    setState(0, 1);
-    EXPECT_EQ(m_arrangedChanges, 2);
-    EXPECT_EQ(shown(), "b");
 }
 
 // Rows that follow each change by itself are those that the whole list would give.
