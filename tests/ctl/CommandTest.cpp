@@ -2,7 +2,6 @@
 #include "core/environment/XdgDirectories.h"
 #include "core/storage/ListOwnership.h"
 #include "tests/ctl/CtlCalls.h"
-#include "tests/ctl/Terminal.h"
 #include "tests/support/RunProgram.h"
 #include "tests/support/ScratchTree.h"
 #include "tests/support/Strace.h"
@@ -46,24 +45,6 @@ protected:
     ScratchTree m_tree;
 };
 
-TEST_F(CommandTest, HidesAndBringsBack) {
-    m_tree.makeFile("t/a.txt", "a");
-    m_tree.makeFile("t/b c", "b");
-    const std::string hidden =
-        m_tree.path("t/.SYS_INDEX/a.txt") + "\n" + m_tree.path("t/.SYS_INDEX/c b") + "\n";
-    const ProgramRun hide = ctl({"hide", "t/a.txt", m_tree.path("t/./b c")});
-    EXPECT_EQ(hide.output, hidden);
-    EXPECT_EQ(hide.errors, "");
-    EXPECT_EQ(hide.exitStatus, 0);
-    EXPECT_FALSE(exists(m_tree.path("t/a.txt")));
-    // By its visible path and by its hidden one.
-    const ProgramRun unhide = ctl({"unhide", "t/a.txt", "t/.SYS_INDEX/c b"});
-    EXPECT_EQ(unhide.output, m_tree.path("t/a.txt") + "\n" + m_tree.path("t/b c") + "\n");
-    EXPECT_EQ(unhide.exitStatus, 0);
-    EXPECT_EQ(readFile(m_tree.path("t/a.txt")), "a");
-    EXPECT_FALSE(exists(m_tree.path("t/.SYS_INDEX")));
-}
-
 // What was moved in a folder is told and safe on the disk before the folder itself moves, whatever way it was
 // named.
 TEST_F(CommandTest, ItemsAndTheFoldersTheyLieIn) {
@@ -98,19 +79,6 @@ TEST_F(CommandTest, TellsWhatAKilledWorkerHadDone) {
     EXPECT_EQ(notMoved.output, "");
     EXPECT_EQ(notMoved.errors, "veilkeepctl: " + m_tree.path("t/unfolded") + ": Unknown error\n");
     EXPECT_EQ(notMoved.exitStatus, 1);
-}
-
-TEST_F(CommandTest, OneBadItemDoesNotStopTheOthers) {
-    m_tree.makeFile("t/a");
-    m_tree.makeFile("t/b");
-    const ProgramRun run = ctl({"hide", "t/a", "t/missing", "/etc/passwd", "", "t/b"});
-    EXPECT_EQ(run.output, m_tree.path("t/.SYS_INDEX/a") + "\n" + m_tree.path("t/.SYS_INDEX/b") + "\n");
-    EXPECT_EQ(run.errors,
-              "veilkeepctl: : Item not found.\n"
-              "veilkeepctl: t/missing: Item not found.\n"
-              "veilkeepctl: /etc/passwd: It is not allowed to hide these items to avoid serious system "
-              "malfunctions.\n");
-    EXPECT_EQ(run.exitStatus, 1);
 }
 
 TEST_F(CommandTest, SaysThatAnItemIsInThatStateAlready) {
@@ -284,24 +252,6 @@ TEST_F(CommandTest, TheListFromCallToCall) {
         m_tree.root());
 }
 
-TEST_F(CommandTest, CheckFindsWhatWasMovedAndTellsWhatIsGone) {
-    m_tree.makeFile("t/moved");
-    m_tree.makeFile("t/gone");
-    m_tree.makeDirectory("t/there");
-    ASSERT_EQ(ctl({"hide", "t/moved", "t/gone"}).exitStatus, 0);
-    const std::string moved = m_tree.path("t/there/.SYS_INDEX/devom");
-    ASSERT_EQ(runProgram({"/bin/mkdir", m_tree.path("t/there/.SYS_INDEX")}).exitStatus, 0);
-    ASSERT_EQ(runProgram({"/bin/mv", m_tree.path("t/.SYS_INDEX/devom"), moved}).exitStatus, 0);
-    ASSERT_EQ(runProgram({"/bin/rm", m_tree.path("t/.SYS_INDEX/enog")}).exitStatus, 0);
-    const ProgramRun check = ctl({"check"});
-    EXPECT_EQ(check.output, moved + "\n");
-    EXPECT_EQ(check.errors, "veilkeepctl: " + m_tree.path("t/.SYS_INDEX/enog") + ": Item not found.\n");
-    EXPECT_EQ(check.exitStatus, 1);
-    m_tree.makeFile("t/found");
-    EXPECT_EQ(ctl({"locate", "t/gone", "t/found"}).output, m_tree.path("t/found") + "\n");
-    EXPECT_EQ(ctl({"check"}).exitStatus, 0);
-}
-
 // While another process owns the list nothing is changed; what only reads does not wait.
 TEST_F(CommandTest, AnotherProcessOwnsTheList) {
     m_tree.makeFile("t/a");
@@ -354,21 +304,6 @@ TEST_F(CommandTest, JsonCarriesAllNames) {
         QJsonDocument::fromJson(QByteArray::fromStdString(ctl({"status", "--json"}).output)).object();
     EXPECT_EQ(status["items"].toInt(), 3);
     EXPECT_TRUE(status["owner"].isNull());
-}
-
-// By a number, a title, the beginning of one, nothing at all, and an end of input.
-TEST_F(CommandTest, QuestionsOnTheTerminal) {
-    const std::pair<std::string, bool> rows[] = {{"2\n", false},  {"cancel\n", false}, {"c\n", false},
-                                                 {"\x04", false}, {"x\nr\n", true},    {"REMOVE\n", true},
-                                                 {"\n", true}};
-    for (const auto& [typed, removes] : rows) {
-        m_tree.makeFile("t/a");
-        ctl({"add", "t/a"});
-        Terminal terminal({bundledProgram("veilkeepctl"), "remove", "t/a"}, m_tree.root());
-        EXPECT_NE(terminal.readUntil("[1-2]: "), "");
-        terminal.type(typed);
-        EXPECT_EQ(terminal.waitForEnd(), removes ? 0 : 3) << typed;
-    }
 }
 
 // A batch ends after the item in hand, unless the signal was to be ignored from the start.

@@ -183,38 +183,5 @@ TEST_F(GroupCommandTest, HidesAndBringsBackGroupsAndAll) {
     EXPECT_TRUE(exists(b) && exists(c));
 }
 
-// What one command did the next one knows.
-TEST_F(GroupCommandTest, AutoHideFromCommandToCommand) {
-    const std::string a = m_tree.makeFile("t/a"), b = m_tree.makeFile("t/b"), other = m_tree.makeFile("t/c");
-    const std::string mark = OwnPlaces::current().dataDirectory + "/AutoHideItemsAreOut";
-    const CtlCall shown{{"autounhide"}, a + "\n" + b + "\n"};
-    const CtlCall shownAlready{{"autounhide"}, "", "The AutoHide groups are shown already.\n", 0};
-    const CtlCall hides{{"autohide"}, ""};
-    expectEach({
-        {{"add", "--group=Secret Pictures", a}, a + "\n"},
-        {{"add", "--group=Private Files", b}, b + "\n"},
-        {{"add", other}, other + "\n"},
-        {{"group", "autohide", "Secret Pictures", "on"}, ""},
-        hides,
-        {{"group", "autohide", "Private Files", "on"}, ""},
-    });
-    EXPECT_FALSE(exists(a));
-    EXPECT_TRUE(exists(b));
-    // That something is out does not mean that all is.
-    expectEach({{{"autounhide"}, a + "\n"}, shownAlready, hides});
-    EXPECT_FALSE(exists(a) || exists(b) || exists(mark));
-    EXPECT_TRUE(exists(other));
-    expectEach({{{"unhide", a}, a + "\n"}, {{"autounhide"}, b + "\n"}, shownAlready, hides, shown});
-    const std::string stuck = m_tree.makeFile("u/stuck");
-    m_tree.makeFile("u/.SYS_INDEX");
-    expectEach({{{"add", "--group=Private Files", stuck}, stuck + "\n"}});
-    const ProgramRun left = ctl({"autohide"});
-    EXPECT_EQ(left.exitStatus, 1);
-    EXPECT_TRUE(left.errors.starts_with("veilkeepctl: " + stuck + ": ")) << left.errors;
-    EXPECT_EQ(left.output, "");
-    EXPECT_FALSE(exists(a) || exists(b));
-    EXPECT_TRUE(exists(mark));
-}
-
 } // namespace
 } // namespace veilkeep::test
