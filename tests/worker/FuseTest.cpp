@@ -51,33 +51,6 @@ protected:
     bool m_isMounted = false;
 };
 
-TEST_F(FuseTest, MovesAndFinishesWhatWasCutOff) {
-    if (!straceWorks())
-        GTEST_SKIP() << "strace cannot trace here";
-    // The number of links, which tells a second name, must not be one of a second ago.
-    if (const std::string reason = mount({"-o", "attr_timeout=0"}); !reason.empty())
-        GTEST_SKIP() << reason;
-    makeItems();
-    struct Row {
-        const std::string& path;
-        std::string unhideKilledAt;
-    };
-    for (const auto& [path, unhideKilledAt] : {Row{m_file, "unlinkat"}, Row{m_folder, "renameat"}}) {
-        SCOPED_TRACE(path);
-        const std::string hidden = hiddenPathOf(path);
-        expectHidden(work("-hide", path), path);
-        EXPECT_EQ(workKilledAt(unhideKilledAt, "-unhide", hidden).signal, SIGKILL);
-        EXPECT_TRUE(exists(path) && exists(hidden));
-        EXPECT_EQ(work("-unhide", hidden).output, "NewFilename: " + path);
-        EXPECT_EQ(workKilledAt("renameat", "-hide", path).signal, SIGKILL);
-        EXPECT_TRUE(exists(path) && exists(hidden));
-        const auto healed = healHalfDoneMove(path);
-        EXPECT_TRUE(healed && *healed);
-        EXPECT_TRUE(exists(path) && !exists(hidden));
-    }
-    EXPECT_EQ(readFile(m_file) + readFile(m_folder + "/file.txt"), "contentcontent");
-}
-
 // There a placeholder looks like any folder.
 TEST_F(FuseTest, TakesNothingAwayWhereModesAreNotKept) {
     if (!straceWorks())

@@ -280,30 +280,6 @@ TEST_F(QuestionTest, AboutRecentItems) {
     }
 }
 
-// As the application has it done, which waits for the worker meanwhile.
-TEST_F(QuestionTest, IsAskedOnceInABatch) {
-    std::vector<std::string> paths;
-    std::string uris;
-    for (const char* const name : {"marker1", "marker2", "marker3", "marker4"}) {
-        paths.push_back(m_tree.makeFile("d/" + std::string(name)));
-        uris += "\"file://" + paths.back() + "\"";
-    }
-    m_tree.makeFile("home/.local/share/recently-used.xbel", uris);
-    const std::string worker = workerBeside("echo asked >>asked; echo No");
-    giveTreeAway();
-    EXPECT_TRUE(runInChild([&] {
-        becomePerson();
-        CloakWorkerComunicator comunicator(worker, m_tree.path("InProgress"));
-        comunicator.setMayAsk(true);
-        for (std::size_t index = 0; index < paths.size(); ++index) {
-            if (index + 1 < paths.size())
-                comunicator.expect(WorkerOperation::Hide, paths[index + 1]);
-            EXPECT_EQ(comunicator.hideFileWithPath(paths[index]).newFileName(), hiddenPathOf(paths[index]));
-        }
-    }));
-    EXPECT_EQ(readFile(m_tree.path("asked")), "asked\n");
-}
-
 TEST_F(OpenQuestionTest, EndsWhenTheUserLeaves) {
     const std::string path = makeConflict();
     giveTreeAway();

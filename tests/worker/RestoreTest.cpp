@@ -80,33 +80,6 @@ TEST_F(RestoreTest, WhatCannotBeDoneIsAnError) {
     EXPECT_EQ(run.output, "Error: 3") << "the records could not be written";
 }
 
-// Posted when there are records, and only when they can be read already; never without any.
-TEST_F(RestoreTest, NoticeComesAfterTheRecords) {
-    if (::access("/usr/bin/dbus-run-session", X_OK) != 0)
-        GTEST_SKIP() << "dbus-run-session is not installed";
-    if (!straceWorks())
-        GTEST_SKIP() << "strace cannot trace here";
-    m_tree.makeFile("t/.SYS_INDEX/a");
-    m_tree.makeFile("t/b/.SYS_INDEX/c");
-    m_tree.makeDirectory("empty");
-    const auto callsOf = [&](const std::string& directory) {
-        const std::string calls = m_tree.path("calls");
-        const ProgramRun run =
-            runProgram({"/usr/bin/timeout", "30", "/usr/bin/dbus-run-session", "--", "/usr/bin/strace", "-f",
-                        "-e", "trace=renameat,execve", "-o", calls, bundledProgram("cloakWorker"), "-p",
-                        "-restore", m_tree.path(directory)});
-        EXPECT_EQ(run.exitStatus, 1) << run.errors;
-        return readFile(calls);
-    };
-    const std::string calls = callsOf("t");
-    const auto posted = calls.find("execve(\"/usr/bin/dbus-send");
-    ASSERT_NE(posted, std::string::npos) << calls;
-    EXPECT_EQ(calls.find("execve(\"/usr/bin/dbus-send", posted + 1), std::string::npos) << calls;
-    EXPECT_EQ(recorded().size(), 2u);
-    EXPECT_LT(calls.rfind("renameat("), posted) << "a record was put in place after the notice";
-    EXPECT_EQ(callsOf("empty").find("dbus-send"), std::string::npos);
-}
-
 TEST_F(RestoreTest, IsNotHeldUpByABusThatDoesNotAnswer) {
     m_tree.makeFile("t/.SYS_INDEX/a");
     ASSERT_EQ(::chdir(m_tree.root().c_str()), 0); // the address of a socket holds little

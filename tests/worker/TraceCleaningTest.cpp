@@ -1,7 +1,6 @@
 #include "core/base/FileUri.h"
 #include "core/log/Log.h"
 #include "core/names/TraceNames.h"
-#include "core/protocol/CloakWorkerComunicator.h"
 #include "core/storage/UserDefaults.h"
 #include "tests/support/WaitUntil.h"
 #include "tests/worker/WorkerFixture.h"
@@ -34,35 +33,6 @@ protected:
         return runProgram({worker, "-p", "-i", "-hide", "-removeRecents", path});
     }
 };
-
-// Where cloakTraces is missing the log tells that it was to be started, before the worker ends.
-TEST_F(TraceCleaning, IsWantedOrNot) {
-    const std::string worker = workerBeside("");
-    const struct {
-        TraceWishes wishes;
-        bool isWanted;
-    } rows[] = {
-        {{std::nullopt, false}, true}, {{true, false}, true}, {{false, false}, false}, {{true, true}, false}};
-    CloakWorkerComunicator comunicator(worker, m_tree.path("InProgress"));
-    const std::string item = m_tree.path("d/marker.txt");
-    remember(item);
-    for (const auto& row : rows) {
-        m_tree.makeFile("d/marker.txt");
-        comunicator.setTraceWishes(row.wishes);
-        EXPECT_EQ(comunicator.hideFileWithPath(item).errorCode(), 0);
-        EXPECT_EQ(exists(Log::shared().path()), row.isWanted);
-        std::filesystem::remove(Log::shared().path());
-        std::filesystem::remove_all(m_tree.path("d/.SYS_INDEX"));
-    }
-    m_tree.makeFile("d/marker.txt");
-    expectHidden(runProgram({worker, "-p", "-i", "-hide", item}), item);
-    EXPECT_FALSE(exists(Log::shared().path())) << "nobody asked for it";
-    m_tree.makeFile("d/other");
-    expectHidden(hide(worker, m_tree.path("d/other")), m_tree.path("d/other"));
-    EXPECT_FALSE(exists(Log::shared().path())) << "there is no trace of it";
-    expectError(hide(worker, m_tree.path("d/marker")), 2);
-    EXPECT_FALSE(exists(Log::shared().path())) << "nothing was hidden";
-}
 
 // The one that waits for the worker reads its output to the end.
 TEST_F(TraceCleaning, NobodyWaitsForIt) {
