@@ -1,6 +1,5 @@
 #include "platform/linux/ProcessSoundPlayer.h"
 
-#include "core/log/Log.h"
 #include "tests/support/ScratchTree.h"
 #include "tests/support/WaitUntil.h"
 
@@ -68,21 +67,6 @@ TEST_F(ProcessSoundPlayerTest, PlaysEachFileOnceAtATime) {
     m_player.reset();
     EXPECT_FALSE(isThere(played()[1]));
     EXPECT_FALSE(isThere(played()[2]));
-}
-
-TEST_F(ProcessSoundPlayerTest, TakesTheOtherPlayer) {
-    install("paplay");
-    m_player->play("/a.aiff");
-    ASSERT_TRUE(waitForPlayed(1));
-    EXPECT_EQ(played()[0].what, "paplay /a.aiff");
-}
-
-TEST_F(ProcessSoundPlayerTest, IsSilentWithoutAPlayer) {
-    m_player->play("/a.aiff");
-    m_player->play("/a.aiff");
-    const std::string log = test::readFile(Log::shared().path());
-    EXPECT_NE(log.find("No sounds"), std::string::npos);
-    EXPECT_EQ(log.find("No sounds"), log.rfind("No sounds"));
 }
 
 } // namespace

@@ -199,19 +199,6 @@ TEST_F(RequestServiceTest, GivesUpOnAnOwnerThatHangs) {
     EXPECT_EQ(client.run({"echo", {}, {}}, m_caller), RequestStatus::OwnerSilent);
 }
 
-TEST_F(RequestServiceTest, TheSecondOwnerLearnsThatItIsNone) {
-    startOwner();
-    class Nobody : public RequestHandler {
-        void handle(const Request&, RequestCaller&, Done) override { ADD_FAILURE(); }
-    } handler;
-    RequestService second(handler);
-    const Result<void> started = second.start();
-    ASSERT_FALSE(started);
-    EXPECT_EQ(started.error().systemError, EEXIST);
-    EXPECT_EQ(run("other"), RequestStatus::WrongUsage);
-    EXPECT_EQ(m_caller.messages, QStringList("unknown"));
-}
-
 // Speaks to the owner without the client's care.
 class RawCallerTest : public RequestServiceTest {
 protected:

@@ -42,7 +42,6 @@ TrayEntry entryFrom(const QDBusArgument& argument) {
     entry.isEnabled = properties.value("enabled", true).toBool();
     entry.isVisible = properties.value("visible", true).toBool();
     entry.isSeparator = properties.value("type").toString() == "separator";
-    entry.isChecked = properties.value("toggle-state").toInt() == 1;
     for (const QVariant& child : children)
         entry.children.push_back(entryFrom(child.value<QDBusArgument>()));
     return entry;
@@ -84,10 +83,6 @@ QStringList FakeTray::items() const {
     return m_watcher ? m_watcher->items() : QStringList();
 }
 
-int FakeTray::registrations() const {
-    return m_watcher ? m_watcher->registrations() : 0;
-}
-
 QDBusMessage FakeTray::ask(const QString& path, const QString& interface, const QString& method,
                            const QVariantList& arguments) {
     if (items().isEmpty())
@@ -106,25 +101,6 @@ QVariant FakeTray::property(const QString& name) {
     const QDBusMessage answer =
         ask(itemPath, "org.freedesktop.DBus.Properties", "Get", {QString(itemInterface), name});
     return answer.arguments().value(0).value<QDBusVariant>().variant();
-}
-
-QString FakeTray::toolTip() {
-    const auto argument = property("ToolTip").value<QDBusArgument>(); // "(sa(iiay)ss)"
-    QString icon, title;
-    argument.beginStructure();
-    argument >> icon;
-    argument.beginArray();
-    while (!argument.atEnd()) {
-        int width = 0, height = 0;
-        QByteArray pixels;
-        argument.beginStructure();
-        argument >> width >> height >> pixels;
-        argument.endStructure();
-    }
-    argument.endArray();
-    argument >> title;
-    argument.endStructure();
-    return title;
 }
 
 void FakeTray::click() {
@@ -175,11 +151,6 @@ bool FakeTray::choose(const QStringList& path) {
     }
     tellMenu(chosen, "clicked");
     return true;
-}
-
-void FakeTray::openMenu() {
-    entriesOf(0);
-    tellMenu(0, "opened");
 }
 
 void FakeTray::closeMenu() {

@@ -22,7 +22,6 @@ struct TrayEntry {
     bool isEnabled = true;
     bool isVisible = true;
     bool isSeparator = false;
-    bool isChecked = false;
     std::vector<TrayEntry> children;
 };
 
@@ -41,16 +40,13 @@ public:
 
     // Of those that registered since the start the ones that are still on the bus, by their unique names.
     QStringList items() const;
-    int registrations() const; // in all
 
     // Of the latest item.
     QVariant property(const QString& name);
-    QString toolTip();
     void click();
     std::vector<TrayEntry> menu();        // opens it, and closes it again
     QStringList labels();                 // of the visible entries in it, "-" for a separator
     bool choose(const QStringList& path); // labels, from the menu inwards; does not tell that it is closed
-    void openMenu();
     void closeMenu();
 
 private:

@@ -51,7 +51,6 @@ void FakeTrayWatcher::RegisterStatusNotifierItem(const QString& /*service*/) {
         m_items.removeAll(item);
         m_items.append(item);
     }
-    ++m_registrations;
     emit StatusNotifierItemRegistered(item);
 }
 

@@ -27,7 +27,6 @@ public:
     bool hasHost() const { return m_hasHost; }
     void setHost(bool isThere); // any thread
     QStringList items() const;  // any thread
-    int registrations() const { return m_registrations; }
     static int protocolVersion() { return 0; }
 
 signals:
@@ -42,7 +41,6 @@ private:
     QDBusConnection m_connection;
     QDBusServiceWatcher m_leaving;
     std::atomic<bool> m_hasHost = true;
-    std::atomic<int> m_registrations = 0;
     mutable std::mutex m_mutex;
     QStringList m_items;
 };
