@@ -1,7 +1,6 @@
 #include "core/log/Log.h"
 
 #include "core/base/UniqueFd.h"
-#include "tests/support/PrivateMount.h"
 #include "tests/support/RunInChild.h"
 #include "tests/support/ScratchTree.h"
 
@@ -121,26 +120,6 @@ TEST(Log, DropsQuietlyWhatItCannotWrite) {
         Log(path).write("text");
     EXPECT_EQ(readFile(tree.path("bait")), "untouched");
     EXPECT_FALSE(test::exists("relative"));
-}
-
-TEST(Log, WritesWholeLinesOnAFullDisk) {
-    if (::geteuid() != 0)
-        GTEST_SKIP() << "only root can mount";
-    const ScratchTree tree;
-    const std::string disk = tree.makeDirectory("disk");
-    EXPECT_TRUE(test::runInChild([&] {
-        const test::PrivateMount mount("some", disk, "tmpfs", 0, "size=16k");
-        ASSERT_EQ(mount.whyMissing(), "");
-        Log log(disk + "/log");
-        const std::string text(700, 'x');
-        for (int i = 0; i < 50; ++i)
-            log.write(text);
-        const auto texts = textsIn(log.path());
-        EXPECT_GT(texts.size(), 5U);
-        EXPECT_LT(texts.size(), 50U);
-        for (const std::string& line : texts)
-            EXPECT_EQ(line, text);
-    }));
 }
 
 // Another program that holds the lock and does not move on costs time, not lines.

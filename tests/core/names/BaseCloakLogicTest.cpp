@@ -7,18 +7,6 @@
 namespace veilkeep {
 namespace {
 
-TEST(BaseCloakLogic, FindsTheHiddenDirectory) {
-    const std::pair<std::string, std::optional<std::string>> rows[] = {
-        {"/x/.SYS_INDEX/y/.SYS_INDEX/z", "/x/.SYS_INDEX/y/.SYS_INDEX"},
-        {"/x/.SYS_INDEX", "/x/.SYS_INDEX"},
-        {"/x/my.SYS_INDEXes/z", "/x/my.SYS_INDEX"}, // goes by the bare text
-        {"/x/y", std::nullopt},
-        {"", std::nullopt},
-    };
-    for (const auto& [path, directory] : rows)
-        EXPECT_EQ(BaseCloakLogic::cloakDirectory(path), directory) << path;
-}
-
 TEST(BaseCloakLogic, NamesEveryLevelBack) {
     const std::pair<std::string, std::string> rows[] = {
         {"/Users/u/.SYS_INDEX/scoD/.SYS_INDEX/troper.pdf", "/Users/u/Docs/report.pdf"},

@@ -58,20 +58,6 @@ TEST(WorkerAnswer, ReadsStatusThenMarker) {
             << row.status << " " << row.output;
 }
 
-TEST(WorkerAnswer, ReadsTheOutputAlone) {
-    const std::string longName(1300 - 13, 'n'), shortName(512 - 13, 'n');
-    const std::pair<std::string, std::optional<CloakWorkerResult>> rows[] = {
-        {"NewFilename: " + shortName, named(shortName)},
-        {"NewFilename: " + longName, named(longName)},
-        {"Error: 4\nNewFilename: /a", named("/a")},
-        {"NewFilename: /a Error: 4", named("/a Error: 4")},
-        {"", std::nullopt},
-        {"NewFilename:/a", std::nullopt},
-    };
-    for (const auto& [output, expected] : rows)
-        EXPECT_EQ(workerAnswer(output), expected) << output;
-}
-
 TEST(WorkerAnswer, ReadsTheIntegerValueOfAnError) {
     const std::pair<std::string, int> rows[] = {
         {"3", 3},

@@ -53,8 +53,6 @@ TEST(File, HoldsTheStoredKeys) {
          properties("b.txt", hidden, hidden, 5, -1, true, aliasValue(hidden))},
         {"hidden", File::initWithOriginalPath(visible, hidden, 1),
          properties("b.txt", hidden, visible, 5, 1, true, aliasValue(hidden))},
-        {"hidden, class constructor", File::fileWithPath(hidden, visible, 1),
-         properties("b.txt", hidden, visible, 5, 1, true, aliasValue(hidden))},
         {"folder", File::fileWithPath(folder),
          properties("folder", folder, folder, unknownFileSize, 0, false, aliasValue(folder))},
         {"link to a folder", File::fileWithPath(link),

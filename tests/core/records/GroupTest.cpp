@@ -23,9 +23,7 @@ TEST(Group, HoldsTheStoredKeys) {
     plain.set("AutoHide", false);
     EXPECT_EQ(Group().properties(), plain);
     EXPECT_EQ(Group::initWithName("Work", 5).properties(), named("Work", 5, false));
-    EXPECT_EQ(Group::groupWithName("Work", 5).properties(), named("Work", 5, false));
     EXPECT_EQ(Group::initWithHeaderRowWithName("GROUPS").properties(), named("GROUPS", 0, true));
-    EXPECT_EQ(Group::headerGroupWithName("GROUPS").properties(), named("GROUPS", 0, true));
 }
 
 TEST(Group, KeepsUnknownKeys) {

@@ -43,6 +43,11 @@ protected:
         return contents;
     }
 
+    static std::vector<std::string> damagedContents() {
+        const std::string whole = *writePropertyList({{"key", true}});
+        return {"", "no property list", whole.substr(0, whole.size() / 2), std::string(2 << 20, 'x')};
+    }
+
     ScratchTree tree;
 };
 
@@ -120,10 +125,7 @@ TEST_F(UserDefaultsTest, ThreadsReadWhatIsBeingStored) {
 }
 
 TEST_F(UserDefaultsTest, KeepsADamagedFile) {
-    const std::string whole = *writePropertyList({{"key", true}});
-    const std::string rows[] = {"", "no property list", whole.substr(0, whole.size() / 2),
-                                std::string(2 << 20, 'x')};
-    for (const std::string& row : rows) {
+    for (const std::string& row : damagedContents()) {
         SCOPED_TRACE(row.substr(0, 20));
         std::filesystem::remove_all(tree.home() + "/.config");
         tree.makeFile("home/.config/com.ostrel.Veilkeep.plist", row);
@@ -149,11 +151,8 @@ TEST_F(UserDefaultsTest, PutsADamagedFileAsideOnce) {
     store({{"key", true}});
     EXPECT_EQ(*defaults.keepDamagedAside(), std::nullopt);
     EXPECT_EQ(defaults.boolean("key"), true);
-    const std::string whole = readFile(path());
-    const std::string rows[] = {"", "no property list", whole.substr(0, whole.size() / 2),
-                                std::string(2 << 20, 'x')};
     std::size_t number = 0;
-    for (const std::string& row : rows) {
+    for (const std::string& row : damagedContents()) {
         SCOPED_TRACE(row.substr(0, 20));
         tree.makeFile("home/.config/com.ostrel.Veilkeep.plist", row);
         const auto kept = defaults.keepDamagedAside();
