@@ -161,29 +161,12 @@ TEST_F(FileListActionsTest, MenuItemsFollowTheSelection) {
         EXPECT_EQ(actions->switchValue(), row.switchValue) << row.what;
         const auto tool = actions->validateToolbarItem(489);
         EXPECT_EQ(tool.isEnabled, !row.selected.empty()) << row.what;
-        EXPECT_EQ(tool.title, row.selected.size() < 2 ? "Remove Item" : "Remove Items") << row.what;
-        EXPECT_EQ(tool.toolTip, row.selected.size() < 2 ? "Remove selected item from the list"
-                                                        : "Remove selected items from the list");
         EXPECT_TRUE(actions->validateMenuItem(106, {}).isEnabled);
     }
     EXPECT_EQ(actions->validateMenuItem(106, "All Files").title, "Remove From List");
     EXPECT_EQ(actions->validateMenuItem(106, "Secret").title, "Remove From Group");
     EXPECT_TRUE(actions->validateMenuItem(107, {}).isEnabled);
     EXPECT_TRUE(actions->validateToolbarItem(1).isEnabled);
-}
-
-TEST_F(FileListActionsTest, TheContextMenuSelectsItsRowAlone) {
-    list({listedOnly("a"), listedOnly("b", File::Hidden), listedOnly("c", File::Hidden)});
-    auto& controller = world->list->filesController();
-    EXPECT_EQ(actions->menuState(1), 2);
-    EXPECT_EQ(controller.selectedCount(), 3u); // it was among them
-    controller.setSelectedObjects({at(0), at(2)});
-    EXPECT_EQ(actions->menuState(1), 1);
-    EXPECT_EQ(controller.selectedObjects(), std::vector<ListedFile>{at(1)});
-    EXPECT_EQ(actions->contextMenuSelectedItem(), 1);
-    for (const std::ptrdiff_t outside : {-1, 3})
-        EXPECT_EQ(actions->menuState(outside), 2);
-    EXPECT_EQ(controller.selectedObjects(), std::vector<ListedFile>{at(1)});
 }
 
 TEST_F(FileListActionsTest, TheSwitchOfTheMenuHidesUnlessAllIsHidden) {

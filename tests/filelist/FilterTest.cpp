@@ -1,5 +1,4 @@
 #include "filelist/FilesController.h"
-#include "filelist/FilterController.h"
 
 #include <gtest/gtest.h>
 
@@ -65,35 +64,6 @@ TEST(NamePattern, HostilePatternsEnd) {
         search += "a*a?";
     EXPECT_FALSE(NamePattern(search + "b")
                      .isIn(std::string(100'000, 'a'))); // would never end if it tried every division
-}
-
-TEST(FilterController, OneModeIsOnAndAGroupSetsAllBack) {
-    FilterController filter;
-    int modeChanges = 0, predicateChanges = 0;
-    QObject::connect(&filter, &FilterController::showModeChanged, [&] { ++modeChanges; });
-    QObject::connect(&filter, &FilterController::filterPredicateChanged, [&] { ++predicateChanges; });
-    const auto modes = [&] {
-        return std::vector{filter.showAll(), filter.showOnlyVisible(), filter.showOnlyHidden(),
-                           filter.showOnlyInconsistent()};
-    };
-    EXPECT_EQ(modes(), (std::vector{true, false, false, false}));
-    filter.setShowOnlyVisible(true);
-    EXPECT_EQ(modes(), (std::vector{false, true, false, false}));
-    filter.setShowOnlyInconsistent(true);
-    EXPECT_EQ(modes(), (std::vector{false, false, false, true}));
-    filter.setShowOnlyHidden(false);
-    filter.setShowOnlyHidden(true);
-    EXPECT_EQ(modes(), (std::vector{false, false, true, false}));
-    EXPECT_EQ(modeChanges, 4); // told though it stayed
-    EXPECT_EQ(predicateChanges, 3);
-
-    filter.setSearchText("tax");
-    predicateChanges = 0;
-    filter.setGroup(3);
-    EXPECT_EQ(modes(), (std::vector{true, false, false, false}));
-    EXPECT_TRUE(filter.searchText().isEmpty());
-    EXPECT_EQ(filter.filterPredicate().text(), "(properties.GroupID = 3)");
-    EXPECT_EQ(predicateChanges, 1); // never filtered by the new group and the old search
 }
 
 class FilesControllerTest : public ::testing::Test {
