@@ -6,7 +6,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <future>
 #include <optional>
 #include <utility>
 
@@ -52,8 +51,6 @@ protected:
                 m_openQuestion = call;
                 return {};
             }
-            if (m_questionMayEnd.valid())
-                m_questionMayEnd.wait();
             return call.createReply(QVariant::fromValue(m_afterQuestion));
         }
         if (call.member() == checkMethod && m_known)
@@ -80,7 +77,6 @@ protected:
     std::optional<QDBusMessage> m_openQuestion;
     PolkitResult m_held, m_afterQuestion;
     bool m_known = true;
-    std::future<void> m_questionMayEnd;
     std::optional<test::BusService> m_polkit;
 };
 
@@ -127,19 +123,6 @@ TEST_F(PolkitAuthorityTest, GivesUpWhatWasGrantedForAWhile) {
     EXPECT_EQ(m_polkit->calls(revokeMethod)[0].arguments(), QVariantList{QStringLiteral("tmp7")});
     m_known = false;
     EXPECT_EQ(authority.giveUp(action), Answer::Unavailable);
-}
-
-TEST_F(PolkitAuthorityTest, TicksWhileTheUserIsAsked) {
-    std::promise<void> end;
-    m_questionMayEnd = end.get_future();
-    m_held = askable;
-    m_afterQuestion = grantedForAWhile;
-    bool ticked = false;
-    PolkitAuthority authority(Tick([&] {
-        if (!std::exchange(ticked, true))
-            end.set_value();
-    }));
-    EXPECT_EQ(authority.check(action, Interaction::Allowed), Answer::Granted);
 }
 
 TEST_F(PolkitAuthorityTest, EndsAQuestionWhenToldSo) {
