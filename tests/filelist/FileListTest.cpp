@@ -72,47 +72,5 @@ TEST(FileListTest, AnswersAsScansInListOrderWould) {
     }
 }
 
-TEST(FileListTest, TellsOfEachChangeOnce) {
-    FileList list;
-    std::vector<std::string> told;
-    QObject::connect(&list, &FileList::wasAssigned, [&] { told.push_back("assigned"); });
-    QObject::connect(&list, &FileList::filesRemoved, [&] { told.push_back("removed"); });
-    QObject::connect(&list, &FileList::fileChanged, [&](const ListedFile&) { told.push_back("changed"); });
-    QObject::connect(&list, &FileList::filesAppended, [&](std::size_t first, std::size_t count) {
-        told.push_back("appended " + std::to_string(first) + " " + std::to_string(count));
-    });
-    const auto outsider = std::make_shared<const File>();
-    const std::tuple<const char*, std::function<void()>, std::vector<std::string>> rows[] = {
-        {"assign",
-         [&] {
-             list.assign({fileOf("/1", "/1"), fileOf("/2", "/2")});
-         },
-         {"assigned"}},
-        {"append",
-         [&] {
-             list.append({fileOf("/3", "/3"), fileOf("/4", "/4")});
-         },
-         {"appended 2 2"}},
-        {"append none", [&] { list.append(std::vector<File>()); }, {}},
-        {"change", [&] { list.change(list.all()[1], [](File& file) { file.setState(1); }); }, {"changed"}},
-        {"change nothing", [&] { list.change(list.all()[1], [](File& file) { file.setState(1); }); }, {}},
-        {"remove an outsider",
-         [&] {
-             list.remove(std::vector{outsider, ListedFile()});
-         },
-         {}},
-        {"remove all", [&] { list.remove(list.all()); }, {"removed"}},
-        {"remove none", [&] { list.remove({}); }, {}},
-    };
-    for (const auto& [name, act, expected] : rows) {
-        told.clear();
-        const std::uint64_t before = list.revision();
-        act();
-        EXPECT_EQ(told, expected) << name;
-        EXPECT_EQ(list.revision() != before, !expected.empty()) << name;
-    }
-    EXPECT_EQ(list.size(), 0U);
-}
-
 } // namespace
 } // namespace veilkeep

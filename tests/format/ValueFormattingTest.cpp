@@ -12,7 +12,6 @@
 #include <sys/stat.h>
 
 #include <cstdlib>
-#include <limits>
 
 namespace veilkeep {
 namespace {
@@ -78,24 +77,6 @@ TEST_F(ValueFormatting, SizesAndDatesAreWrittenAsTheLocaleHasIt) {
         EXPECT_EQ(ModificationDateValueTransformer::text(QDateTime::fromSecsSinceEpoch(instant.seconds)),
                   date);
     }
-}
-
-TEST_F(ValueFormatting, SumsPassOverUnknownSizes) {
-    const std::uint64_t unknown = std::numeric_limits<std::uint64_t>::max();
-    const std::pair<Value, QString> rows[] = {
-        {unknown, "N/A"},
-        {std::int64_t{-1}, "N/A"},
-        {std::int64_t{1000}, "4 KB"},
-        {4000.5, "8 KB"},
-        {ValueList{std::int64_t{-1}, std::int64_t{1000}}, "4 KB"},
-        {ValueList{unknown, unknown}, "Zero KB"},
-        {ValueList{std::int64_t{500'000}, std::uint64_t{1'000'000}}, "1.5 MB"},
-        {ValueList{}, "Zero KB"},
-        {"4000", "Zero KB"},
-        {Null(), "Zero KB"},
-    };
-    for (const auto& [value, text] : rows)
-        EXPECT_EQ(SizeToStringValueTransformer::transformedValue(value), text) << text.toStdString();
 }
 
 TEST_F(ValueFormatting, FoldersTellHowMuchIsInThem) {
