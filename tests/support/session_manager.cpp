@@ -1,6 +1,5 @@
 // An X11 session manager for one client: prints where it listens, logs its user out as soon as the client has
-// registered, and prints what the client does about it: "saved" or "not saved", perhaps
-// after "asks the user" and "cancels the logout".
+// registered, and prints what the client says then: "saved" or "not saved".
 
 #include <X11/ICE/ICElib.h>
 #include <X11/SM/SMlib.h>
@@ -42,16 +41,6 @@ void saved(SmsConn connection, SmPointer, int isSaved) {
     SmsDie(connection);
 }
 
-void allowToAsk(SmsConn connection, SmPointer, int) {
-    say("asks the user");
-    SmsInteract(connection);
-}
-
-void asked(SmsConn, SmPointer, int isCancelled) {
-    if (isCancelled)
-        say("cancels the logout");
-}
-
 void closed(SmsConn connection, SmPointer, int count, char** reasons) {
     SmFreeReasons(count, reasons);
     SmsCleanUp(connection);
@@ -67,13 +56,10 @@ void setProperties(SmsConn, SmPointer, int count, SmProp** properties) {
 }
 
 int takeClient(SmsConn, SmPointer, unsigned long* mask, SmsCallbacks* callbacks, char**) {
-    *mask = SmsRegisterClientProcMask | SmsInteractRequestProcMask | SmsInteractDoneProcMask |
-            SmsSaveYourselfRequestProcMask | SmsSaveYourselfP2RequestProcMask | SmsSaveYourselfDoneProcMask |
-            SmsCloseConnectionProcMask | SmsSetPropertiesProcMask | SmsDeletePropertiesProcMask |
-            SmsGetPropertiesProcMask;
+    *mask = SmsRegisterClientProcMask | SmsSaveYourselfRequestProcMask | SmsSaveYourselfP2RequestProcMask |
+            SmsSaveYourselfDoneProcMask | SmsCloseConnectionProcMask | SmsSetPropertiesProcMask |
+            SmsDeletePropertiesProcMask | SmsGetPropertiesProcMask;
     callbacks->register_client.callback = registerClient;
-    callbacks->interact_request.callback = allowToAsk;
-    callbacks->interact_done.callback = asked;
     callbacks->save_yourself_request.callback = [](SmsConn, SmPointer, int, int, int, int, int) {};
     callbacks->save_yourself_phase2_request.callback = [](SmsConn connection, SmPointer) {
         SmsSaveYourselfPhase2(connection);

@@ -47,12 +47,6 @@ private:
             tell(given ? "given " + given->toStdString() : "nothing");
             return RequestStatus::AllWell;
         }
-        if (request.command == QLatin1String("password and take back")) {
-            QTimer::singleShot(0, &m_context, [&caller] { caller.cancelQuestion(); });
-            const auto given = caller.askPassword("first", 0);
-            tell(given ? "given" : "nothing");
-            return RequestStatus::AllWell;
-        }
         if (request.command == QLatin1String("wait")) {
             caller.message("waits");
             return waitUntil([&] { return caller.isCancelled(); }) ? RequestStatus::SomeFailed
