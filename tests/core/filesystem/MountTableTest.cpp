@@ -60,5 +60,26 @@ TEST(MountTable, FindsTheMountThatHoldsAPath) {
     EXPECT_EQ(circle.mountHolding("/a"), nullptr);
 }
 
+TEST(MountTable, TellsThePathOnTheVolume) {
+    const struct {
+        std::string root, mountPoint, path, onVolume;
+    } rows[] = {
+        {"/", "/", "/a/b", "/a/b"},
+        {"/", "/", "/", "/"},
+        {"/", "/mnt", "/mnt/a", "/a"},
+        {"/", "/mnt", "/mnt", "/"},
+        {"/@home", "/home", "/home", "/@home"},
+        {"/@home", "/home", "/home/u/a", "/@home/u/a"},
+        {"/sub", "/", "/a", "/sub/a"},
+        {"/sub", "/", "/", "/sub"},
+    };
+    for (const auto& row : rows) {
+        Mount mount;
+        mount.root = row.root;
+        mount.mountPoint = row.mountPoint;
+        EXPECT_EQ(pathOnVolume(mount, row.path), row.onVolume) << row.root << " at " << row.mountPoint;
+    }
+}
+
 } // namespace
 } // namespace veilkeep

@@ -1,8 +1,10 @@
 #include "core/log/Log.h"
 
 #include "core/base/UniqueFd.h"
+#include "tests/support/PrivateMount.h"
 #include "tests/support/RunInChild.h"
 #include "tests/support/ScratchTree.h"
+#include "tests/support/WaitUntil.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -10,6 +12,7 @@
 #include <sys/stat.h>
 
 #include <cerrno>
+#include <filesystem>
 #include <map>
 #include <sstream>
 #include <thread>
@@ -51,6 +54,17 @@ TEST(Log, SharedLogLiesInTheStateDirectory) {
         EXPECT_EQ(textsIn(directory + "/Veilkeep.log"), (std::vector<std::string>{"first", "second"}));
         EXPECT_EQ(modeOf(directory + "/Veilkeep.log"), 0600U);
         EXPECT_EQ(modeOf(directory), 0700U);
+    }));
+}
+
+TEST(Log, RootWritesNothingForAnotherUser) {
+    if (::geteuid() != 0)
+        GTEST_SKIP() << "only root acts for others";
+    const ScratchTree tree;
+    EXPECT_TRUE(test::runInChild([&] {
+        ::setenv("PKEXEC_UID", "65534", 1);
+        logLine("text");
+        EXPECT_TRUE(Log::shared().path().empty());
     }));
 }
 
@@ -122,6 +136,26 @@ TEST(Log, DropsQuietlyWhatItCannotWrite) {
     EXPECT_FALSE(test::exists("relative"));
 }
 
+TEST(Log, WritesWholeLinesOnAFullDisk) {
+    if (::geteuid() != 0)
+        GTEST_SKIP() << "only root can mount";
+    const ScratchTree tree;
+    const std::string disk = tree.makeDirectory("disk");
+    EXPECT_TRUE(test::runInChild([&] {
+        const test::PrivateMount mount("some", disk, "tmpfs", 0, "size=16k");
+        ASSERT_EQ(mount.whyMissing(), "");
+        Log log(disk + "/log");
+        const std::string text(700, 'x');
+        for (int i = 0; i < 50; ++i)
+            log.write(text);
+        const auto texts = textsIn(log.path());
+        EXPECT_GT(texts.size(), 5U);
+        EXPECT_LT(texts.size(), 50U);
+        for (const std::string& line : texts)
+            EXPECT_EQ(line, text);
+    }));
+}
+
 // Another program that holds the lock and does not move on costs time, not lines.
 TEST(Log, GoesOnWhileAnotherHoldsTheLock) {
     const ScratchTree tree;
@@ -131,6 +165,30 @@ TEST(Log, GoesOnWhileAnotherHoldsTheLock) {
     ASSERT_EQ(::flock(holder.get(), LOCK_EX), 0);
     log.write("second");
     EXPECT_EQ(textsIn(log.path()), (std::vector<std::string>{"first", "second"}));
+}
+
+int openCount(const std::string& path) {
+    int count = 0;
+    for (const auto& entry : std::filesystem::directory_iterator("/proc/self/fd")) {
+        std::error_code closedMeanwhile;
+        count += std::filesystem::read_symlink(entry.path(), closedMeanwhile) == path ? 1 : 0;
+    }
+    return count;
+}
+
+TEST(Log, FollowsATurnOverThatItWaitedFor) {
+    const ScratchTree tree;
+    Log log(tree.path("log"), std::chrono::minutes(1));
+    log.write("old");
+    UniqueFd holder(::open(log.path().c_str(), O_RDONLY | O_CLOEXEC));
+    ASSERT_EQ(::flock(holder.get(), LOCK_EX), 0);
+    std::thread writer([&] { log.write("new"); });
+    EXPECT_TRUE(test::waitUntil([&] { return openCount(log.path()) == 2; }));
+    std::filesystem::rename(log.path(), tree.path("log.1"));
+    holder.reset();
+    writer.join();
+    EXPECT_EQ(textsIn(tree.path("log.1")), std::vector<std::string>{"old"});
+    EXPECT_EQ(textsIn(log.path()), std::vector<std::string>{"new"});
 }
 
 } // namespace
