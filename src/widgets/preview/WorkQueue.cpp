@@ -6,6 +6,8 @@
 #include <unistd.h>
 
 #include <chrono>
+#include <cstdio>
+#include <cstdlib>
 #include <deque>
 #include <exception>
 #include <mutex>
@@ -20,6 +22,13 @@ namespace {
 constexpr std::chrono::milliseconds idleThreadLife = std::chrono::seconds(5);
 constexpr std::chrono::milliseconds patienceAtTheEnd{300};
 constexpr int niceness = 10;
+
+// The end of a process takes away what its libraries hold, plugins of images among them, while work that was
+// left behind may be using it. So nothing is taken away any more.
+void endAtOnce(int status, void*) {
+    std::fflush(nullptr);
+    ::_exit(status);
+}
 
 } // namespace
 
@@ -59,8 +68,10 @@ WorkQueue::~WorkQueue() {
     dropWaiting();
     m_shared->stop.stop();
     m_shared->pool.clear();
-    if (!m_shared->pool.waitForDone(static_cast<int>(patienceAtTheEnd.count())))
-        m_shared.release(); // its end would wait: it stays
+    if (m_shared->pool.waitForDone(static_cast<int>(patienceAtTheEnd.count())))
+        return;
+    m_shared.release(); // its end would wait: it stays
+    ::on_exit(endAtOnce, nullptr);
 }
 
 void WorkQueue::add(Work work) {

@@ -21,7 +21,7 @@ public:
     explicit WorkQueue(int threads, std::size_t mostWaiting = 256);
 
     // What waits is dropped, what runs is told to stop. It is waited for, but not for long: work that does
-    // not stop goes on behind.
+    // not stop goes on behind, and the process then ends without destroying what is static.
     ~WorkQueue();
     WorkQueue(const WorkQueue&) = delete;
     WorkQueue& operator=(const WorkQueue&) = delete;
