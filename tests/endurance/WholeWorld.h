@@ -1,7 +1,7 @@
 #pragma once
 
 #include "tests/endurance/BadWorker.h"
-#include "tests/filelist/World.h"
+#include "tests/endurance/World.h"
 #include "tests/groups/GroupWorld.h"
 #include "tests/session/LeavingWorld.h"
 

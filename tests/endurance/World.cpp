@@ -1,4 +1,4 @@
-#include "tests/filelist/World.h"
+#include "tests/endurance/World.h"
 
 #include "core/base/PathText.h"
 #include "core/tracking/AliasRecord.h"

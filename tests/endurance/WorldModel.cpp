@@ -1,4 +1,4 @@
-#include "tests/filelist/WorldModel.h"
+#include "tests/endurance/WorldModel.h"
 
 #include "core/base/PathText.h"
 #include "core/names/HiddenName.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tests/filelist/WorldModel.h"
+#include "tests/endurance/WorldModel.h"
 #include "tests/support/ListWorld.h"
 
 #include <memory>
