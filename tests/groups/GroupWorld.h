@@ -31,9 +31,10 @@ public:
 
 // The groups with all that they work with, started, in a scratch home. Made anew it is the next start.
 struct GroupWorld {
-    explicit GroupWorld(ListWorldOptions options = {})
+    explicit GroupWorld(ListWorldOptions options = {}, bool withImages = true)
         : list(withSelection(options, selection)),
-          groups({file, *list.list, selection, mark, list.alerts, list.turns, &images}) {}
+          groups(
+              {file, *list.list, selection, mark, list.alerts, list.turns, withImages ? &images : nullptr}) {}
 
     // With what the groups' file is to bring; alerts are expected before.
     GroupWorld& started() {

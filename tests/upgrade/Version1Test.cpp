@@ -224,7 +224,7 @@ TEST_F(Version1Test, AStartKeepsAll) {
     const RecordArchive files = archiveIn(filesPath(), "files");
     const RecordArchive groups = archiveIn(GroupWorld::dataPath(), "groups");
     {
-        GroupWorld world;
+        GroupWorld world({}, false);
         world.list.list->load();
         world.groups.start();
         world.list.list->check();
