@@ -31,6 +31,14 @@ void BusQuestions::askBus(const char* method, const QVariantList& arguments, Ans
     ask(call, std::move(answered));
 }
 
+void BusQuestions::askForNames(const char* method, std::function<void(const QStringList& names)> take) {
+    askBus(method, {}, [take = std::move(take)](const QDBusMessage& answer) {
+        const QVariant names = answeredValue(answer, "as");
+        if (names.isValid())
+            take(names.toStringList());
+    });
+}
+
 void BusQuestions::letGo() {
     if (--m_open > 0 || std::exchange(m_isOver, true))
         return;

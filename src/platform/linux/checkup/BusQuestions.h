@@ -5,6 +5,7 @@
 #include <QDBusMessage>
 #include <QObject>
 #include <QString>
+#include <QStringList>
 #include <QVariantList>
 
 #include <functional>
@@ -26,6 +27,9 @@ public:
     using Answered = std::function<void(const QDBusMessage& answer)>;
     void ask(QDBusMessage call, Answered answered);
     void askBus(const char* method, const QVariantList& arguments, Answered answered);
+
+    // Names are taken only where the bus tells them.
+    void askForNames(const char* method, std::function<void(const QStringList& names)> take);
 
     // Something else than an answer is waited for, and came.
     void hold() { ++m_open; }

@@ -19,13 +19,7 @@ constexpr QLatin1String applicationService("com.ostrel.Veilkeep");
 
 void SessionBusCheckup::begin(SessionBusFacts& facts) {
     m_facts = &facts;
-    start([this] {
-        askBus("ListNames", {}, [this](const QDBusMessage& answer) {
-            const QVariant names = answeredValue(answer, "as");
-            if (names.isValid())
-                takeNames(names.toStringList());
-        });
-    });
+    start([this] { askForNames("ListNames", [this](const QStringList& names) { takeNames(names); }); });
 }
 
 void SessionBusCheckup::takeNames(const QStringList& names) {

@@ -32,14 +32,8 @@ SystemBusCheckup::SystemBusCheckup() : BusQuestions(BusLink::Bus::System) {
 void SystemBusCheckup::begin(SystemBusFacts& facts) {
     m_facts = &facts;
     start([this] {
-        askBus("ListNames", {}, [this](const QDBusMessage& answer) {
-            const QVariant names = answeredValue(answer, "as");
-            if (names.isValid())
-                takeNames(names.toStringList());
-        });
-        askBus("ListActivatableNames", {}, [this](const QDBusMessage& answer) {
-            takeStartable(answeredValue(answer, "as").toStringList());
-        });
+        askForNames("ListNames", [this](const QStringList& names) { takeNames(names); });
+        askForNames("ListActivatableNames", [this](const QStringList& names) { takeStartable(names); });
     });
 }
 
