@@ -108,7 +108,7 @@ ADApp::Start ADApp::takeList() {
     if (m_listBus->isConnected()) {
         const QDBusMessage yield = QDBusMessage::createMethodCall(requestService, requestObject,
                                                                   requestInterface, QStringLiteral("Yield"));
-        m_listBus->connection().call(yield, QDBus::BlockWithGui, withoutLimit); // an error: nobody has it
+        m_listBus->callWithEvents(yield); // an error: nobody has it
     }
     const OwnPlaces places = OwnPlaces::current();
     auto lock = ListOwnership::take(places.dataDirectory, listWait);

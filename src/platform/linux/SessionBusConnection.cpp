@@ -2,7 +2,10 @@
 
 #include "core/environment/SessionBus.h"
 #include "platform/linux/BusProbe.h"
+#include "platform/linux/BusRequest.h"
 
+#include <QDBusPendingCallWatcher>
+#include <QEventLoop>
 #include <QUuid>
 
 #include <unistd.h>
@@ -41,6 +44,15 @@ QDBusMessage SessionBusConnection::busCall(const QString& method, const QString&
 
 QDBusMessage SessionBusConnection::askBus(const QString& method, const QString& name) const {
     return m_connection.call(busCall(method, name), QDBus::Block, busLimit);
+}
+
+QDBusMessage SessionBusConnection::callWithEvents(const QDBusMessage& call) const {
+    const QDBusPendingCallWatcher answer(m_connection.asyncCall(call, withoutLimit));
+    QEventLoop loop;
+    QObject::connect(&answer, &QDBusPendingCallWatcher::finished, &loop, &QEventLoop::quit);
+    if (!answer.isFinished())
+        loop.exec(QEventLoop::ExcludeUserInputEvents);
+    return answer.reply();
 }
 
 bool SessionBusConnection::isOwnUsers(const QString& uniqueName) const {

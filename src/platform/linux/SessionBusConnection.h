@@ -22,6 +22,10 @@ public:
     QDBusMessage askBus(const QString& method, const QString& name) const;
     static QDBusMessage busCall(const QString& method, const QString& name); // the same, to be sent
 
+    // Works on events meanwhile, on the thread of the application, and has no limit. What QDBus::BlockWithGui
+    // does would wait for ever where the answer comes before its event loop is connected.
+    QDBusMessage callWithEvents(const QDBusMessage& call) const;
+
     // Whether the connection with this unique name belongs to the user of this process.
     bool isOwnUsers(const QString& uniqueName) const;
     static bool isOwnUser(const QDBusMessage& unixUser); // what "GetConnectionUnixUser" answered
