@@ -100,50 +100,23 @@ TEST(FilesViewControllerStoreTest, TellsOnceWhatWasFoundInTheListsPlace) {
 }
 
 TEST(FilesViewControllerStoreTest, MergesWhatIsNotListedYet) {
-    const struct {
-        const char* name;
-        bool intoOwnFile;
-        std::vector<File> source;
-        std::size_t brought;
-        Paths merged; // after the target's own
-    } rows[] = {
-        {"own",
-         true,
-         {fileOf("/h/x", "/x", 5, 1), fileOf("/v/2", "/v/2", 5), fileOf("/y", "/x", 5)},
-         1,
-         {"/x"}},
-        {"other", false, {fileOf("/h/x", "/x", 5, 1), fileOf("/V/2", "/V/2", 5)}, 2, {"/x", "/V/2"}},
-        {"empty", false, {}, 0, {}},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
-        StoreWorld world;
-        fill(world);
-        ASSERT_TRUE(world->list->saveDataToDisk());
-        const std::string target = row.intoOwnFile ? world.dataPath() : world.tree.path("target");
-        ASSERT_TRUE(world->list->saveFilesArrayToDisk(world->list->files().all(), target));
-        FileList source;
-        source.assign(row.source);
-        const std::string sourcePath = world.tree.path("source");
-        ASSERT_TRUE(world->list->saveFilesArrayToDisk(source.all(), sourcePath));
-        Paths expected = world.listed();
-        expected.insert(expected.end(), row.merged.begin(), row.merged.end());
-
-        const auto brought = world->list->mergeFilesInfoFile(target, sourcePath);
-        ASSERT_TRUE(brought);
-        EXPECT_EQ(*brought, row.brought);
-        FileList merged;
-        merged.assign(*world->list->readFilesInfoFileAtPath(target));
-        Paths found;
-        for (const ListedFile& file : merged.all())
-            found.emplace_back(file->originalPath());
-        EXPECT_EQ(found, expected);
-        EXPECT_EQ(merged.countOfGroup(5), 0U);
-        EXPECT_EQ(world->list->files().size(), row.intoOwnFile ? expected.size() : 7U);
-        EXPECT_EQ(*world->list->mergeFilesInfoFile(target, target), 0U);
-        for (const auto& entry : std::filesystem::recursive_directory_iterator(world.tree.root()))
-            EXPECT_EQ(entry.path().native().find(".damaged-"), std::string::npos) << entry.path();
+    StoreWorld world;
+    fill(world);
+    ASSERT_TRUE(world->list->saveDataToDisk());
+    Paths expected = world.listed();
+    expected.push_back("/x");
+    FileList source;
+    source.assign({fileOf("/h/x", "/x", 5, 1), fileOf("/v/2", "/v/2", 5), fileOf("/y", "/x", 5)});
+    const std::string sourcePath = world.tree.path("source");
+    ASSERT_TRUE(world->list->saveFilesArrayToDisk(source.all(), sourcePath));
+    for (const auto& [path, brought] : {std::pair(sourcePath, 1U), {world.dataPath(), 0U}}) {
+        EXPECT_EQ(world->list->mergeFilesInfoFile(world.dataPath(), path).value_or(99), brought);
+        EXPECT_EQ(world.listed(), expected);
+        EXPECT_EQ(world.saved(), expected);
+        EXPECT_EQ(world->list->files().countOfGroup(5), 0U);
     }
+    for (const std::string& name : test::namesIn(OwnPlaces::current().dataDirectory))
+        EXPECT_EQ(name.find(".damaged-"), std::string::npos) << name;
 }
 
 TEST(FilesViewControllerStoreTest, MergesNothingFromWhatItCannotRead) {
@@ -235,13 +208,11 @@ TEST(FilesViewControllerStoreTest, ManyThatAreMovedAreToldOfOnce) {
     const ListedFile staying = moved[500];
     std::erase(moved, staying);
     shown.setSelectedObjects(moved);
-    int selectionChanges = 0, arrangedChanges = 0;
-    QObject::connect(&shown, &FilesController::selectionChanged, [&] { ++selectionChanges; });
-    QObject::connect(&shown, &FilesController::arrangedObjectsChanged, [&] { ++arrangedChanges; });
+    int changes = 0;
+    for (const auto signal : {&FilesController::selectionChanged, &FilesController::arrangedObjectsChanged})
+        QObject::connect(&shown, signal, [&] { ++changes; });
     world->list->moveFiles(moved, 0);
-    EXPECT_EQ(selectionChanges, 1);
-    EXPECT_LE(arrangedChanges, 2);
-    EXPECT_EQ(shown.selectedCount(), 0U);
+    EXPECT_LE(changes, 3);
     EXPECT_EQ(shown.arrangedObjects(), FilesViewController::Files{staying});
 }
 

@@ -137,17 +137,6 @@ TEST_F(HideOperationsTest, BringsBackWhatIsInAHiddenFolder) {
     EXPECT_EQ(world.list->hideOperations().errors().back().errorCode, "Parent directory is hidden");
 }
 
-TEST_F(HideOperationsTest, TakesTheHiddenNameWithinANameForNothing) {
-    ListWorld world;
-    const ListedFile file = world.add(m_tree.makeFile("my.SYS_INDEXes/x.SYS_INDEX.txt"));
-    for (const int state : {File::Hidden, File::Visible}) {
-        EXPECT_TRUE(state == File::Hidden ? world.list->hideFiles({file}, true)
-                                          : world.list->unhideFiles({file}, true));
-        EXPECT_EQ(file->state(), state);
-    }
-    EXPECT_EQ(file->originalPath(), m_tree.path("my.SYS_INDEXes/x.SYS_INDEX.txt"));
-}
-
 // The worker's answer is not all that counts.
 TEST_F(HideOperationsTest, LooksAtTheDiskBeforeItCallsAnItemBroken) {
     struct Row {
@@ -177,15 +166,7 @@ TEST_F(HideOperationsTest, SavesBeforeAndAfterABatchAndHidesNothingWithoutThat) 
     const std::string listFile = OwnPlaces::current().dataDirectory + "/FilesInfo.Veilkeep";
     ListWorld world;
     const ListedFile file = world.add(m_tree.makeFile("t/a"));
-    bool isSwitchBound = false;
-    QObject::connect(&world.list->hideOperations(), &HideOperations::batchRunningChanged,
-                     [&](bool isRunning) { isSwitchBound = !isRunning; });
-    EXPECT_TRUE(world.list->hideFiles({}, false));
-    EXPECT_TRUE(isSwitchBound);
-    EXPECT_TRUE(exists(listFile)) << "an empty batch saves too";
-    EXPECT_TRUE(world.progressView.log().empty());
     ASSERT_TRUE(world.list->hideFiles({file}, false));
-    EXPECT_EQ(world.progressView.log().front(), "begin Hiding of files started. Please wait...");
     EXPECT_EQ(world.list->readFilesInfoFileAtPath(listFile)->front().state(), File::Hidden);
 
     EXPECT_TRUE(runInChild([&] {
@@ -290,16 +271,6 @@ TEST_F(HideOperationsTest, TakesInWhatWorkersLeftBehind) {
     ASSERT_TRUE(added);
     EXPECT_EQ(added->state(), 1);
     EXPECT_EQ(world.list->files().size(), 2U);
-}
-
-TEST_F(HideOperationsTest, KeepsTheAnswerAboutRecentItems) {
-    for (const auto& [answer, stored] : {std::pair("Yes", true), {"yes", false}, {"No", false}}) {
-        Notifications notifications;
-        ListWorld world({.notifications = &notifications});
-        ASSERT_TRUE(notifications.post("com.ostrel.Veilkeep.ShouldCleanRecents", answer));
-        EXPECT_EQ(UserDefaults().boolean("CleanRecentItems"), stored) << answer;
-        EXPECT_EQ(UserDefaults().boolean("CleanRecentItems_UserAcknowledged"), true);
-    }
 }
 
 } // namespace

@@ -16,7 +16,6 @@ public:
     void open(GroupEditController& controller) override {
         m_controller = &controller;
         isOpen = true;
-        ++timesOpened;
     }
     void run() override {
         steps(*m_controller);
@@ -35,7 +34,6 @@ public:
     void tell(const QString& text) override { line = text; }
 
     std::function<void(GroupEditController&)> steps = [](auto&) {};
-    int timesOpened = 0;
     bool isOpen = false, isOpenAfterSteps = false;
     Tab tab = Tab::ErrorExist;
     QString nameField, line;
@@ -69,46 +67,23 @@ struct EditWorld : EditScratch, GroupWorld {
     GroupEditController controller{{groups, view, images, keptIcons, [this] { return chosenFile; }}};
 };
 
-TEST(GroupEditTest, OpensWithWhatTheGroupHas) {
+TEST(GroupEditTest, OkLeavesWhatWasNotChanged) {
     EditWorld world;
-    const std::string file = world.tree.makeFile("photo.png", "photo");
-    world.groups.setNewName("With a photo", file, world.groups.addGroup());
     world.groups.setNewName("\xff bytes", "folder_private", world.autoHideGroup());
-    const struct {
-        std::string group;
-        QString name;
-        std::optional<std::size_t> icon;
-        std::string image;
-        bool autoHide, isTold;
-    } rows[] = {
-        {"Secret Pictures", "Secret Pictures", 2, "folder-pictures", false, false},
-        {"Private Files", "Private Files", 12, "folder_private", false, false},
-        {"With a photo", "With a photo", 0, "photo", false, true},
-        {"\xff bytes", "\\xff bytes", 12, "folder_private", true, false},
-    };
-    for (const auto& row : rows) {
-        bool wasOpen = false;
-        world.edit(row.group, [&](auto&) {
-            wasOpen = true;
-            EXPECT_EQ(world.view.tab, Tab::SetName) << row.group;
-            EXPECT_EQ(world.view.nameField, row.name) << row.group;
-            EXPECT_EQ(world.view.selected, row.icon) << row.group;
-            EXPECT_EQ(world.view.image, row.image) << row.group;
-            EXPECT_EQ(world.view.box, row.autoHide) << row.group;
-            EXPECT_EQ(!world.view.line.isEmpty(), row.isTold) << row.group;
-        });
-        EXPECT_TRUE(wasOpen) << row.group;
+    for (const std::string name : {"Secret Pictures", "\xff bytes"}) {
+        const Group before = *world.groups.groupForName(name);
+        const Group& after = world.edit(name, [](auto& controller) { controller.apply(); });
+        EXPECT_EQ(after.name(), name);
+        EXPECT_EQ(after.iconPath(), before.iconPath()) << name;
+        EXPECT_EQ(after.iconData(), before.iconData()) << name;
+        EXPECT_EQ(after.autoHide().value_or(false), before.autoHide().value_or(false)) << name;
     }
-    const auto names = world.names();
-    const int before = world.view.timesOpened;
+    world.view.steps = [](auto&) { ADD_FAILURE() << "it cannot be edited"; };
     for (const char* const fixed : {"All Files", "Custom Groups", "nobody's"}) {
         const ListedGroup group = world.groups.groupForName(fixed); // null for nobody's
-        world.view.steps = [](auto& controller) { controller.apply(); };
         world.controller.editGroup(group);
         world.controller.editCell(group, "x");
     }
-    EXPECT_EQ(world.view.timesOpened, before);
-    EXPECT_EQ(world.names(), names);
 }
 
 TEST(GroupEditTest, AppliesOrRefuses) {
@@ -132,11 +107,9 @@ TEST(GroupEditTest, AppliesOrRefuses) {
         Tab tab = Tab::SetName;
         bool isTold = false;
     } rows[] = {
-        {"nothing changed", [](auto& controller) { controller.apply(); }, own, ownIcon, ownIcon},
         {"another name", named("Letters"), "Letters", ownIcon, ownIcon},
         {"letter case", named("private files"), "private files", ownIcon, ownIcon},
         {"taken", named("Secret Pictures"), own, ownIcon, ownIcon, true, Tab::ErrorExist},
-        {"taken by the header row", named("Custom Groups"), own, ownIcon, ownIcon, true, Tab::ErrorExist},
         {"taken, back, another one",
          [&](auto& controller) {
              named("Secret Pictures")(controller);
@@ -146,7 +119,6 @@ TEST(GroupEditTest, AppliesOrRefuses) {
          },
          "Letters", ownIcon, ownIcon},
         {"empty", named(""), own, ownIcon, ownIcon, true, Tab::SetName, true},
-        {"blanks", named(" \t "), own, ownIcon, ownIcon, true, Tab::SetName, true},
         {"two lines", named("a\nb"), own, ownIcon, ownIcon, true, Tab::SetName, true},
         {"too long",
          [&](auto& controller) {
@@ -157,33 +129,10 @@ TEST(GroupEditTest, AppliesOrRefuses) {
         {"cancelled",
          [&](auto& controller) { view.nameField = "Letters", view.selected = 2, controller.cancel(); }, own,
          ownIcon, ownIcon},
-        {"of the list",
-         [&](auto& controller) {
-             view.selected = 2, controller.setFromList();
-             EXPECT_EQ(view.image, "folder-pictures");
-             controller.apply();
-         },
-         own, "folder-pictures", "folder-pictures"},
-        {"a file",
-         [&](auto& controller) {
-             choose(controller, photo);
-             EXPECT_EQ(view.image, "photo");
-             controller.apply();
-         },
-         own, photo, "photo"},
-        {"a file, then of the list",
-         [&](auto& controller) {
-             choose(controller, photo);
-             view.selected = 2, controller.setFromList();
-             EXPECT_FALSE(view.line.isEmpty());
-             controller.apply();
-         },
-         own, photo, "photo", false, Tab::SetName, true},
         {"no image",
          [&](auto& controller) {
              choose(controller, empty);
              EXPECT_EQ(view.image, ownIcon);
-             EXPECT_EQ(controller.newIconPath(), "");
              EXPECT_FALSE(view.line.isEmpty());
              controller.apply();
          },
@@ -199,23 +148,6 @@ TEST(GroupEditTest, AppliesOrRefuses) {
              EXPECT_EQ(view.image, ownIcon);
          },
          own, ownIcon, ownIcon, true, Tab::SetName, true},
-        {"an image without a file",
-         [&](auto& controller) {
-             controller.takeImage("drawn");
-             EXPECT_EQ(view.image, "drawn");
-             controller.apply();
-         },
-         own, world.kept("Icon.png"), "drawn"},
-        {"reset",
-         [&](auto& controller) {
-             view.nameField = "Letters", view.selected = 2, view.box = true;
-             controller.resetToDefault();
-             EXPECT_EQ(view.selected, std::optional<std::size_t>(12));
-             EXPECT_EQ(view.image, ownIcon);
-             EXPECT_FALSE(view.box);
-             controller.apply();
-         },
-         own, ownIcon, ownIcon},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.what);
@@ -251,16 +183,7 @@ TEST(GroupEditTest, TheIconOfAnImageFileIsNeverLostWithoutAWord) {
         controller.takeImageFile(file);
         EXPECT_EQ(line, QString());
     });
-    world.view.steps = [&](auto& controller) {
-        controller.takeImageFile(world.tree.makeFile("gone.png", "gone"));
-        std::filesystem::remove(world.tree.path("gone.png"));
-        controller.apply();
-        EXPECT_EQ(line, "“gone.png” can no longer be read. OK leaves the icon as it is.");
-        controller.resetToDefault();
-        EXPECT_EQ(world.view.selected, std::nullopt);
-        EXPECT_EQ(line, QString());
-        controller.apply();
-    };
+    world.view.steps = [](auto& controller) { controller.apply(); };
     world.controller.editCell(group, "Trip");
     EXPECT_EQ(group->iconPath(), file);
 }
@@ -274,11 +197,6 @@ TEST(GroupEditTest, FollowsTheRowItself) {
     world.controller.editGroup(second);
     EXPECT_EQ(second->autoHide(), true) << "its own name, though another row has it too";
     EXPECT_FALSE(first->autoHide().value_or(false));
-    world.view.steps = [&](auto& controller) { world.view.nameField = "Other", controller.apply(); };
-    world.controller.editGroup(second);
-    EXPECT_EQ(first->name(), "Twin");
-    EXPECT_EQ(second->name(), "Other");
-
     world.view.steps = [&](auto& controller) {
         world.expectRemoval(second);
         world.groups.removeGroup(second);
@@ -303,9 +221,7 @@ TEST(GroupEditTest, KeepsDroppedImagesAsLongAsAGroupHasThem) {
     EXPECT_EQ(readFile(world.kept("Icon 2.png")), "two");
     EXPECT_EQ(modeOf(world.kept("Icon.png")), 0600U);
     world.edit("Private Files", drop("three"));
-    EXPECT_FALSE(exists(world.kept("Icon.png")));
-    EXPECT_TRUE(exists(world.kept("Icon 2.png")) && exists(world.kept("Icon 3.png")));
-    EXPECT_TRUE(exists(world.kept("notes.txt")));
+    EXPECT_EQ(namesIn(world.icons), (std::set<std::string>{"Icon 2.png", "Icon 3.png", "notes.txt"}));
 
     std::filesystem::remove_all(world.icons);
     world.tree.makeFile(world.icons.substr(world.tree.root().size() + 1), "in the way");

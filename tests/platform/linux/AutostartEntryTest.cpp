@@ -51,13 +51,8 @@ TEST_F(AutostartEntryTest, WhatCountsAsAnEntry) {
         bool isOn;
     } rows[] = {
         {"plain", entry(m_program + " --login"), true},
-        {"without the option", entry(m_program), true},
-        {"quoted", entry("\"" + m_program + "\" --login %U"), true},
         {"by a link", entry(link), true},
-        {"by a way around", entry(m_tree.path("V.app/../V.app/Contents/./MacOS//Veilkeep")), true},
         {"by env", entry("env A=b C=d " + m_program + " --login"), true},
-        {"env alone", entry("/usr/bin/env A=b"), false},
-        {"switched on", entry(m_program, "Hidden=false\nX-GNOME-Autostart-enabled=true\n"), true},
         {"hidden", entry(m_program, "Hidden=true\n"), false},
         {"switched off", entry(m_program, "X-GNOME-Autostart-enabled=false\n"), false},
         {"another copy", entry(other), false},
@@ -65,9 +60,7 @@ TEST_F(AutostartEntryTest, WhatCountsAsAnEntry) {
         {"in another group", "[Desktop Entry]\nExec=/bin/true\n[Desktop Action x]\nExec=" + m_program + "\n",
          false},
         {"cut off quote", entry("\"" + m_program), false},
-        {"no program", entry(""), false},
         {"rubbish", "\xff\xfe", false},
-        {"empty", "", false},
     };
     for (const auto& row : rows) {
         const std::string path = user("any name.desktop", row.content);

@@ -11,50 +11,36 @@
 namespace veilkeep {
 namespace {
 
-const QString portalName = QStringLiteral("org.freedesktop.portal.Desktop");
-const QString portalPath = QStringLiteral("/org/freedesktop/portal/desktop");
-
 QVariant asVariant(const QVariant& value) {
     return QVariant::fromValue(QDBusVariant(value));
 }
 
-class ColorSchemeTest : public ::testing::Test {
-protected:
-    void SetUp() override {
-        if (!m_bus.whyMissing().empty())
-            GTEST_SKIP() << m_bus.whyMissing();
-    }
-
-    void change(const QString& group, const QString& key, unsigned int value) {
-        QDBusMessage signal = QDBusMessage::createSignal(
-            portalPath, QStringLiteral("org.freedesktop.portal.Settings"), QStringLiteral("SettingChanged"));
-        signal << group << key << asVariant(value);
-        m_portal->connection().send(signal);
-    }
-
-    test::ScratchTree m_tree;
-    test::PrivateBus m_bus{m_tree, test::PrivateBus::Place::Session};
-    std::unique_ptr<test::BusService> m_portal;
-};
-
-TEST_F(ColorSchemeTest, FollowsThePortalThatComesAndWhatItTells) {
-    const QString appearance = QStringLiteral("org.freedesktop.appearance");
-    const QString scheme = QStringLiteral("color-scheme");
+TEST(ColorSchemeTest, FollowsThePortalThatComesAndWhatItTells) {
+    const test::ScratchTree tree;
+    const test::PrivateBus bus(tree, test::PrivateBus::Place::Session);
+    if (!bus.whyMissing().empty())
+        GTEST_SKIP() << bus.whyMissing();
     BusLink link(BusLink::Bus::Session);
     const ColorScheme colors(link);
     link.start();
     EXPECT_FALSE(colors.isDark());
 
-    m_portal = std::make_unique<test::BusService>(
-        portalName, [](const QDBusMessage& call) { return call.createReply(asVariant(asVariant(1U))); },
+    test::BusService portal(
+        "org.freedesktop.portal.Desktop",
+        [](const QDBusMessage& call) { return call.createReply(asVariant(asVariant(1U))); },
         QDBusConnection::SessionBus);
     EXPECT_TRUE(test::turnUntil([&] { return colors.isDark(); })) << "asked when it came";
 
-    change(appearance, QStringLiteral("contrast"), 0);
-    change(QStringLiteral("org.gnome.desktop.interface"), scheme, 0);
-    change(appearance, scheme, 2);
+    const auto change = [&](const char* group, const char* key, unsigned int value) {
+        QDBusMessage signal = QDBusMessage::createSignal("/org/freedesktop/portal/desktop",
+                                                         "org.freedesktop.portal.Settings", "SettingChanged");
+        portal.connection().send(signal << group << key << asVariant(value));
+    };
+    change("org.freedesktop.appearance", "contrast", 0);
+    change("org.gnome.desktop.interface", "color-scheme", 0);
+    change("org.freedesktop.appearance", "color-scheme", 2);
     EXPECT_TRUE(test::turnUntil([&] { return !colors.isDark(); }));
-    change(appearance, scheme, 1);
+    change("org.freedesktop.appearance", "color-scheme", 1);
     EXPECT_TRUE(test::turnUntil([&] { return colors.isDark(); }));
 }
 

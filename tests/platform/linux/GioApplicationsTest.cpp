@@ -10,7 +10,6 @@
 #include <signal.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <optional>
@@ -100,14 +99,12 @@ TEST_F(GioApplicationsTest, NamesThoseThatCanOpenAnItemAndAllToChooseAmong) {
         applications.applicationsFor(desktop->tree.makeFile("a \xff.txt", "some text\n"));
     EXPECT_EQ(text.defaultApplication,
               (InstalledApplication{"org.example.Uris.desktop", "Twins", "", "/icons/uris.png"}));
-    QStringList able = identifiers(text.all);
+    QStringList able;
+    for (const InstalledApplication& application : text.all)
+        able << application.identifier + application.version;
     able.sort();
     EXPECT_EQ(able.join(' ').remove("org.example.").remove(".desktop").toStdString(),
-              "Files Secret Twin Uris");
-    const auto twin =
-        std::ranges::find(text.all, "org.example.Twin.desktop", &InstalledApplication::identifier);
-    ASSERT_NE(twin, text.all.end());
-    EXPECT_EQ(twin->version, "2.1");
+              "Files Secret Twin2.1 Uris");
 
     for (const std::string& unknown :
          {desktop->tree.makeFile("item.zip", unknownContent), desktop->tree.path("missing"),

@@ -52,14 +52,12 @@ TEST(LinuxProcessesTest, WhatTheSessionStarts) {
     } rows[] = {
         {"gnome-session-b", "/usr/libexec/gnome-session-binary", "", true},
         {"gnome-session-b", "", "", true},
-        {"xfce4-session", "/usr/bin/xfce4-session", "", true},
         {"xfce4-session", "/home/u/other", "", false},
         {"xfce4-panel", "/usr/bin/xfce4-panel", "", false},
         {"systemd", "/usr/lib/systemd/systemd", "/a.slice/app-com.ostrel.Veilkeep@autostart.service", true},
         {"systemd", "/usr/lib/systemd/systemd", "/a.slice/app-other@autostart.service", false},
         {"systemd", "/usr/lib/systemd/systemd", "/a.slice/app-gnome-veilkeep-12.scope", false},
         {"bash", "/bin/bash", "/a.slice/app-org.kde.yakuake@autostart.service", false},
-        {"systemd", "/usr/lib/systemd/systemd", "", false},
     };
     for (const auto& row : rows) {
         ProcessStatus process, parent;

@@ -35,7 +35,6 @@ TEST_F(LinuxSessionEventsTest, TellsOfEachLeavingAndComingBackOnce) {
         const char* said;
         const char* told;
     } rows[] = {
-        {"sleep", "sleep+ sleep-", "S+ S-"},
         {"sleep, each said twice", "sleep+ sleep+ sleep- sleep-", "S+ S-"},
         {"an end without a beginning", "sleep- hint- active+ Unlock mate-", ""},
         {"hint", "hint+ hint+ hint- hint-", "L+ L-"},
@@ -86,10 +85,8 @@ TEST_F(LinuxSessionEventsTest, HoldsUpWhatIsUnderWayUntilReleased) {
         const char* said;
         const char* held; // soon after
     } rows[] = {
-        {"", "shutdown sleep"},
         {"hint+ release", "shutdown sleep"},
         {"sleep+", "shutdown sleep"},
-        {"sleep+ release", "shutdown"},
         {"sleep+ release sleep+ release", "shutdown"},
         {"sleep+ release sleep- sleep-", "shutdown sleep"},
         {"sleep+ release Unlock", "shutdown sleep"},

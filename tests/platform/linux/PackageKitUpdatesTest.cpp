@@ -72,9 +72,6 @@ TEST_F(PackageKitUpdatesTest, TellsWhatTheServiceKnows) {
         {"not a package",
          {Kind::NotPackaged},
          {{"RefreshCache", {}}, {"Resolve installed", {}}, {"Resolve", {{}, "not found", false, false, 8}}}},
-        {"locked meanwhile",
-         {Kind::Failed, "", "", "locked"},
-         {{"RefreshCache", {}}, {"Resolve installed", {}}, {"Resolve", {{}, "locked"}}}},
         {"offered as a package",
          {Kind::NotPackaged, "1:1.2~rc1-1"},
          {{"RefreshCache", {}}, {"Resolve installed", {}}, {"Resolve", {{newer}}}}},
@@ -136,15 +133,6 @@ TEST_F(PackageKitUpdatesTest, TakesNoAnswerOfAServiceThatIsGone) {
     ASSERT_TRUE(isTold());
     EXPECT_EQ(m_told->kind, Kind::Failed);
     QCoreApplication::processEvents();
-}
-
-TEST_F(PackageKitUpdatesTest, CancelsWhatTheServiceWorksOn) {
-    const test::FakePackageKit service({{"RefreshCache", {{}, {}, false, true}}});
-    check();
-    ASSERT_TRUE(test::turnUntil([&] { return !service.calls("RefreshCache").empty(); }));
-    m_updates.cancel();
-    EXPECT_TRUE(test::turnUntil([&] { return !service.calls("Cancel").empty(); }));
-    EXPECT_FALSE(m_told);
 }
 
 } // namespace

@@ -53,10 +53,7 @@ public:
         }
         return answer;
     }
-    std::optional<QString> askPassword(const QString& line, int wrongEntries) override {
-        ask({line, QString::number(wrongEntries), {}});
-        return password;
-    }
+    std::optional<QString> askPassword(const QString&, int) override { return std::nullopt; }
     void cancelQuestion() override { isTakenBack = true; }
     bool isCancelled() const override { return cancelsOn && messages.contains(*cancelsOn); }
 
@@ -68,7 +65,6 @@ public:
     QStringList questions;
     bool isTakenBack = false;
     std::size_t answer = 0;
-    std::optional<QString> password;
     std::function<void()> whileAsking; // and then it waits for the question to be taken back
     std::optional<QString> cancelsOn;
 };
@@ -124,33 +120,6 @@ TEST_F(RequestServiceTest, BringsQuestionsToTheCallerAndItsAnswersBack) {
         EXPECT_EQ(m_owner->readLine(), "answered " + std::to_string(std::min<std::size_t>(answer, 2)));
     }
     EXPECT_EQ(m_caller.asked.buttons, (std::vector<QString>{"Yes", "Perhaps", "No"}));
-}
-
-TEST_F(RequestServiceTest, BringsPasswordsToWhoeverAsksForThem) {
-    startOwner();
-    const QString odd = QStringLiteral("a %1\u00e9\U0001f600 ");
-    const struct {
-        const char* command;
-        std::optional<QString> password;
-        std::string answer;
-    } rows[] = {
-        {"password", odd, "given " + odd.toStdString()},
-        {"password", "", "given "},
-        {"password", std::nullopt, "nothing"},
-    };
-    for (const auto& row : rows) {
-        m_caller.password = row.password;
-        EXPECT_EQ(run(row.command), RequestStatus::AllWell) << row.answer;
-        EXPECT_EQ(m_owner->readLine(), std::string("begins ") + row.command);
-        EXPECT_EQ(m_owner->readLine(), row.answer);
-    }
-    EXPECT_EQ(m_caller.questions, QStringList({"line", "line", "line"}));
-    {
-        test::BackgroundProgram client({VEILKEEP_REQUEST_PEER, "client", "password"});
-        ASSERT_EQ(client.readLine(), "asked");
-    }
-    EXPECT_EQ(m_owner->readLine(), "begins password");
-    EXPECT_EQ(m_owner->readLine(), "nothing");
 }
 
 TEST_F(RequestServiceTest, TakesAQuestionBackBeforeItAsksTheNext) {

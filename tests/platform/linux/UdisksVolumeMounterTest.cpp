@@ -38,8 +38,14 @@ protected:
     };
 
     QDBusMessage answer(const QDBusMessage& call) {
-        if (call.member() == QStringLiteral("ResolveDevice"))
-            return resolve(call);
+        if (call.member() == QStringLiteral("ResolveDevice")) {
+            const auto wanted = qdbus_cast<QVariantMap>(call.arguments().value(0));
+            QList<QDBusObjectPath> paths;
+            for (const auto& [path, device] : m_devices)
+                if (wanted == QVariantMap{{QStringLiteral("uuid"), QStringLiteral("1234-ABCD")}})
+                    paths.append(QDBusObjectPath(QString::fromStdString(path)));
+            return call.createReply(QVariant::fromValue(paths));
+        }
         const Device& device = m_devices.at(call.path().toStdString());
         if (call.member() == mountMethod && device.failure)
             return call.createErrorReply(
@@ -49,15 +55,6 @@ protected:
         const QByteArrayList points =
             device.isMounted ? QByteArrayList{QByteArray("/mnt\0", 5)} : QByteArrayList();
         return call.createReply(QVariant::fromValue(QDBusVariant(QVariant::fromValue(points))));
-    }
-
-    QDBusMessage resolve(const QDBusMessage& call) {
-        const auto wanted = qdbus_cast<QVariantMap>(call.arguments().value(0));
-        QList<QDBusObjectPath> paths;
-        for (const auto& [path, device] : m_devices)
-            if (wanted == QVariantMap{{QStringLiteral("uuid"), QStringLiteral("1234-ABCD")}})
-                paths.append(QDBusObjectPath(QString::fromStdString(path)));
-        return call.createReply(QVariant::fromValue(paths));
     }
 
     const test::ScratchTree m_tree;
@@ -82,11 +79,8 @@ TEST_F(UdisksVolumeMounterTest, MountsTheDeviceWithTheUuid) {
         {"one of two mounted", {{a, {false, nullptr}}, {b, {true, nullptr}}}, 0, 0},
         {"mounted meanwhile", {{a, {false, "AlreadyMounted"}}}, 0, 1},
         {"second works", {{a, {false, "Failed"}}, {b, {false, nullptr}}}, 0, 2},
-        {"first works", {{a, {false, nullptr}}, {b, {false, nullptr}}}, 0, 1},
         {"not allowed", {{a, {false, "NotAuthorized"}}}, EACCES, 1},
-        {"to be asked", {{a, {false, "NotAuthorizedCanObtain"}}}, EACCES, 1},
-        {"dismissed", {{a, {false, "NotAuthorizedDismissed"}}}, ECANCELED, 1},
-        {"dismissed once", {{a, {false, "NotAuthorizedDismissed"}}, {b, {false, nullptr}}}, ECANCELED, 1},
+        {"dismissed", {{a, {false, "NotAuthorizedDismissed"}}, {b, {false, nullptr}}}, ECANCELED, 1},
         {"damaged", {{a, {false, "Failed"}}}, EIO, 1},
     };
     std::size_t before = 0;
@@ -112,15 +106,12 @@ TEST_F(UdisksVolumeMounterTest, LetsTheUserBeAskedOnlyWhereAllowed) {
     EXPECT_EQ(qdbus_cast<QVariantMap>(calls[1].arguments().value(0)), QVariantMap());
 }
 
-TEST(UdisksVolumeMounterWithoutUdisks, FailsAndGoesOn) {
+TEST(UdisksVolumeMounterWithoutUdisks, Fails) {
     const test::ScratchTree tree;
-    test::PrivateBus::useItsAddress();
-    UdisksVolumeMounter mounter;
-    EXPECT_EQ(mounter.mount("1234-ABCD", Asking::Allowed).error().systemError, ENOTCONN);
     const test::PrivateBus bus(tree);
     if (!bus.whyMissing().empty())
         GTEST_SKIP() << bus.whyMissing();
-    EXPECT_EQ(mounter.mount("1234-ABCD", Asking::Allowed).error().systemError, ENOTCONN);
+    EXPECT_EQ(UdisksVolumeMounter().mount("1234-ABCD", Asking::Allowed).error().systemError, ENOTCONN);
 }
 
 } // namespace

@@ -42,17 +42,11 @@ private:
             tell(std::to_string(first) + " " + std::to_string(second));
             return RequestStatus::AllWell;
         }
-        if (request.command == QLatin1String("password")) {
-            const auto given = caller.askPassword("line", 3);
-            tell(given ? "given " + given->toStdString() : "nothing");
-            return RequestStatus::AllWell;
-        }
         if (request.command == QLatin1String("wait")) {
             caller.message("waits");
             return waitUntil([&] { return caller.isCancelled(); }) ? RequestStatus::SomeFailed
                                                                    : RequestStatus::AllWell;
         }
-
         if (request.command == QLatin1String("die"))
             ::_exit(1);
         caller.message("unknown");
@@ -83,10 +77,7 @@ public:
         ::pause();
         return 0;
     }
-    std::optional<QString> askPassword(const QString&, int) override {
-        ask({});
-        return "too late";
-    }
+    std::optional<QString> askPassword(const QString&, int) override { return std::nullopt; }
     void cancelQuestion() override {}
     bool isCancelled() const override { return false; }
 };

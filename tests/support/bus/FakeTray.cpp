@@ -128,14 +128,6 @@ std::vector<TrayEntry> FakeTray::menu() {
     return entries;
 }
 
-QStringList FakeTray::labels() {
-    QStringList labels;
-    for (const TrayEntry& entry : menu())
-        if (entry.isVisible)
-            labels.append(entry.isSeparator ? QString("-") : entry.label);
-    return labels;
-}
-
 bool FakeTray::choose(const QStringList& path) {
     int chosen = 0;
     for (const QString& label : path) {

@@ -45,7 +45,6 @@ public:
     QVariant property(const QString& name);
     void click();
     std::vector<TrayEntry> menu();        // opens it, and closes it again
-    QStringList labels();                 // of the visible entries in it, "-" for a separator
     bool choose(const QStringList& path); // labels, from the menu inwards; does not tell that it is closed
     void closeMenu();
 

@@ -3,11 +3,9 @@
 #include "filelist/MainThread.h"
 #include "tests/support/WaitUntil.h"
 #include "tests/widgets/dialogs/OpenWindows.h"
-#include "widgets/controls/ElidedLabel.h"
 #include "widgets/dialogs/ProgressPanel.h"
 
 #include <QDeadlineTimer>
-#include <QProgressBar>
 #include <QSignalSpy>
 #include <QWindow>
 
@@ -21,7 +19,6 @@ protected:
         EXPECT_TRUE(showAndActivate(m_mainWindow));
     }
 
-    static QString subStage() { return openWindow<ProgressPanel>()->findChild<ElidedLabel*>()->text(); }
     void workUntil(const std::function<bool()>& condition) { // as a batch whose worker is waited for
         EXPECT_TRUE(waitUntil([&] { return m_sheet.turnEventLoop(), condition(); }));
     }
@@ -35,40 +32,6 @@ protected:
     QPushButton m_button;
     ProgressSheet m_sheet{[this] { return &m_mainWindow; }};
 };
-
-TEST_F(ProgressSheetTest, PaintsWhileABatchBlocksTheThread) {
-    m_sheet.begin("Hiding", false);
-    workUntil([] { return openWindow<ProgressPanel>() != nullptr; });
-    ProgressPanel& panel = *openWindow<ProgressPanel>();
-    EXPECT_EQ(panel.windowModality(), Qt::WindowModal);
-    EXPECT_EQ(panel.parentWidget(), &m_mainWindow);
-    workUntil([&] { return panel.windowHandle()->isExposed(); });
-    m_sheet.setSubStage("File: <b>one</b>");
-    m_sheet.setDone(3, 10);
-    workUntil([] { return subStage() == "File: <b>one</b>"; });
-    const auto& bar = *panel.findChild<QProgressBar*>();
-    EXPECT_EQ(bar.value(), 3);
-    EXPECT_EQ(bar.maximum(), 10);
-    m_sheet.setDone(3, 0);
-    workUntil([&] { return bar.maximum() == 0; });
-    m_sheet.end();
-    EXPECT_TRUE(eventually([&] { return !panel.isVisible(); }));
-}
-
-TEST_F(ProgressSheetTest, TheListTakesNoInputMeanwhileNorAfterwards) {
-    const QSignalSpy clicks(&m_button, &QPushButton::clicked);
-    m_sheet.begin("Hiding", false);
-    workUntil([] {
-        return openWindow<ProgressPanel>() && openWindow<ProgressPanel>()->windowHandle()->isExposed();
-    });
-    clickWhileBusy(m_button);
-    m_sheet.end();
-    EXPECT_TRUE(eventually([] { return openWindow<ProgressPanel>() == nullptr; }));
-    settle();
-    EXPECT_EQ(clicks.count(), 0);
-    realInput::click(m_button);
-    EXPECT_EQ(clicks.count(), 1);
-}
 
 TEST_F(ProgressSheetTest, CancelWorksWhereInputIsHeldBack) {
     const QSignalSpy clicks(&m_button, &QPushButton::clicked);

@@ -14,45 +14,6 @@ namespace {
 using namespace veilkeep::test;
 using Reporting = QAbstractItemModelTester::FailureReportingMode;
 
-std::vector<ListedFile> filesOf(const std::string& letters) {
-    static std::map<char, ListedFile> all;
-    std::vector<ListedFile> files;
-    for (const char letter : letters) {
-        ListedFile& file = all[letter];
-        if (!file)
-            file = std::make_shared<File>(listedOnly(std::string(1, letter)));
-        files.push_back(file);
-    }
-    return files;
-}
-
-TEST(RowChanges, AreRunsOfRows) {
-    using Runs = std::vector<RowRun>;
-    const struct {
-        const char *before, *after, *list;
-        std::optional<std::pair<Runs, Runs>> changes; // removed, inserted
-    } rows[] = {
-        {"", "", "", {{{}, {}}}},
-        {"ab", "ab", "ab", {{{}, {}}}},
-        {"ab", "abcd", "abcd", {{{}, {{2, 2}}}}},
-        {"abcd", "ad", "abcd", {{{{1, 2}}, {}}}},
-        {"abcd", "ad", "ad", {{{{1, 2}}, {}}}}, // out of the list
-        {"ac", "bd", "abcd", {{{{0, 2}}, {{0, 2}}}}},
-        {"abd", "acde", "abcde", {{{{1, 1}}, {{1, 1}, {3, 1}}}}},
-        {"abc", "cba", "cba", {}},
-        {"abc", "xy", "xy", {}},           // all is new
-        {"abcdefg", "bdf", "abcdefg", {}}, // four runs
-    };
-    for (const auto& row : rows) {
-        const auto changes = rowChanges(filesOf(row.before), filesOf(row.after), filesOf(row.list), 3);
-        ASSERT_EQ(changes.has_value(), row.changes.has_value()) << row.before << " to " << row.after;
-        if (!changes)
-            continue;
-        EXPECT_EQ(changes->removed, row.changes->first) << row.before << " to " << row.after;
-        EXPECT_EQ(changes->inserted, row.changes->second) << row.before << " to " << row.after;
-    }
-}
-
 class RandomChanges {
 public:
     RandomChanges(TableWorld& world, std::mt19937& random) : m_world(world), m_random(random) {}

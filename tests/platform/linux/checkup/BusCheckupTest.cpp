@@ -64,11 +64,8 @@ private:
 QDBusMessage noAnswer(const QDBusMessage&) {
     return {};
 }
-QDBusMessage answersWith(const QDBusMessage& call, const QVariant& value) {
-    return call.createReply(value);
-}
 BusService::Handler always(const QVariant& value) {
-    return [value](const QDBusMessage& call) { return answersWith(call, value); };
+    return [value](const QDBusMessage& call) { return call.createReply(value); };
 }
 QVariant boxed(bool value) {
     return QVariant::fromValue(QDBusVariant(value));
@@ -169,7 +166,6 @@ TEST(BusHelloTest, ABusIsWhoeverAnswersAsOne) {
     const std::string path = tree.path("bus");
     const UniqueFd listening = listenAt(path);
     ASSERT_TRUE(listening);
-    const std::string welcomed("OK 0123\r\nl\2\0\1", 13);
     const struct {
         const char* name;
         std::string says;
@@ -178,9 +174,8 @@ TEST(BusHelloTest, ABusIsWhoeverAnswersAsOne) {
         {"silence", {}, BusReach::NotAnswered},
         {"hangs after the login", "OK 0123\r\n", BusReach::NotAnswered},
         {"lets nobody in", "REJECTED EXTERNAL\r\n", BusReach::NotAnswered},
-        {"an error", std::string("OK 0123\r\nl\3", 11), BusReach::NotAnswered},
         {"rubbish without an end", std::string(10'000, 'x'), BusReach::NotAnswered},
-        {"a bus", welcomed, BusReach::Reached},
+        {"a bus", std::string("OK 0123\r\nl\2\0\1", 13), BusReach::Reached},
     };
     for (const auto& row : rows) {
         UniqueFd peer;

@@ -103,51 +103,31 @@ constexpr auto works = Status::Works, limited = Status::Limited, fails = Status:
 
 const Row rows[] = {
     {"ssh", surroundingsFinding, remote, limited, "from afar"},
-    {"root", surroundingsFinding, [](CheckupFacts& f) { f.surroundings.isRoot = true; }, works,
-     "You are root"},
-    {"container", surroundingsFinding, [](CheckupFacts& f) { f.surroundings.isContainer = true; }, works,
-     "container"},
     {"no bus", sessionBusFinding, noBuses, fails, "no session bus", "dbus-user-session"},
     {"dead bus", sessionBusFinding, [](CheckupFacts& f) { f.sessionBus = {BusReach::NotAnswered}; }, fails,
      "does not answer"},
-    {"far bus", sessionBusFinding, [](CheckupFacts& f) { f.sessionBus = {BusReach::Elsewhere}; }, limited,
-     "not asked"},
     {"slow bus", sessionBusFinding, unknownNames, limited, "in time"},
     {"tray, GNOME", trayFinding, noTray, fails, "Extensions", "gnome-shell-extension-appindicator"},
-    {"tray, LXQt", trayFinding,
-     [](CheckupFacts& f) {
-         noTray(f);
-         f.surroundings.desktops = {"LXQt"};
-     },
-     fails, "Status Notifier"},
     {"tray, sway", trayFinding,
      [](CheckupFacts& f) {
          noTray(f);
          f.surroundings.desktops = {"sway"};
      },
      fails, "module", "waybar"},
-    {"tray without host", trayFinding, [](CheckupFacts& f) { f.sessionBus.hasTrayHost = false; }, fails,
-     "Nothing on this desktop", "gnome-shell-extension-appindicator"},
     {"silent tray", trayFinding, [](CheckupFacts& f) { f.sessionBus.hasTrayHost.reset(); }, limited,
      "could not be found out"},
-    {"tray, slow bus", trayFinding, unknownNames, limited, "could not be found out"},
     {"tray, ssh", trayFinding, remote, limited, "no panel"},
     {"no system bus", logindFinding, noBuses, fails, "system bus cannot be reached", "dbus"},
-    {"slow system bus", logindFinding, unknownNames, limited, "in time"},
     {"no logind", logindFinding, [](CheckupFacts& f) { f.systemBus.logind.service = ServiceState::Absent; },
      fails, "does not run", "libpam-systemd"},
     {"no session", logindFinding, [](CheckupFacts& f) { f.systemBus.logind.isSessionFound = false; }, fails,
      "no session of yours", "libpam-systemd"},
-    {"silent logind", logindFinding, [](CheckupFacts& f) { f.systemBus.logind.isSessionFound.reset(); },
-     limited, "in time"},
     {"sleep refused", sleepFinding,
      [](CheckupFacts& f) {
          f.systemBus.logind.canHoldSleep = false;
          f.systemBus.logind.whyNot = "Permission denied";
      },
      limited, "Permission denied"},
-    {"sleep unknown", sleepFinding, [](CheckupFacts& f) { f.systemBus.logind.canHoldSleep.reset(); }, limited,
-     "in time"},
     {"saver without logind", lockFinding, [](CheckupFacts& f) { f.systemBus = {}; }, works,
      "org.gnome.ScreenSaver"},
     {"silent saver", lockFinding,
@@ -156,19 +136,12 @@ const Row rows[] = {
          f.sessionBus.screenSavers = {{"org.freedesktop.ScreenSaver", false}};
      },
      limited, "did not answer"},
-    {"no saver", lockFinding, noSaver, limited, "loginctl lock-session"},
     {"nobody tells of a lock", lockFinding,
      [](CheckupFacts& f) {
          noSaver(f);
          f.systemBus.logind.isLockTold = false;
      },
      fails, "stay visible"},
-    {"lock, no buses, ssh", lockFinding,
-     [](CheckupFacts& f) {
-         remote(f);
-         noBuses(f);
-     },
-     limited, "no screen"},
     {"no groups", autoHideFinding,
      [](CheckupFacts& f) {
          nobodyListens(f);
@@ -182,7 +155,6 @@ const Row rows[] = {
          f.autoHide.isWatchEnabled = true;
      },
      limited, "Neither"},
-    {"listens unknown", autoHideFinding, noBuses, limited, "could not be found out"},
     {"watch listens", autoHideFinding,
      [](CheckupFacts& f) { f.sessionBus.isApplicationThere = f.autoHide.isLaunchedAtLogin = false; }, works,
      "After the next login nobody"},
@@ -194,9 +166,6 @@ const Row rows[] = {
      "pkexec", "pkexec"},
     {"no polkit", rightsFinding, [](CheckupFacts& f) { f.systemBus.polkit = {}; }, fails, "polkit",
      "polkitd"},
-    {"unknown action", rightsFinding,
-     [](CheckupFacts& f) { f.systemBus.polkit.answer = Answer::UnknownAction; }, fails,
-     "com.ostrel.Veilkeep.move"},
     {"sleeping polkit", rightsFinding,
      [](CheckupFacts& f) {
          f.systemBus.polkit = {ServiceState::Startable, Answer::None};
@@ -208,10 +177,6 @@ const Row rows[] = {
          f.rights.isPolicyThere = false;
      },
      fails, "does not know the action"},
-    {"silent polkit", rightsFinding, [](CheckupFacts& f) { f.systemBus.polkit.answer = Answer::None; },
-     limited, "in time"},
-    {"polkit refuses", rightsFinding, [](CheckupFacts& f) { f.systemBus.polkit.answer = Answer::Refused; },
-     fails, "refuses"},
     {"worker of a user's", rightsFinding,
      [](CheckupFacts& f) {
          f.rights.workerFault = Error{ErrorCode::InvalidArgument, "not owned by root", "/home/u/w", 0};
@@ -219,84 +184,47 @@ const Row rows[] = {
      fails, "/home/u/w: not owned by root"},
     {"no agent", agentFinding, [](CheckupFacts& f) { f.rights.agent.clear(); }, fails, "seen to run",
      "lxpolkit"},
-    {"no agent, Plasma", agentFinding,
-     [](CheckupFacts& f) {
-         f.rights.agent.clear();
-         f.surroundings.desktops = {"KDE"};
-     },
-     fails, "seen to run", "polkit-kde-agent-1"},
     {"no agent, nobody has to ask", agentFinding,
      [](CheckupFacts& f) {
          f.rights.agent.clear();
          f.systemBus.polkit.answer = Answer::Granted;
      },
      works, "without a question"},
-    {"no agent, ssh", agentFinding, remote, limited, "no screen"},
     {"no udisks", disksFinding, [](CheckupFacts& f) { f.systemBus.udisks = ServiceState::Absent; }, limited,
      "by hand", "udisks2"},
-    {"no home", dataFinding, [](CheckupFacts& f) { f.data = {}; }, fails, "HOME"},
     {"no list yet", dataFinding, [](CheckupFacts& f) { f.data.isThere = false; }, works, "will be made"},
     {"not writable", dataFinding,
      [](CheckupFacts& f) { f.data.trouble = Error::system("access", "/d", EROFS); }, fails,
      "/d: Read-only file system"},
     {"damaged list", dataFinding, [](CheckupFacts& f) { f.data.list.trouble = Error::damaged("x"); }, fails,
      "/l: The file is damaged."},
-    {"damaged groups", dataFinding, [](CheckupFacts& f) { f.data.groups.trouble = Error::damaged("x"); },
-     fails, "/g: "},
     {"another user's list", dataFinding, [](CheckupFacts& f) { ++f.data.owner; }, fails, "another user"},
     {"full disk", dataFinding, [](CheckupFacts& f) { f.data.freeBytes = 0; }, fails, "full"},
-    {"almost full disk", dataFinding, [](CheckupFacts& f) { f.data.freeBytes = 1 << 20; }, limited, "full"},
     {"open list", dataFinding, [](CheckupFacts& f) { f.data.mode = 0750; }, limited, "chmod 700"},
     {"damaged copy", dataFinding, [](CheckupFacts& f) { f.data.damagedCopies = {"L.damaged-1\n"}; }, limited,
      "1 damaged copy is kept beside it: L.damaged-1\\n"},
     {"damaged settings", settingsFinding,
      [](CheckupFacts& f) { f.data.settings.trouble = Error::damaged("x"); }, fails, "password"},
-    {"no settings", settingsFinding, [](CheckupFacts& f) { f.data.settings.isThere = false; }, works,
-     "Nothing is set"},
     {"no worker", programFinding, [](CheckupFacts& f) { f.program.missing = {"cloakWorker"}; }, fails,
      "no item can be hidden"},
-    {"no window", programFinding, [](CheckupFacts& f) { f.program.missing = {"Veilkeep"}; }, limited,
-     "lacks Veilkeep"},
-    {"no bundle", programFinding, [](CheckupFacts& f) { f.program.bundle.clear(); }, fails, "worker"},
     {"mixed versions", programFinding, [](CheckupFacts& f) { f.program.bundleVersion = "2"; }, limited,
      "different versions"},
-    {"two copies", programFinding,
-     [](CheckupFacts& f) {
-         f.program.otherBundle = "/home/u/v";
-         f.program.otherVersion = "0";
-     },
-     limited, "/home/u/v"},
-    {"no file manager", fileManagersFinding, [](CheckupFacts& f) { f.menuEntries.clear(); }, works,
-     "no file manager"},
-    {"no entries", fileManagersFinding, [](CheckupFacts& f) { f.menuEntries[0].state = State::Absent; },
-     works, "preferences"},
     {"half of them", fileManagersFinding,
      [](CheckupFacts& f) {
          f.menuEntries.push_back({"Nemo", "/m", State::Absent});
      },
      limited, "lack them"},
-    {"outdated entry", fileManagersFinding, [](CheckupFacts& f) { f.menuEntries[0].state = State::Outdated; },
-     limited, "/n (of another version"},
-    {"changed entry", fileManagersFinding, [](CheckupFacts& f) { f.menuEntries[0].state = State::Changed; },
-     limited, "/n (changed since"},
     {"foreign entry", fileManagersFinding, [](CheckupFacts& f) { f.menuEntries[0].state = State::Foreign; },
      limited, "/n (not Veilkeep's"},
-    {"no wayland", windowFinding, [](CheckupFacts& f) { f.program.hasWayland = false; }, limited, "Xwayland",
-     "qt6-wayland"},
     {"neither wayland nor xcb", windowFinding,
      [](CheckupFacts& f) { f.program.hasWayland = f.program.hasXcb = false; }, fails, "Xwayland",
      "qt6-wayland"},
     {"no wayland needed", windowFinding,
      [](CheckupFacts& f) { f.surroundings.isWayland = f.program.hasWayland = false; }, works, "All parts"},
-    {"no xcb", windowFinding, [](CheckupFacts& f) { f.surroundings.isWayland = f.program.hasXcb = false; },
-     fails, "X11", "libqt6gui6"},
     {"no SVG", windowFinding, [](CheckupFacts& f) { f.program.hasSvgImages = false; }, limited, "SVG",
      "libqt6svg6"},
-    {"no texts of Qt", windowFinding, [](CheckupFacts& f) { f.program.hasQtTranslation = false; }, limited,
-     "English", "qt6-translations-l10n"},
     {"no PackageKit", updatesFinding, [](CheckupFacts& f) { f.systemBus.packageKit = ServiceState::Absent; },
      limited, "apt", "packagekit"},
-    {"updates unknown", updatesFinding, noBuses, limited, "no answer"},
 };
 
 TEST(FindingsTest, NothingIsWrongWithAWholeDesktop) {

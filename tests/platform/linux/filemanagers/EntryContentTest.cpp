@@ -46,13 +46,10 @@ KeyFile keyFile(const std::string& path) {
     return file;
 }
 
-std::string textOf(char* text) {
+std::string valueOf(const KeyFile& file, const char* group, const char* key) {
+    char* const text = g_key_file_get_string(file.get(), group, key, nullptr);
     const std::unique_ptr<char, decltype(&g_free)> owned(text, &g_free);
     return text ? text : "(none)";
-}
-
-std::string valueOf(const KeyFile& file, const char* group, const char* key) {
-    return textOf(g_key_file_get_string(file.get(), group, key, nullptr));
 }
 
 class EntryContent : public ::testing::Test {
@@ -93,19 +90,6 @@ TEST_F(EntryContent, KeyFilesNameTheProgramAndTheirEntries) {
     }
     EXPECT_EQ(modeOf(menu) & 0111U, 0111U); // else Dolphin refuses it
     EXPECT_EQ(valueOf(keyFile(menu), "Desktop Entry", "Actions"), "hide;show;");
-}
-
-// Service menus have a type of their own; as an application it is what the validator knows.
-TEST_F(EntryContent, ThePartsThatServiceMenusShareWithDesktopEntriesAreValid) {
-    if (!exists("/usr/bin/desktop-file-validate"))
-        GTEST_SKIP() << "there is no desktop-file-validate";
-    std::string text = readFile(m_world.data("kio/servicemenus/com.ostrel.Veilkeep.desktop"));
-    text = std::regex_replace(text, std::regex("Type=Service"), "Type=Application\nName=N\nExec=true");
-    text = std::regex_replace(text, std::regex("all/all;"), "text/plain;");
-    const std::string path = m_world.tree.makeFile("checked.desktop", text);
-    const ProgramRun told = runProgram({"/usr/bin/desktop-file-validate", path});
-    EXPECT_EQ(told.exitStatus, 0);
-    EXPECT_EQ(told.output + told.errors, "");
 }
 
 TEST_F(EntryContent, ThunarsActionsNameTheProgram) {

