@@ -1,5 +1,5 @@
-#include "ctl/DoctorCommand.h"
 #include "tests/ctl/CtlCalls.h"
+#include "tests/support/ItemSnapshot.h"
 #include "tests/support/ScratchTree.h"
 #include "tests/support/SilentSocket.h"
 
@@ -9,22 +9,10 @@
 #include <QJsonDocument>
 
 #include <chrono>
-#include <filesystem>
 #include <map>
-#include <sstream>
 
 namespace veilkeep::test {
 namespace {
-
-using Status = CheckupFinding::Status;
-
-// Every file below the directory, with what is in it.
-std::map<std::string, std::string> contentBelow(const std::string& directory) {
-    std::map<std::string, std::string> files;
-    for (const auto& entry : std::filesystem::recursive_directory_iterator(directory))
-        files[entry.path().string()] = entry.is_regular_file() ? readFile(entry.path().string()) : "";
-    return files;
-}
 
 std::map<std::string, std::string> statuses(const std::string& json) {
     std::map<std::string, std::string> found;
@@ -41,7 +29,7 @@ TEST(DoctorTest, ChangesNothingAndDoesNotWaitForABusThatHangs) {
     const UniqueFd hanging = listenAt(tree.path("hanging"));
     ASSERT_TRUE(hanging);
     const std::string addresses[] = {"unix:path=" + tree.path("none"), "unix:path=" + tree.path("hanging")};
-    const auto before = contentBelow(tree.home());
+    const auto before = snapshotOf(tree.home());
     for (const std::string& address : addresses) {
         ::setenv("DBUS_SESSION_BUS_ADDRESS", address.c_str(), 1);
         ::setenv("DBUS_SYSTEM_BUS_ADDRESS", address.c_str(), 1);
@@ -54,28 +42,8 @@ TEST(DoctorTest, ChangesNothingAndDoesNotWaitForABusThatHangs) {
         for (const char* const failing : {"session-bus", "session", "list", "settings"})
             EXPECT_EQ(found.count(failing) ? found.at(failing) : "", "fails") << failing << " " << address;
         EXPECT_EQ(found.count("updates"), 1U);
-        EXPECT_EQ(contentBelow(tree.home()), before);
+        EXPECT_EQ(snapshotOf(tree.home()), before);
     }
-}
-
-TEST(DoctorTest, OnlyWhatDoesNotWorkIsAFailure) {
-    const auto of = [](Status status) { return CheckupFinding{"x", "X", status, "m"}; };
-    EXPECT_EQ(statusOf({}), RequestStatus::AllWell);
-    EXPECT_EQ(statusOf({of(Status::Works), of(Status::Limited)}), RequestStatus::AllWell);
-    EXPECT_EQ(statusOf({of(Status::Fails), of(Status::Works)}), RequestStatus::SomeFailed);
-}
-
-TEST(DoctorTest, LinesFitATerminalAndMoveNoCursor) {
-    const QString longText = QStringLiteral("word ").repeated(40) + QChar(0x1b) + "[2J";
-    const std::string text =
-        findingsText({{"tray", "Icon", Status::Fails, longText, "do it", {"a", "b"}}, {"y", "Y", {}, "m"}});
-    std::istringstream lines(text);
-    for (std::string line; std::getline(lines, line);)
-        EXPECT_LE(line.size(), 80U) << line;
-    EXPECT_EQ(text.find('\x1b'), std::string::npos);
-    EXPECT_EQ(text.rfind("Icon: does not work\n    word word", 0), 0U) << text;
-    EXPECT_NE(text.find("\n    What to do: do it\n    Packages: a b\nY: works\n    m\n"), std::string::npos)
-        << text;
 }
 
 } // namespace

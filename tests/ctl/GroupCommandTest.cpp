@@ -8,8 +8,6 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
-#include <unistd.h>
-
 namespace veilkeep::test {
 namespace {
 
@@ -32,21 +30,15 @@ protected:
 TEST_F(GroupCommandTest, WrongUsage) {
     const std::pair<std::vector<std::string>, std::string> rows[] = {
         {{"hide", "--all", "t/a"}, "paths, '--group' and '--all' exclude each other"},
-        {{"unhide", "--group", "Work", "t/a"}, "paths, '--group' and '--all' exclude each other"},
         {{"hide", "--group=Work", "--all"}, "paths, '--group' and '--all' exclude each other"},
-        {{"list", "--all"}, "'list' takes no option '--all'"},
         {{"remove", "--group=Work", "t/a"}, "'remove' takes no option '--group'"},
         {{"move", "t/a"}, "'move' needs the option '--group'"},
         {{"move", "--group=Work"}, "a path is missing"},
-        {{"groups", "Work"}, "too many paths for 'groups'"},
-        {{"autohide", "-0"}, "'autohide' takes no option '--null'"},
         {{"group"}, "what to do with a group is missing"},
         {{"group", "paint\x1b", "Work"}, "'group' does not know 'paint\\x1b'"},
         {{"group", "add", "Work", "Play"}, "usage: veilkeepctl group add [NAME]"},
-        {{"group", "rename", "Work"}, "usage: veilkeepctl group rename NAME NEWNAME"},
         {{"group", "autohide", "Work", "maybe"}, "'maybe' is neither 'on' nor 'off'"},
         {{"group", "order", "Work", "0"}, "'0' is no position; the first one is 1"},
-        {{"group", "order", "Work", "1x"}, "'1x' is no position; the first one is 1"},
         {{"group", "order", "Work", "after", "Play"}, "'after' is not 'before'"},
     };
     for (const auto& [arguments, mistake] : rows) {
@@ -68,20 +60,15 @@ TEST_F(GroupCommandTest, Groups) {
         {{"group", "add"}, "New Group 1\n"},
         {{"group", "add", "Work"}, "Work\n"},
         {{"group", "add", "Work"}, "", "Work" + taken},
-        {{"group", "add", "Custom Groups"}, "", "Custom Groups" + taken},
         {{"group", "rename", "Work", "Play"}, ""},
-        {{"group", "rename", "Play", "Play"}, ""},
         {{"group", "rename", "Play", "All Files"}, "", "All Files" + taken},
         {{"group", "rename", "Play", ""}, "", ": This is no name for a group.\n"},
-        {{"group", "rename", "Work", "x"}, "", "Work" + unknown},
         {{"group", "rename", "Custom Groups", "x"}, "", "Custom Groups" + unknown},
         {{"group", "rename", "All Files", "x"}, "", "All Files" + fixed},
         {{"group", "icon", "All Files", "folder-pictures"}, "", "All Files" + fixed},
         {{"group", "icon", "Play", "./none.png"}, "", m_tree.path("none.png") + ": Item not found.\n"},
         {{"group", "icon", "Play", "./icon.png"}, ""},
         {{"group", "autohide", "Play", "on"}, ""},
-        {{"group", "autohide", "Secret Pictures", "on"}, ""},
-        {{"group", "autohide", "Secret Pictures", "off"}, ""},
         {{"group", "order", "Play", "1"}, ""},
         {{"group", "order", "Secret Pictures", "99999999999"}, ""},
         {{"group", "order", "New Group", "before", "Secret Pictures"}, ""},
@@ -90,7 +77,6 @@ TEST_F(GroupCommandTest, Groups) {
         {{"group", "order", "Play", "before", "All Files"},
          "",
          "All Files: No group can stand before this one.\n"},
-        {{"group", "order", "Play", "before", "Custom Groups"}, "", "Custom Groups" + unknown},
         {{"group", "remove", "All Files"},
          "",
          "Unable to remove group \"All Files\".\nSorry, but this group cannot be removed because it contains "
@@ -145,13 +131,6 @@ TEST_F(GroupCommandTest, HostileNames) {
         });
         EXPECT_EQ(jsonRow("list", 0)["group"].toInt(-1), 0);
     }
-    if (::access("/usr/bin/script", X_OK) != 0)
-        GTEST_SKIP() << "script(1) is not installed";
-    ASSERT_EQ(ctl({"group", "add", names[0]}).exitStatus, 0);
-    const ProgramRun onTerminal =
-        runProgram({"/usr/bin/script", "-qec", bundledProgram("veilkeepctl") + " groups", "/dev/null"},
-                   {0, m_tree.root(), {}});
-    EXPECT_NE(onTerminal.output.find("line\\n\\x1b[31mred\r\n"), std::string::npos) << onTerminal.output;
 }
 
 TEST_F(GroupCommandTest, HidesAndBringsBackGroupsAndAll) {

@@ -72,8 +72,6 @@ TEST_F(PasswordTest, FromStandardInput) {
         {{"password", "off", "--password-stdin"}, "new", 0, false},
         {{"hide", "a"}, "", 0, true},
         {{"password"}, "", 2, true},
-        {{"password", "set", "off"}, "", 2, true},
-        {{"password", "-0", "off"}, "", 2, true},
         {{"status", "--password-stdin"}, "", 2, true},
     };
     for (const auto& row : rows) {

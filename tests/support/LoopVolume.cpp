@@ -75,11 +75,6 @@ void LoopVolume::mountAt(const std::string& mountPoint, const std::string& optio
     m_isMounted = true;
 }
 
-void LoopVolume::mountAgain() {
-    unmount();
-    mountAt(m_mountPoint);
-}
-
 void LoopVolume::sync() const {
     const UniqueFd root(::open(m_mountPoint.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (!root || ::syncfs(root.get()) != 0)

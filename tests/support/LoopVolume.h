@@ -29,7 +29,6 @@ public:
 
     void unmount();
     void mountAt(const std::string& mountPoint, const std::string& options = {}); // after an unmount()
-    void mountAgain();                                                            // at the same place
 
     void sync() const; // this volume alone
 

@@ -164,7 +164,7 @@ TEST_F(AdministratorTest, RightsAreForOneUserAndOneForm) {
         {"65534", {worker, "-p", "-hide", m_path}},      {"nobody", {worker, "-p", "-hide", m_path}},
         {"65534", {worker, "-p", "-restore", m_path}},   {"65534", {worker, "-p", "-restore", "-"}},
         {nullptr, {worker, "-p", "-restore", "-"}},      {"65534", {worker, "-p", "-hide", "-", "-"}},
-        {"65534", {worker, "-p", "-hide", "-", m_path}},
+        {"65534", {worker, "-p", "-hide", "-", m_path}}, {"65534", {worker, "-p", "-rescue", m_path}},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(::testing::PrintToString(row.arguments) + (row.askedBy ? row.askedBy : " by nobody"));

@@ -94,15 +94,11 @@ TEST_F(QuestionTest, WhateverIsAnsweredBothItemsAreThere) {
         {"last answer of a program that dies", "echo Rename; kill -9 $$", renamed, other, one, none, none},
         {"another line after it", "printf 'Rename\\nReplace\\n'", renamed, other, one, none, none},
         unansweredBy("says replace but did nothing", "echo Replace"),
-        unansweredBy("rubbish", "echo 'Error: 0'"),
-        unansweredBy("other case", "echo rename"),
         unansweredBy("no line break", "printf Rename"),
         unansweredBy("nothing", "exit 0"),
-        unansweredBy("an empty line", "echo"),
         unansweredBy("crash", "kill -11 $$"),
         unansweredBy("endless output", "exec yes | tr -d '\\n'"),
         unansweredBy("closed input and output", "exec 0<&- 1>&-; exec tail -f /dev/null"),
-        unansweredBy("refuses", "exit 2"),
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
@@ -155,9 +151,7 @@ TEST_F(QuestionTest, AsksOnlyWhereSomebodyIsToBeAsked) {
         {"on Wayland", [] { ::unsetenv("DISPLAY"), ::setenv("WAYLAND_DISPLAY", "wayland-0", 1); }, false,
          true},
         {"no display", [] { ::unsetenv("DISPLAY"), ::unsetenv("WAYLAND_DISPLAY"); }},
-        {"empty display", [] { ::setenv("DISPLAY", "", 1); }},
         {"not allowed", [] { ::unsetenv("VEILKEEP_MAY_ASK"); }},
-        {"forbidden", [] { ::setenv("VEILKEEP_MAY_ASK", "0", 1); }},
         {"nobody there", [] { ::setenv("VEILKEEP_NOBODY_THERE", "1", 1); }},
         {"under pkexec", [] { ::setenv("PKEXEC_UID", "65534", 1); }},
         {"root", [] {}, true},

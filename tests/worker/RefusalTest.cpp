@@ -39,10 +39,8 @@ TEST_F(RefusalTest, WrongArguments) {
     const std::vector<std::string> rows[] = {
         {worker},
         {worker, "-p"},
-        {worker, "-p", path},
         {worker, "-p", "-hide"},
         {worker, "-p", "-hide", "t/a.txt"},
-        {worker, "-p", "-hide", ""},
         {worker, "-p", "-hide", "-unhide", path},
         {worker, "-p", "-delete", path},
         {worker, "-p", "-hide", path, path},
@@ -86,8 +84,9 @@ TEST_F(RefusalTest, ItemThatIsNotThereOrNotToBeHidden) {
     expectRefused("-hide", m_tree.path("t/.SYS_INDEX/nedih.txt"), 4);
     expectRefused("-hide", m_tree.path("t/.SYS_INDEX"), 8);
     expectRefused("-hide", "/", 8);
-    expectRefused("-hide", "//", 8);
     expectRefused("-hide", m_tree.home(), 8);
+    expectRefused("-hide", m_tree.makeFile("home/.local/share/Veilkeep/FilesInfo.Veilkeep"), 8);
+    expectRefused("-hide", m_tree.makeFile("home/.config/com.ostrel.Veilkeep.plist"), 8);
     expectRefused("-hide", "/etc/passwd", 8);
     expectRefused("-hide", m_tree.path("t/XEDNI_SYS."), 9);
 }

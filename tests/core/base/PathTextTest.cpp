@@ -28,13 +28,5 @@ TEST(PathText, CleansAPath) {
         EXPECT_EQ(cleanPath(path), expected) << path;
 }
 
-TEST(PathText, TellsWhatLiesBelow) {
-    EXPECT_TRUE(isSameOrBelow("/a/b", "/a"));
-    EXPECT_TRUE(isSameOrBelow("/a", "/a"));
-    EXPECT_TRUE(isSameOrBelow("/a", "/"));
-    EXPECT_FALSE(isSameOrBelow("/ab", "/a"));
-    EXPECT_FALSE(isSameOrBelow("/a", "/a/b"));
-}
-
 } // namespace
 } // namespace veilkeep

@@ -26,11 +26,8 @@ TEST_F(ResolvedPath, FollowsTheParentsLinksOnly) {
         {"link/x", "real/x"},
         {"link/again/x", "real/inner/x"},
         {"link/again", "real/again"},
-        {"link/again/", "real/again"},
-        {"link", "link"},
         {"dangling", "dangling"},
         {"link/../real/x", "real/x"},
-        {"link//./x", "real/x"},
         {"link/again/..", "real/inner/.."},
         {"link/x\n\xFF", "real/x\n\xFF"},
     };
@@ -43,22 +40,12 @@ TEST_F(ResolvedPath, FollowsTheParentsLinksOnly) {
     EXPECT_EQ(withResolvedParent(""), std::nullopt);
 }
 
-TEST_F(ResolvedPath, BeginsAtTheWorkingDirectory) {
-    ASSERT_EQ(::chdir(tree.makeDirectory("gone").c_str()), 0);
-    EXPECT_EQ(withResolvedParent("x"), tree.path("gone/x"));
-    EXPECT_EQ(withResolvedParent("../link/x"), tree.path("real/x"));
-    ASSERT_EQ(::rmdir(tree.path("gone").c_str()), 0);
-    EXPECT_EQ(withResolvedParent("x"), std::nullopt);
-    ASSERT_EQ(::chdir("/"), 0);
-}
-
 TEST_F(ResolvedPath, ResolvesManyPaths) {
     LinkResolver links;
     const std::pair<std::string, std::string> rows[] = {
         {"link", "real"},
         {"link/again", "real/inner"},
         {"link/again/x/y", "real/inner/x/y"},
-        {"real", "real"},
         {"dangling/x", "dangling/x"},
         {"loop", "loop"},
         {"link/absent", "real/absent"},

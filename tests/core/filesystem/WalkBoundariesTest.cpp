@@ -52,16 +52,5 @@ TEST(WalkBoundaries, FollowsTheMountsAsAPathDoes) {
     }
 }
 
-TEST(WalkBoundaries, TellsARootThatHoldsNobodysFiles) {
-    const std::string system = "1 0 0:1 / / rw - ext4 d rw\n2 1 0:2 / /sys rw - sysfs s rw\n"
-                               "3 2 0:3 / /sys/fs/cgroup rw - tmpfs t rw\n";
-    const std::pair<std::string, bool> rows[] = {
-        {"/", false}, {"/sys", true}, {"/sys/fs", true}, {"/sys/fs/cgroup/a", false}, {"/system", false}};
-    for (const auto& [root, expected] : rows)
-        EXPECT_EQ(WalkBoundaries(MountTable::parse(system), root, Kind::PseudoFileSystems).rootIsPseudo(),
-                  expected)
-            << root;
-}
-
 } // namespace
 } // namespace veilkeep

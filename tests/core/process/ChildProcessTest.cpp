@@ -133,37 +133,6 @@ TEST(ChildProcess, GivesTheChildNothingButItsStreams) {
         ::close(fd);
 }
 
-TEST(ChildProcess, GivesTheChildItsInputDirectoryAndVariables) {
-    const std::string input(300'000, 'i'); // more than a pipe holds
-    const struct {
-        const char* text;
-        bool inherits;
-        std::string output;
-    } scripts[] = {
-        {"cat", true, input},
-        {"pwd", true, "/proc\n"},
-        {"echo $FIRST-$SECOND-$INHERITED", true, "one-two=2-yes\n"},
-        {"echo $FIRST-$SECOND-$INHERITED", false, "one-two=2-\n"},
-    };
-    ::setenv("FIRST", "inherited", 1);
-    ::setenv("INHERITED", "yes", 1);
-    for (const auto& script : scripts) {
-        ChildProcessOptions options;
-        options.input = input;
-        options.directory = "/proc";
-        options.inheritEnvironment = script.inherits;
-        options.variables = {"FIRST=one", "SECOND=two=2"};
-        const ChildProcessResult result = runChildProcess("/bin/sh", {"-c", script.text}, options);
-        EXPECT_TRUE(result.output == script.output) << script.text << ": " << result.output.substr(0, 200);
-    }
-    ::unsetenv("INHERITED");
-    ::unsetenv("FIRST");
-
-    ChildProcessOptions nowhere;
-    nowhere.directory = "/nonexistent";
-    EXPECT_EQ(runChildProcess("/bin/true", {}, nowhere).error.systemError, ENOENT);
-}
-
 // Each of the parent's own streams may be closed, or stand for some other file of the parent's.
 TEST(ChildProcess, KeepsStreamsApartWhenThoseOfTheParentAreClosed) {
     int kept[3];
@@ -251,36 +220,6 @@ TEST(ChildProcess, EndsAChildAfterItsTimeLimit) {
     EXPECT_EQ(runSteps("pause", options).status, SIGTERM);
     options.timeLimit = 60s;
     EXPECT_TRUE(runSteps("rubbish=100000|exit=4", options).exitedWith(4));
-}
-
-TEST(ChildProcess, HoldsAChildUntilItIsReleased) {
-    const test::ScratchTree tree;
-    ChildProcessOptions held;
-    held.isHeld = true;
-    held.grace = 10ms;
-    const std::string done = tree.path("done"), notDone = tree.path("not done");
-    const std::ptrdiff_t before = openDescriptors();
-    {
-        ChildProcess released(VEILKEEP_BAD_WORKER, {"byte|touch=" + done + "|out=a|exit=3"}, held);
-        ChildProcess unwanted(VEILKEEP_BAD_WORKER, {"byte|touch=" + notDone}, held);
-        const ChildProcess stubborn(VEILKEEP_BAD_WORKER, {"ignore=15|pause"}, held);
-        EXPECT_FALSE(test::exists(done));
-        EXPECT_TRUE(released.release());
-        const ChildProcessResult result = released.untilGone();
-        EXPECT_TRUE(result.exitedWith(3));
-        EXPECT_EQ(result.output, "a");
-    }
-    EXPECT_TRUE(test::exists(done));
-    EXPECT_FALSE(test::exists(notDone));
-
-    ChildProcess killed(VEILKEEP_BAD_WORKER, {"signal=9"}, held);
-    siginfo_t information = {};
-    ASSERT_EQ(::waitid(P_ALL, 0, &information, WEXITED | WNOWAIT), 0);
-    EXPECT_FALSE(killed.release());
-    EXPECT_EQ(killed.untilGone().status, SIGKILL);
-    EXPECT_FALSE(ChildProcess(tree.path("missing"), {}, held).release());
-    EXPECT_EQ(openDescriptors(), before);
-    EXPECT_EQ(::waitpid(-1, nullptr, WNOHANG), -1) << "a child was left behind";
 }
 
 } // namespace

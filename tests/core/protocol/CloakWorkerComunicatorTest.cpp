@@ -8,9 +8,6 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <algorithm>
-#include <chrono>
-#include <filesystem>
 #include <functional>
 
 namespace veilkeep {
@@ -18,9 +15,7 @@ namespace {
 
 class Listener : public CloakWorkerDelegate {
 public:
-    void processTempFile(const PropertyDictionary& record) override {
-        calls.push_back(std::string(record.find("CurrentPath")->asString().value_or("")));
-    }
+    void processTempFile(const PropertyDictionary&) override {}
     void restoreStarted(const std::string& directory) override { calls.push_back("started " + directory); }
     void restoreFinished() override { calls.push_back("finished"); }
 
@@ -155,31 +150,6 @@ TEST_F(WorkersEnvironment, IsNeverOfBeforeAnAnswer) {
     hideWithStatus(3);
     EXPECT_EQ(m_comunicator.hideFileWithPath(next).errorCode(), 1) << "the one that waited would ask again";
     EXPECT_FALSE(test::exists(m_tree.path("moved")));
-}
-
-TEST(CloakWorkerComunicator, PassesOnRecordsAndEmptiesTheFolder) {
-    const test::ScratchTree tree;
-    const std::string folder = tree.path("data/InProgress");
-    CloakWorkerComunicator comunicator = badWorker(tree);
-    Listener listener;
-    comunicator.setDelegate(&listener);
-
-    comunicator.checkTempFiles();
-    EXPECT_TRUE(test::exists(folder));
-    ASSERT_TRUE(writeRecord(folder, {"/a/1", "/a/.SYS_INDEX/1", 0, 1}));
-    ASSERT_TRUE(writeRecord(folder, {"/a/2", "/a/2", 0, 0}));
-    const std::string rubbish = tree.makeFile("data/InProgress/rubbish.plist", "rubbish");
-    const std::string abandoned = tree.makeFile("data/InProgress/.veilkeep-0123456789abcdef");
-    std::filesystem::last_write_time(abandoned,
-                                     std::filesystem::file_time_type::clock::now() - std::chrono::hours(25));
-    comunicator.checkTempFiles();
-    std::sort(listener.calls.begin(), listener.calls.end()); // both may have the same time
-    EXPECT_EQ(listener.calls, (std::vector<std::string>{"/a/.SYS_INDEX/1", "/a/2"}));
-    EXPECT_EQ(InProgressFolder(folder).entries().value(), std::vector<std::string>{"rubbish.plist"});
-    EXPECT_FALSE(test::exists(abandoned));
-
-    comunicator.checkTempFiles();
-    EXPECT_EQ(listener.calls.size(), 2U);
 }
 
 TEST(CloakWorkerComunicator, TellsOfEveryRestoreThatItIsFinished) {

@@ -104,24 +104,6 @@ TEST_F(FileLocationTest, MountsByThePlaceAndTheWish) {
     }
 }
 
-TEST_F(FileLocationTest, TellsStateAndHolderByThePathAlone) {
-    const std::tuple<const char*, int, std::optional<std::string>> rows[] = {
-        {"/a/b", 0, {}},
-        {"/a/.SYS_INDEX/x", 1, {}},
-        {"/a/.SYS_INDEX/x/y", 0, "/a/.SYS_INDEX/x"},
-        {"/a/.SYS_INDEX/x/y/z", 0, "/a/.SYS_INDEX/x"},
-        {"/a/.SYS_INDEX/x/.SYS_INDEX/y/z", 0, "/a/.SYS_INDEX/x/.SYS_INDEX/y"},
-        {"/a/.SYS_INDEX/x/.SYS_INDEX/y", 1, {}},
-        {"/a/.SYS_INDEX", 0, {}},
-    };
-    for (const auto& [path, state, holder] : rows) {
-        File file;
-        file.setPath(path);
-        EXPECT_EQ(file.stateFromPath(), state) << path;
-        EXPECT_EQ(file.closestHiddenDir(), holder) << path;
-    }
-}
-
 TEST_F(FileLocationTest, ChecksThatTheItemIsStillTheOne) {
     using Check = File::IdentityCheck;
     const auto replaceItem = [&] {
@@ -172,24 +154,6 @@ TEST_F(FileLocationTest, ChecksThatTheItemIsStillTheOne) {
     File bare(std::move(without));
     EXPECT_EQ(bare.checkIdentity(), Check::Renewed) << "a record without an alias gains one";
     EXPECT_EQ(bare.alias(), file.alias());
-}
-
-// What a worker leaves that is killed between the two steps of a move.
-TEST_F(FileLocationTest, PutsCutOffMovesRight) {
-    File file = File::initWithPath(m_item);
-    ASSERT_EQ(::link(m_item.c_str(), m_hidden.c_str()), 0);
-    EXPECT_EQ(file.checkIdentity(), File::IdentityCheck::Confirmed);
-    EXPECT_FALSE(test::exists(m_hidden));
-    move(m_item, m_hidden);
-    m_tree.makeFile("d/a.txt", {}, 0);
-    EXPECT_EQ(file.checkIdentity(), File::IdentityCheck::FollowedElsewhere);
-    expect(file, {m_hidden, m_item, "a.txt", 1}, "a placeholder is not the item");
-    EXPECT_FALSE(test::exists(m_item));
-    ASSERT_EQ(::unlink(m_hidden.c_str()), 0);
-    m_tree.makeFile("d/.SYS_INDEX/a.txt", {}, 0);
-    const std::string alias(file.alias().value());
-    EXPECT_EQ(file.checkIdentity(), File::IdentityCheck::NothingThere);
-    EXPECT_EQ(file.alias(), alias) << "nor does it ever become the item";
 }
 
 } // namespace

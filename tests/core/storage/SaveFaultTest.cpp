@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include <cerrno>
-#include <cstdlib>
 #include <filesystem>
 #include <set>
 #include <sstream>
@@ -23,18 +22,19 @@ protected:
     void SetUp() override {
         if (!test::straceWorks())
             GTEST_SKIP() << "strace cannot trace here";
-        // No leak check: it does not work in a traced process.
-        ::setenv("ASAN_OPTIONS", "detect_leaks=0", 1);
         tree.makeDirectory("d");
     }
 
     std::string path() const { return tree.path("d/list"); }
 
-    std::string save(const std::string& arguments, const std::string& injection = {}) const {
-        const std::string command = "strace -f -y -o '" + tree.path("trace") +
-                                    "' -e trace=openat,write,fsync,close,renameat,?link,linkat " + injection +
-                                    " " VEILKEEP_SAVE_FILE " " + arguments;
-        const test::ProgramRun run = test::runProgram({"/bin/sh", "-c", command});
+    std::string save(std::vector<std::string> arguments, const std::vector<std::string>& faults = {}) const {
+        std::vector<std::string> options = {"-f", "-y",
+                                            "-o", tree.path("trace"),
+                                            "-e", "trace=openat,write,fsync,close,renameat,?link,linkat"};
+        for (const std::string& fault : faults)
+            options.insert(options.end(), {"-e", "inject=" + fault});
+        arguments.insert(arguments.begin(), VEILKEEP_SAVE_FILE);
+        const test::ProgramRun run = test::runProgram(test::traced(options, arguments));
         return run.exitStatus == 0 ? run.output : "did not end well: " + run.output + run.errors;
     }
 
@@ -115,14 +115,14 @@ TEST_F(SaveFault, KeepsTheOldFileOrSaysThatTheNewOneMayNotLast) {
     for (const Row& row : rows) {
         SCOPED_TRACE(std::string(row.call) + " " + row.text + " " + row.error);
         startOver();
-        ASSERT_EQ(save(path() + " new"), "written\n");
+        ASSERT_EQ(save({path(), "new"}), "written\n");
         const int index = indexOf(row.call, row.text);
         ASSERT_GT(index, 0) << "the save makes no such call";
 
         startOver();
-        const std::string injection =
-            std::string("-e inject=") + row.call + ":error=" + row.error + ":when=" + std::to_string(index);
-        EXPECT_EQ(save(path() + " new", injection), row.answers);
+        const std::string fault =
+            std::string(row.call) + ":error=" + row.error + ":when=" + std::to_string(index);
+        EXPECT_EQ(save({path(), "new"}, {fault}), row.answers);
         EXPECT_EQ(readFile(path()), row.content);
         std::set<std::string> left = names();
         EXPECT_EQ(left.erase("list"), 1U);
@@ -132,7 +132,7 @@ TEST_F(SaveFault, KeepsTheOldFileOrSaysThatTheNewOneMayNotLast) {
 
         startOver();
         const bool isWritten = row.answers == "written\n";
-        EXPECT_EQ(save(path() + " new new", injection),
+        EXPECT_EQ(save({path(), "new", "new"}, {fault}),
                   row.answers + (isWritten ? "unchanged\n" : "written\n"));
         EXPECT_EQ(readFile(path()), "new");
         EXPECT_EQ(temporaryNames().size(), isWritten ? 1U : 2U);
@@ -142,18 +142,18 @@ TEST_F(SaveFault, KeepsTheOldFileOrSaysThatTheNewOneMayNotLast) {
 // The process that wrote it may have died before it had synced it.
 TEST_F(SaveFault, SyncsAFileThatWasOnlyRead) {
     startOver();
-    EXPECT_EQ(save(path() + " old old", "-e inject=fsync:error=EIO:when=3"), "unchanged\nunchanged\n");
+    EXPECT_EQ(save({path(), "old", "old"}, {"fsync:error=EIO:when=3"}), "unchanged\nunchanged\n");
     const std::pair<const char*, const char*> rows[] = {{"1", "d/list>"}, {"2", "/d>"}};
     for (const auto& [index, text] : rows) {
         startOver();
-        const std::string injection = std::string("-e inject=fsync:error=EIO:when=") + index;
-        EXPECT_EQ(save(path() + " old old", injection), "not durable fsync 5\nwritten\n");
+        const std::string fault = std::string("fsync:error=EIO:when=") + index;
+        EXPECT_EQ(save({path(), "old", "old"}, {fault}), "not durable fsync 5\nwritten\n");
         EXPECT_EQ(std::to_string(indexOf("fsync", text)), index);
     }
 }
 
 TEST_F(SaveFault, KeepsFilesWithoutHardLinks) {
-    const std::string noLinks = "-e inject=?link,linkat:error=EPERM";
+    const std::string noLinks = "?link,linkat:error=EPERM";
     const auto contents = [&] {
         std::multiset<std::string> all;
         for (const std::string& name : names())
@@ -161,21 +161,20 @@ TEST_F(SaveFault, KeepsFilesWithoutHardLinks) {
         return all;
     };
     startOver();
-    EXPECT_EQ(save(path() + " new", noLinks), "written\n");
+    EXPECT_EQ(save({path(), "new"}, {noLinks}), "written\n");
     EXPECT_EQ(contents(), (std::multiset<std::string>{"list=new", "list.earlier=old"}));
 
     startOver();
-    EXPECT_EQ(save("--unread " + path() + " new", noLinks), "written\n");
+    EXPECT_EQ(save({"--unread", path(), "new"}, {noLinks}), "written\n");
     EXPECT_EQ(contents(), (std::multiset<std::string>{"list=new", "list.damaged=old"}));
 
     startOver();
-    EXPECT_EQ(save("--unread " + path() + " new new", noLinks + " -e inject=renameat:error=EIO:when=1"),
+    EXPECT_EQ(save({"--unread", path(), "new", "new"}, {noLinks, "renameat:error=EIO:when=1"}),
               failed("rename", EIO) + "written\n");
     EXPECT_EQ(contents(), (std::multiset<std::string>{"list=new", "list.damaged=old"}));
 
     startOver();
-    EXPECT_EQ(save("--unread " + path() + " new", noLinks + " -e inject=renameat:error=EIO"),
-              failed("rename", EIO));
+    EXPECT_EQ(save({"--unread", path(), "new"}, {noLinks, "renameat:error=EIO"}), failed("rename", EIO));
     EXPECT_EQ(contents(), (std::multiset<std::string>{"list=old"}));
 }
 
