@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractButton>
+#include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
 #include <QTimer>
@@ -182,16 +183,13 @@ int AppWorld::rowOf(const std::string& name) {
     return found == shown.end() ? -1 : static_cast<int>(found - shown.begin());
 }
 
-QPoint AppWorld::placeOf(const std::string& name, Part part) {
+void AppWorld::clickRow(const std::string& name, Part part) {
     const int row = rowOf(name);
     if (row < 0)
         throw std::logic_error("no row " + name);
     const RowLayout layout = table().rowLayout(row);
-    return part == Part::Elsewhere ? layout.name.center() : layout.rectOf(part).center();
-}
-
-void AppWorld::clickRow(const std::string& name, Part part, Qt::MouseButton button) {
-    realInput::click(*table().viewport(), placeOf(name, part), button);
+    realInput::click(*table().viewport(),
+                     (part == Part::Elsewhere ? layout.name : layout.rectOf(part)).center());
 }
 
 void AppWorld::clickGroup(const std::string& name) {
@@ -282,6 +280,12 @@ bool AppWorld::clickButton(QWidget& dialog, const QString& text) {
             return true;
         }
     return false;
+}
+
+bool AppWorld::says(const QWidget& dialog, const QString& text) {
+    return std::ranges::any_of(dialog.findChildren<QLabel*>(), [&](const QLabel* label) {
+        return label->isVisible() && label->text().contains(text);
+    });
 }
 
 } // namespace veilkeep::test

@@ -26,6 +26,7 @@ public:
     ~AppWorld(); // a failure where a dialog that was expected has not come
 
     static void setPassword(const QString& password); // before the start
+    static constexpr const char* prompt = "Enter your Veilkeep password:";
 
     bool start(); // shows the window, unless the options say otherwise, and waits until it has the keyboard
 
@@ -49,7 +50,7 @@ public:
     void waitForBatch();                        // until nobody works on the list any more
     bool isAtRest();                            // and the window takes keys and clicks
     bool giveKeyboard();                        // to the window, where no dialog has it
-    // The window has the keyboard by itself; its menus and its table, which has two rows, take keys.
+    // The window has the keyboard by itself; its menus and its table, which has two rows or more, take keys.
     void expectKeysToArrive();
 
     bool clickTool(Command command);   // its button in the toolbar
@@ -58,9 +59,7 @@ public:
     // --- The files table and the group list ---
     FilesTableView& table() { return *window()->findChild<FilesTableView*>(); }
     int rowOf(const std::string& name); // -1: not shown
-    QPoint placeOf(const std::string& name, Part part = Part::Elsewhere);
-    void clickRow(const std::string& name, Part part = Part::Elsewhere,
-                  Qt::MouseButton button = Qt::LeftButton);
+    void clickRow(const std::string& name, Part part = Part::Elsewhere);
     GroupsView& groupList() { return *window()->findChild<GroupsView*>(); }
     void clickGroup(const std::string& name);
 
@@ -79,6 +78,7 @@ public:
     QWidget* openDialog(const QString& title) const; // null for none
 
     static bool clickButton(QWidget& dialog, const QString& text); // false where there is no such button
+    static bool says(const QWidget& dialog, const QString& text);  // one of its labels, at least in part
 
 private:
     int m_count = 1;

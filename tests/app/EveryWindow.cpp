@@ -2,7 +2,7 @@
 
 #include "alerts/ADAlertManager.h"
 #include "app/ask/Asker.h"
-#include "tests/support/RunProgram.h"
+#include "platform/linux/DesktopTrash.h"
 #include "widgets/dialogs/AlertWindow.h"
 #include "widgets/dialogs/ApplicationPanel.h"
 #include "widgets/dialogs/ItemPanel.h"
@@ -40,11 +40,6 @@ public:
     void serveOthers() override {}
 
     std::vector<Alert> alerts;
-};
-
-class NoTrash : public Trash {
-public:
-    Result<void> moveToTrash(const std::string& path) override { return Error::system("trash", path, EROFS); }
 };
 
 // Once nothing in it has moved for a moment: animations, previews and searches have come to their end.
@@ -123,18 +118,6 @@ void EveryWindow::lookAtAll() {
     lookAtPreferences();
     lookAtGroupSheet();
     lookAtMenus();
-}
-
-// What is open beside the main window.
-QWidget* EveryWindow::otherWindow() {
-    QWidget* found = nullptr;
-    EXPECT_TRUE(eventually([&] {
-        for (QWidget* const widget : QApplication::topLevelWidgets())
-            if (widget != m_world.window() && widget->isVisible() && widget->windowType() != Qt::ToolTip)
-                found = widget;
-        return found != nullptr;
-    }));
-    return found;
 }
 
 std::string EveryWindow::path(const std::string& name) const {
@@ -220,13 +203,13 @@ void EveryWindow::lookAtMainWindow() {
 void EveryWindow::preview(const std::string& name, const std::vector<std::string>& files) {
     select(files);
     m_world.window()->toggleQuickLook();
-    if (QWidget* const panel = otherWindow()) {
-        const auto* const content = panel->findChild<QStackedWidget*>();
-        const bool hasContent = name != "quick-broken"; // else its facts alone
-        EXPECT_TRUE(eventually([&] { return !hasContent || content->currentIndex() > 0; })) << name;
-        look(name, *panel);
-        panel->close();
-    }
+    QWidget* const panel = m_world.dialog();
+    ASSERT_TRUE(panel);
+    const auto* const content = panel->findChild<QStackedWidget*>();
+    const bool hasContent = name != "quick-broken"; // else its facts alone
+    EXPECT_TRUE(eventually([&] { return !hasContent || content->currentIndex() > 0; })) << name;
+    look(name, *panel);
+    panel->close();
     settle();
 }
 
@@ -237,16 +220,11 @@ void EveryWindow::lookAtQuickPreview() {
     preview("quick-broken", {"Lost recording.ogg"});
 }
 
-void EveryWindow::lookAtAlert(const std::string& name, const Alert& alert) {
-    AlertWindow window(alert, nullptr);
-    show(name, window);
-}
-
 void EveryWindow::lookAtAlerts() {
     AlertNotes notes;
     UserDefaults defaults;
     Alerts alerts(notes, defaults);
-    NoTrash trash;
+    DesktopTrash trash;
     using Kind = AskRequest::Kind;
     Asker asker(alerts, trash);
     const std::string item = path("Meadow.png");
@@ -258,12 +236,6 @@ void EveryWindow::lookAtAlerts() {
         text("FilesViewController", "Are you sure you want to remove selected items from list?"),
         text("FilesViewController", "Items will be deleted only from list, not filesystem."),
         text("FilesViewController", "Remove"), text("FilesViewController", "Cancel"), {}, "key");
-    (void)alerts.ADRunCriticalAlertSheet(
-        Alert::Window::None,
-        text("HideOperations", "%1 could not hide some of selected files").arg("Veilkeep"),
-        text("HideOperations", "You don't have enough permissions to hide some files, would you like to "
-                               "authentificate to hide these files?"),
-        text("HideOperations", "Authentificate"), text("HideOperations", "Cancel"));
     Alert quit;
     quit.style = Alert::Style::Warning;
     quit.title = text("veilkeep::ADApp", "Some errors have been occured while hiding files");
@@ -272,20 +244,19 @@ void EveryWindow::lookAtAlerts() {
     (void)alerts.runAlert(
         quit, {text("veilkeep::ADApp", "Return to Veilkeep"), text("veilkeep::ADApp", "Force Quit")});
     int number = 0;
-    for (const Alert& alert : notes.alerts)
-        lookAtAlert("alert-" + std::to_string(++number), alert);
-    EXPECT_EQ(number, 7);
+    for (const Alert& alert : notes.alerts) {
+        AlertWindow window(alert, nullptr);
+        show("alert-" + std::to_string(++number), window);
+    }
+    EXPECT_EQ(number, 6);
 }
 
 void EveryWindow::lookAtPanels() {
     QWidget* const main = m_world.window();
     {
         PasswordPanel panel("Veilkeep", text("PasswordManager", "Enter your %1 password:").arg("Veilkeep"));
-        show("password", panel);
-    }
-    {
-        PasswordPanel panel("Veilkeep", text("PasswordManager", "Enter your %1 password:").arg("Veilkeep"));
         EXPECT_TRUE(showAndActivate(panel));
+        look("password", panel);
         panel.showWrongEntries(2);
         look("password-wrong", panel);
     }
@@ -312,28 +283,25 @@ void EveryWindow::lookAtPanels() {
                                main);
         show("choose-application", panel);
     }
+    const auto lookAtOpen = [this](const std::string& name, auto& window) {
+        QWidget* const shown = m_world.dialog();
+        ASSERT_TRUE(shown);
+        look(name, *shown);
+        window.close();
+        settle();
+    };
     m_world.parts().about.show();
-    if (QWidget* const about = otherWindow())
-        look("about", *about);
-    m_world.parts().about.close();
-    settle();
+    lookAtOpen("about", m_world.parts().about);
     m_world.parts().report.show("Something went wrong, and a problem report was written.",
                                 "Veilkeep 0.1.0\nstd::runtime_error: no such row\n\nthread: main\n",
                                 "/tmp/report.txt", [](ReportWindow::Action) {});
-    if (QWidget* const report = otherWindow())
-        look("report", *report);
-    m_world.parts().report.close();
-    settle();
+    lookAtOpen("report", m_world.parts().report);
     m_world.parts().update.show();
-    if (QWidget* const update = otherWindow()) {
-        const UpdateOutcome newer{UpdateOutcome::Kind::Newer, "2.0-1", "1.0-1", {}};
-        const SoftwareUpdater::Answer answer = SoftwareUpdater::answerFor(newer);
-        m_look("update-looking", *update); // its bar moves on
-        m_world.parts().update.showAnswer(answer.title, answer.message);
-        look("update-newer", *update);
-    }
-    m_world.parts().update.close();
-    settle();
+    m_look("update-looking", *m_world.dialog()); // its bar moves on
+    const SoftwareUpdater::Answer answer =
+        SoftwareUpdater::answerFor({UpdateOutcome::Kind::Newer, "2.0-1", "1.0-1", {}});
+    m_world.parts().update.showAnswer(answer.title, answer.message);
+    lookAtOpen("update-newer", m_world.parts().update);
 }
 
 void EveryWindow::lookAtPreferences() {

@@ -30,10 +30,8 @@ public:
 private:
     void look(const std::string& name, QWidget& window);
     void show(const std::string& name, QWidget& window); // and looks
-    void lookAtAlert(const std::string& name, const Alert& alert);
     void preview(const std::string& name, const std::vector<std::string>& files);
     void select(const std::vector<std::string>& files);
-    QWidget* otherWindow();
     std::string path(const std::string& name) const;
 
     AppWorld& m_world;

@@ -11,7 +11,6 @@
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QLabel>
 #include <QLineEdit>
 
 namespace veilkeep::test {
@@ -31,12 +30,7 @@ protected:
 
     GroupEditSheet& sheet() { return dynamic_cast<GroupEditSheet&>(*world.openDialog("Edit Group")); }
     bool click(const QString& button) { return AppWorld::clickButton(sheet(), button); }
-    bool tells(const QString& part) {
-        for (const QLabel* const label : sheet().findChildren<QLabel*>())
-            if (label->isVisible() && label->text().contains(part))
-                return true;
-        return false;
-    }
+    bool tells(const QString& part) { return AppWorld::says(sheet(), part); }
     QImage shownIcon() { return sheet().groupIcon().grab().toImage(); }
 
     // What is done in the sheet, which Ctrl+E opens; it is closed then.
@@ -59,8 +53,8 @@ protected:
         EXPECT_TRUE(eventually([this] { return !world.openDialog("Choose Image"); }));
         settle();
     }
-    void pick(int item) {
-        sheet().popUpGroupIcons().setFocus();
+    void pick(int item) { // in the list of icons
+        realInput::key("Alt+I");
         realInput::key("Home");
         for (int step = 0; step < item; ++step)
             realInput::key("Down");
@@ -73,22 +67,11 @@ protected:
 
 TEST_F(GroupEditTest, AllOfItByKeys) {
     edit([this] {
-        QStringList order;
-        for (int step = 0; step < 7; ++step) {
-            const auto* const button = qobject_cast<QAbstractButton*>(QApplication::focusWidget());
-            order << (button ? button->text().remove(u'&') : QApplication::focusWidget()->accessibleName());
-            realInput::key("Tab");
-        }
-        EXPECT_EQ(order.join(u'|').toStdString(),
-                  "Name of the group|Select Existing Icons|Choose Image…|AutoHide|OK|Cancel|Reset");
         realInput::key("Delete");
         realInput::key("Return");
         EXPECT_TRUE(tells("needs a name"));
         realInput::type("Trip");
-        realInput::key("Alt+I");
-        realInput::key("Home");
-        for (int step = 0; step < 9; ++step)
-            realInput::key("Down");
+        pick(9);
         realInput::key("Alt+A");
         EXPECT_TRUE(eventually([this] { return sheet().autoHideBox().isChecked(); }));
         realInput::key("Return");

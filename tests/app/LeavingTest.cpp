@@ -10,7 +10,6 @@
 namespace veilkeep::test {
 namespace {
 
-constexpr const char* prompt = "Enter your Veilkeep password:";
 constexpr const char* hidingFailed = "Some errors have been occured while hiding files";
 
 // With a session of logind's around the program.
@@ -44,10 +43,13 @@ TEST_F(SessionTest, LockingHidesAndClosesEverythingAndUnlockingAsks) {
         realInput::type("secret");
         realInput::key("Return");
     };
-    world->whenOpen(prompt, enterIt);
+    world->whenOpen(AppWorld::prompt, enterIt);
     ASSERT_TRUE(start());
     const std::string path = world->addFileToGroup("diary", "AutoHide Group"),
                       other = world->addFile("other");
+    const std::string byHand = world->addFile("hidden by hand");
+    world->clickRow("hidden by hand", AppWorld::Part::Switch);
+    EXPECT_TRUE(world->isHidden(byHand));
     world->clickRow("diary");
     realInput::key("Space");
     EXPECT_TRUE(eventually([] { return QApplication::topLevelWidgets().size() > 1; }));
@@ -64,7 +66,7 @@ TEST_F(SessionTest, LockingHidesAndClosesEverythingAndUnlockingAsks) {
                                     [](const QWidget* widget) { return widget->isVisible(); });
     }));
 
-    world->whenOpen(prompt, [&](QWidget& panel) {
+    world->whenOpen(AppWorld::prompt, [&](QWidget& panel) {
         EXPECT_FALSE(world->parts().window.isVisible());
         EXPECT_TRUE(world->isHiddenOnDisk(path));
         enterIt(panel);
@@ -72,7 +74,9 @@ TEST_F(SessionTest, LockingHidesAndClosesEverythingAndUnlockingAsks) {
     logind->set("LockedHint", false);
     EXPECT_TRUE(world->areAllAnswered());
     EXPECT_TRUE(world->isShown(path));
+    EXPECT_TRUE(world->isHiddenOnDisk(byHand));
     EXPECT_TRUE(world->window()->isVisible());
+    world->expectKeysToArrive();
 }
 
 TEST_F(SessionTest, LockingCancelsTheEditingOfAGroup) {
@@ -141,14 +145,6 @@ TEST(QuitTest, AsksWhereSomethingStayedVisible) {
     EXPECT_TRUE(world.quits([] { realInput::key("Ctrl+Q"); }));
     EXPECT_TRUE(world.areAllAnswered());
     EXPECT_TRUE(exists(path));
-}
-
-TEST(QuitTest, ClosingTheWindowEndsWhatNothingLeadsBackTo) {
-    AppWorld world;
-    ASSERT_TRUE(world.start());
-    const std::string path = world.addFileToGroup("diary", "AutoHide Group");
-    EXPECT_TRUE(world.quits([] { realInput::key("Ctrl+W"); }));
-    EXPECT_TRUE(world.isHiddenOnDisk(path));
 }
 
 } // namespace

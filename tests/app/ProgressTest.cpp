@@ -4,7 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <QLabel>
 #include <QProgressBar>
 #include <QScreen>
 #include <QWindow>
@@ -13,7 +12,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cstdlib>
 
 namespace veilkeep::test {
@@ -43,47 +41,31 @@ private:
     UniqueFd m_pipe;
 };
 
-class ProgressTest : public ::testing::Test {
-protected:
-    void SetUp() override {
-        ASSERT_TRUE(world.start());
-        for (int number = 0; number < items; ++number)
-            paths.push_back(appScratch().path("home/Docs/" + std::to_string(100 + number)));
-    }
-
-    static bool says(const QWidget& sheet, const QString& text) {
-        return std::ranges::any_of(sheet.findChildren<QLabel*>(), [&](const QLabel* label) {
-            return label->isVisible() && label->text() == text;
-        });
-    }
-    bool isShown(const char* sheet, const QString& text) const {
-        const QWidget* const shown = world.openDialog(sheet);
-        return shown && shown->windowHandle()->isExposed() && says(*shown, text);
-    }
-    QImage onScreen() const {
-        const QWidget& sheet = *world.openDialog(hiding);
-        return sheet.screen()->grabWindow(sheet.winId()).toImage();
-    }
-
+TEST(ProgressTest, OfABatchIsPaintedWhileTheListTakesNoInput) {
     AppWorld world;
     Gate gate;
+    ASSERT_TRUE(world.start());
     std::vector<std::string> paths;
-};
-
-TEST_F(ProgressTest, OfABatchIsPaintedWhileTheListTakesNoInput) {
-    appScratch().makeDirectory("home/Docs");
-    for (const std::string& path : paths)
-        writeFile(path, "content");
+    for (int number = 0; number < items; ++number)
+        paths.push_back(appScratch().makeFile("home/Docs/" + std::to_string(100 + number)));
     world.files().addFiles(paths);
     world.files().waitForAdding();
     world.clickRow("100");
     realInput::key("Ctrl+A");
+    const auto onScreen = [&] {
+        const QWidget& sheet = *world.openDialog(hiding);
+        return sheet.screen()->grabWindow(sheet.winId()).toImage();
+    };
     QImage before;
     world.when(
-        "the sheet", [this] { return isShown(hiding, "1 of 60"); },
+        "the sheet",
+        [&] {
+            const QWidget* const sheet = world.openDialog(hiding);
+            return sheet && sheet->windowHandle()->isExposed() && AppWorld::says(*sheet, "1 of 60");
+        },
         [&] {
             QWidget& sheet = *world.openDialog(hiding);
-            EXPECT_TRUE(says(sheet, "File: " + QString::fromStdString(paths[1])));
+            EXPECT_TRUE(AppWorld::says(sheet, "File: " + QString::fromStdString(paths[1])));
             EXPECT_FALSE(AppWorld::clickButton(sheet, "Cancel")) << "a batch is never left half done";
             before = onScreen();
             const realInput::WhileBusy busy;
@@ -98,7 +80,7 @@ TEST_F(ProgressTest, OfABatchIsPaintedWhileTheListTakesNoInput) {
             const QWidget* const sheet = world.openDialog(hiding);
             return sheet && sheet->findChild<QProgressBar*>()->value() >= 30 && onScreen() != before;
         },
-        [this] {
+        [&] {
             const realInput::WhileBusy busy;
             realInput::key("Escape");
             gate.letThrough(items);

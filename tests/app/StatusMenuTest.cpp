@@ -40,7 +40,6 @@ protected:
         return names;
     }
 
-    static constexpr const char* prompt = "Enter your Veilkeep password:";
     PrivateBus bus{appScratch(), PrivateBus::Place::Session};
     std::optional<FakeTray> tray;
     std::optional<AppWorld> world;
@@ -103,7 +102,7 @@ TEST_F(StatusMenuTest, AsksForThePasswordFirst) {
     for (const auto& row : rows) {
         SCOPED_TRACE(row.entry.join('/').toStdString());
         for (const bool isRight : {false, true}) {
-            world->whenOpen(prompt, [&](QWidget&) {
+            world->whenOpen(AppWorld::prompt, [&](QWidget&) {
                 EXPECT_FALSE(row.isDone());
                 realInput::type(isRight ? "secret" : "wrong");
                 realInput::key("Return");
@@ -129,7 +128,7 @@ TEST_F(StatusMenuTest, TellsOfTheProgramAndEndsItWithoutThePassword) {
     EXPECT_TRUE(world->areAllAnswered());
     EXPECT_TRUE(world->quits([this] { tray->choose({"Quit Veilkeep"}); }));
     EXPECT_TRUE(world->isHiddenOnDisk(path));
-    EXPECT_FALSE(world->openDialog(prompt));
+    EXPECT_FALSE(world->openDialog(AppWorld::prompt));
 }
 
 // Each window says it before it is shown, as window managers want it.

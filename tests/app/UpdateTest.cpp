@@ -4,19 +4,11 @@
 
 #include <gtest/gtest.h>
 
-#include <QLabel>
-
-#include <algorithm>
-
 namespace veilkeep::test {
 namespace {
 
-bool says(QWidget& dialog, const QString& text) {
-    return eventually([&] {
-        const auto labels = dialog.findChildren<QLabel*>();
-        return std::ranges::any_of(
-            labels, [&](const QLabel* label) { return label->isVisible() && label->text().contains(text); });
-    });
+bool says(const QWidget& dialog, const QString& text) {
+    return eventually([&] { return AppWorld::says(dialog, text); });
 }
 
 class UpdateTest : public ::testing::Test {

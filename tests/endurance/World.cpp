@@ -22,41 +22,40 @@ std::string contentOf(const std::string& path) {
 
 } // namespace
 
-World::World(const std::string& place, unsigned int seed)
-    : m_choices(seed), m_model(joinPath(place, "items"), m_choices) {
+World::World(const std::string& place, unsigned int seed, BadWorker& worker)
+    : m_place(place), m_worker(worker), m_choices(seed), m_model(joinPath(place, "items"), m_choices) {
+    m_options.worker = worker.path();
     m_options.file.clock = [this] { return m_now; };
 }
 
 void World::run() {
-    openProgram(m_options);
+    openProgram();
     startProgram();
     m_contents = {contentOf(dataFile())};
     for (int step = 0; step < stepsInSequence; ++step)
         take(chooseStep());
-    for (const Step step : {&World::restart, &World::restore, &World::check})
+    for (const Step step : {&World::restart, &World::restore, &World::check, &World::unhideAll})
         take(step);
-    end();
-}
-
-void World::openProgram(const ListWorldOptions& options) {
-    m_program = std::make_unique<ListWorld>(options);
-}
-
-void World::startProgram() {
-    list().start();
-}
-
-void World::end() {
-    take(&World::unhideAll);
+    m_program.reset();
 }
 
 World::Step World::chooseStep() {
-    static constexpr Step steps[] = {
+    static constexpr Step ofItems[] = {
         &World::add,      &World::add,     &World::add,     &World::add,    &World::hide,   &World::hide,
         &World::hide,     &World::hide,    &World::hide,    &World::unhide, &World::unhide, &World::unhide,
         &World::move,     &World::move,    &World::move,    &World::move,   &World::move,   &World::remove,
         &World::exchange, &World::restart, &World::restart, &World::damage, &World::check,  &World::restore};
-    return steps[m_choices.below(std::size(steps))];
+    static constexpr Step others[] = {
+        &World::addGroup,    &World::removeGroup,  &World::renameGroup,  &World::moveGroup,
+        &World::selectGroup, &World::selectGroup,  &World::markAutoHide, &World::markAutoHide,
+        &World::moveToGroup, &World::moveToGroup,  &World::moveToGroup,  &World::hideGroup,
+        &World::showGroup,   &World::damageGroups, &World::leave,        &World::leave,
+        &World::comeBack,    &World::comeBack,     &World::quit,         &World::breakWorker,
+        &World::breakWorker, &World::breakWorker,  &World::fillDisk,     &World::fillDisk};
+    if (m_listed.size() < 3 && m_choices.oneIn(2))
+        return &World::add;
+    return m_choices.oneIn(2) ? ofItems[m_choices.below(std::size(ofItems))]
+                              : others[m_choices.below(std::size(others))];
 }
 
 void World::take(Step step) {
@@ -74,7 +73,7 @@ void World::take(Step step) {
     m_contents.push_back(contentOf(dataFile()));
     if (m_isTold)
         expectAllToldRightly();
-    compare(m_loaded);
+    compareGroups();
 }
 
 void World::say(const std::string& step) {
@@ -163,17 +162,21 @@ void World::remove() {
 
 void World::restore() {
     say("restore");
-    QObject context;
-    bool hasEnded = false;
-    QObject::connect(&list().restores(), &Restores::ended, &context, [&] { hasEnded = true; });
-    list().restoreDir(m_model.root());
-    MainThread::runUntil([&] { return hasEnded; });
+    runRestore();
     list().checkTempFiles();
     for (Number item = 0; item < m_model.count(); ++item)
         if (m_model.isHiddenItself(item)) {
             m_listed.insert(item);
             expectToldRightly(item);
         }
+}
+
+void World::runRestore() {
+    QObject context;
+    bool hasEnded = false;
+    QObject::connect(&list().restores(), &Restores::ended, &context, [&] { hasEnded = true; });
+    list().restoreDir(m_model.root());
+    MainThread::runUntil([&] { return hasEnded; });
 }
 
 void World::check() {
@@ -197,7 +200,7 @@ void World::runCheck() {
 // The list comes from its file, else from the newest earlier copy that can be read.
 void World::restart() {
     say("restart");
-    openProgram(m_options);
+    openProgram();
     auto records = list().readFilesInfoFileAtPath(dataFile());
     m_loaded = m_damage && contentOf(dataFile()) == *m_damage ? Loaded::Damaged : Loaded::AsSaved;
     if (m_loaded == Loaded::AsSaved) {

@@ -32,10 +32,11 @@ int overflow(int depth) {
 class RunNoteTest : public ::testing::Test {
 protected:
     // A run that does this instead of ending; the signal that ended it, 0 for none.
+    template <typename Note = RunNote>
     int run(const std::function<void()>& body) const {
         const pid_t child = test::startChild([&] {
             withoutCoreDumps();
-            const RunNote note(m_directory);
+            const Note note(m_directory);
             body();
         });
         int status = 0;
@@ -134,21 +135,12 @@ TEST_F(RunNoteTest, ProcessesWithoutTheListLeaveTheirsAsWell) {
 #ifdef __SANITIZE_ADDRESS__
     GTEST_SKIP() << "the sanitizer listens to these signals";
 #endif
-    const auto runProcess = [this](const std::function<void()>& end) {
-        int status = 0;
-        const pid_t child = test::startChild([&] {
-            withoutCoreDumps();
-            const ProcessNote note(m_directory);
-            end();
-        });
-        ::waitpid(child, &status, 0);
-    };
     const ProcessNote goesOn(m_directory);
     const std::string own = m_directory + "/Running-" + std::to_string(::getpid());
-    runProcess([] {});
+    run<ProcessNote>([] {});
     EXPECT_FALSE(RunNote(m_directory).takeLastCrash());
-    runProcess([] { std::abort(); });
-    runProcess([] { ::raise(SIGKILL); });
+    run<ProcessNote>([] { std::abort(); });
+    run<ProcessNote>([] { ::raise(SIGKILL); });
     const auto crash = RunNote(m_directory).takeLastCrash();
     ASSERT_TRUE(crash);
     EXPECT_EQ(crash->signal, SIGABRT);

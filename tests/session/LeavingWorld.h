@@ -2,7 +2,7 @@
 
 #include "core/storage/DefaultsKeys.h"
 #include "session/MainWindowController.h"
-#include "tests/support/ListWorld.h"
+#include "tests/groups/GroupWorld.h"
 #include "tests/support/TurnUntil.h"
 
 #include <gtest/gtest.h>
@@ -15,18 +15,14 @@ namespace veilkeep::test {
 // Tells what the test wants to be told, and notes what it is told itself.
 class FakeEvents : public SessionEvents {
 public:
-    void start() override {
-        isStarted = true;
-        whenStarted();
-    }
+    void start() override {}
     void release() override {
         ++releases;
         whenReleased();
     }
 
-    bool isStarted = false;
     int releases = 0;
-    std::function<void()> whenStarted = [] {}, whenReleased = [] {};
+    std::function<void()> whenReleased = [] {};
 };
 
 class FakeWindow : public MainWindow {
@@ -71,59 +67,12 @@ private:
     bool m_isOpen = false;
 };
 
-// All that MainWindowController works with, and three items in an AutoHide group, visible or hidden. Made
-// anew it is the program's next start.
-class LeavingWorld {
-public:
-    explicit LeavingWorld(const ScratchTree& tree) : m_tree(tree) {
+// All that MainWindowController works with.
+struct ControllerWorld : GroupWorld {
+    explicit ControllerWorld(const ListWorldOptions& options = {}) : GroupWorld(options) {
         passwords.setPrompt(&prompt);
-        list.list->loadDataFromDisk();
-        groups.start();
     }
 
-    static constexpr const char* password = "secret";
-
-    void makeItems() {
-        const ListedGroup group = groups.addGroup();
-        for (const char* const name : names)
-            list.add(m_tree.makeFile(name));
-        list.list->moveFiles(list.list->files().all(), group->groupID().value());
-        groups.setAutoHide(true, group);
-        ASSERT_TRUE(groups.hideGroup(group, true));
-    }
-
-    void setPassword() {
-        list.defaults.set(defaultsKey::passwordEnabled, true);
-        ASSERT_TRUE(passwords.setPassword(password));
-    }
-
-    bool areHidden() const {
-        return std::ranges::none_of(names, [this](const char* name) { return exists(m_tree.path(name)); });
-    }
-    bool areVisible() const {
-        return std::ranges::all_of(names, [this](const char* name) { return exists(m_tree.path(name)); });
-    }
-
-private:
-    static constexpr const char* names[] = {"t/a", "t/b", "t/c"};
-
-    const ScratchTree& m_tree;
-    GroupSelection m_selection;
-
-public:
-    ListWorld list{{.groups = &m_selection}};
-
-private:
-    GroupsInfoFile m_groupsFile{OwnPlaces::current().dataDirectory + "/GroupsInfo.Veilkeep"};
-
-public:
-    AutoHideMark mark{OwnPlaces::current().dataDirectory};
-    GroupViewController groups{{.dataFile = m_groupsFile,
-                                .files = *list.list,
-                                .selection = m_selection,
-                                .mark = mark,
-                                .alerts = list.alerts,
-                                .turns = list.turns}};
     PasswordManager passwords{list.defaults};
     ScriptedPrompt prompt;
     FakeEvents events;
@@ -136,6 +85,41 @@ public:
                                      .defaults = list.defaults,
                                      .events = &events,
                                      .window = &window}};
+};
+
+// With three items in an AutoHide group, visible or hidden. Made anew it is the program's next start.
+class LeavingWorld : public ControllerWorld {
+public:
+    explicit LeavingWorld(const ScratchTree& tree) : m_tree(tree) {
+        list.list->loadDataFromDisk();
+        groups.start();
+    }
+
+    static constexpr const char* password = "secret";
+
+    void makeItems() {
+        const ListedGroup group = autoHideGroup();
+        for (const char* const path : paths)
+            add(m_tree.makeFile(path), group);
+        ASSERT_TRUE(groups.hideGroup(group, true));
+    }
+
+    void setPassword() {
+        list.defaults.set(defaultsKey::passwordEnabled, true);
+        ASSERT_TRUE(passwords.setPassword(password));
+    }
+
+    bool areHidden() const {
+        return std::ranges::none_of(paths, [this](const char* path) { return exists(m_tree.path(path)); });
+    }
+    bool areVisible() const {
+        return std::ranges::all_of(paths, [this](const char* path) { return exists(m_tree.path(path)); });
+    }
+
+private:
+    static constexpr const char* paths[] = {"t/a", "t/b", "t/c"};
+
+    const ScratchTree& m_tree;
 };
 
 } // namespace veilkeep::test

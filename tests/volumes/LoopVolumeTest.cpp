@@ -17,16 +17,24 @@ using Outcome = AliasResolver::Answer::Outcome;
 
 class LoopVolumeTest : public testing::TestWithParam<const char*> {
 protected:
+    void SetUp() override {
+        for (const LoopVolume* one : {&m_volume, &m_other})
+            if (!one->whyMissing().empty())
+                GTEST_SKIP() << one->whyMissing();
+    }
+
     // Mounts both again in the other order, each where the other was.
-    static void swapPlaces(LoopVolume& first, LoopVolume& second) {
-        const std::string firstPlace = first.mountPoint(), secondPlace = second.mountPoint();
-        first.unmount();
-        second.unmount();
-        second.mountAt(firstPlace);
-        first.mountAt(secondPlace);
+    void swapPlaces() {
+        const std::string firstPlace = m_volume.mountPoint(), secondPlace = m_other.mountPoint();
+        m_volume.unmount();
+        m_other.unmount();
+        m_other.mountAt(firstPlace);
+        m_volume.mountAt(secondPlace);
     }
 
     ScratchTree m_tree;
+    LoopVolume m_volume{m_tree, GetParam()};
+    LoopVolume m_other{m_tree, GetParam(), {.name = "other"}};
 };
 
 struct Step {
@@ -51,15 +59,10 @@ void take(const Step& step, const LoopVolume& volume) {
 }
 
 TEST_P(LoopVolumeTest, RecordsFollowTheirItems) {
-    LoopVolume volume(m_tree, GetParam());
-    LoopVolume other(m_tree, GetParam(), {.name = "other"});
-    for (const LoopVolume* one : {&volume, &other})
-        if (!one->whyMissing().empty())
-            GTEST_SKIP() << one->whyMissing();
-    const File file = makeItem(volume.path("home/file.txt"));
-    const File inner = makeItem(volume.path("home/folder/inner"));
-    const File folder = File::initWithPath(volume.path("home/folder"));
-    makeItem(other.path("house/unlike"));
+    const File file = makeItem(m_volume.path("home/file.txt"));
+    const File inner = makeItem(m_volume.path("home/folder/inner"));
+    const File folder = File::initWithPath(m_volume.path("home/folder"));
+    makeItem(m_other.path("house/unlike"));
     const Step steps[] = {
         {Step::Hide, "home/file.txt", "", "home/.SYS_INDEX/elif.txt", "home/folder", "home/folder/inner"},
         {Step::Move, "home", "house", "house/.SYS_INDEX/elif.txt", "house/folder", "house/folder/inner"},
@@ -75,60 +78,49 @@ TEST_P(LoopVolumeTest, RecordsFollowTheirItems) {
         {Step::Hide, "far", "", "renamed", ".SYS_INDEX/raf/shown", ".SYS_INDEX/raf/shown/inner"},
     };
     for (const Step& step : steps) {
-        take(step, volume);
+        take(step, m_volume);
         for (const char* const when : {"in place", "mounted elsewhere"}) {
             const std::string moment = std::string(step.from) + " " + when;
-            expectFound(file, volume.path(step.file), moment);
-            expectFound(folder, volume.path(step.folder), moment);
-            expectFound(inner, volume.path(step.inner), moment);
-            swapPlaces(volume, other);
+            expectFound(file, m_volume.path(step.file), moment);
+            expectFound(folder, m_volume.path(step.folder), moment);
+            expectFound(inner, m_volume.path(step.inner), moment);
+            swapPlaces();
         }
     }
 }
 
 TEST_P(LoopVolumeTest, TwoVolumesThatLookAlikeAreToldApart) {
-    LoopVolume volume(m_tree, GetParam());
-    LoopVolume other(m_tree, GetParam(), {.name = "other"});
-    for (const LoopVolume* one : {&volume, &other})
-        if (!one->whyMissing().empty())
-            GTEST_SKIP() << one->whyMissing();
-    const File file = makeItem(volume.path("dir/file")), otherFile = makeItem(other.path("dir/file"));
-    swapPlaces(volume, other);
-    EXPECT_EQ(whereIs(file), (AliasResolver::Answer{Outcome::Found, volume.path("dir/file")}));
-    EXPECT_EQ(whereIs(otherFile), (AliasResolver::Answer{Outcome::Found, other.path("dir/file")}));
-    hide(volume.path("dir/file"));
-    EXPECT_EQ(whereIs(file), (AliasResolver::Answer{Outcome::Found, volume.path("dir/.SYS_INDEX/elif")}));
-    std::filesystem::remove(other.path("dir/file"));
+    const File file = makeItem(m_volume.path("dir/file")), otherFile = makeItem(m_other.path("dir/file"));
+    swapPlaces();
+    EXPECT_EQ(whereIs(file), (AliasResolver::Answer{Outcome::Found, m_volume.path("dir/file")}));
+    EXPECT_EQ(whereIs(otherFile), (AliasResolver::Answer{Outcome::Found, m_other.path("dir/file")}));
+    hide(m_volume.path("dir/file"));
+    EXPECT_EQ(whereIs(file), (AliasResolver::Answer{Outcome::Found, m_volume.path("dir/.SYS_INDEX/elif")}));
+    std::filesystem::remove(m_other.path("dir/file"));
     EXPECT_EQ(whereIs(otherFile).outcome, Outcome::Missing) << "the other volume's file is at its place";
 }
 
 TEST_P(LoopVolumeTest, AnAbsentVolumeIsNoMissingItem) {
-    LoopVolume volume(m_tree, GetParam());
-    if (!volume.whyMissing().empty())
-        GTEST_SKIP() << volume.whyMissing();
-    const File file = makeItem(volume.path("dir/file")), gone = makeItem(volume.path("gone"));
-    std::filesystem::remove(volume.path("gone"));
+    const File file = makeItem(m_volume.path("dir/file")), gone = makeItem(m_volume.path("gone"));
+    std::filesystem::remove(m_volume.path("gone"));
     expectNotFound(gone, Outcome::Missing, "mounted");
-    const std::string place = volume.mountPoint();
-    volume.unmount();
+    const std::string place = m_volume.mountPoint();
+    m_volume.unmount();
     expectNotFound(file, Outcome::VolumeAbsent, "unmounted");
     expectNotFound(gone, Outcome::VolumeAbsent, "unmounted");
     makeItem(place + "/dir/file");
     expectNotFound(file, Outcome::VolumeAbsent, "unmounted, and another file in its place");
-    volume.mountAt(m_tree.makeDirectory("elsewhere"));
-    EXPECT_EQ(whereIs(file), (AliasResolver::Answer{Outcome::Found, volume.path("dir/file")}));
+    m_volume.mountAt(m_tree.makeDirectory("elsewhere"));
+    EXPECT_EQ(whereIs(file), (AliasResolver::Answer{Outcome::Found, m_volume.path("dir/file")}));
 }
 
 TEST_P(LoopVolumeTest, APartMountedElsewhereIsEnough) {
-    LoopVolume volume(m_tree, GetParam());
-    if (!volume.whyMissing().empty())
-        GTEST_SKIP() << volume.whyMissing();
-    const File file = makeItem(volume.path("part/dir/file")), outside = makeItem(volume.path("outside"));
-    const File movedAway = makeItem(volume.path("part/moved"));
+    const File file = makeItem(m_volume.path("part/dir/file")), outside = makeItem(m_volume.path("outside"));
+    const File movedAway = makeItem(m_volume.path("part/moved"));
     const std::string part = m_tree.makeDirectory("only a part");
-    ASSERT_EQ(::mount(volume.path("part").c_str(), part.c_str(), nullptr, MS_BIND, nullptr), 0);
-    expectFound(file, volume.path("part/dir/file"), "both mounted");
-    volume.unmount();
+    ASSERT_EQ(::mount(m_volume.path("part").c_str(), part.c_str(), nullptr, MS_BIND, nullptr), 0);
+    expectFound(file, m_volume.path("part/dir/file"), "both mounted");
+    m_volume.unmount();
     expectFound(file, part + "/dir/file", "the part alone");
     const std::string hidden = hide(part + "/dir/file");
     expectFound(file, hidden, "hidden there");

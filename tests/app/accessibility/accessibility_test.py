@@ -3,10 +3,15 @@ real keys on a display and a message bus of the test's own.
 
 usage: accessibility_test.py PROGRAMS SCRATCH [CASE…]"""
 
-import os
 import sys
 
 import session as own_session
+
+if reason := own_session.lacking():
+    print(f"skipped: {reason}")
+    sys.exit(own_session.NOT_AVAILABLE)
+
+from tree import Application, Role, State, until  # noqa: E402
 
 LIST_OF_ITEMS, LIST_OF_GROUPS = "Items", "Groups"
 
@@ -28,9 +33,6 @@ def check(condition, message):
 
 class Cases:
     def __init__(self, session):
-        from tree import Application, Role, State, until
-
-        self.Role, self.State, self.until = Role, State, until
         self.keyboard = session.keyboard
         until(self.keyboard.has_window_manager, "the window manager")
         session.start_application()
@@ -39,11 +41,11 @@ class Cases:
     # --- What the cases use ---
 
     def main_window(self):
-        return self.until(lambda: self.app.window("Veilkeep", self.Role.FRAME), "the main window")
+        return until(lambda: self.app.window("Veilkeep", Role.FRAME), "the main window")
 
     def has_keyboard(self, name):
         window = self.app.window(name)
-        return window and window.has(self.State.ACTIVE)
+        return window and window.has(State.ACTIVE)
 
     def press(self, *keys):
         for each in keys:
@@ -71,41 +73,41 @@ class Cases:
 
     def close(self, name, keys="Escape"):
         self.press(keys)
-        self.until(lambda: not self.app.window(name), f"the end of {name}")
-        self.until(lambda: self.has_keyboard("Veilkeep"), "the main window")
+        until(lambda: not self.app.window(name), f"the end of {name}")
+        until(lambda: self.has_keyboard("Veilkeep"), "the main window")
 
     # --- The cases, in their order ---
 
     def asks_for_the_password(self):
         prompt = "Enter your Veilkeep password:"
-        field = self.app.wait_for(self.Role.PASSWORD_TEXT, prompt)
-        self.until(lambda: self.has_keyboard(prompt), "the keyboard")
-        check(field.has(self.State.FOCUSABLE), "the password cannot be typed")
+        field = self.app.wait_for(Role.PASSWORD_TEXT, prompt)
+        until(lambda: self.has_keyboard(prompt), "the keyboard")
+        check(field.has(State.FOCUSABLE), "the password cannot be typed")
         self.check_names("password")
         self.keyboard.type("wrong")
         self.press("Return")
-        self.app.wait_for(self.Role.LABEL, "Wrong password:")
+        self.app.wait_for(Role.LABEL, "Wrong password:")
         check([self.press_for_focus("Tab")[1] for _ in range(3)] == ["OK", "Cancel", prompt], "Tab in the prompt")
         self.keyboard.type(own_session.PASSWORD)
         self.press("Return")
-        self.app.wait_for(self.Role.TABLE, LIST_OF_ITEMS)
-        self.until(lambda: not self.app.window(prompt) and self.has_keyboard("Veilkeep"), "the main window")
+        self.app.wait_for(Role.TABLE, LIST_OF_ITEMS)
+        until(lambda: not self.app.window(prompt) and self.has_keyboard("Veilkeep"), "the main window")
 
     def reads_both_lists(self):
-        self.app.wait_for(self.Role.TABLE_CELL, "gone.txt, ~/Docs/gone.txt, 4 KB, Not found")  # it was searched
+        self.app.wait_for(Role.TABLE_CELL, "gone.txt, ~/Docs/gone.txt, 4 KB, Not found")  # it was searched
         window = self.main_window()
-        check(window.names(self.Role.TABLE_CELL) == [
+        check(window.names(Role.TABLE_CELL) == [
             "agreement.txt, ~/Docs/agreement.txt, 4 KB, visible",
             "budget & plan.txt, ~/Docs/budget & plan.txt, 4 KB, visible",
             "contract.txt, ~/Docs/contract.txt, 4 KB, visible",
             "diary.txt, ~/Docs/diary.txt, 4 KB, hidden",
             "gone.txt, ~/Docs/gone.txt, 4 KB, Not found",
             "Letters, ~/Docs/Letters, N/A, hidden",
-        ], f"items are read as {window.names(self.Role.TABLE_CELL)}")
-        groups = window.names(self.Role.LIST_ITEM)
+        ], f"items are read as {window.names(Role.TABLE_CELL)}")
+        groups = window.names(Role.LIST_ITEM)
         for text in ("All Files, shown, 6 items", "Taxes, shown, 2 items", "R & D, shown, 0 items, AutoHide"):
             check(text in groups, f"“{text}” is not among {groups}")
-        check("6 items · 2 hidden · 1 broken" in window.names(self.Role.LABEL), "what is shown is not told")
+        check("6 items · 2 hidden · 1 broken" in window.names(Role.LABEL), "what is shown is not told")
 
     def names_every_control(self):
         self.check_names("main window")
@@ -113,20 +115,19 @@ class Cases:
     def goes_through_the_panes_as_they_are_read(self):
         """Children come in the order of the focus as well."""
         names = [node.name for node in self.main_window().controls() if node.name in PANES and
-                 node.has(self.State.FOCUSABLE)]
+                 node.has(State.FOCUSABLE)]
         check(names == [name for name in PANES if name in names], f"the tree is read as {names}")
 
     def takes_the_focus_everywhere(self):
-        Role = self.Role
         self.press("F6")  # somewhere that is known
-        self.until(lambda: self.main_window().find(Role.TEXT, "Search").has(self.State.FOCUSED), "the search")
+        until(lambda: self.main_window().find(Role.TEXT, "Search").has(State.FOCUSED), "the search")
         self.press_for_focus("F6")
         self.press("Home", "Down", "Down", "Down")  # Taxes
-        self.until(lambda: len(self.main_window().names(Role.TABLE_CELL)) == 2, "the group's items")
+        until(lambda: len(self.main_window().names(Role.TABLE_CELL)) == 2, "the group's items")
         self.press_for_focus("F6")
         self.select_first_item()
-        focusable = {node.name for node in self.main_window().controls() if node.has(self.State.FOCUSABLE) and
-                     node.has(self.State.ENABLED) and node.role not in (Role.TABLE_CELL, Role.LIST_ITEM)}
+        focusable = {node.name for node in self.main_window().controls() if node.has(State.FOCUSABLE) and
+                     node.has(State.ENABLED) and node.role not in (Role.TABLE_CELL, Role.LIST_ITEM)}
         focusable -= {"Hidden items", "Visible items", "Broken items"}  # arrows lead to them
         forth = self.focused_names("Tab", LIST_OF_ITEMS)
         check(set(forth) == focusable, f"Tab misses {focusable - set(forth)}, comes to {set(forth) - focusable}")
@@ -146,21 +147,19 @@ class Cases:
     def select_first_item(self):
         """By the keyboard, which is in the table."""
         self.press("Home")
-        self.app.wait_for(self.Role.TEXT, "Where")
+        self.app.wait_for(Role.TEXT, "Where")
 
     def press_until(self, keys, condition, what):
         """Keys that come while the window is busy are dropped."""
         for _ in range(5):
             self.press(keys)
             try:
-                return self.until(condition, what, limit=3)
+                return until(condition, what, limit=3)
             except AssertionError:
                 continue
         raise AssertionError(f"{keys} did not lead to {what}")
 
     def tells_states(self):
-        Role, State = self.Role, self.State
-
         def state(role, name, which):
             return self.app.wait_for(role, name, "Veilkeep").has(which)
 
@@ -177,7 +176,6 @@ class Cases:
 
     def names_what_menus_offer(self):
         """Those of the bar, open or not."""
-        Role = self.Role
         entries = [node for node in self.main_window().find(Role.MENU_BAR).all() if node.role == Role.MENU_ITEM]
         check(len(entries) > 30, f"the menus are {entries}")
         for entry in entries:
@@ -185,34 +183,33 @@ class Cases:
 
     def opens_the_panel_that_adds(self):
         self.press("Ctrl+o")
-        opened = self.app.wait_for(self.Role.DIALOG, "Add Items")
+        opened = self.app.wait_for(Role.DIALOG, "Add Items")
         self.check_names("add panel")
         self.close(opened.name)
-
 
     def go_to(self, pane):
         """With F6, from wherever the focus is."""
         def focused():
-            roles = (self.Role.LIST, self.Role.TABLE, self.Role.TEXT)
+            roles = (Role.LIST, Role.TABLE, Role.TEXT)
             return [node.name for node in self.main_window().showing() if node.role in roles and
-                    node.has(self.State.FOCUSED)]
+                    node.has(State.FOCUSED)]
 
         for _ in range(5):
             before = focused()
             if before == [pane]:
                 return
             self.press("F6")
-            self.until(lambda: focused() not in (before, []), "the next pane")
+            until(lambda: focused() not in (before, []), "the next pane")
         raise AssertionError(f"F6 does not lead to {pane}")
 
     def go_to_item(self, name):
         self.go_to(LIST_OF_GROUPS)
         self.press("Home")
-        self.app.wait_for(self.Role.TABLE_CELL, "gone.txt, ~/Docs/gone.txt, 4 KB, Not found")  # those of all groups
+        self.app.wait_for(Role.TABLE_CELL, "gone.txt, ~/Docs/gone.txt, 4 KB, Not found")  # those of all groups
         self.go_to(LIST_OF_ITEMS)
         self.keyboard.type(name)
-        self.until(lambda: any(cell.name.startswith(name) and cell.has(self.State.SELECTED)
-                               for cell in self.main_window().showing() if cell.role == self.Role.TABLE_CELL), name)
+        until(lambda: any(cell.name.startswith(name) and cell.has(State.SELECTED)
+                          for cell in self.main_window().showing() if cell.role == Role.TABLE_CELL), name)
 
     def leads(self, keys, name):
         check(self.app.gets_focus(name, lambda: self.press(keys)), f"{keys} led to {[each for _, each in self.app.focused]}, not {name}")
@@ -246,14 +243,14 @@ class Cases:
         self.press("Home", "Down", "Down")
         self.leads("Down", "Taxes")
         self.press("Ctrl+e")
-        self.app.wait_for(self.Role.DIALOG, "Edit Group")
-        self.until(lambda: self.has_keyboard("Edit Group"), "the sheet")
+        self.app.wait_for(Role.DIALOG, "Edit Group")
+        until(lambda: self.has_keyboard("Edit Group"), "the sheet")
         self.check_names("the sheet of a group")
         order = self.focused_names("Tab", "Name of the group")
         check(order[:-1] == ["Simple", "Choose Image…", "AutoHide", "OK", "Cancel", "Reset"],
               f"Tab in the sheet goes {order}")
         self.press("Delete", "Return")
-        self.app.wait_for(self.Role.LABEL, "A group needs a name.")
+        self.app.wait_for(Role.LABEL, "A group needs a name.")
         self.close("Edit Group")
         self.leads("F2", "Name of the group")
         self.leads("Escape", LIST_OF_GROUPS)
@@ -262,10 +259,10 @@ class Cases:
         self.go_to_item("agreement")
         for name in ("Width of the groups", "Width of the info pane"):
             self.leads("F8", name)
-            line = self.main_window().find(self.Role.SPLIT_PANE, name).accessible
+            line = self.main_window().find(Role.SPLIT_PANE, name).accessible
             before = line.get_current_value()
             self.press("Right")
-            self.until(lambda: abs(line.get_current_value() - before) == 10, f"another {name}")
+            until(lambda: abs(line.get_current_value() - before) == 10, f"another {name}")
             check(line.get_minimum_value() < before < line.get_maximum_value(), f"no room for {name}")
         self.leads("Escape", LIST_OF_ITEMS)
 
@@ -283,11 +280,10 @@ class Cases:
 
     def reads_question(self, keys, title, buttons, box=()):
         """The first button has the focus; Escape is the last one."""
-        Role = self.Role
         self.press(*keys)
         self.app.wait_for(Role.DIALOG, title)
-        self.until(lambda: self.app.window(title).find(Role.PUSH_BUTTON, buttons[0]).has(self.State.FOCUSED),
-                   f"{buttons[0]} under {title}")
+        until(lambda: self.app.window(title).find(Role.PUSH_BUTTON, buttons[0]).has(State.FOCUSED),
+              f"{buttons[0]} under {title}")
         question = self.app.window(title)
         check(question.names(Role.PUSH_BUTTON) == buttons, f"{title} {question.names(Role.PUSH_BUTTON)}")
         check(question.names(Role.CHECK_BOX) == list(box), f"{title} {question.names(Role.CHECK_BOX)}")
@@ -297,7 +293,7 @@ class Cases:
     def previews_an_item(self):
         self.go_to_item("agreement")
         self.press("space")
-        self.until(lambda: self.has_keyboard("agreement.txt"), "the preview")
+        until(lambda: self.has_keyboard("agreement.txt"), "the preview")
         self.check_names("preview")
         self.close("agreement.txt")
         self.leads("Down", "budget & plan.txt")
@@ -306,31 +302,31 @@ class Cases:
         for keys, entry in (("F10", "Add Items…"), ("Left", "Veilkeep Help"), ("Up", "About Veilkeep")):
             self.leads(keys, entry)
         self.press("Return")
-        self.until(lambda: self.has_keyboard("About Veilkeep"), "the keyboard")
+        until(lambda: self.has_keyboard("About Veilkeep"), "the keyboard")
         self.check_names("about")
         self.close("About Veilkeep")
 
     def goes_through_the_preferences(self):
         self.press("Ctrl+comma")
-        self.until(lambda: self.has_keyboard("General"), "the keyboard")
+        until(lambda: self.has_keyboard("General"), "the keyboard")
         self.check_names("general preferences")
         for keys, title in (("Alt+u", "Update"), ("Alt+s", "Security")):
             self.press(keys)
-            self.app.wait_for(self.Role.CHECK_BOX, title, within=title)
+            self.app.wait_for(Role.CHECK_BOX, title, within=title)
             self.check_names(f"{title} preferences")
         self.press("Alt+c")
-        self.app.wait_for(self.Role.PASSWORD_TEXT, "Old password")
+        self.app.wait_for(Role.PASSWORD_TEXT, "Old password")
         self.check_names("page that changes the password")
         self.press("Return")
-        self.app.wait_for(self.Role.ALERT, "The old password is wrong.")
+        self.app.wait_for(Role.ALERT, "The old password is wrong.")
         self.close("Security")
 
     def hides_an_item(self):
         self.go_to_item("agreement")
         self.press("Ctrl+Right")
-        self.app.wait_for(self.Role.TABLE_CELL, "agreement.txt, ~/Docs/agreement.txt, 4 KB, hidden")
-        self.until(lambda: self.main_window().find(self.Role.CHECK_BOX, "Hide Selected Items").has(self.State.CHECKED),
-                   "the switch")
+        self.app.wait_for(Role.TABLE_CELL, "agreement.txt, ~/Docs/agreement.txt, 4 KB, hidden")
+        until(lambda: self.main_window().find(Role.CHECK_BOX, "Hide Selected Items").has(State.CHECKED),
+              "the switch")
 
 
 def run(programs, scratch, wanted):
@@ -339,7 +335,7 @@ def run(programs, scratch, wanted):
         session.open()
         session.make_list()
         cases = Cases(session)
-        for name in [name for name in vars(Cases) if name in CASES]:
+        for name in CASES:
             print(name.replace("_", " "), flush=True)
             getattr(cases, name)()
             if name == wanted:
@@ -355,16 +351,12 @@ def run(programs, scratch, wanted):
     return 1 if failures else 0
 
 
-CASES = [name for name in vars(Cases) if name in (
+CASES = (
     "asks_for_the_password", "reads_both_lists", "names_every_control", "goes_through_the_panes_as_they_are_read",
     "takes_the_focus_everywhere", "tells_states", "names_what_menus_offer", "opens_the_panel_that_adds",
     "opens_menus_by_keys", "edits_a_group", "moves_the_lines_between_panes", "answers_questions", "previews_an_item",
-    "tells_about_itself", "goes_through_the_preferences", "hides_an_item")]
+    "tells_about_itself", "goes_through_the_preferences", "hides_an_item")
 
 
 if __name__ == "__main__":
-    reason = own_session.lacking()
-    if reason:
-        print(f"skipped: {reason}")
-        sys.exit(own_session.NOT_AVAILABLE)
     sys.exit(run(sys.argv[1], sys.argv[2], sys.argv[3] if len(sys.argv) > 3 else None))

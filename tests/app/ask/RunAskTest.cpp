@@ -1,8 +1,7 @@
-#include "app/ask/RunAsk.h"
-
 #include "core/base/UniqueFd.h"
 #include "platform/linux/SessionBusConnection.h"
-#include "tests/app/ask/SignalListener.h"
+#include "tests/app/process/Screen.h"
+#include "tests/support/BackgroundProgram.h"
 #include "tests/support/RunProgram.h"
 #include "tests/support/ScratchTree.h"
 #include "tests/support/bus/PrivateBus.h"
@@ -10,19 +9,28 @@
 
 #include <gtest/gtest.h>
 
-#include <QCoreApplication>
-#include <QRegularExpression>
-#include <QStringList>
+#include <QDBusMessage>
+#include <QObject>
 
-#include <fcntl.h>
 #include <signal.h>
 #include <sys/socket.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <functional>
+#include <optional>
 
 namespace veilkeep::test {
+
+class SignalListener : public QObject {
+    Q_OBJECT
+
+public:
+    std::vector<QDBusMessage> heard;
+
+public slots:
+    void received(const QDBusMessage& signal) { heard.push_back(signal); }
+};
+
 namespace {
 
 using namespace std::string_literals;
@@ -31,14 +39,7 @@ unsigned int person() {
     return isRoot() ? ordinaryUser : 0;
 }
 
-void clickAt(const QString& line) {
-    const QStringList words = line.split(' ');
-    realInput::moveTo({words.at(0).toInt(), words.at(1).toInt()});
-    realInput::press();
-    realInput::release();
-}
-
-// The asking program with its input and output, as the worker starts it.
+// The program with its input and output, as the worker starts it.
 class Asking {
 public:
     Asking(
@@ -47,49 +48,27 @@ public:
         EXPECT_EQ(::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends), 0);
         m_socket.reset(ends[0]);
         const UniqueFd theirs(ends[1]);
-        int errors[2];
-        EXPECT_EQ(::pipe2(errors, O_CLOEXEC), 0);
-        m_errors.reset(errors[0]);
-        const UniqueFd errorsWriter(errors[1]);
         EXPECT_EQ(::send(m_socket.get(), input.data(), input.size(), MSG_NOSIGNAL),
                   static_cast<ssize_t>(input.size()));
-        m_process = ::fork();
-        if (m_process != 0)
-            return;
-        ::dup2(theirs.get(), STDIN_FILENO);
-        ::dup2(theirs.get(), STDOUT_FILENO);
-        ::dup2(errorsWriter.get(), STDERR_FILENO);
-        if (person() != 0 && (::setgid(person()) != 0 || ::setuid(person()) != 0))
-            ::_exit(125);
-        inChild();
-        ::execl(VEILKEEP_ASK_PROGRAM, VEILKEEP_ASK_PROGRAM, "--ask", kind.c_str(), nullptr);
-        ::_exit(123);
-    }
-    ~Asking() {
-        if (m_process > 0)
-            ::kill(m_process, SIGKILL), (void)exitStatus();
-    }
-    Asking(const Asking&) = delete;
-    Asking& operator=(const Asking&) = delete;
-
-    // The lines that tell where the buttons are; empty where no window came.
-    QStringList shownButtons() { return buttonsIn(m_errors.get()); }
-
-    static QStringList buttonsIn(int errors) {
-        std::string text;
-        char bytes[4096];
-        while (text.find("shown on top\n") == std::string::npos) {
-            const ssize_t count = ::read(errors, bytes, sizeof bytes);
-            if (count <= 0)
-                return {};
-            text.append(bytes, static_cast<std::size_t>(count));
-        }
-        return QString::fromStdString(text).split('\n').filter(QRegularExpression("^[0-9]+ [0-9]+ "));
+        m_program.emplace(std::vector{bundledProgram("Veilkeep"), "--ask"s, kind}, [&] {
+            ::dup2(theirs.get(), STDIN_FILENO);
+            ::dup2(theirs.get(), STDOUT_FILENO);
+            if (person() != 0 && (::setgid(person()) != 0 || ::setuid(person()) != 0))
+                ::_exit(125);
+            inChild();
+        });
     }
 
-    void click(const QString& title) { clickAt(shownButtons().filter(title).value(0, "0 0")); }
+    bool isInFront() const {
+        const auto window = m_screen.waitForDialog();
+        return window && window->process == m_program->process() && window->isOnTop;
+    }
+    void press(const char* key) {
+        EXPECT_TRUE(isInFront());
+        m_screen.key(key);
+    }
     void hangUp() { m_socket.reset(); }
-    void signal(int number) { ::kill(m_process, number); }
+    int end(int signal = 0) { return m_program->end(signal); }
 
     std::string line() { // empty at its end
         std::string text;
@@ -98,39 +77,31 @@ public:
         return text;
     }
 
-    int exitStatus() {
-        int status = 0;
-        const pid_t process = std::exchange(m_process, -1);
-        ::waitpid(process, &status, 0);
-        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    }
-
 private:
-    UniqueFd m_socket, m_errors;
-    pid_t m_process = -1;
+    Screen m_screen;
+    UniqueFd m_socket;
+    std::optional<BackgroundProgram> m_program;
 };
 
 const std::string applicationsRequest = "/d/a\0VLC\0\0"s;
 
 TEST(RunAsk, ShowsAWindowInFrontAndTellsTheButton) {
-    for (const QString title : {"Continue", "Cancel"}) {
+    for (const auto& [key, answer] : {std::pair{"Return", "Continue"}, {"Escape", "Cancel"}}) {
         Asking asking("recents-applications", applicationsRequest);
-        asking.click(title);
-        EXPECT_EQ(asking.line(), title.toStdString());
-        EXPECT_EQ(asking.exitStatus(), 0);
+        asking.press(key);
+        EXPECT_EQ(asking.line(), answer);
+        EXPECT_EQ(asking.end(), 0);
     }
 }
 
 TEST(RunAsk, ClosesUnansweredWhenNobodyWantsTheAnswer) {
-    const std::function<void(Asking&)> ends[] = {[](Asking& asking) { asking.hangUp(); },
-                                                 [](Asking& asking) { asking.signal(SIGTERM); },
-                                                 [](Asking& asking) { asking.signal(SIGINT); }};
-    for (const auto& end : ends) {
+    for (const int signal : {0, SIGTERM, SIGINT}) {
         Asking asking("recents-applications", applicationsRequest);
-        ASSERT_EQ(asking.shownButtons().size(), 2);
-        end(asking);
+        ASSERT_TRUE(asking.isInFront());
+        if (signal == 0)
+            asking.hangUp();
+        EXPECT_EQ(asking.end(signal), 1);
         EXPECT_EQ(asking.line(), "");
-        EXPECT_EQ(asking.exitStatus(), 1);
     }
 }
 
@@ -150,13 +121,13 @@ TEST(RunAsk, RefusesWithoutAWord) {
     for (const Row& row : rows) {
         Asking asking(row.kind, row.input, row.inChild);
         EXPECT_EQ(asking.line(), "") << row.name;
-        EXPECT_EQ(asking.exitStatus(), 2) << row.name;
+        EXPECT_EQ(asking.end(), 2) << row.name;
     }
+    const std::string program = bundledProgram("Veilkeep");
     if (isRoot()) {
-        EXPECT_EQ(runProgram({VEILKEEP_ASK_PROGRAM, "--ask", "recents"}).exitStatus, 2);
+        EXPECT_EQ(runProgram({program, "--ask", "recents"}).exitStatus, 2);
     }
-    EXPECT_EQ(runProgram({VEILKEEP_ASK_PROGRAM, "--ask"}, {.asUser = person(), .directory = {}}).exitStatus,
-              2);
+    EXPECT_EQ(runProgram({program, "--ask"}, {.asUser = person(), .directory = {}}).exitStatus, 2);
 }
 
 // The application is busy with the batch that the question came from, and hears of the answer when it is
@@ -173,7 +144,7 @@ TEST(RunAsk, TheAnswerAboutRecentItemsReachesABusyApplication) {
                                                 SLOT(received(QDBusMessage))));
     ASSERT_EQ(connection.askBus("NameHasOwner", "com.ostrel.Veilkeep").type(), QDBusMessage::ReplyMessage);
     Asking asking("recents", "\0"s);
-    asking.click("Remove Recents");
+    asking.press("Return");
     EXPECT_EQ(asking.line(), "Yes");
     asking.hangUp(); // as the worker does
     ASSERT_TRUE(eventually([&] { return !listener.heard.empty(); }));
@@ -181,9 +152,10 @@ TEST(RunAsk, TheAnswerAboutRecentItemsReachesABusyApplication) {
     const QDBusMessage user = connection.askBus("GetConnectionUnixUser", listener.heard.front().service());
     EXPECT_EQ(user.arguments().value(0).toUInt(), person() != 0 ? person() : ::getuid())
         << "who has left the bus is not believed";
-    asking.signal(SIGTERM);
-    EXPECT_EQ(asking.exitStatus(), 0);
+    EXPECT_EQ(asking.end(SIGTERM), 0);
 }
 
 } // namespace
 } // namespace veilkeep::test
+
+#include "RunAskTest.moc"

@@ -14,6 +14,15 @@ sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "accessi
 import session as own_session  # noqa: E402
 
 THUNAR = "/usr/bin/thunar"
+reason = own_session.lacking()
+if not reason and not os.access(THUNAR, os.X_OK):
+    reason = "there is no Thunar (package thunar)"
+if reason:
+    print(f"skipped: {reason}")
+    sys.exit(own_session.NOT_AVAILABLE)
+
+from tree import Application, Role, State, until  # noqa: E402
+
 HIDE, SHOW = "Hide with Veilkeep", "Show in Veilkeep"
 ODD_NAMES = [b"a b", b"new\nline", b"it's \"quoted\"", "\U0001f600 \u00fc".encode(), b"no text \xff", b"-rf", b"%20 %U",
              b"$HOME `id` \\", b"*", b"file:"]
@@ -28,9 +37,6 @@ def linked_or_copied(source, target):
 
 class Desktop:
     def __init__(self, session, bundle, install_entries):
-        from tree import Application, Role, State, until
-
-        self.Application, self.Role, self.State, self.until = Application, Role, State, until
         self.session, self.keyboard, self.install_entries = session, session.keyboard, install_entries
         until(self.keyboard.has_window_manager, "the window manager")
         self.bundle = session.home / "it's \"my\" $HOME 100% <&>" / "Veilkeep.app"
@@ -63,60 +69,60 @@ class Desktop:
                                  None).unpack()[0]
 
         self.session.start(THUNAR, "--daemon", stdout=self.session.log)
-        self.until(is_there, "Thunar on the bus")
+        until(is_there, "Thunar on the bus")
         self.thunar = None
 
     def choose(self, folder, entry):
         """What a person does: opens the folder, selects all of it, opens the menu by its key, and chooses."""
         subprocess.run([THUNAR, folder], check=True, timeout=30)
-        self.thunar = self.thunar or self.Application("thunar")
+        self.thunar = self.thunar or Application("thunar")
         title = f"{folder.name} - Thunar"
-        self.until(lambda: (window := self.thunar.window(title)) and window.has(self.State.ACTIVE), title)
+        until(lambda: (window := self.thunar.window(title)) and window.has(State.ACTIVE), title)
         self.keyboard.press("Ctrl+a")
         self.keyboard.press("Shift+F10")
-        item = self.thunar.wait_for(self.Role.MENU_ITEM, entry)
+        item = self.thunar.wait_for(Role.MENU_ITEM, entry)
         item.accessible.do_action(0)
-        self.until(lambda: not self.is_menu_open(), "the end of the menu")
+        until(lambda: not self.is_menu_open(), "the end of the menu")
         self.thunar_window = title
 
     def is_menu_open(self):
-        return any(window.find(self.Role.MENU_ITEM, HIDE) for window in self.thunar.windows())
+        return any(window.find(Role.MENU_ITEM, HIDE) for window in self.thunar.windows())
 
     def close_folder(self):
-        self.until(lambda: (window := self.thunar.window(self.thunar_window)) and window.has(self.State.ACTIVE),
-                   self.thunar_window)
+        until(lambda: (window := self.thunar.window(self.thunar_window)) and window.has(State.ACTIVE),
+              self.thunar_window)
         self.keyboard.press("Ctrl+w")
-        self.until(lambda: not self.thunar.window(self.thunar_window), "the end of the window")
+        until(lambda: not self.thunar.window(self.thunar_window), "the end of the window")
 
     # --- The cases ---
 
     def hides_ten_odd_names_at_once(self):
         folder = self.folder("ten", *ODD_NAMES)
         self.choose(folder, HIDE)
-        self.until(lambda: os.listdir(folder) == [".SYS_INDEX"], "ten hidden items")
+        until(lambda: os.listdir(folder) == [".SYS_INDEX"], "ten hidden items")
         assert len(os.listdir(folder / ".SYS_INDEX")) == len(ODD_NAMES)
         self.close_folder()
 
     def shows_items_behind_the_password(self):
         self.session.ctl("password", "set", "--password-stdin", text=own_session.PASSWORD + "\n")
         self.session.start_application("--login")
-        self.until(lambda: json.loads(self.session.ctl("status", "--json"))["owner"] == "application",
-                   "the application")
+        until(lambda: json.loads(self.session.ctl("status", "--json"))["owner"] == "application",
+              "the application")
         folder = self.folder("shown", b"a b", b"new\nline")
         self.choose(folder, SHOW)
-        application = self.Application()
+        application = Application()
         prompt = "Enter your Veilkeep password:"
-        application.wait_for(self.Role.PASSWORD_TEXT, prompt)
-        self.until(lambda: (window := application.window(prompt)) and window.has(self.State.ACTIVE), "the keyboard")
+        application.wait_for(Role.PASSWORD_TEXT, prompt)
+        until(lambda: (window := application.window(prompt)) and window.has(State.ACTIVE), "the keyboard")
         self.keyboard.type(own_session.PASSWORD)
         self.keyboard.press("Return")
 
         def selected():
             window = application.window("Veilkeep")
             return [cell.name.split(",")[0] for cell in window.all()
-                    if cell.role == self.Role.TABLE_CELL and cell.has(self.State.SELECTED)] if window else []
+                    if cell.role == Role.TABLE_CELL and cell.has(State.SELECTED)] if window else []
 
-        self.until(lambda: selected() == ["a b", "new\\nline"], "the selected items")
+        until(lambda: selected() == ["a b", "new\\nline"], "the selected items")
         assert sorted(os.listdir(folder)) == ["a b", "new\nline"]
 
 
@@ -127,9 +133,9 @@ def run(bundle, install_entries, scratch):
         desktop = Desktop(session, bundle, install_entries)
         assert str(session.home / ".config/Thunar/uca.xml") in desktop.entries("install")
         desktop.start_thunar()
-        for case in [value for name, value in vars(Desktop).items() if name in CASES]:
+        for case in (desktop.hides_ten_odd_names_at_once, desktop.shows_items_behind_the_password):
             print(case.__name__.replace("_", " "), flush=True)
-            case(desktop)
+            case()
         desktop.entries("remove")
         actions = session.home / ".config/Thunar/uca.xml"
         assert not actions.exists() or "eilkeep" not in actions.read_text()
@@ -144,14 +150,5 @@ def run(bundle, install_entries, scratch):
     return 0
 
 
-CASES = ("hides_ten_odd_names_at_once", "shows_items_behind_the_password")
-
-
 if __name__ == "__main__":
-    reason = own_session.lacking()
-    if not reason and not os.access(THUNAR, os.X_OK):
-        reason = "there is no Thunar (package thunar)"
-    if reason:
-        print(f"skipped: {reason}")
-        sys.exit(own_session.NOT_AVAILABLE)
     sys.exit(run(*sys.argv[1:]))

@@ -7,11 +7,6 @@ namespace {
 
 class CrashTest : public ProcessWorld {
 protected:
-    void SetUp() override {
-        ProcessWorld::SetUp();
-        setTold();
-    }
-
     std::string state(const std::string& name) const {
         return m_tree.path("home/.local/state/Veilkeep/" + name);
     }

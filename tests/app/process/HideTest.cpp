@@ -12,7 +12,6 @@ protected:
 
 // Whoever owns the list does the work, and this process where nobody does.
 TEST_F(HideTest, HidesWithAndWithoutAnApplication) {
-    setTold();
     EXPECT_EQ(run({"--hide", m_item}).exitStatus, 0);
     EXPECT_FALSE(exists(m_item));
     EXPECT_EQ(listed(), "hidden\t" + m_item + "\n");

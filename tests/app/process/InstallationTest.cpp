@@ -22,7 +22,6 @@ protected:
         ProcessWorld::SetUp();
         stopSessionBus();
         m_bus.emplace(m_tree, PrivateBus::Place::Session, inHome(".local/share/dbus-1/services"));
-        setTold();
         setOffersToInstall(true);
         EXPECT_EQ(ctl({"add", m_item}).exitStatus, 0); // the program's own places are there
     }

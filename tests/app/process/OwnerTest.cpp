@@ -9,11 +9,6 @@ namespace {
 
 class OwnerTest : public ProcessWorld {
 protected:
-    void SetUp() override {
-        ProcessWorld::SetUp();
-        setTold();
-    }
-
     const std::string m_item = m_tree.makeFile("Docs/a.txt", "content");
 };
 

@@ -14,6 +14,9 @@ namespace veilkeep::test {
 void ProcessWorld::SetUp() {
     if (!m_bus->whyMissing().empty())
         GTEST_SKIP() << m_bus->whyMissing();
+    UserDefaults defaults;
+    defaults.set("ToldOfMissingMenuIcon", true);
+    EXPECT_TRUE(defaults.synchronize());
     setOffersToInstall(false);
 }
 
@@ -60,12 +63,6 @@ void ProcessWorld::setPassword() {
 void ProcessWorld::setOffersToInstall(bool offers) {
     UserDefaults defaults;
     defaults.set(defaultsKey::noOfferToInstall, !offers);
-    EXPECT_TRUE(defaults.synchronize());
-}
-
-void ProcessWorld::setTold() {
-    UserDefaults defaults;
-    defaults.set("ToldOfMissingMenuIcon", true);
     EXPECT_TRUE(defaults.synchronize());
 }
 

@@ -43,7 +43,6 @@ protected:
     static bool isLogged(const std::string& text);
     static void setPassword();
     static void setOffersToInstall(bool offers); // on quitting, as a build tree's copy does
-    static void setTold();                       // that there is no icon
     static QString call(const QString& method, const QVariantList& arguments); // the error's name, if any
 
     void stopSessionBus() { m_bus.reset(); }

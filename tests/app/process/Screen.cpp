@@ -18,7 +18,8 @@ int ignore(Display*, XErrorEvent*) {
     return 0;
 }
 
-std::vector<unsigned char> property(Display* display, Window window, const char* name) {
+// The numbers in it, of 32 bits as the display counts.
+std::vector<unsigned long> property(Display* display, Window window, const char* name) {
     Atom type = 0;
     int format = 0;
     unsigned long count = 0, left = 0;
@@ -27,17 +28,10 @@ std::vector<unsigned char> property(Display* display, Window window, const char*
                              &type, &format, &count, &left, &data) != Success ||
         !data)
         return {};
-    const std::size_t size = format == 32 ? sizeof(long) : static_cast<std::size_t>(format) / 8;
-    std::vector<unsigned char> bytes(data, data + count * size);
+    std::vector<unsigned long> numbers(format == 32 ? count : 0);
+    std::memcpy(numbers.data(), data, numbers.size() * sizeof(unsigned long));
     ::XFree(data);
-    return bytes;
-}
-
-unsigned long firstNumber(const std::vector<unsigned char>& bytes) {
-    unsigned long number = 0;
-    if (bytes.size() >= sizeof number)
-        std::memcpy(&number, bytes.data(), sizeof number);
-    return number;
+    return numbers;
 }
 
 std::vector<Window> childrenOf(Display* display, Window window) {
@@ -54,7 +48,6 @@ std::vector<Window> childrenOf(Display* display, Window window) {
 
 struct Screen::Connection {
     Display* display = ::XOpenDisplay(nullptr);
-    ::Window cover = 0;
 };
 
 Screen::Screen() : m_connection(std::make_unique<Connection>()) {
@@ -75,9 +68,13 @@ std::vector<Screen::Window> Screen::windows() const {
         if (!::XGetWindowAttributes(display, id, &attributes) || attributes.map_state != IsViewable)
             continue;
         const auto process = property(display, id, "_NET_WM_PID");
-        const auto type = property(display, id, "_NET_WM_WINDOW_TYPE");
-        seen.push_back({id, static_cast<pid_t>(firstNumber(process)),
-                        firstNumber(type) == ::XInternAtom(display, "_NET_WM_WINDOW_TYPE_DIALOG", 0)});
+        const auto hasAtom = [&](const char* name, const char* value) {
+            const auto all = property(display, id, name);
+            return std::ranges::find(all, ::XInternAtom(display, value, 0)) != all.end();
+        };
+        seen.push_back({id, process.empty() ? 0 : static_cast<pid_t>(process.front()),
+                        hasAtom("_NET_WM_WINDOW_TYPE", "_NET_WM_WINDOW_TYPE_DIALOG"),
+                        hasAtom("_NET_WM_STATE", "_NET_WM_STATE_ABOVE")});
     }
     return seen;
 }
@@ -126,15 +123,10 @@ bool Screen::hasKeyboard(const Window& window) const {
 
 void Screen::cover() {
     Display* const display = m_connection->display;
-    m_connection->cover =
+    const ::Window cover =
         ::XCreateSimpleWindow(display, DefaultRootWindow(display), 0, 0, 1400, 1000, 0, 0, 0);
-    ::XMapRaised(display, m_connection->cover);
+    ::XMapRaised(display, cover);
     ::XSync(display, 0);
-}
-
-void Screen::uncover() {
-    ::XDestroyWindow(m_connection->display, m_connection->cover);
-    ::XSync(m_connection->display, 0);
 }
 
 void Screen::close(const Window& window) {

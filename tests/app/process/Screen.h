@@ -16,6 +16,7 @@ public:
         unsigned long id = 0;
         pid_t process = 0; // whose it is, 0 where it does not say
         bool isDialog = false;
+        bool isOnTop = false; // wants to be above others
     };
 
     Screen();
@@ -30,8 +31,7 @@ public:
     bool waitForNothing() const; // no window of an application
     bool hasKeyboard(const Window& window) const;
 
-    void cover(); // with a window of the test's own, above all others
-    void uncover();
+    void cover();                     // with a window of the test's own, above all others
     void close(const Window& window); // as a window manager asks for it
 
     // Names of keys as X has them, "Control_L+a" for several at once.

@@ -12,11 +12,6 @@ namespace {
 
 class StartingTest : public ProcessWorld {
 protected:
-    void SetUp() override {
-        ProcessWorld::SetUp();
-        setTold();
-    }
-
     // Files of the running program's lists.
     std::string data(const std::string& name) const {
         return m_tree.path("home/.local/share/Veilkeep/" + name);

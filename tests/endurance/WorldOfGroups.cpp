@@ -1,83 +1,58 @@
-#include "tests/endurance/WholeWorld.h"
+#include "tests/endurance/World.h"
 
+#include "core/base/PathText.h"
+#include "core/base/UniqueFd.h"
 #include "filelist/MainThread.h"
 #include "format/PrintableName.h"
 #include "groups/GroupNames.h"
-#include "tests/endurance/FullDisk.h"
+
+#include <fcntl.h>
+#include <unistd.h>
 
 #include <algorithm>
-#include <filesystem>
+#include <cerrno>
+#include <cstring>
+#include <stdexcept>
 
 namespace veilkeep::test {
 namespace {
 
 constexpr std::size_t mostRows = 9;
 
-} // namespace
+// Leaves no room on the file system of a directory, as long as this lives.
+class FullDisk {
+public:
+    explicit FullDisk(const std::string& directory) : m_filler(joinPath(directory, "filler")) {
+        const UniqueFd file(::open(m_filler.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
+        if (!file)
+            throw std::runtime_error(m_filler + ": " + std::strerror(errno));
+        off_t size = 0;
+        for (off_t part = off_t{64} << 20; part >= 512; part /= 2)
+            while (::posix_fallocate(file.get(), size, part) == 0)
+                size += part;
+    }
+    ~FullDisk() { ::unlink(m_filler.c_str()); }
+    FullDisk(const FullDisk&) = delete;
+    FullDisk& operator=(const FullDisk&) = delete;
 
-// Put together as wiring/OwnList.h does.
-struct WholeWorld::Program {
-    explicit Program(const ListWorldOptions& options) : groups(options) {}
-
-    GroupWorld groups;
-    PasswordManager passwords{groups.list.defaults};
-    FakeEvents events;
-    FakeWindow window;
-    MainWindowController controller{{.groups = groups.groups,
-                                     .files = *groups.list.list,
-                                     .mark = groups.mark,
-                                     .passwords = passwords,
-                                     .turns = groups.list.turns,
-                                     .defaults = groups.list.defaults,
-                                     .events = &events,
-                                     .window = &window}};
+private:
+    const std::string m_filler;
 };
 
-std::ostream& operator<<(std::ostream& stream, const WholeWorld::Row& row) {
+} // namespace
+
+std::ostream& operator<<(std::ostream& stream, const World::Row& row) {
     return stream << printableName(row.name) << " " << row.groupID.value_or(-1) << " " << row.state << " "
                   << row.autoHide;
 }
 
-WholeWorld::WholeWorld(const std::string& place, unsigned int seed, BadWorker& worker)
-    : World(place, seed), m_place(place), m_worker(worker) {
-    m_options.worker = worker.path();
-}
-
-WholeWorld::~WholeWorld() = default;
-
-World::Step WholeWorld::chooseStep() {
-    using Own = void (WholeWorld::*)();
-    static constexpr Own steps[] = {
-        &WholeWorld::addGroup,     &WholeWorld::removeGroup,  &WholeWorld::renameGroup,
-        &WholeWorld::moveGroup,    &WholeWorld::selectGroup,  &WholeWorld::selectGroup,
-        &WholeWorld::markAutoHide, &WholeWorld::markAutoHide, &WholeWorld::moveToGroup,
-        &WholeWorld::moveToGroup,  &WholeWorld::moveToGroup,  &WholeWorld::hideGroup,
-        &WholeWorld::showGroup,    &WholeWorld::damageGroups, &WholeWorld::leave,
-        &WholeWorld::leave,        &WholeWorld::comeBack,     &WholeWorld::comeBack,
-        &WholeWorld::quit,         &WholeWorld::breakWorker,  &WholeWorld::breakWorker,
-        &WholeWorld::breakWorker,  &WholeWorld::fillDisk,     &WholeWorld::fillDisk};
-    if (m_listed.size() < 3 && m_choices.oneIn(2))
-        return &WholeWorld::add;
-    if (m_choices.oneIn(2))
-        return World::chooseStep();
-    return static_cast<Step>(steps[m_choices.below(std::size(steps))]);
-}
-
-void WholeWorld::openProgram(const ListWorldOptions& options) {
+void World::openProgram() {
     m_program.reset();
-    m_program = std::make_unique<Program>(options);
-}
-
-ListWorld& WholeWorld::program() {
-    return m_program->groups.list;
-}
-
-GroupViewController& WholeWorld::groups() {
-    return m_program->groups.groups;
+    m_program = std::make_unique<ControllerWorld>(m_options);
 }
 
 // As OwnList does it, but that what is missing is found before the pass.
-void WholeWorld::startProgram() {
+void World::startProgram() {
     list().load();
     const std::string path = GroupWorld::dataPath();
     const SafeFile file(path);
@@ -92,7 +67,7 @@ void WholeWorld::startProgram() {
     m_current = 0;
     if (m_rows.empty() || m_areGroupsDamaged)
         m_rows = rowsNow();
-    if (m_program->groups.mark.isSet()) {
+    if (m_program->mark.isSet()) {
         say("the pass of a start");
         noteStatesOfPass();
     }
@@ -100,14 +75,9 @@ void WholeWorld::startProgram() {
     m_model.seeWhatIsHidden();
 }
 
-void WholeWorld::end() {
-    World::end();
-    m_program.reset();
-}
-
 // --- What is expected ---
 
-std::vector<WholeWorld::Row> WholeWorld::rowsNow() {
+std::vector<World::Row> World::rowsNow() {
     std::vector<Row> rows;
     for (const ListedGroup& group : groups().groups())
         rows.push_back({std::string(group->name()), group->groupID(), group->state(),
@@ -115,7 +85,7 @@ std::vector<WholeWorld::Row> WholeWorld::rowsNow() {
     return rows;
 }
 
-WholeWorld::Numbers WholeWorld::itemsOf(const Row& row) {
+World::Numbers World::itemsOf(const Row& row) {
     Numbers items;
     for (const ListedFile& file : list().files().all())
         if (row.groupID == CurrentGroup::allFiles || row.groupID == file->groupID())
@@ -123,37 +93,38 @@ WholeWorld::Numbers WholeWorld::itemsOf(const Row& row) {
     return items;
 }
 
-bool WholeWorld::isInAutoHideGroup(Number item) const {
+bool World::isInAutoHideGroup(Number item) const {
     return std::ranges::any_of(m_rows, [&](const Row& row) {
         return row.autoHide && (row.groupID == CurrentGroup::allFiles || row.groupID == m_groupOf.at(item));
     });
 }
 
-void WholeWorld::compare(Loaded loaded) {
+void World::compareGroups() {
+    const bool isDamaged = m_loaded == Loaded::Damaged;
     if (std::exchange(m_areGroupsDamaged, false))
         m_mayLackMark = true;
     EXPECT_EQ(rowsNow(), m_rows);
     std::erase_if(m_groupOf, [this](const auto& entry) { return !m_listed.contains(entry.first); });
-    m_mayLackMark = m_mayLackMark || loaded == Loaded::Damaged;
+    m_mayLackMark = m_mayLackMark || isDamaged;
     for (const ListedFile& file : list().files().all()) {
         const Number item = numberOf(*file);
         const auto [known, isNew] = m_groupOf.emplace(item, file->groupID());
-        if (loaded == Loaded::Damaged)
+        if (isDamaged)
             known->second = file->groupID();
         EXPECT_EQ(file->groupID(), known->second) << m_model.shown(item);
-        EXPECT_TRUE(!isNew || loaded != Loaded::No || file->groupID() == CurrentGroup::allFiles ||
+        EXPECT_TRUE(!isNew || m_loaded != Loaded::No || file->groupID() == CurrentGroup::allFiles ||
                     file->groupID() == m_rows[m_current].groupID)
             << "a new item, " << m_model.shown(item);
     }
     for (const Number item : m_listed)
         if (m_isTold && !m_mayLackMark && isInAutoHideGroup(item) && !m_model.isHidden(item)) {
-            EXPECT_TRUE(m_program->groups.mark.isSet()) << m_model.shown(item) << " is visible without it";
+            EXPECT_TRUE(m_program->mark.isSet()) << m_model.shown(item) << " is visible without it";
         }
 }
 
 // --- Groups ---
 
-std::size_t WholeWorld::chooseRow(std::size_t first) {
+std::size_t World::chooseRow(std::size_t first) {
     std::size_t row = 0;
     if (first >= m_rows.size())
         return row;
@@ -163,11 +134,11 @@ std::size_t WholeWorld::chooseRow(std::size_t first) {
     return row;
 }
 
-std::string WholeWorld::shownRow(std::size_t row) const {
+std::string World::shownRow(std::size_t row) const {
     return "group " + printableName(m_rows[row].name) + " (" + std::to_string(*m_rows[row].groupID) + ")";
 }
 
-void WholeWorld::addGroup() {
+void World::addGroup() {
     if (m_rows.size() >= mostRows)
         return removeGroup();
     say("add a group");
@@ -177,7 +148,7 @@ void WholeWorld::addGroup() {
 }
 
 // What the table shows goes to the group of all files.
-void WholeWorld::removeGroup() {
+void World::removeGroup() {
     if (m_rows.size() <= GroupViewController::firstMovableRow)
         return;
     const std::size_t row = chooseRow(GroupViewController::firstMovableRow);
@@ -200,7 +171,7 @@ void WholeWorld::removeGroup() {
         --m_current;
 }
 
-void WholeWorld::renameGroup() {
+void World::renameGroup() {
     if (m_rows.size() <= GroupViewController::firstMovableRow)
         return;
     static const char* const names[] = {"Letters", "\xFF\xFE", "a\nb", "😀 \xF0\x9F\x98", "New Group 1", " "};
@@ -211,7 +182,7 @@ void WholeWorld::renameGroup() {
     m_rows[row].name = name;
 }
 
-void WholeWorld::moveGroup() {
+void World::moveGroup() {
     constexpr std::size_t first = GroupViewController::firstMovableRow;
     if (m_rows.size() <= first)
         return;
@@ -227,14 +198,14 @@ void WholeWorld::moveGroup() {
     EXPECT_EQ(m_rows.at(m_current).groupID, current);
 }
 
-void WholeWorld::selectGroup() {
+void World::selectGroup() {
     m_current = chooseRow(0);
     say("select " + shownRow(m_current));
     groups().selectRow(static_cast<std::ptrdiff_t>(m_current));
     EXPECT_EQ(groups().currentGroup(), groups().groups()[m_current]);
 }
 
-void WholeWorld::markAutoHide() {
+void World::markAutoHide() {
     const std::size_t row = chooseRow(m_choices.oneIn(8) ? 0 : GroupViewController::firstMovableRow);
     const bool autoHide = !m_choices.oneIn(3);
     say((autoHide ? "AutoHide for " : "no AutoHide for ") + shownRow(row));
@@ -242,7 +213,7 @@ void WholeWorld::markAutoHide() {
     m_rows[row].autoHide = autoHide;
 }
 
-void WholeWorld::moveToGroup() {
+void World::moveToGroup() {
     const Numbers items = someListed("move to a group");
     const std::size_t row = chooseRow(m_choices.oneIn(4) ? 0 : GroupViewController::firstMovableRow);
     say("... to " + shownRow(row));
@@ -252,7 +223,7 @@ void WholeWorld::moveToGroup() {
         m_groupOf[item] = *m_rows[row].groupID;
 }
 
-void WholeWorld::hideGroup() {
+void World::hideGroup() {
     const std::size_t row = chooseRow(0);
     say("hide " + shownRow(row));
     const Numbers items = itemsOf(m_rows[row]);
@@ -261,7 +232,7 @@ void WholeWorld::hideGroup() {
     m_rows[row].state = 1;
 }
 
-void WholeWorld::showGroup() {
+void World::showGroup() {
     const std::size_t row = chooseRow(0);
     say("show " + shownRow(row));
     const bool isPossible = noteShown(itemsOf(m_rows[row]));
@@ -269,7 +240,7 @@ void WholeWorld::showGroup() {
     m_rows[row].state = 0;
 }
 
-void WholeWorld::damageGroups() {
+void World::damageGroups() {
     const std::string path = GroupWorld::dataPath();
     std::string bytes = exists(path) ? readFile(path) : std::string();
     if (bytes.empty())
@@ -286,12 +257,12 @@ void WholeWorld::damageGroups() {
 
 // --- Leaving and coming back ---
 
-void WholeWorld::noteStatesOfPass() {
+void World::noteStatesOfPass() {
     for (Row& row : m_rows)
         row.state = row.autoHide ? 1 : row.state;
 }
 
-void WholeWorld::notePass() {
+void World::notePass() {
     noteStatesOfPass();
     for (const Row& row : m_rows)
         if (row.autoHide && m_isTold)
@@ -299,13 +270,13 @@ void WholeWorld::notePass() {
     if (!m_isTold)
         m_model.seeWhatIsHidden(); // what was moved by hand is not looked for everywhere
     else {
-        EXPECT_FALSE(m_program->groups.mark.isSet());
+        EXPECT_FALSE(m_program->mark.isSet());
         EXPECT_TRUE(groups().leftVisible().empty());
         m_mayLackMark = false;
     }
 }
 
-void WholeWorld::leave() {
+void World::leave() {
     if (m_isAway)
         return;
     say("leave");
@@ -317,7 +288,7 @@ void WholeWorld::leave() {
 }
 
 // A search of the whole volume is not for passes, so that everything has to be where the list says.
-void WholeWorld::comeBack() {
+void World::comeBack() {
     if (!m_isAway)
         return leave();
     if (!m_isTold)
@@ -338,7 +309,7 @@ void WholeWorld::comeBack() {
     groups().leftVisibleWasSeen();
 }
 
-void WholeWorld::quit() {
+void World::quit() {
     say("quit");
     emit m_program->events.endRequested(Ending::Signal);
     notePass();
@@ -347,7 +318,7 @@ void WholeWorld::quit() {
 
 // --- Accidents ---
 
-void WholeWorld::doSomething() {
+void World::doSomething() {
     switch (m_choices.below(4)) {
     case 0:
         list().hideFiles(recordsOf(someListed("hide")), true);
@@ -360,22 +331,17 @@ void WholeWorld::doSomething() {
         groups().makeAutoHide("an accident");
         noteStatesOfPass();
         break;
-    case 3: {
+    case 3:
         say("restore");
-        QObject context;
-        bool hasEnded = false;
-        QObject::connect(&list().restores(), &Restores::ended, &context, [&] { hasEnded = true; });
-        list().restoreDir(m_model.root());
-        MainThread::runUntil([&] { return hasEnded; });
+        runRestore();
         break;
-    }
     }
     m_model.seeWhatIsHidden();
     m_isTold = false;
 }
 
 // Whatever befell the program, it needs no more than its usual looks.
-void WholeWorld::putRight() {
+void World::putRight() {
     list().checkTempFiles();
     for (const ListedFile& file : list().files().all())
         m_listed.insert(numberOf(*file));
@@ -387,7 +353,7 @@ void WholeWorld::putRight() {
     m_choices.oneIn(2) ? check() : restart();
 }
 
-void WholeWorld::breakWorker() {
+void World::breakWorker() {
     const std::size_t last = BadWorker::kinds() - 1; // takes long
     const std::size_t kind = m_choices.oneIn(300) ? last : m_choices.below(last);
     say("a worker that " + m_worker.goBad(kind));
@@ -396,7 +362,7 @@ void WholeWorld::breakWorker() {
     putRight();
 }
 
-void WholeWorld::fillDisk() {
+void World::fillDisk() {
     {
         say("the disk is full");
         const FullDisk full(m_place);
