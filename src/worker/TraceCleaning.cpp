@@ -18,9 +18,10 @@ bool variableIs(const char* name, std::string_view value) {
     return set && set == value;
 }
 
-// Traces are cleaned until the user has said no.
+// Traces are cleaned until the user has said no; with nobody there once he has said yes.
 bool cleaningIsWanted() {
-    return !variableIs("VEILKEEP_NOBODY_THERE", "1") && !variableIs("VEILKEEP_CLEAN_RECENT_ITEMS", "0");
+    return cleaningIsAskedFor() ||
+           (!variableIs("VEILKEEP_CLEAN_RECENT_ITEMS", "0") && !variableIs("VEILKEEP_NOBODY_THERE", "1"));
 }
 
 RecentsAnswer askAboutRecents() {
@@ -37,7 +38,7 @@ bool cleaningIsDecided() {
 } // namespace
 
 bool cleaningIsAskedFor() {
-    return cleaningIsWanted() && variableIs("VEILKEEP_CLEAN_RECENT_ITEMS", "1");
+    return variableIs("VEILKEEP_CLEAN_RECENT_ITEMS", "1");
 }
 
 RecentsAnswer haveTracesCleaned(const std::string& visiblePath, const std::string& hiddenPath, bool mayAsk) {

@@ -8,8 +8,8 @@ namespace veilkeep {
 
 // Has cloakTraces clean what other programs remember of an item that was hidden just now, in a process that
 // nobody waits for; only when there may be something and the environment does not say otherwise:
-// VEILKEEP_CLEAN_RECENT_ITEMS=0 is the user's "no", VEILKEEP_NOBODY_THERE=1 leaves it to a later cloakTraces.
-// Where the user has not decided yet and may be asked, the answer is waited for, and told. What goes wrong
+// VEILKEEP_CLEAN_RECENT_ITEMS is the user's decision, 1 or 0. Where he has not decided yet and may be asked,
+// the answer is waited for, and told; with VEILKEEP_NOBODY_THERE=1 nothing is cleaned then. What goes wrong
 // goes to the log.
 RecentsAnswer haveTracesCleaned(const std::string& visiblePath, const std::string& hiddenPath, bool mayAsk);
 

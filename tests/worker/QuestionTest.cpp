@@ -241,6 +241,7 @@ TEST_F(QuestionTest, AboutRecentItems) {
         bool hasTrace = true;
         int status = 1;
         bool isCleaned = true;
+        bool nobodyThere = false;
     } rows[] = {
         {"yes", "echo Yes", "", true, 2, true},
         {"no", "echo No", "", true, 3, false},
@@ -249,6 +250,8 @@ TEST_F(QuestionTest, AboutRecentItems) {
         {"decided before", "echo No", "1", true, 1, true},
         {"decided against", "echo Yes", "0", true, 1, false},
         {"no trace", "echo No", "", false, 1, false},
+        {"nobody there", "echo Yes", "", true, 1, false, true},
+        {"nobody there, decided before", "echo No", "1", true, 1, true, true},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
@@ -262,6 +265,8 @@ TEST_F(QuestionTest, AboutRecentItems) {
             runProgram({worker, "-p", "-i", "-hide", "-removeRecents", path}, asPerson([&] {
                            if (!row.wish.empty())
                                ::setenv("VEILKEEP_CLEAN_RECENT_ITEMS", row.wish.c_str(), 1);
+                           if (row.nobodyThere)
+                               ::setenv("VEILKEEP_NOBODY_THERE", "1", 1);
                        }));
         EXPECT_EQ(run.output, "NewFilename: " + hiddenPathOf(path));
         EXPECT_EQ(run.exitStatus, row.status);

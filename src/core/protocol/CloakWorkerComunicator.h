@@ -20,7 +20,7 @@ namespace veilkeep {
 // What workers are told of other programs' traces of the items that they hide.
 struct TraceWishes {
     std::optional<bool> cleanRecentItems; // the user's answer; nothing as long as there is none
-    bool nobodyThere = false;             // traces are left to a later cloakTraces
+    bool nobodyThere = false;             // nothing is asked, and without an answer nothing cleaned
 
     // A user who was asked before is not asked again: without an answer that was kept nothing is cleaned.
     static TraceWishes from(const UserDefaults& defaults, bool nobodyThere = false);
