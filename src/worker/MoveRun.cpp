@@ -19,6 +19,7 @@
 
 #include <unistd.h>
 
+#include <cerrno>
 #include <string>
 
 namespace veilkeep {
@@ -55,22 +56,26 @@ RecentsAnswer cleanTraces(const WorkerRequest& request, const std::string& path,
 }
 
 // What opens here fails to be the item's directory only where somebody swaps it meanwhile, and then the move
-// fails.
-void limitAdministrator(const WorkerRequest& request, const std::string& path,
-                        const std::string& inProgressFolder, const Caller& caller) {
+// fails. Where nothing opens there must be none: it would go without a limit.
+WorkerError limitAdministrator(const WorkerRequest& request, const std::string& path,
+                               const std::string& inProgressFolder, const Caller& caller) {
     if (!caller.askedBy)
-        return;
+        return WorkerError::Success;
     const std::string_view above = parentPath(path);
     const bool hides = request.operation == WorkerRequest::Operation::Hide;
-    if (const UniqueFd directory = openDirectory(hides ? above : parentPath(above)))
-        limitWrites(directory.get(), *caller.askedBy, inProgressFolder);
+    const UniqueFd directory = openDirectory(hides ? above : parentPath(above));
+    if (!directory)
+        return workerErrorFromErrno(errno);
+    limitWrites(directory.get(), *caller.askedBy, inProgressFolder);
+    return WorkerError::Success;
 }
 
 // Without a folder the record goes into the one of this process' user.
 int move(const WorkerRequest& request, const std::string& path, const std::string& inProgressFolder,
          const Caller& caller) {
-    limitAdministrator(request, path, inProgressFolder, caller);
-    const MoveAnswer answer = moved(request, path, caller);
+    const WorkerError unlimited = limitAdministrator(request, path, inProgressFolder, caller);
+    const MoveAnswer answer =
+        unlimited == WorkerError::Success ? moved(request, path, caller) : MoveAnswer{unlimited, {}, {}};
     if (answer.error != WorkerError::Success) {
         if (request.printAnswer)
             answerError(answer.error, caller);
