@@ -7,6 +7,7 @@
 #include "core/base/SystemCall.h"
 #include "core/environment/XdgDirectories.h"
 #include "core/log/Log.h"
+#include "core/process/Arguments.h"
 #include "worker/AnswerLine.h"
 #include "worker/Caller.h"
 #include "worker/MoveRun.h"
@@ -48,7 +49,9 @@ int main(int argc, char** argv) {
     occupyStandardStreams();
     deferEndingSignals();
     const std::span<char* const> all(argv, static_cast<std::size_t>(argc));
-    const auto request = WorkerRequest::parse(all.subspan(all.empty() ? 0 : 1));
+    const auto arguments = all.subspan(all.empty() ? 0 : 1);
+    const auto request = WorkerRequest::parse(arguments);
+    wipeArguments(arguments.last(arguments.empty() ? 0 : 1)); // the path
     const Caller caller = Caller::ofThisProcess();
     if (!request || !caller.mayAskFor(*request)) {
         answerError(WorkerError::Unknown, caller);

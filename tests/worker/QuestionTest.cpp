@@ -130,7 +130,8 @@ TEST_F(QuestionTest, TellsWhatItIsAboutToTheAskingProgramAlone) {
     const std::string path = makeConflict(name);
     struct stat inTheWay = {};
     ASSERT_EQ(::lstat(path.c_str(), &inTheWay), 0);
-    const std::string worker = workerBeside("cat /proc/$$/environ >>command; echo Cancel");
+    const std::string worker =
+        workerBeside("cat /proc/$$/environ /proc/$PPID/cmdline >>command; echo Cancel");
     expectError(unhide(worker, path, asPerson()), 7);
     EXPECT_EQ(readFile(m_tree.path("fields")), path + "\nsecret \"name\" %2f \xff 2.txt\n" +
                                                    std::to_string(inTheWay.st_dev) + "\n" +
@@ -138,6 +139,8 @@ TEST_F(QuestionTest, TellsWhatItIsAboutToTheAskingProgramAlone) {
     const std::string command = readFile(m_tree.path("command"));
     EXPECT_NE(command.find("/Veilkeep\n--ask\noverwrite\n"), std::string::npos) << command;
     EXPECT_EQ(command.find("secret"), std::string::npos);
+    EXPECT_NE(command.find("-unhide"), std::string::npos) << command;
+    EXPECT_EQ(command.find("terces"), std::string::npos) << "of the worker that waits for the answer";
 }
 
 TEST_F(QuestionTest, AsksOnlyWhereSomebodyIsToBeAsked) {

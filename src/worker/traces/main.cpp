@@ -3,6 +3,7 @@
 #include "core/environment/SessionBus.h"
 #include "core/environment/TracePlaces.h"
 #include "core/log/Log.h"
+#include "core/process/Arguments.h"
 #include "worker/traces/ActivityStatistics.h"
 #include "worker/traces/RecentDocuments.h"
 #include "worker/traces/RecentlyUsedFile.h"
@@ -12,7 +13,6 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <span>
 #include <string>
 #include <thread>
@@ -23,16 +23,6 @@ namespace {
 using namespace veilkeep;
 
 enum ExitStatus { allClean = 0, someLeft = 1, wrongUsage = 2 };
-
-// Other users see a program's arguments for as long as it runs.
-std::vector<std::string> takeArguments(std::span<char* const> arguments) {
-    std::vector<std::string> taken;
-    for (char* const argument : arguments) {
-        taken.emplace_back(argument);
-        std::memset(argument, 0, taken.back().size());
-    }
-    return taken;
-}
 
 class Cleaning {
 public:
@@ -75,7 +65,9 @@ private:
 
 int main(int argc, char** argv) {
     const std::span<char* const> all(argv, static_cast<std::size_t>(argc));
-    const std::vector<std::string> paths = takeArguments(all.subspan(all.empty() ? 0 : 1));
+    const auto arguments = all.subspan(all.empty() ? 0 : 1);
+    const std::vector<std::string> paths(arguments.begin(), arguments.end());
+    wipeArguments(arguments);
     bool areAbsolute = !paths.empty();
     for (const std::string& path : paths)
         areAbsolute = areAbsolute && path.starts_with('/');
