@@ -23,12 +23,12 @@ build() {
     is_up_to_date || cmake --build "$tree" --target bundle
 }
 
-# One at a time.
-build_alone() {
+# Runs it while no other script builds or packs the tree.
+alone() {
     local lock
     mkdir -p -- "$root/build"
     exec {lock}>"$root/build/.lock"
     flock "$lock"
-    build "$@" </dev/null >&2
+    "$@"
     exec {lock}>&-
 }
