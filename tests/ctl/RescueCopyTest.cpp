@@ -130,6 +130,25 @@ TEST_F(RescueCopyTest, GoesOnPastWhatCannotBeRead) {
     EXPECT_EQ(namesIn(m_tree.path("out/dir")), (std::set<std::string>{"open"}));
 }
 
+// Also where folders in it have got their rights already, by which nothing in them may be changed.
+TEST_F(RescueCopyTest, LeavesNothingUnfinished) {
+    m_tree.makeDirectory("out");
+    const PrivateMount target("scratch", m_tree.path("out"), "tmpfs", 0, "size=1m,mode=1777");
+    if (!target.whyMissing().empty())
+        GTEST_SKIP() << target.whyMissing();
+    m_tree.makeFile("t/dir/closed/inner/file", "1");
+    for (const char* closed : {"t/dir/closed/inner", "t/dir/closed"})
+        ASSERT_EQ(::chmod(m_tree.path(closed).c_str(), 0555), 0);
+    const std::string item = hide("t/dir"); // what it is short of comes last
+    m_tree.makeFile("t/.SYS_INDEX/rid/.SYS_INDEX/gib", std::string(std::size_t{2} << 20, 'x'));
+    ASSERT_EQ(::chown(m_tree.home().c_str(), ordinaryUser, ordinaryUser), 0);
+    const ProgramRun run = rescue({"--yes", "--to", "out", "t"}, ordinaryUser);
+    EXPECT_EQ(run.errors, "veilkeepctl: " + item +
+                              "/.SYS_INDEX/gib: No space left on device\n"
+                              "veilkeepctl: items that were copied: 0; in part: 0; not at all: 1\n");
+    EXPECT_EQ(namesIn(m_tree.path("out")), std::set<std::string>());
+}
+
 // Half a file must not pass for the whole one, even where it cannot be taken away.
 TEST_F(RescueCopyTest, LeavesNoHalfOfAFile) {
     if (!straceWorks())

@@ -103,4 +103,23 @@ Result<std::string> giveFreeName(const Place& unfinished, const std::string& nam
     return given;
 }
 
+int removeUnfinished(const Place& place) {
+    if (::unlinkat(place.directory, place.name.c_str(), 0) == 0 || errno == ENOENT)
+        return 0;
+    const int error = errno;
+    const UniqueFd folder(
+        ::openat(place.directory, place.name.c_str(), O_PATH | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+    if (!folder)
+        return error;
+    if (::geteuid() != 0) // whoever is, needs no rights
+        ::chmod(("/proc/self/fd/" + std::to_string(folder.get())).c_str(), S_IRWXU);
+    const auto names = entryNames(folder.get(), {});
+    if (!names)
+        return names.error().systemError;
+    for (const std::string& name : *names)
+        if (const int notRemoved = removeUnfinished({folder.get(), name}); notRemoved != 0)
+            return notRemoved;
+    return ::unlinkat(place.directory, place.name.c_str(), AT_REMOVEDIR) == 0 ? 0 : errno;
+}
+
 } // namespace veilkeep

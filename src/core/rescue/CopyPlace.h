@@ -23,4 +23,8 @@ std::string unfinishedName();
 // Renames within the directory, to the name or with a number; answers which it was.
 Result<std::string> giveFreeName(const Place& unfinished, const std::string& name);
 
+// What is unfinished, with all in it, also where a folder got rights by which its owner may not change it. No
+// link is followed. 0 or errno; nothing there is no error.
+int removeUnfinished(const Place& place);
+
 } // namespace veilkeep

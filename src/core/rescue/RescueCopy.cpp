@@ -6,7 +6,6 @@
 #include "core/filesystem/Directories.h"
 #include "core/filesystem/KeptAttributes.h"
 #include "core/filesystem/MoveLeftover.h"
-#include "core/filesystem/TreeCopy.h"
 #include "core/names/HiddenName.h"
 #include "core/names/NameKeeping.h"
 #include "core/names/NumberedName.h"
@@ -84,11 +83,8 @@ Result<RescueCopy::Copied> RescueCopy::copy(const std::string& hiddenPath, std::
     if (name)
         return Copied{joinPath(folderShown, *name), m_isWhole};
     Error error = std::move(name).error();
-    if (const auto removed =
-            removeTree("/proc/self/fd/" + std::to_string(folder->get()) + "/" + unfinished.name);
-        !removed)
-        m_report.failed(
-            Error::system("remove", joinPath(folderShown, unfinished.name), removed.error().systemError));
+    if (const int notRemoved = removeUnfinished(unfinished); notRemoved != 0)
+        m_report.failed(Error::system("remove", joinPath(folderShown, unfinished.name), notRemoved));
     if (error.path.empty())
         error.path = hiddenPath;
     return error;
