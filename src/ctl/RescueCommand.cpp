@@ -234,7 +234,7 @@ void RescueCommand::moveEach(const std::string& worker) {
 }
 
 RequestStatus RescueCommand::copyAll() {
-    RescueCopyRun run(m_search.found(), m_roots, m_target, m_output, m_caller);
+    RescueCopyRun run(m_search.found(), m_roots, m_target, m_wishes.staysOnVolume, m_output, m_caller);
     if (m_wishes.onlyShows || !m_questions.answersBeforehand())
         run.showPlan();
     if (m_wishes.onlyShows)

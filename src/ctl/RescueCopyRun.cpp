@@ -26,14 +26,22 @@ QString reasonOf(const Error& error) {
         return Texts::tr("a device, which is not copied");
     if (error.systemError == ESTALE)
         return Texts::tr("something else was put there meanwhile");
+    if (error.systemError == EXDEV)
+        return Texts::tr("another file system, which is not copied");
     return errorReason(error);
 }
 
 } // namespace
 
 RescueCopyRun::RescueCopyRun(const HiddenFolders& found, const std::vector<RescueRoot>& roots,
-                             std::string target, TerminalOutput& output, const TerminalCaller& caller)
-    : m_found(found), m_roots(roots), m_target(std::move(target)), m_output(output), m_caller(caller) {
+                             std::string target, bool staysOnVolume, TerminalOutput& output,
+                             const TerminalCaller& caller)
+    : m_found(found),
+      m_roots(roots),
+      m_target(std::move(target)),
+      m_staysOnVolume(staysOnVolume),
+      m_output(output),
+      m_caller(caller) {
     forEachCopy(found, roots, [this](const auto&, const auto&) { return ++m_total, true; });
 }
 
@@ -58,7 +66,9 @@ bool RescueCopyRun::copyAll() {
         tell(made ? Error::system("open", m_target, errno) : made.error());
         return false;
     }
-    RescueCopy copying(std::move(target), m_target, report());
+    const auto boundaries =
+        m_staysOnVolume ? WalkBoundaries::Kind::EveryMount : WalkBoundaries::Kind::PseudoFileSystems;
+    RescueCopy copying(std::move(target), m_target, boundaries, report());
     forEachCopy(m_found, m_roots, [&](const std::string& hiddenPath, const std::string& place) {
         return copy(copying, hiddenPath, place);
     });

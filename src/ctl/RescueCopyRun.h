@@ -16,7 +16,7 @@ namespace veilkeep {
 class RescueCopyRun {
 public:
     RescueCopyRun(const HiddenFolders& found, const std::vector<RescueRoot>& roots, std::string target,
-                  TerminalOutput& output, const TerminalCaller& caller);
+                  bool staysOnVolume, TerminalOutput& output, const TerminalCaller& caller);
 
     void showPlan() const;
 
@@ -32,6 +32,7 @@ private:
     const HiddenFolders& m_found;
     const std::vector<RescueRoot>& m_roots;
     const std::string m_target;
+    const bool m_staysOnVolume;
     TerminalOutput& m_output;
     const TerminalCaller& m_caller;
     std::size_t m_total = 0, m_copied = 0, m_inPart = 0, m_failed = 0;

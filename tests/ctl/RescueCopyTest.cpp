@@ -130,6 +130,30 @@ TEST_F(RescueCopyTest, GoesOnPastWhatCannotBeRead) {
     EXPECT_EQ(namesIn(m_tree.path("out/dir")), (std::set<std::string>{"open"}));
 }
 
+TEST_F(RescueCopyTest, LeavesOutWhatASearchDoesNotEnter) {
+    m_tree.makeFile("t/dir/own", "1");
+    m_tree.makeDirectory("t/dir/proc");
+    m_tree.makeDirectory("t/dir/disk");
+    const std::string item = hide("t/dir");
+    const PrivateMount disk("scratch", item + "/disk", "tmpfs");
+    const PrivateMount proc("proc", item + "/proc", "proc");
+    for (const PrivateMount* mount : {&disk, &proc})
+        if (!mount->whyMissing().empty())
+            GTEST_SKIP() << mount->whyMissing();
+    m_tree.makeFile("t/.SYS_INDEX/rid/disk/file", "2");
+    const std::string reason = ": another file system, which is not copied\n";
+    const std::string inPart = "items that were copied: 0; in part: 1; not at all: 0\n";
+    const ProgramRun all = rescue({"--yes", "--to", "all", "t"});
+    EXPECT_EQ(all.errors, "veilkeepctl: " + item + "/proc" + reason +
+                              "veilkeepctl: " + m_tree.path("all/dir") +
+                              ": only a part of it could be copied\nveilkeepctl: " + inPart);
+    EXPECT_EQ(namesIn(m_tree.path("all/dir")), (std::set<std::string>{"disk", "own"}));
+    EXPECT_EQ(readFile(m_tree.path("all/dir/disk/file")), "2");
+    const ProgramRun one = rescue({"--yes", "--one-file-system", "--to", "one", "t"});
+    EXPECT_NE(one.errors.find("/disk" + reason), std::string::npos) << one.errors;
+    EXPECT_EQ(namesIn(m_tree.path("one/dir")), std::set<std::string>{"own"});
+}
+
 // Also where folders in it have got their rights already, by which nothing in them may be changed.
 TEST_F(RescueCopyTest, LeavesNothingUnfinished) {
     m_tree.makeDirectory("out");

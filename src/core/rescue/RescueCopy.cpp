@@ -5,6 +5,7 @@
 #include "core/filesystem/ContentCopy.h"
 #include "core/filesystem/Directories.h"
 #include "core/filesystem/KeptAttributes.h"
+#include "core/filesystem/MountTable.h"
 #include "core/filesystem/MoveLeftover.h"
 #include "core/names/HiddenName.h"
 #include "core/names/NameKeeping.h"
@@ -54,8 +55,12 @@ UniqueFd openSource(const Place& place, int flags) {
 
 } // namespace
 
-RescueCopy::RescueCopy(UniqueFd target, std::string targetPath, RescueCopyReport report)
-    : m_target(std::move(target)), m_targetPath(std::move(targetPath)), m_report(std::move(report)) {
+RescueCopy::RescueCopy(UniqueFd target, std::string targetPath, WalkBoundaries::Kind boundaries,
+                       RescueCopyReport report)
+    : m_target(std::move(target)),
+      m_targetPath(std::move(targetPath)),
+      m_boundaryKind(boundaries),
+      m_report(std::move(report)) {
     allowDeepTrees();
 }
 
@@ -73,6 +78,8 @@ Result<RescueCopy::Copied> RescueCopy::copy(const std::string& hiddenPath, std::
     const Place from{source.get(), std::string(lastPathComponent(hiddenPath))};
     const Place unfinished{folder->get(), unfinishedName()};
     const std::string folderShown = folderPath.empty() ? m_targetPath : joinPath(m_targetPath, folderPath);
+    m_boundaries.emplace(*MountTable::current(), parentPath(hiddenPath), m_boundaryKind);
+    m_boundaryRootSize = parentPath(hiddenPath).size();
     m_links.clear();
     m_item = -1;
     m_inItem.clear();
@@ -129,6 +136,8 @@ Result<void> RescueCopy::copyAny(const Place& from, const std::string& path, con
     m_report.progress(path);
     if (m_report.isCancelled())
         return Error::system("copy", path, ECANCELED);
+    if (isBoundary(path))
+        return Error::system("copy", path, EXDEV);
     const auto status = statusOf(from);
     if (!status)
         return Error::system("lstat", path, errno);
@@ -141,6 +150,11 @@ Result<void> RescueCopy::copyAny(const Place& from, const std::string& path, con
     if (copied && status->st_nlink > 1)
         m_links.try_emplace({status->st_dev, status->st_ino}, m_inItem + to.name);
     return copied;
+}
+
+bool RescueCopy::isBoundary(std::string_view path) const {
+    return m_boundaries->mayStopAt(lastPathComponent(path)) &&
+           m_boundaries->stopsAt(path.substr(m_boundaryRootSize + 1));
 }
 
 // Where the target knows no links it is copied once more.
@@ -241,10 +255,14 @@ Result<void> RescueCopy::copyEntries(int from, const std::string& path, int to) 
 Result<void> RescueCopy::copyHiddenEntries(int from, const std::string& path, int to) {
     const std::string hiddenName(hiddenDirectoryName);
     const std::string hiddenPath = joinPath(path, hiddenName);
-    const UniqueFd hidden = openSource({from, hiddenName}, O_DIRECTORY);
-    auto names = hidden && m_depth < deepest ? entryNames(hidden.get(), hiddenPath)
-                                             : Result<std::vector<std::string>>(Error::system(
-                                                   "open", hiddenPath, hidden ? ENAMETOOLONG : errno));
+    int error = m_depth == deepest ? ENAMETOOLONG : 0;
+    if (isBoundary(hiddenPath))
+        error = EXDEV;
+    const UniqueFd hidden = error == 0 ? openSource({from, hiddenName}, O_DIRECTORY) : UniqueFd();
+    if (error == 0 && !hidden)
+        error = errno;
+    auto names = hidden ? entryNames(hidden.get(), hiddenPath)
+                        : Result<std::vector<std::string>>(Error::system("open", hiddenPath, error));
     if (!names) {
         m_isWhole = false;
         m_report.failed(names.error());

@@ -3,9 +3,12 @@
 #include "core/base/Result.h"
 #include "core/base/UniqueFd.h"
 #include "core/filesystem/Place.h"
+#include "core/filesystem/WalkBoundaries.h"
 
+#include <cstddef>
 #include <functional>
 #include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -21,11 +24,13 @@ struct RescueCopyReport {
 
 // Copies hidden items with all that is in them to another place, where all gets its visible name. Follows no
 // link, changes nothing where they lie, and replaces nothing. An item is copied under a name of its own that
-// begins with ".veilkeep-copy-", and gets its real one when it is whole.
+// begins with ".veilkeep-copy-", and gets its real one in the end. What a search does not enter is not copied
+// either: the error is EXDEV.
 class RescueCopy {
 public:
     // The target is an open directory, whose path stands in what is told.
-    RescueCopy(UniqueFd target, std::string targetPath, RescueCopyReport report);
+    RescueCopy(UniqueFd target, std::string targetPath, WalkBoundaries::Kind boundaries,
+               RescueCopyReport report);
 
     struct Copied {
         std::string path;
@@ -57,12 +62,16 @@ private:
     Result<void> copyEntry(const Place& from, const std::string& path, const Place& to);
     Result<void> copySpecial(const Place& from, const std::string& path, const struct stat& status,
                              const Place& to);
+    bool isBoundary(std::string_view path) const;
     bool isLinked(const struct stat& status, const Place& to);
     bool mustEnd(const Error& error) const;
 
     UniqueFd m_target;
     std::string m_targetPath;
+    const WalkBoundaries::Kind m_boundaryKind;
     RescueCopyReport m_report;
+    std::optional<WalkBoundaries> m_boundaries; // below the folder that the item in hand lies in
+    std::size_t m_boundaryRootSize = 0;         // its path's
     Links m_links;
     int m_item = -1;      // the copy of the item in hand, where that is a directory
     std::string m_inItem; // where in it, ended by "/" unless empty
