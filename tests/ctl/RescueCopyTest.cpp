@@ -130,6 +130,17 @@ TEST_F(RescueCopyTest, GoesOnPastWhatCannotBeRead) {
     EXPECT_EQ(namesIn(m_tree.path("out/dir")), (std::set<std::string>{"open"}));
 }
 
+TEST_F(RescueCopyTest, LeavesOutWhatAnUnhideThatWasCutOffHasLeft) {
+    m_tree.makeFile("t/dir/.SYS_INDEX/meti", "hidden");
+    m_tree.makeFile("t/dir/item", "", 0);
+    m_tree.makeFile("t/dir/.SYS_INDEX/yug", "hidden as well");
+    m_tree.makeFile("t/dir/guy", "no placeholder");
+    hide("t/dir");
+    EXPECT_EQ(rescue({"--yes", "--to", "out", "t"}).exitStatus, 0);
+    EXPECT_EQ(namesIn(m_tree.path("out/dir")), (std::set<std::string>{"guy", "guy 2", "item"}));
+    EXPECT_EQ(readFile(m_tree.path("out/dir/item")), "hidden");
+}
+
 TEST_F(RescueCopyTest, LeavesOutWhatASearchDoesNotEnter) {
     m_tree.makeFile("t/dir/own", "1");
     m_tree.makeDirectory("t/dir/proc");

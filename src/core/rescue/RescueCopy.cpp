@@ -240,12 +240,15 @@ Result<void> RescueCopy::copyEntries(int from, const std::string& path, int to) 
     auto names = entryNames(from, path);
     if (!names)
         return std::move(names).error();
-    bool hasHidden = false;
+    const std::string hiddenName(hiddenDirectoryName);
+    const bool hasHidden = isDirectory({from, hiddenName});
+    const auto isPlaceholder = [&](const std::string& name) { // of an unhide that was cut off
+        return leftoverAt({from, name}, {from, joinPath(hiddenName, scrambledName(name))}) ==
+               MoveLeftover::PlaceholderFile;
+    };
     for (const std::string& name : *names) {
-        if (name == hiddenDirectoryName && isDirectory({from, name})) {
-            hasHidden = true;
+        if (hasHidden && (name == hiddenName || isPlaceholder(name)))
             continue;
-        }
         if (auto copied = copyEntry({from, name}, joinPath(path, name), {to, name}); !copied)
             return copied;
     }
