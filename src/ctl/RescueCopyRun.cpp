@@ -97,7 +97,7 @@ bool RescueCopyRun::copy(RescueCopy& copying, const std::string& hiddenPath, con
         return false; // counted with those whose turn never came
     if (!copied) {
         ++m_failed;
-        tell(copied.error());
+        tell(copied.error(), hiddenPath);
         return true;
     }
     ++(copied->isWhole ? m_copied : m_inPart);
@@ -115,6 +115,14 @@ bool RescueCopyRun::copy(RescueCopy& copying, const std::string& hiddenPath, con
 
 void RescueCopyRun::tell(const Error& error) const {
     m_output.printError(error.path, terminalText(reasonOf(error)));
+}
+
+// One trouble at the target may be that of many items.
+void RescueCopyRun::tell(const Error& error, const std::string& hiddenPath) const {
+    if (isSameOrBelow(error.path, hiddenPath))
+        return tell(error);
+    const QString place = QString::fromStdString(printableName(error.path));
+    m_output.printError(hiddenPath, terminalText(place + ": " + reasonOf(error)));
 }
 
 RescueCopyReport RescueCopyRun::report() const {

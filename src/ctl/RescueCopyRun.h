@@ -27,6 +27,7 @@ public:
 private:
     bool copy(RescueCopy& copying, const std::string& hiddenPath, const std::string& place);
     void tell(const Error& error) const;
+    void tell(const Error& error, const std::string& hiddenPath) const; // why there is no copy of the item
     RescueCopyReport report() const;
 
     const HiddenFolders& m_found;

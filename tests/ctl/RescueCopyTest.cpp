@@ -99,17 +99,20 @@ TEST_F(RescueCopyTest, AFullTargetTakesWhatFits) {
     m_tree.makeFile("t/big", std::string(std::size_t{2} << 20, 'x'));
     m_tree.makeFile("t/dir/big", std::string(std::size_t{2} << 20, 'x'));
     m_tree.makeFile("t/small", "fits");
-    for (const char* item : {"t/big", "t/dir", "t/small"})
+    m_tree.makeFile("t/taken/item");
+    m_tree.makeFile("out/taken");
+    for (const char* item : {"t/big", "t/dir", "t/small", "t/taken/item"})
         hide(item);
     const ProgramRun run = rescue({"--yes", "--to", "out", "t"});
     EXPECT_EQ(run.exitStatus, 1);
     EXPECT_EQ(run.output, m_tree.path("out/small") + "\n");
     EXPECT_EQ(run.errors,
-              "veilkeepctl: " + m_tree.path("t/.SYS_INDEX/gib") +
+              "veilkeepctl: " + m_tree.path("t/taken/.SYS_INDEX/meti") + ": " + m_tree.path("out/taken") +
+                  ": Not a directory\nveilkeepctl: " + m_tree.path("t/.SYS_INDEX/gib") +
                   ": No space left on device\nveilkeepctl: " + m_tree.path("t/.SYS_INDEX/rid/big") +
                   ": No space left on device\n"
-                  "veilkeepctl: items that were copied: 1; in part: 0; not at all: 2\n");
-    EXPECT_EQ(namesIn(m_tree.path("out")), (std::set<std::string>{"small"}));
+                  "veilkeepctl: items that were copied: 1; in part: 0; not at all: 3\n");
+    EXPECT_EQ(namesIn(m_tree.path("out")), (std::set<std::string>{"small", "taken"}));
 }
 
 TEST_F(RescueCopyTest, GoesOnPastWhatCannotBeRead) {

@@ -37,7 +37,8 @@ public:
         bool isWhole = true; // else what is missing was told
     };
 
-    // `place` is relative to the target. After an error nothing is left there.
+    // `place` is relative to the target. After an error nothing is left there; its path is one of the item's
+    // or, where that is in the way, of the target.
     Result<Copied> copy(const std::string& hiddenPath, std::string_view place);
 
     // Makes all of it survive a power cut.
