@@ -38,7 +38,8 @@ QString shown(const std::string& path) {
 
 QString reasonOf(const RescueStep& step) {
     if (step.error == ENOTDIR)
-        return Texts::tr("its .SYS_INDEX is not open to the same users as the folder around it");
+        return Texts::tr(
+            "its .SYS_INDEX does not belong to, or is not open to, the same users as the folder around it");
     return workerErrorText(workerErrorFromErrno(step.error));
 }
 

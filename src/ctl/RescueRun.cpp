@@ -22,7 +22,8 @@ constexpr std::size_t mostUntold = 1000;
 QString reasonOf(int error) {
     if (error == static_cast<int>(WorkerError::NoHiddenDirectory))
         return Texts::tr(
-            "its .SYS_INDEX is no folder any more, or not open to the same users as the folder around it");
+            "its .SYS_INDEX is no folder any more, or does not belong to, or is not open to, the same users "
+            "as the folder around it");
     return workerErrorText(error);
 }
 
