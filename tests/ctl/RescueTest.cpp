@@ -284,10 +284,13 @@ TEST_F(RescueTest, RootLeavesAloneWhatOthersCouldHavePutThere) {
     if (!isRoot())
         GTEST_SKIP() << "needs root: an ordinary user moves with no more than his own rights";
     const std::string item = m_tree.makeFile("t/.SYS_INDEX/tnalp");
+    m_tree.makeFile("t/.SYS_INDEX/.SYS_INDEX/repeed");
     ASSERT_EQ(::chmod(m_tree.path("t/.SYS_INDEX").c_str(), 0777), 0);
     for (const char* option : {"--dry-run", "--yes"}) {
         const ProgramRun run = rescue({option, "t"});
         EXPECT_EQ(run.exitStatus, 1);
+        for (const char* stays : {"/tnalp: its ", "/repeed: its "})
+            EXPECT_NE(run.errors.find(stays), std::string::npos) << run.errors;
         EXPECT_NE(run.errors.find("not open to, the same users"), std::string::npos) << run.errors;
     }
     EXPECT_TRUE(exists(item));

@@ -37,18 +37,23 @@ int mayChange(int directory) {
     return ::faccessat(directory, ".", W_OK | X_OK, AT_EACCESS) == 0 ? 0 : errno;
 }
 
+// One ".SYS_INDEX" may lie in another; each is looked at beside what holds it.
 OpenFolders openFolders(const std::string& hiddenDirectory) {
     OpenFolders open;
-    open.visible = openDirectoryWithoutLinks(folderAround(hiddenDirectory));
-    open.hidden = openDirectoryWithoutLinks(hiddenDirectory);
-    if (!open.visible || !open.hidden)
-        open.error = errno;
-    if (open.error == 0)
-        open.error = mayChange(open.visible.get());
+    std::string path(folderAround(hiddenDirectory));
+    open.visible = openDirectoryWithoutLinks(path);
+    open.error = open.visible ? mayChange(open.visible.get()) : errno;
+    while (open.error == 0 && path.size() < hiddenDirectory.size()) {
+        path = joinPath(path, hiddenDirectoryName);
+        const UniqueFd above = std::exchange(open.hidden, openDirectoryWithoutLinks(path));
+        if (!open.hidden)
+            open.error = errno;
+        else if (::geteuid() == 0 &&
+                 !isSafeToEmptyAsRoot(open.hidden.get(), above ? above.get() : open.visible.get()))
+            open.error = ENOTDIR;
+    }
     if (open.error == 0)
         open.error = mayChange(open.hidden.get());
-    if (open.error == 0 && ::geteuid() == 0 && !isSafeToEmptyAsRoot(open.hidden.get(), open.visible.get()))
-        open.error = ENOTDIR;
     return open;
 }
 
