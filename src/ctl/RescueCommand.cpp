@@ -40,6 +40,9 @@ QString reasonOf(const RescueStep& step) {
     if (step.error == ENOTDIR)
         return Texts::tr(
             "its .SYS_INDEX does not belong to, or is not open to, the same users as the folder around it");
+    if (step.error == E2BIG)
+        return Texts::tr(
+            "its path is too long for an argument of a program; with --to DIRECTORY it is copied");
     return workerErrorText(workerErrorFromErrno(step.error));
 }
 

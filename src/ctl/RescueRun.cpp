@@ -24,6 +24,9 @@ QString reasonOf(int error) {
         return Texts::tr(
             "its .SYS_INDEX is no folder any more, or does not belong to, or is not open to, the same users "
             "as the folder around it");
+    if (error == RescueMoves::pathTooLong)
+        return Texts::tr(
+            "its path is too long for an argument of a program; with --to DIRECTORY it is copied");
     return workerErrorText(error);
 }
 

@@ -1,3 +1,4 @@
+#include "core/base/UniqueFd.h"
 #include "core/environment/XdgDirectories.h"
 #include "core/storage/ListOwnership.h"
 #include "tests/ctl/RescueFixture.h"
@@ -6,6 +7,7 @@
 #include "tests/support/PrivateMount.h"
 #include "tests/support/Strace.h"
 
+#include <fcntl.h>
 #include <sys/mount.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -297,6 +299,23 @@ TEST_F(RescueTest, RootLeavesAloneWhatOthersCouldHavePutThere) {
     ASSERT_EQ(::chmod(m_tree.path("t").c_str(), 01777), 0); // they may put there what they like
     ASSERT_EQ(::chmod(m_tree.path("t/.SYS_INDEX").c_str(), 01777), 0);
     EXPECT_EQ(rescue({"--yes", "t"}).exitStatus, 0);
+}
+
+// Longer than what an argument of a program may be.
+TEST_F(RescueTest, APathThatIsTooLongToBeHandedOn) {
+    UniqueFd level(::open(m_tree.makeDirectory("t").c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    for (int depth = 0; depth <= 530; ++depth) {
+        const std::string name = depth < 530 ? std::string(250, 'd') : ".SYS_INDEX";
+        ASSERT_EQ(::mkdirat(level.get(), name.c_str(), 0700), 0);
+        level.reset(::openat(level.get(), name.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    }
+    ASSERT_TRUE(UniqueFd(::openat(level.get(), "a", O_WRONLY | O_CREAT | O_CLOEXEC, 0600)));
+    for (const char* option : {"--dry-run", "--yes"}) {
+        const ProgramRun run = rescue({option, "t"});
+        EXPECT_EQ(run.exitStatus, 1);
+        EXPECT_NE(run.errors.find("/a: its path is too long"), std::string::npos) << option;
+    }
+    EXPECT_EQ(rescue({"--yes", "--to", "out", "t"}).exitStatus, 0);
 }
 
 TEST_F(RescueTest, OtherFileSystems) {

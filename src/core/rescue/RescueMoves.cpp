@@ -6,6 +6,7 @@
 #include "core/protocol/WorkerAnswer.h"
 
 #include <fcntl.h>
+#include <unistd.h>
 
 #include <cerrno>
 #include <string_view>
@@ -23,7 +24,14 @@ ChildProcessOptions optionsOfMove(bool isHeld) {
 
 } // namespace
 
+bool isTooLongToMove(std::size_t pathSize) {
+    constexpr std::size_t pagesOfOne = 32; // execve(2), "Limits on size of arguments"; a NUL ends it
+    return pathSize >= pagesOfOne * static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
+}
+
 CloakWorkerResult RescueMoves::move(const std::string& hiddenPath, const std::string& next) {
+    if (isTooLongToMove(hiddenPath.size()))
+        return CloakWorkerResult::resultWithErrorCode(pathTooLong);
     const std::unique_ptr<ChildProcess> worker = workerFor(hiddenPath);
     if (!next.empty()) {
         m_waitingFor = next;

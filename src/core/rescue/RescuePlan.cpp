@@ -8,6 +8,7 @@
 #include "core/names/HiddenName.h"
 #include "core/names/NameKeeping.h"
 #include "core/names/NumberedName.h"
+#include "core/rescue/RescueMoves.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -98,6 +99,8 @@ void RescuePlan::lookAt(const HiddenFolder& folder) {
             exception = {CannotBeMoved, open.error, {}};
         else if (!status)
             exception = {CannotBeMoved, errno, {}};
+        else if (isTooLongToMove(folder.path.size() + 1 + name.size()))
+            exception = {CannotBeMoved, E2BIG, {}};
         else if (isLockedFolder(hidden, *status))
             exception = {CannotBeMoved, EACCES, {}};
         else if (given.contains(visible.name) || isTaken(visible, hidden))

@@ -20,7 +20,7 @@ struct RescueStep {
     std::string hiddenPath;
     std::string place; // where it lies in the end, with the folders around it brought back as well
     Outcome outcome = Outcome::ComesBack;
-    int error = 0; // errno; ENOTDIR where its ".SYS_INDEX" must not be used
+    int error = 0; // errno; ENOTDIR where its ".SYS_INDEX" must not be used, E2BIG where its path is too long
 };
 
 // Works out beforehand what cloakWorker's "-rescue" will do, as far as that shows from outside. Keeps only
