@@ -1,5 +1,6 @@
 #include "core/names/HiddenName.h"
 
+#include "core/base/PathText.h"
 #include "core/base/Utf8.h"
 
 #include <algorithm>
@@ -145,6 +146,12 @@ NameRefusal refusalToHide(std::string_view name, std::size_t longestName) {
     if (std::max(name.size(), hidden.size()) > std::min(longestName, longestFileName))
         return NameRefusal::TooLong;
     return scrambledName(hidden) == name ? NameRefusal::None : NameRefusal::NotItsOwnInverse;
+}
+
+std::string_view withoutHiddenDirectories(std::string_view path) {
+    while (lastPathComponent(path) == hiddenDirectoryName)
+        path = parentPath(path);
+    return path;
 }
 
 std::string visibleName(std::string_view hiddenName) {

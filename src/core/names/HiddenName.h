@@ -30,6 +30,10 @@ enum class NameRefusal {
 // the name again. longestName is the file system's limit in bytes; beyond 255 it counts as 255.
 NameRefusal refusalToHide(std::string_view name, std::size_t longestName = longestFileName);
 
+// The path without the ".SYS_INDEX" that it ends with, or several of them, one in the other: the folder that
+// what lies there was hidden in.
+std::string_view withoutHiddenDirectories(std::string_view path);
+
 // The name that an unhide gives: the unscrambled one, or the hidden name as it is where that could not be a
 // file's name. There is always one, since an item must not stay hidden for its name's sake.
 std::string visibleName(std::string_view hiddenName);

@@ -19,21 +19,14 @@ bool comesWithItsFolder(const HiddenFolders& found, std::string_view hiddenPath)
     return false;
 }
 
-std::string folderAround(std::string_view hiddenPath) {
-    std::string_view folder = parentPath(hiddenPath);
-    while (lastPathComponent(folder) == hiddenDirectoryName)
-        folder = parentPath(folder);
-    return std::string(folder);
-}
-
 std::string placeOf(const std::vector<RescueRoot>& roots, std::string_view hiddenPath) {
-    const std::string folder = folderAround(hiddenPath);
+    const std::string_view folder = withoutHiddenDirectories(parentPath(hiddenPath));
     const std::string name = visibleName(lastPathComponent(hiddenPath));
     for (const RescueRoot& root : roots) {
         const std::string base = root.base();
         if (!isSameOrBelow(folder, base))
             continue;
-        std::string_view below = std::string_view(folder).substr(base.size());
+        std::string_view below = folder.substr(base.size());
         below.remove_prefix(below.starts_with('/') ? 1 : 0);
         return joinPath(below, name);
     }

@@ -69,10 +69,7 @@ Result<RescueCopy::Copied> RescueCopy::copy(const std::string& hiddenPath, std::
     const UniqueFd source = openDirectoryWithoutLinks(parentPath(hiddenPath));
     if (!source)
         return Error::system("open", hiddenPath, errno);
-    std::string sourceFolder(parentPath(hiddenPath));
-    while (lastPathComponent(sourceFolder) == hiddenDirectoryName)
-        sourceFolder = parentPath(sourceFolder);
-    auto folder = openTargetFolder(sourceFolder, folderPath);
+    auto folder = openTargetFolder(withoutHiddenDirectories(parentPath(hiddenPath)), folderPath);
     if (!folder)
         return std::move(folder).error();
     const Place from{source.get(), std::string(lastPathComponent(hiddenPath))};
@@ -98,7 +95,7 @@ Result<RescueCopy::Copied> RescueCopy::copy(const std::string& hiddenPath, std::
 }
 
 // Each missing folder is made like the one that its items were hidden in.
-Result<UniqueFd> RescueCopy::openTargetFolder(const std::string& sourceFolder, std::string_view path) {
+Result<UniqueFd> RescueCopy::openTargetFolder(std::string_view sourceFolder, std::string_view path) {
     UniqueFd folder(::fcntl(m_target.get(), F_DUPFD_CLOEXEC, 0));
     const std::size_t base = sourceFolder.size() - path.size();
     for (const std::string_view component : pathComponents(path)) {
@@ -113,7 +110,7 @@ Result<UniqueFd> RescueCopy::openTargetFolder(const std::string& sourceFolder, s
     return folder;
 }
 
-Result<UniqueFd> RescueCopy::makeTargetFolder(const std::string& sourceFolder, const Place& place) {
+Result<UniqueFd> RescueCopy::makeTargetFolder(std::string_view sourceFolder, const Place& place) {
     const bool isMade = ::mkdirat(place.directory, place.name.c_str(), S_IRWXU) == 0;
     if (!isMade && errno != EEXIST)
         return Error::system("mkdir", {}, errno);

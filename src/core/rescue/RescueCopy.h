@@ -50,8 +50,8 @@ private:
     // Of a regular file with several names in the item, where the first one of them was put.
     using Links = std::map<std::pair<dev_t, ino_t>, std::string>;
 
-    Result<UniqueFd> openTargetFolder(const std::string& sourceFolder, std::string_view path);
-    Result<UniqueFd> makeTargetFolder(const std::string& sourceFolder, const Place& place);
+    Result<UniqueFd> openTargetFolder(std::string_view sourceFolder, std::string_view path);
+    Result<UniqueFd> makeTargetFolder(std::string_view sourceFolder, const Place& place);
 
     // The paths only name the source in what is told.
     Result<void> copyAny(const Place& from, const std::string& path, const Place& to);

@@ -22,12 +22,6 @@
 namespace veilkeep {
 namespace {
 
-std::string_view folderAround(std::string_view hiddenDirectory) {
-    while (lastPathComponent(hiddenDirectory) == hiddenDirectoryName)
-        hiddenDirectory = parentPath(hiddenDirectory);
-    return hiddenDirectory;
-}
-
 // Both directories that a move changes.
 struct OpenFolders {
     UniqueFd visible, hidden;
@@ -41,7 +35,7 @@ int mayChange(int directory) {
 // One ".SYS_INDEX" may lie in another; each is looked at beside what holds it.
 OpenFolders openFolders(const std::string& hiddenDirectory) {
     OpenFolders open;
-    std::string path(folderAround(hiddenDirectory));
+    std::string path(withoutHiddenDirectories(hiddenDirectory));
     open.visible = openDirectoryWithoutLinks(path);
     open.error = open.visible ? mayChange(open.visible.get()) : errno;
     while (open.error == 0 && path.size() < hiddenDirectory.size()) {

@@ -15,16 +15,10 @@ bool isHiddenDirectoryName(std::string_view path) {
     return lastPathComponent(path) == hiddenDirectoryName;
 }
 
-std::string_view outsideOfHiddenDirectories(std::string_view path) {
-    while (isHiddenDirectoryName(path))
-        path = parentPath(path);
-    return path;
-}
-
 } // namespace
 
 std::string RescueRoot::base() const {
-    return std::string(outsideOfHiddenDirectories(isHiddenItem ? parentPath(path) : std::string_view(path)));
+    return std::string(withoutHiddenDirectories(isHiddenItem ? parentPath(path) : std::string_view(path)));
 }
 
 std::string RescueRoot::itemAround() const {
