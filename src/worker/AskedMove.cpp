@@ -11,14 +11,13 @@
 
 #include <sys/stat.h>
 
+#include <functional>
 #include <optional>
 #include <utility>
 #include <vector>
 
 namespace veilkeep {
 namespace {
-
-constexpr unsigned int firstNumber = 2, lastNumber = 9'999;
 
 // What an unhide found at its place.
 struct Conflict {
@@ -48,22 +47,26 @@ std::optional<Conflict> conflictOf(const std::string& hiddenPath, const std::str
     return conflict;
 }
 
-std::string nameWith(const Conflict& conflict, unsigned int number) {
-    return numberedName(conflict.name, number, conflict.isDirectory,
-                        longestNameIn(conflict.openDirectory.get()));
+std::string firstNameThat(const Conflict& conflict, const std::function<bool(const std::string&)>& takes) {
+    return firstNumberedName(conflict.name, conflict.isDirectory, longestNameIn(conflict.openDirectory.get()),
+                             takes);
 }
 
-unsigned int firstFreeNumber(const Conflict& conflict) {
-    unsigned int number = firstNumber;
-    while (number < lastNumber && statusOf({conflict.openDirectory.get(), nameWith(conflict, number)}))
-        ++number;
-    return number;
+std::string freeName(const Conflict& conflict) {
+    return firstNameThat(conflict, [&](const std::string& name) {
+        return !statusOf({conflict.openDirectory.get(), name});
+    });
 }
 
-MoveAnswer unhideUnderFreeName(const Conflict& conflict, unsigned int number) {
-    MoveAnswer answer{WorkerError::NameTaken, {}, {}};
-    for (; number <= lastNumber && answer.error == WorkerError::NameTaken; ++number)
-        answer = unhideItem(conflict.hiddenPath, nullptr, nameWith(conflict, number));
+// What was proposed may be taken by now.
+MoveAnswer unhideUnderFreeName(const Conflict& conflict, const std::string& proposedName) {
+    MoveAnswer answer;
+    const auto isFree = [&](const std::string& name) {
+        answer = unhideItem(conflict.hiddenPath, nullptr, name);
+        return answer.error != WorkerError::NameTaken;
+    };
+    if (!isFree(proposedName))
+        firstNameThat(conflict, isFree);
     return answer;
 }
 
@@ -94,12 +97,12 @@ MoveAnswer unhideItemAsking(const std::string& hiddenPath) {
     const auto conflict = conflictOf(hiddenPath, first.takenName);
     if (!conflict)
         return first;
-    const unsigned int number = firstFreeNumber(*conflict);
-    const auto answer = Question{"overwrite", fieldsOf(*conflict, nameWith(*conflict, number))}.ask();
+    const std::string proposedName = freeName(*conflict);
+    const auto answer = Question{"overwrite", fieldsOf(*conflict, proposedName)}.ask();
     if (answer == "Replace")
         return unhideItem(hiddenPath); // what was in the way lies in the trash
     if (answer == "Rename")
-        return unhideUnderFreeName(*conflict, number);
+        return unhideUnderFreeName(*conflict, proposedName);
     return answer == "Cancel" ? MoveAnswer{WorkerError::Cancelled, {}, {}} : first;
 }
 

@@ -65,17 +65,17 @@ int moveOut(const Place& from, Place& to, int hiddenDirectory) {
 }
 
 int moveOutUnderFreeName(const Place& from, Place& to, int hiddenDirectory) {
-    constexpr unsigned int firstNumber = 2, lastNumber = 9'999;
     const auto item = statusOf(from);
     if (!item)
         return errno;
     const std::string taken = to.name;
-    const std::size_t longest = longestNameIn(to.directory);
     int error = EEXIST;
-    for (unsigned int number = firstNumber; number <= lastNumber && error == EEXIST; ++number) {
-        to.name = numberedName(taken, number, S_ISDIR(item->st_mode), longest);
-        error = moveOut(from, to, hiddenDirectory);
-    }
+    firstNumberedName(taken, S_ISDIR(item->st_mode), longestNameIn(to.directory),
+                      [&](const std::string& name) {
+                          to.name = name;
+                          error = moveOut(from, to, hiddenDirectory);
+                          return error != EEXIST;
+                      });
     return error;
 }
 

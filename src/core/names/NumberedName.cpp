@@ -37,4 +37,14 @@ std::string numberedName(std::string_view name, unsigned int number, bool isDire
     return std::string(cutTo(base, room)) + suffix + std::string(extension);
 }
 
+std::string firstNumberedName(std::string_view name, bool isDirectory, std::size_t longestName,
+                              const std::function<bool(const std::string& numbered)>& takes) {
+    constexpr unsigned int firstNumber = 2, lastNumber = 9'999;
+    std::string numbered;
+    for (unsigned int number = firstNumber; number <= lastNumber; ++number)
+        if (numbered = numberedName(name, number, isDirectory, longestName); takes(numbered))
+            break;
+    return numbered;
+}
+
 } // namespace veilkeep

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -11,5 +12,10 @@ namespace veilkeep {
 // bytes.
 std::string numberedName(std::string_view name, unsigned int number, bool isDirectory,
                          std::size_t longestName);
+
+// The first such name, with the numbers 2 to 9,999, that the function takes; the last one where it takes
+// none.
+std::string firstNumberedName(std::string_view name, bool isDirectory, std::size_t longestName,
+                              const std::function<bool(const std::string& numbered)>& takes);
 
 } // namespace veilkeep

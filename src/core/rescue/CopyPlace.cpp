@@ -18,8 +18,6 @@
 namespace veilkeep {
 namespace {
 
-constexpr unsigned int firstNumber = 2, lastNumber = 9'999;
-
 // Where the file system cannot rename without replacing, over something empty that was made for it.
 int renameOverEmpty(const Place& from, const std::string& name, bool isDirectory) {
     // Closed at once: some file systems keep what is open when it is replaced.
@@ -74,14 +72,10 @@ Result<std::vector<std::string>> entryNames(int directory, const std::string& pa
 std::string freeNameIn(const Place& place) {
     if (!statusOf(place))
         return place.name;
-    const std::size_t longest = longestNameIn(place.directory);
-    const bool numbersAtEnd = isDirectory(place);
-    std::string name = place.name;
-    for (unsigned int number = firstNumber; number <= lastNumber; ++number)
-        if (name = numberedName(place.name, number, numbersAtEnd, longest);
-            !statusOf({place.directory, name}))
-            break;
-    return name;
+    return firstNumberedName(place.name, isDirectory(place), longestNameIn(place.directory),
+                             [&](const std::string& name) {
+                                 return !statusOf({place.directory, name});
+                             });
 }
 
 std::string unfinishedName() {
@@ -91,13 +85,14 @@ std::string unfinishedName() {
 
 Result<std::string> giveFreeName(const Place& unfinished, const std::string& name) {
     const bool isFolder = isDirectory(unfinished);
-    const std::size_t longest = longestNameIn(unfinished.directory);
     std::string given = name;
-    int error = renameWithoutReplacing(unfinished, given, isFolder);
-    for (unsigned int number = firstNumber; error == EEXIST && number <= lastNumber; ++number) {
-        given = numberedName(name, number, isFolder, longest);
-        error = renameWithoutReplacing(unfinished, given, isFolder);
-    }
+    int error = 0;
+    const auto isGiven = [&](const std::string& free) {
+        error = renameWithoutReplacing(unfinished, free, isFolder);
+        return error != EEXIST;
+    };
+    if (!isGiven(name))
+        given = firstNumberedName(name, isFolder, longestNameIn(unfinished.directory), isGiven);
     if (error != 0)
         return Error::system("rename", {}, error);
     return given;

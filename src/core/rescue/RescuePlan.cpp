@@ -58,14 +58,10 @@ bool isTaken(const Place& visible, const Place& hidden) {
 }
 
 std::string freeName(const Place& visible, const std::set<std::string>& given, bool isDirectory) {
-    const std::size_t longest = longestNameIn(visible.directory);
-    std::string name;
-    for (unsigned int number = 2; number <= 9'999; ++number) {
-        name = numberedName(visible.name, number, isDirectory, longest);
-        if (!given.contains(name) && !statusOf({visible.directory, name}))
-            break;
-    }
-    return name;
+    return firstNumberedName(visible.name, isDirectory, longestNameIn(visible.directory),
+                             [&](const std::string& name) {
+                                 return !given.contains(name) && !statusOf({visible.directory, name});
+                             });
 }
 
 // A folder that changes its parent is written to itself.
