@@ -3,6 +3,7 @@
 #include "core/base/SystemCall.h"
 #include "core/base/UniqueFd.h"
 #include "core/environment/Bundle.h"
+#include "core/environment/Variables.h"
 #include "core/log/Log.h"
 #include "core/process/SpawnSettings.h"
 #include "worker/ProcessGuard.h"
@@ -20,16 +21,6 @@
 
 namespace veilkeep {
 namespace {
-
-bool variableIs(const char* name, std::string_view value) {
-    const char* const set = std::getenv(name);
-    return set && set == value;
-}
-
-bool isSet(const char* name) {
-    const char* const set = std::getenv(name);
-    return set && *set;
-}
 
 std::optional<std::string> packed(const std::vector<std::string>& fields) {
     std::string bytes;
@@ -121,7 +112,7 @@ void giveUp(Asking asking) {
 bool mayAsk(const WorkerRequest& request, const Caller& caller) {
     return request.mayAsk && variableIs("VEILKEEP_MAY_ASK", "1") && !caller.hasRights && ::geteuid() != 0 &&
            !std::getenv("PKEXEC_UID") && !variableIs("VEILKEEP_NOBODY_THERE", "1") &&
-           (isSet("DISPLAY") || isSet("WAYLAND_DISPLAY")) && !applicationBundlePath().empty();
+           (variableIsSet("DISPLAY") || variableIsSet("WAYLAND_DISPLAY")) && !applicationBundlePath().empty();
 }
 
 std::optional<std::string> Question::ask() const {

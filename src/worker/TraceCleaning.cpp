@@ -1,6 +1,7 @@
 #include "worker/TraceCleaning.h"
 
 #include "core/environment/Bundle.h"
+#include "core/environment/Variables.h"
 #include "core/filesystem/ItemAtPath.h"
 #include "core/log/Log.h"
 #include "core/process/DetachedProcess.h"
@@ -8,15 +9,9 @@
 #include "worker/TraceLook.h"
 
 #include <cstdlib>
-#include <string_view>
 
 namespace veilkeep {
 namespace {
-
-bool variableIs(const char* name, std::string_view value) {
-    const char* set = std::getenv(name);
-    return set && set == value;
-}
 
 // Traces are cleaned until the user has said no; with nobody there once he has said yes.
 bool cleaningIsWanted() {

@@ -5,6 +5,7 @@
 #include "app/ask/FrontWindows.h"
 #include "app/ask/RecentsNotice.h"
 #include "core/base/SystemCall.h"
+#include "core/environment/Variables.h"
 #include "core/storage/UserDefaults.h"
 #include "platform/linux/DesktopTrash.h"
 #include "platform/linux/QuitSignals.h"
@@ -15,7 +16,6 @@
 #include <signal.h>
 #include <unistd.h>
 
-#include <cstdlib>
 #include <string_view>
 
 namespace veilkeep {
@@ -23,16 +23,10 @@ namespace {
 
 enum Status { Answered = 0, NotAnswered = 1, Refused = 2 };
 
-bool isSet(const char* variable) {
-    const char* const value = std::getenv(variable);
-    return value && *value;
-}
-
 bool mayShowWindows() {
-    return ::geteuid() != 0 && ::getuid() != 0 && !isSet("PKEXEC_UID") &&
-           !(isSet("VEILKEEP_NOBODY_THERE") &&
-             std::string_view(std::getenv("VEILKEEP_NOBODY_THERE")) == "1") &&
-           (isSet("DISPLAY") || isSet("WAYLAND_DISPLAY"));
+    return ::geteuid() != 0 && ::getuid() != 0 && !variableIsSet("PKEXEC_UID") &&
+           !variableIs("VEILKEEP_NOBODY_THERE", "1") &&
+           (variableIsSet("DISPLAY") || variableIsSet("WAYLAND_DISPLAY"));
 }
 
 bool tell(const QString& answer) {
