@@ -94,6 +94,19 @@ TEST_F(AdministratorTest, MakesNothingForMoreThanAnAccessListAllows) {
     }
 }
 
+// Whoever is taken out of the parent's list stays in the one that was inherited before.
+TEST_F(AdministratorTest, BelievesNoAccessListThatTheParentHasNoMore) {
+    const std::string path = m_tree.makeFile("t/shared/a.txt"), parent(parentPath(path));
+    give(parent, 1, 0775);
+    if (runProgram({"/usr/bin/setfacl", "-m", "u:2:rwx,d:u:2:rwx", parent}).exitStatus != 0)
+        GTEST_SKIP() << "no access lists can be set here";
+    expectHidden(administrate("-hide", path), path);
+    EXPECT_EQ(administrate("-unhide", hiddenPathOf(path)).output, "NewFilename: " + path);
+    expectHidden(administrate("-hide", path), path);
+    ASSERT_EQ(runProgram({"/usr/bin/setfacl", "-b", parent}).exitStatus, 0);
+    expectRefused(administrate("-unhide", hiddenPathOf(path)), 5, hiddenPathOf(path));
+}
+
 TEST_F(AdministratorTest, InputOfAnotherForm) {
     const std::string request = requestFor(m_path), folder = m_inProgressFolder + '\0';
     const std::string rows[] = {

@@ -57,6 +57,12 @@ mode_t modeWithoutAccessList(int directory, mode_t mode) {
     return mode & ~(static_cast<mode_t>(S_IRWXG) & ~(rights.value_or(mode & S_IRWXO) << 3));
 }
 
+bool hasAccessListOfItsOwn(int directory, int other) {
+    Buffer buffer, otherBuffer;
+    const auto list = attribute(directory, XATTR_NAME_POSIX_ACL_ACCESS, buffer);
+    return !list || (!list->empty() && list != attribute(other, XATTR_NAME_POSIX_ACL_ACCESS, otherBuffer));
+}
+
 bool givesAccessList(int directory) {
     Buffer buffer;
     const auto list = attribute(directory, XATTR_NAME_POSIX_ACL_DEFAULT, buffer);

@@ -9,6 +9,9 @@ namespace veilkeep {
 // learned, with those that everybody has.
 mode_t modeWithoutAccessList(int directory, mode_t mode);
 
+// Whether it has an access list, and not the very one that the other has; also where that cannot be learned.
+bool hasAccessListOfItsOwn(int directory, int other);
+
 // Whether what is made in it gets an access list from it.
 bool givesAccessList(int directory);
 

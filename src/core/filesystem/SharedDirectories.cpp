@@ -22,11 +22,13 @@ bool isOpenToMoreThan(int inner, int outer) {
         return true;
     const mode_t forGroup = modeWithoutAccessList(inner, own.st_mode) & S_IWGRP;
     const mode_t forGroupAbove = modeWithoutAccessList(outer, above.st_mode) & S_IWGRP;
+    const bool isOpenToAll = (above.st_mode & S_IWOTH) != 0;
     const bool forMore = (own.st_mode & writable & ~above.st_mode) != 0 || (forGroup & ~forGroupAbove) != 0;
-    const bool forAnotherGroup =
-        (own.st_mode & S_IWGRP) != 0 && own.st_gid != above.st_gid && (above.st_mode & S_IWOTH) == 0;
+    // With an access list this is the most that anybody named in it may have.
+    const bool forOthers = (own.st_mode & S_IWGRP) != 0 && !isOpenToAll &&
+                           (own.st_gid != above.st_gid || hasAccessListOfItsOwn(inner, outer));
     const bool lessSticky = (own.st_mode & writable) != 0 && (above.st_mode & ~own.st_mode & S_ISVTX) != 0;
-    return forMore || forAnotherGroup || lessSticky;
+    return forMore || forOthers || lessSticky;
 }
 
 bool isSafeToEmptyAsRoot(int inner, int outer) {
