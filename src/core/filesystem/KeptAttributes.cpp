@@ -47,10 +47,17 @@ bool keepExtendedAttributes(int from, int to, bool mayGiveRights) {
     return isKept;
 }
 
-mode_t modeFor(const struct stat& status, bool mayGiveRights) {
-    const mode_t mode = status.st_mode & 07777;
+// Another group gets no more than everybody has. With an access list these bits are the most that anybody
+// named in it has: nobody gets more by it, and whoever it shuts out stays so.
+mode_t rightsFor(const struct stat& status, bool hasGroup) {
+    const mode_t mode = status.st_mode & 0777;
+    return hasGroup ? mode : mode & (~mode_t{S_IRWXG} | (mode & S_IRWXO) << 3);
+}
+
+mode_t modeFor(const struct stat& status, bool hasGroup, bool mayGiveRights) {
+    const mode_t bits = status.st_mode & (S_ISUID | S_ISGID | S_ISVTX);
     const bool isDirectory = S_ISDIR(status.st_mode); // there the bit is for what is made in it
-    return isDirectory || mayGiveRights ? mode : mode & ~mode_t{S_ISUID | S_ISGID};
+    return rightsFor(status, hasGroup) | (isDirectory || mayGiveRights ? bits : bits & S_ISVTX);
 }
 
 } // namespace
@@ -59,13 +66,13 @@ bool keepAttributes(int from, const struct stat& status, int to) {
     struct stat made = {};
     const bool isOwned = isRoot() ? ::fchown(to, status.st_uid, status.st_gid) == 0
                                   : ::fchown(to, ~uid_t{0}, status.st_gid) == 0;
-    const bool hasOwner =
-        ::fstat(to, &made) == 0 && made.st_uid == status.st_uid && made.st_gid == status.st_gid;
+    const bool hasGroup = ::fstat(to, &made) == 0 && made.st_gid == status.st_gid;
+    const bool hasOwner = hasGroup && made.st_uid == status.st_uid;
     struct statvfs source = {};
     const bool mayGiveRights = hasOwner && ::fstatvfs(from, &source) == 0 && (source.f_flag & ST_NOSUID) == 0;
     bool isKept = isOwned || !isRoot();
     isKept = keepExtendedAttributes(from, to, mayGiveRights) && isKept;
-    isKept = ::fchmod(to, modeFor(status, mayGiveRights)) == 0 && isKept;
+    isKept = ::fchmod(to, modeFor(status, hasGroup, mayGiveRights)) == 0 && isKept;
     const timespec times[] = {status.st_atim, status.st_mtim};
     return ::futimens(to, times) == 0 && isKept;
 }
@@ -79,9 +86,10 @@ bool keepAttributes(const struct stat& status, const Place& to) {
     bool isKept =
         ::fchownat(item.get(), "", isRoot() ? status.st_uid : ~uid_t{0}, status.st_gid, AT_EMPTY_PATH) == 0 ||
         !isRoot();
+    const bool hasGroup = ::fstat(item.get(), &made) == 0 && made.st_gid == status.st_gid;
     const std::string opened = "/proc/self/fd/" + std::to_string(item.get());
     if (!S_ISLNK(status.st_mode))
-        isKept = ::chmod(opened.c_str(), status.st_mode & 0777) == 0 && isKept;
+        isKept = ::chmod(opened.c_str(), rightsFor(status, hasGroup)) == 0 && isKept;
     const timespec times[] = {status.st_atim, status.st_mtim};
     return ::utimensat(item.get(), "", times, AT_EMPTY_PATH) == 0 && isKept;
 }

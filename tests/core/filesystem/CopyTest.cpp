@@ -2,6 +2,7 @@
 #include "core/filesystem/ContentCopy.h"
 #include "core/filesystem/KeptAttributes.h"
 #include "tests/support/PrivateMount.h"
+#include "tests/support/RunInChild.h"
 #include "tests/support/RunProgram.h"
 #include "tests/support/ScratchTree.h"
 
@@ -55,6 +56,30 @@ TEST(CopyTest, GivesNothingToWhatALinkLeadsTo) {
     EXPECT_EQ(status.st_mode & 0777U, 0777U);
     ASSERT_EQ(::stat(others.c_str(), &status), 0);
     EXPECT_EQ(status.st_mode & 0777U, 0600U);
+}
+
+TEST(CopyTest, GivesAnotherGroupNoMoreThanEverybodyHas) {
+    const ScratchTree tree;
+    const UniqueFd from = opened(tree.path("from")), to = opened(tree.path("to"));
+    ASSERT_EQ(::mkfifo(tree.path("fifo").c_str(), 0600), 0);
+    for (const char* const name : {"to", "fifo"})
+        ASSERT_TRUE(!isRoot() || ::lchown(tree.path(name).c_str(), ordinaryUser, ordinaryUser) == 0);
+    struct stat status = {};
+    ASSERT_EQ(::fstat(from.get(), &status), 0);
+    status.st_gid = 1; // whom the user does not belong to
+    status.st_mode = S_IFREG | 0674;
+    const UniqueFd folder = opened(tree.root(), O_DIRECTORY);
+    EXPECT_TRUE(runInChild([&] {
+        if (isRoot())
+            becomeOrdinaryUser();
+        EXPECT_TRUE(keepAttributes(from.get(), status, to.get()));
+        status.st_mode = S_IFIFO | 0674;
+        EXPECT_TRUE(keepAttributes(status, {folder.get(), "fifo"}));
+    }));
+    for (const char* const name : {"to", "fifo"}) {
+        ASSERT_EQ(::stat(tree.path(name).c_str(), &status), 0);
+        EXPECT_EQ(status.st_mode & 0777U, 0644U) << name;
+    }
 }
 
 TEST(CopyTest, KeepsRightsOfAProgramWhereTheyHadEffectAlone) {
