@@ -219,7 +219,7 @@ void UserDefaults::refresh() const {
         m_stamp = stamp;
 }
 
-// Empty where there is nothing that can be understood. What cannot be read at all is kept by the save.
+// Empty where there is nothing that can be read and understood.
 Result<PropertyDictionary> UserDefaults::readToStore(const std::string& target) {
     const auto bytes = m_file.read();
     if (!bytes && isShortOfResources(bytes.error()))
@@ -227,14 +227,13 @@ Result<PropertyDictionary> UserDefaults::readToStore(const std::string& target) 
     auto content = parsed(bytes);
     if (content)
         return content;
-    m_file.contentIsDamaged();
-    if (isDamage(content.error())) {
-        const auto kept = putAside(target);
-        if (!kept)
-            return kept.error();
-        logError("The damaged settings are kept as " + *kept, content.error());
-        m_damagedWhileRunning(*kept);
-    }
+    if (content.error().systemError == ENOENT)
+        return PropertyDictionary();
+    const auto kept = putAside(target);
+    if (!kept)
+        return kept.error();
+    logError("The settings cannot be read and are kept as " + *kept, content.error());
+    m_damagedWhileRunning(*kept);
     return PropertyDictionary();
 }
 

@@ -16,8 +16,9 @@ namespace veilkeep {
 
 // The user's settings: an XML property list that several programs read and write at the same time. A read
 // answers from, in this order, what was set here and is not stored yet, and the file as it is now. What is
-// set stays pending until synchronize(), the destructor writes nothing. A file that cannot be understood
-// reads as empty, with a line in the log, and is kept under a dated name when it is replaced. Any thread.
+// set stays pending until synchronize(), the destructor writes nothing. A file that cannot be read or
+// understood counts as empty, with a line in the log, and is kept under a dated name when it is replaced. Any
+// thread.
 class UserDefaults {
 public:
     static constexpr std::chrono::milliseconds lockWait{5000};
@@ -52,8 +53,8 @@ public:
     // is stored then. Nothing where there is no such file.
     Result<std::optional<std::string>> keepDamagedAside();
 
-    // Called with that name where a file that was damaged since the start is put aside by storing: on the
-    // thread that stores, which holds locks of this object. Set before anything is stored.
+    // Called with that name where storing puts a file aside, which was damaged since the start or cannot be
+    // read: on the thread that stores, which holds locks of this object. Set before anything is stored.
     void setDamagedWhileRunning(std::function<void(const std::string& keptPath)> tell) {
         m_damagedWhileRunning = std::move(tell);
     }

@@ -3,6 +3,7 @@
 #include "core/base/UniqueFd.h"
 #include "core/log/Log.h"
 #include "core/storage/PropertyList.h"
+#include "tests/support/FailingCall.h"
 #include "tests/support/RunInChild.h"
 #include "tests/support/ScratchTree.h"
 
@@ -10,6 +11,7 @@
 #include <gtest/gtest.h>
 #include <sys/file.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 
 #include <atomic>
 #include <cerrno>
@@ -143,6 +145,22 @@ TEST_F(UserDefaultsTest, KeepsADamagedFile) {
         ASSERT_TRUE(defaults.synchronize());
         EXPECT_EQ(told, std::vector<std::string>{row});
     }
+}
+
+TEST_F(UserDefaultsTest, KeepsAFileThatCannotBeReadAndTells) {
+    store({{"key", "old"}});
+    const std::string before = readFile(path());
+    EXPECT_TRUE(test::runInChild([&] {
+        UserDefaults defaults;
+        int told = 0;
+        defaults.setDamagedWhileRunning([&](const std::string&) { ++told; });
+        ASSERT_TRUE(test::failCall(SYS_read, EIO));
+        defaults.set("key", "new");
+        EXPECT_TRUE(defaults.synchronize());
+        EXPECT_EQ(told, 1);
+    }));
+    EXPECT_EQ(damagedFiles(), std::vector<std::string>{before});
+    EXPECT_EQ(stored(), (PropertyDictionary{{"key", "new"}}));
 }
 
 TEST_F(UserDefaultsTest, PutsADamagedFileAsideOnce) {
