@@ -17,8 +17,9 @@ namespace veilkeep {
 // list. Nothing of what it is given is owned. Main thread.
 class PasswordCommand {
 public:
-    PasswordCommand(TerminalOutput& output, TerminalQuestions& questions, TerminalCaller& caller)
-        : m_output(output), m_questions(questions), m_caller(caller) {}
+    PasswordCommand(UserDefaults& defaults, TerminalOutput& output, TerminalQuestions& questions,
+                    TerminalCaller& caller)
+        : m_defaults(defaults), m_output(output), m_questions(questions), m_caller(caller) {}
 
     static bool isAction(std::string_view word); // "set", "change", "off" or "check"
 
@@ -34,10 +35,10 @@ private:
     std::optional<QString> newOne();
     RequestStatus afterStoring(const Result<void>& stored);
 
+    UserDefaults& m_defaults;
     TerminalOutput& m_output;
     TerminalQuestions& m_questions;
     TerminalCaller& m_caller;
-    UserDefaults m_defaults;
     PasswordManager m_passwords{m_defaults};
 };
 

@@ -2,7 +2,6 @@
 
 #include "core/base/PathText.h"
 #include "core/filesystem/ItemAtPath.h"
-#include "core/storage/UserDefaults.h"
 #include "filelist/Texts.h"
 #include "platform/linux/filemanagers/LinuxFileManagerMenu.h"
 #include "prefs/PasswordManager.h"
@@ -89,8 +88,7 @@ bool UninstallCommand::isFree(const QString& whenInUse) {
 }
 
 bool UninstallCommand::isPasswordGiven() {
-    UserDefaults defaults;
-    PasswordManager passwords(defaults);
+    PasswordManager passwords(m_defaults);
     return !passwords.isPasswordEnabled() || isGivenByCaller(passwords, m_caller);
 }
 

@@ -2,6 +2,7 @@
 
 #include "core/environment/XdgDirectories.h"
 #include "core/storage/ListOwnership.h"
+#include "core/storage/UserDefaults.h"
 #include "ctl/TerminalCaller.h"
 #include "ctl/TerminalOutput.h"
 #include "platform/linux/installation/UserInstallation.h"
@@ -14,7 +15,8 @@ namespace veilkeep {
 // lists and settings stay. Nothing of what it is given is owned. Main thread.
 class UninstallCommand {
 public:
-    UninstallCommand(TerminalOutput& output, TerminalCaller& caller) : m_output(output), m_caller(caller) {}
+    UninstallCommand(UserDefaults& defaults, TerminalOutput& output, TerminalCaller& caller)
+        : m_defaults(defaults), m_output(output), m_caller(caller) {}
 
     RequestStatus run();
 
@@ -29,6 +31,7 @@ private:
     // list nobody does.
     bool isFree(const QString& whenInUse);
 
+    UserDefaults& m_defaults;
     TerminalOutput& m_output;
     TerminalCaller& m_caller;
     UserInstallation m_installation;

@@ -103,19 +103,18 @@ RequestStatus run(const CommandLine& line) {
         return Watch(output).run();
     if (line.command->name == std::string_view("doctor"))
         return DoctorCommand(line.json, output).run();
-    if (!line.isRescue()) { // it leaves everything but items as it is
-        UserDefaults defaults;
+    UserDefaults defaults;
+    if (!line.isRescue()) // it leaves everything but items as it is
         tellOfDamagedSettings(defaults, output);
-    }
     TerminalQuestions questions(line.answers, line.yes, output);
     RowOutput rows(contentOf(line), line.json, output);
     TerminalCaller caller(output, questions, rows);
     if (line.passwordFromInput)
         questions.takePasswordsFromInput();
     if (line.isPasswordCommand())
-        return PasswordCommand(output, questions, caller).run(line.paths.front());
+        return PasswordCommand(defaults, output, questions, caller).run(line.paths.front());
     if (line.command->name == std::string_view("uninstall"))
-        return UninstallCommand(output, caller).run();
+        return UninstallCommand(defaults, output, caller).run();
 
     if (line.isRescue()) {
         const RescueWishes wishes{line.paths, line.dryRun, line.staysOnVolume, line.copyTo};
@@ -126,8 +125,9 @@ RequestStatus run(const CommandLine& line) {
     Request request{QString::fromLatin1(line.command->name), {}, requestOptions(line)};
     RequestStatus status = takePaths(line, request, output, caller);
     request.options.insert(QLatin1String(requestOption::interactive), questions.isInteractive());
-    RequestRoute route(caller, {.repeatPassword = [&] { caller.repeatPassword(); },
-                                .ownerFound = [&](RequestOwner owner) { rows.setOwner(ownerName(owner)); }});
+    RequestRoute route(caller, defaults,
+                       {.repeatPassword = [&] { caller.repeatPassword(); },
+                        .ownerFound = [&](RequestOwner owner) { rows.setOwner(ownerName(owner)); }});
     if (line.paths.empty() || request.paths.size() >= requestRule(request.command)->leastPaths)
         status = std::max(status, route.run(request));
     if (requestRule(request.command)->onlyReads() && status == RequestStatus::AllWell)

@@ -39,8 +39,8 @@ std::optional<std::string> usableWorker(const TellTrouble& tell) {
     return std::nullopt;
 }
 
-RequestRoute::RequestRoute(RequestCaller& caller, RequestRouteOptions options)
-    : m_caller(caller), m_options(std::move(options)) {}
+RequestRoute::RequestRoute(RequestCaller& caller, UserDefaults& defaults, RequestRouteOptions options)
+    : m_caller(caller), m_defaults(defaults), m_options(std::move(options)) {}
 
 RequestStatus RequestRoute::run(const Request& request) {
     if (!isPasswordGiven(request))
@@ -61,8 +61,7 @@ RequestStatus RequestRoute::run(const Request& request) {
 // Asks where this program is about to work by itself, before it takes the list: others, a screen locker among
 // them, need not wait for a person. Whoever has the list then decides whether the entry is the right one.
 bool RequestRoute::isPasswordGiven(const Request& request) {
-    UserDefaults defaults;
-    PasswordManager passwords(defaults);
+    PasswordManager passwords(m_defaults);
     if (!passesGate(request) || !passwords.isPasswordEnabled() || m_application.isServed())
         return true;
     const bool isGiven = isGivenByCaller(passwords, m_caller);
@@ -120,8 +119,7 @@ RequestStatus RequestRoute::runHere(const Request& request, bool mayChange) {
         [this](const std::string& path, const QString& reason) { m_caller.itemFailed(path, reason); });
     if (!worker)
         return RequestStatus::SomeFailed;
-    UserDefaults defaults;
-    return OwnList(defaults, *worker, m_places, m_options.list).run(request, m_caller, mayChange);
+    return OwnList(m_defaults, *worker, m_places, m_options.list).run(request, m_caller, mayChange);
 }
 
 } // namespace veilkeep

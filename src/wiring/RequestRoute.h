@@ -2,6 +2,7 @@
 
 #include "core/base/Error.h"
 #include "core/environment/XdgDirectories.h"
+#include "core/storage/UserDefaults.h"
 #include "platform/linux/RequestClient.h"
 #include "wiring/OwnList.h"
 
@@ -34,7 +35,8 @@ public:
     // How long another veilkeepctl may take to finish.
     static constexpr std::chrono::seconds ownerWait{10};
 
-    explicit RequestRoute(RequestCaller& caller, RequestRouteOptions options = {}); // it is not owned
+    // Neither the caller nor the settings are owned.
+    RequestRoute(RequestCaller& caller, UserDefaults& defaults, RequestRouteOptions options = {});
 
     RequestStatus run(const Request& request);
 
@@ -46,6 +48,7 @@ private:
     RequestStatus runWithoutOwnership(const Request& request, const Error& error);
 
     RequestCaller& m_caller;
+    UserDefaults& m_defaults;
     const RequestRouteOptions m_options;
     const OwnPlaces m_places = OwnPlaces::current();
     RequestClient m_application;

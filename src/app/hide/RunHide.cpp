@@ -46,19 +46,23 @@ Request requestFor(const OpenRequest& items, RequestCaller& caller) {
     return request;
 }
 
-// Once: whoever notices it first has to say it, for it takes the password with it.
+// Whoever notices it first has to say it, for it takes the password with it.
 void tellOfDamagedSettings(UserDefaults& defaults, HideCaller& caller) {
     const auto text = [](const char* source) {
         return QCoreApplication::translate("veilkeep::ADApp", source); // whose words these are
     };
+    const auto tell = [&caller, text](const std::string& kept) {
+        caller.message(text("The settings were damaged and begin anew."));
+        caller.message(text("What they were is kept in %1. Where a password was set, please set it again.")
+                           .arg(shownPath(kept)));
+    };
+    defaults.setDamagedWhileRunning(tell);
     const auto kept = defaults.keepDamagedAside();
     if (!kept) {
         logError("The damaged settings cannot be put aside", kept.error());
         caller.message(text("The settings are damaged and count as not set."));
     } else if (*kept) {
-        caller.message(text("The settings were damaged and begin anew."));
-        caller.message(text("What they were is kept in %1. Where a password was set, please set it again.")
-                           .arg(shownPath(**kept)));
+        tell(**kept);
     }
 }
 
@@ -82,7 +86,8 @@ RequestStatus hide(const OpenRequest& items) {
     const bool isWhole = items.links.isEmpty() && request.paths.size() == items.paths.size();
     RequestStatus status = isWhole ? RequestStatus::AllWell : RequestStatus::SomeFailed;
     if (!request.paths.empty()) {
-        RequestRoute route(caller, {.list = {.tick = turnEventLoop, .presenter = &windows, .mayAsk = true}});
+        RequestRoute route(caller, defaults,
+                           {.list = {.tick = turnEventLoop, .presenter = &windows, .mayAsk = true}});
         status = std::max(status, route.run(request));
     }
     if (items.isEmpty())
