@@ -233,7 +233,7 @@ void RescueCommand::moveEach(const std::string& worker) {
     message(Texts::tr("items that came back: %1; items that did not: %2")
                 .arg(run.cameBack())
                 .arg(run.failed() + run.leftAlone()));
-    if (run.failed() + run.leftAlone() > 0)
+    if (run.failed() + run.leftAlone() > 0 || !run.isDurable())
         m_status = RequestStatus::SomeFailed;
 }
 

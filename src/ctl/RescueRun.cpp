@@ -81,10 +81,12 @@ void RescueRun::fail(const std::string& path, int error) {
 }
 
 void RescueRun::settle(const HiddenFolder& folder) {
-    for (const Error& error : syncAfterRescue(folder.path))
+    for (const Error& error : syncAfterRescue(folder.path)) {
+        m_isDurable = false;
         m_output.printError(error.path, Texts::tr("what came back there may not survive a power cut: %1")
                                             .arg(errorReason(error))
                                             .toStdString());
+    }
     for (const std::string& place : m_settled)
         m_output.printPath(place);
     m_settled.clear();

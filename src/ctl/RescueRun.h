@@ -25,6 +25,7 @@ public:
     std::size_t failed() const { return m_failed; }
     std::size_t leftAlone() const { return m_total - m_cameBack - m_failed; } // after an interruption
     bool hadTooFewRights() const { return m_hadTooFewRights; }
+    bool isDurable() const { return m_isDurable; } // what came back survives a power cut
 
 private:
     void moveFolder(const HiddenFolder& folder);
@@ -39,7 +40,7 @@ private:
     RescuedPlaces m_places;
     std::vector<std::string> m_settled; // to be told once they are safe on the disk
     std::size_t m_total = 0, m_cameBack = 0, m_failed = 0;
-    bool m_hadTooFewRights = false;
+    bool m_hadTooFewRights = false, m_isDurable = true;
 };
 
 } // namespace veilkeep

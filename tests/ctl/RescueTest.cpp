@@ -125,6 +125,17 @@ TEST_F(NestedRescueTest, IsInterrupted) {
     EXPECT_EQ(itemsOf("t"), m_before);
 }
 
+TEST_F(NestedRescueTest, IsNotAllWellWithoutASync) {
+    if (!straceWorks())
+        GTEST_SKIP() << "strace cannot trace here";
+    const ProgramRun run = runProgram(traced({"-o", "/dev/null", "-e", "inject=fsync:error=EIO:when=1"},
+                                             {bundledProgram("veilkeepctl"), "rescue", "--yes", "t"}),
+                                      {0, m_tree.root(), {}});
+    EXPECT_EQ(run.exitStatus, 1);
+    EXPECT_NE(run.errors.find("may not survive a power cut"), std::string::npos) << run.errors;
+    EXPECT_EQ(itemsOf("t"), m_before);
+}
+
 TEST_F(NestedRescueTest, IsAskedForOnTheTerminal) {
     Terminal terminal({bundledProgram("veilkeepctl"), "rescue", "t"}, m_tree.root());
     const std::string shown = terminal.readUntil("[1-2]: ");
