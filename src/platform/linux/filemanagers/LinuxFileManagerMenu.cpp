@@ -125,7 +125,9 @@ std::vector<LinuxFileManagerMenu::Found> LinuxFileManagerMenu::entries() const {
     for (const FileManagerFile& file : fileManagerFiles())
         if (isPresent(file.manager, m_parts.places)) {
             const auto entry = entryOf(file, contentOf(file).value_or(std::string()));
-            found.push_back({file.manager.name, entry->path(), entry->state()});
+            const State state = entry->state();
+            found.push_back({file.manager.name, entry->path(),
+                             state == State::Absent && isForEverybody(file) ? State::Current : state});
         }
     return found;
 }

@@ -36,7 +36,8 @@ public:
     FileManagerChange remove() override;
     std::vector<std::string> restart(const std::vector<FileManagerChange::Restart>& toRestart) override;
 
-    // What is where entries would be installed now, for each file manager that is present.
+    // What is where entries would be installed now, for each file manager that is present; Current as well
+    // where there is nothing, since everybody has the entry.
     struct Found {
         const char* manager;
         std::string path;

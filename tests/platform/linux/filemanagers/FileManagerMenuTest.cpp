@@ -136,6 +136,8 @@ TEST(FileManagerMenu, WhatIsThereForEverybodyIsNotInstalledBeside) {
         EXPECT_EQ(menu.isInstalled(), row.files == 0);
         EXPECT_EQ(menu.install().changed.size(), row.files);
         EXPECT_TRUE(menu.isInstalled());
+        for (const auto& entry : menu.entries())
+            EXPECT_EQ(entry.state, MenuEntry::State::Current) << entry.path;
         EXPECT_EQ(menu.remove().forEverybody, row.forEverybody);
         EXPECT_EQ(menu.isInstalled(), row.files == 0);
         EXPECT_EQ(world.home(), before);
