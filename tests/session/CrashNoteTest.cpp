@@ -151,6 +151,22 @@ TEST_F(RunNoteTest, ProcessesWithoutTheListLeaveTheirsAsWell) {
         EXPECT_TRUE(!name.starts_with("Running") || m_directory + "/" + name == own) << name;
 }
 
+TEST_F(RunNoteTest, IsNotTakenBesideItsMaking) {
+    const std::string own = m_directory + "/Running-" + std::to_string(::getpid());
+    const pid_t starting = test::startChild([this, self = ::getpid()] {
+        while (::getppid() == self)
+            ProcessNote::takeOthers(m_directory, m_crash);
+    });
+    int taken = 0;
+    for (int round = 0; round < 1000; ++round) {
+        const ProcessNote note(m_directory);
+        taken += test::exists(own) ? 0 : 1;
+    }
+    ::kill(starting, SIGKILL);
+    ::waitpid(starting, nullptr, 0);
+    EXPECT_EQ(taken, 0);
+}
+
 TEST(CrashNoteTest, WhateverIsInIt) {
     const std::string whole = CrashNote::beginning() + "signal 8\ntime 0\nexception \nframes 1010 99\n" +
                               "module 1000 2000 500 a lib.so\nend\n";
