@@ -12,8 +12,9 @@ namespace veilkeep {
 struct CrashNote {
     static std::string beginning(); // of a run of this version
 
-    // Whatever the text is; what it does not say is empty.
     static constexpr std::size_t maximumSize = 64 << 10; // of its text
+
+    // Whatever the text is; what it does not say is empty.
     static CrashNote parse(std::string_view text);
 
     bool isOfCrash() const { return signal != 0; }
