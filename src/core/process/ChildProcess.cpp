@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstring>
 #include <string_view>
 #include <utility>
 
@@ -192,6 +193,19 @@ ChildProcessResult ChildProcess::untilGone() {
     ChildProcessResult result;
     result.error = m_trouble;
     return result;
+}
+
+std::string ChildProcessResult::howItEnded() const {
+    switch (end) {
+    case End::Exited:
+        return "exit status " + std::to_string(status);
+    case End::Signalled:
+        return "signal " + std::to_string(status);
+    case End::NotStarted:
+    case End::Unknown:
+        break;
+    }
+    return error.operation + ": " + std::strerror(error.systemError);
 }
 
 ChildProcessResult runChildProcess(const std::string& program, const std::vector<std::string>& arguments,

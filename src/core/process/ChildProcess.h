@@ -55,6 +55,7 @@ struct ChildProcessResult {
     static constexpr std::size_t outputLimit = std::size_t{1} << 20;
 
     bool exitedWith(int wanted) const { return end == End::Exited && status == wanted; }
+    std::string howItEnded() const; // for the log: "exit status 1", "signal 15", "posix_spawn: No such file…"
 };
 
 // One run of a program, given by its path. It gets the arguments (its own name is put first), the input,

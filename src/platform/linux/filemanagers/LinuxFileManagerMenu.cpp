@@ -42,8 +42,7 @@ bool quitAndStart(const std::string& program) {
     options.tick = &tick;
     const auto quit = runChildProcess(program, {"--quit"}, options);
     if (!quit.exitedWith(0)) {
-        logError("The file manager could not be quit",
-                 quit.error.path.empty() ? Error::system("quit", program, 0) : quit.error);
+        logLine("The file manager " + program + " could not be quit: " + quit.howItEnded());
         return false;
     }
     const auto started = startDetachedProcess(program, {"--daemon"});

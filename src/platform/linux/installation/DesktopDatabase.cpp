@@ -26,7 +26,8 @@ void updateDesktopDatabase(const InstallationPlaces& places) {
     options.timeLimit = limit;
     const auto updated = runChildProcess(tool, {"--quiet", entries}, options);
     if (!updated.exitedWith(0))
-        logLine("The desktop's list of programs in " + entries + " could not be updated");
+        logLine("The desktop's list of programs in " + entries +
+                " could not be updated: " + updated.howItEnded());
     const std::string list = joinPath(entries, "mimeinfo.cache");
     const auto content = readWholeFile(list, 64);
     if (content && *content == "[MIME Cache]\n")
