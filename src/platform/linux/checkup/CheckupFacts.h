@@ -33,7 +33,7 @@ struct RightsFacts {
 struct ListFileFacts {
     std::string path;
     bool isThere = false;
-    std::optional<Error> trouble = {}; // why it cannot be read
+    std::optional<Error> trouble = {}; // why it cannot be read or saved; names the path
 };
 
 struct DataFacts {
@@ -48,7 +48,7 @@ struct DataFacts {
 };
 
 struct AutoHideFacts {
-    std::size_t groups = 0; // that are marked so
+    std::optional<std::size_t> groups = 0; // that are marked so; nothing where they cannot be read
     bool isWatchEnabled = false;
     bool isLaunchedAtLogin = false;
     std::vector<std::string> switchedOff; // ways of leaving, in words

@@ -27,29 +27,32 @@ namespace {
 
 constexpr mode_t modeBits = 07777;
 
-std::optional<Error> faultIn(const Result<std::string>& bytes, const Result<void>& parsed) {
-    if (!bytes)
-        return bytes.error();
-    return parsed ? std::nullopt : std::optional(parsed.error());
-}
-
 template <class Parse>
 ListFileFacts lookAtFile(const std::string& path, std::size_t maximumSize, Parse parse) {
     ListFileFacts facts{path, itemExistsAt(path), std::nullopt};
     if (!facts.isThere)
         return facts;
     auto bytes = readWholeFile(path, maximumSize);
-    Result<void> parsed;
-    if (bytes)
-        if (const auto content = parse(*bytes); !content)
-            parsed = content.error();
-    facts.trouble = faultIn(bytes, parsed);
+    if (!bytes)
+        facts.trouble = bytes.error();
+    else if (const auto content = parse(*std::move(bytes)); !content)
+        facts.trouble = content.error();
+    if (facts.trouble)
+        facts.trouble->path = path;
     return facts;
+}
+
+// One of a later version may be read, but is never saved.
+Result<RecordArchive> archiveToSave(std::string bytes, std::string_view key) {
+    auto archive = decodeArchive(std::move(bytes), key);
+    if (archive && archive->version > RecordArchive::currentVersion)
+        return Error{ErrorCode::NewerVersion, "read", {}, 0};
+    return archive;
 }
 
 ListFileFacts lookAtRecords(const std::string& path, std::string_view key) {
     return lookAtFile(path, SafeFileOptions().maximumSize,
-                      [key](std::string bytes) { return decodeArchive(std::move(bytes), key); });
+                      [key](std::string bytes) { return archiveToSave(std::move(bytes), key); });
 }
 
 // Where it will be made the nearest directory that is there has to let it be made.
@@ -87,11 +90,13 @@ bool isWatchEnabled() {
            itemExistsAt(joinPath("/etc", link));
 }
 
-std::size_t countAutoHideGroups(const std::string& path) {
-    const auto bytes = readWholeFile(path, SafeFileOptions().maximumSize);
-    auto archive = bytes ? decodeArchive(*bytes, "groups") : Result<RecordArchive>(bytes.error());
-    if (!archive)
+std::optional<std::size_t> countAutoHideGroups(const std::string& path) {
+    auto bytes = readWholeFile(path, SafeFileOptions().maximumSize);
+    if (!bytes && bytes.error().systemError == ENOENT)
         return 0;
+    auto archive = bytes ? decodeArchive(*std::move(bytes), "groups") : Result<RecordArchive>(bytes.error());
+    if (!archive)
+        return std::nullopt;
     return static_cast<std::size_t>(std::ranges::count_if(archive->records, [](PropertyDictionary& record) {
         return Group(std::move(record)).autoHide().value_or(false);
     }));

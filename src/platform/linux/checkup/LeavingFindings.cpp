@@ -136,7 +136,13 @@ CheckupFinding autoHideFinding(const CheckupFacts& facts) {
     CheckupFinding finding{"autohide", "AutoHide", Status::Works, {}};
     const bool isAnybodyThere = bus.isApplicationThere || bus.isListServed;
     const bool comesAtLogin = autoHide.isWatchEnabled || autoHide.isLaunchedAtLogin;
-    if (autoHide.groups == 0) {
+    if (!autoHide.groups) {
+        finding.status = Status::Limited;
+        finding.meaning =
+            "Whether a group is marked as AutoHide could not be found out: the groups cannot be read.";
+        return finding;
+    }
+    if (*autoHide.groups == 0) {
         finding.meaning = "No group is marked as AutoHide, so nothing is to be hidden by itself.";
         return finding;
     }
