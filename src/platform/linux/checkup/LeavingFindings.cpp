@@ -49,6 +49,19 @@ QString answeringSavers(const SessionBusFacts& bus) {
     return names.join(QStringLiteral(", "));
 }
 
+bool isHintUnknown(const SystemBusFacts& bus) {
+    const LogindFacts& logind = bus.logind;
+    if (bus.reach == BusReach::Missing)
+        return false;
+    return !bus.areNamesTold || (logind.service == ServiceState::Running &&
+                                 (!logind.isSessionFound || (*logind.isSessionFound && !logind.isLockTold)));
+}
+
+bool isLockUnknown(const CheckupFacts& facts) {
+    const SessionBusFacts& bus = facts.sessionBus;
+    return (bus.reach != BusReach::Missing && !bus.areNamesTold) || isHintUnknown(facts.systemBus);
+}
+
 } // namespace
 
 CheckupFinding logindFinding(const CheckupFacts& facts) {
@@ -112,6 +125,13 @@ CheckupFinding lockFinding(const CheckupFacts& facts) {
         finding.status = Status::Limited;
         finding.meaning = "There is a screen saver, but it did not answer in time, or not as it should.";
         finding.remedy = "Let whatever locks the screen call \"veilkeepctl autohide\" first.";
+    } else if (isLockUnknown(facts)) {
+        finding.status = Status::Limited;
+        finding.meaning =
+            "Whether anybody tells when the screen is locked could not be found out: nobody answered in "
+            "time, or as they should.";
+        finding.remedy = "Try again; where it stays so, let whatever locks the screen call \"veilkeepctl "
+                         "autohide\" first.";
     } else if (isHinted) {
         finding.status = Status::Limited;
         finding.meaning =

@@ -142,6 +142,20 @@ const Row rows[] = {
          f.systemBus.logind.isLockTold = false;
      },
      fails, "stay visible"},
+    {"lock, slow session bus", lockFinding, [](CheckupFacts& f) { f.sessionBus = {BusReach::Reached}; },
+     limited, "could not be found out"},
+    {"lock, slow system bus", lockFinding,
+     [](CheckupFacts& f) {
+         noSaver(f);
+         f.systemBus = {BusReach::Reached};
+     },
+     limited, "could not be found out"},
+    {"lock, silent logind", lockFinding,
+     [](CheckupFacts& f) {
+         noSaver(f);
+         f.systemBus.logind.isLockTold.reset();
+     },
+     limited, "could not be found out"},
     {"no groups", autoHideFinding,
      [](CheckupFacts& f) {
          nobodyListens(f);
