@@ -53,7 +53,7 @@ void RescueRun::move(const HiddenFolder& folder, std::size_t number) {
     const std::string path = joinPath(folder.path, folder.names[number]);
     const bool hasNext = number + 1 < folder.names.size();
     m_output.showProgress(QStringLiteral("%1/%2  ").arg(m_cameBack + m_failed).arg(m_total) +
-                          QString::fromStdString(printableName(path)));
+                          shownPath(path));
     const CloakWorkerResult result =
         m_moves.move(path, hasNext ? joinPath(folder.path, folder.names[number + 1]) : std::string());
     if (result.errorCode() != 0)

@@ -1,5 +1,7 @@
 #include "format/ErrorText.h"
 
+#include "format/PrintableName.h"
+
 #include <QCoreApplication>
 
 #include <cstring>
@@ -75,6 +77,10 @@ QString errorReason(const Error& error) {
         return Texts::tr("The request is not valid.");
     }
     return {};
+}
+
+QString errorWithPath(const Error& error) {
+    return QStringLiteral("%1: %2").arg(shownPath(error.path), errorReason(error));
 }
 
 } // namespace veilkeep

@@ -15,4 +15,6 @@ QString workerErrorText(WorkerError error);
 // The reason alone, without the path: "No space left on device".
 QString errorReason(const Error& error);
 
+QString errorWithPath(const Error& error); // "/disk/list: No space left on device"
+
 } // namespace veilkeep

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QString>
+
 #include <string>
 #include <string_view>
 
@@ -11,5 +13,9 @@ namespace veilkeep {
 std::string printableName(std::string_view name);
 
 std::string quotedName(std::string_view name); // the same between single quotes
+
+inline QString shownPath(std::string_view path) { // the same for windows and texts
+    return QString::fromStdString(printableName(path));
+}
 
 } // namespace veilkeep

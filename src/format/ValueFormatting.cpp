@@ -109,8 +109,8 @@ QString placeWithTilde(std::string_view path) {
     const std::string homeText = homeDirectory();
     const std::string_view home = withoutTrailingSlashes(homeText);
     if (home.empty() || home == "/" || !isSameOrBelow(path, home))
-        return QString::fromStdString(printableName(path));
-    return QLatin1Char('~') + QString::fromStdString(printableName(path.substr(home.size())));
+        return shownPath(path);
+    return QLatin1Char('~') + shownPath(path.substr(home.size()));
 }
 
 QString SizeToStringValueTransformer::transformedValue(const Value& value) {

@@ -1,4 +1,5 @@
 #include "format/ErrorText.h"
+#include "format/PrintableName.h"
 #include "platform/linux/checkup/Findings.h"
 
 #include <unistd.h>
@@ -14,17 +15,13 @@ using State = MenuEntry::State;
 constexpr std::uint64_t littleSpace = std::uint64_t{16} << 20; // a large list and its copies
 constexpr unsigned int ownersAlone = 0077;
 
-QString faultOf(const Error& error) {
-    return QStringLiteral("%1: %2").arg(shownPath(error.path), errorReason(error));
-}
-
 // Whatever stands in the way of reading or writing; nothing where nothing does.
 std::optional<QString> troubleWithData(const DataFacts& data) {
     if (data.trouble)
-        return faultOf(*data.trouble);
+        return errorWithPath(*data.trouble);
     for (const ListFileFacts* file : {&data.list, &data.groups})
         if (file->trouble)
-            return QStringLiteral("%1: %2").arg(shownPath(file->path), errorReason(*file->trouble));
+            return errorWithPath(*file->trouble);
     return std::nullopt;
 }
 
@@ -82,9 +79,8 @@ CheckupFinding settingsFinding(const CheckupFacts& facts) {
     if (settings.trouble) {
         finding.status = Status::Fails;
         finding.meaning =
-            QStringLiteral("The settings cannot be read and count as not set, the password too (%1: "
-                           "%2).")
-                .arg(shownPath(settings.path), errorReason(*settings.trouble));
+            QStringLiteral("The settings cannot be read and count as not set, the password too (%1).")
+                .arg(errorWithPath(*settings.trouble));
         finding.remedy = "Damaged ones are put aside by the next start; please set the password again then.";
     } else {
         finding.meaning = settings.isThere ? "The settings can be read." : "Nothing is set yet.";

@@ -1,6 +1,5 @@
 #include "platform/linux/checkup/Findings.h"
 
-#include "format/PrintableName.h"
 #include "platform/linux/checkup/Checkup.h"
 
 #include <algorithm>
@@ -22,10 +21,6 @@ bool isDesktop(const CheckupFacts& facts, std::initializer_list<const char*> nam
     return std::ranges::any_of(facts.surroundings.desktops, [&](const std::string& desktop) {
         return std::ranges::any_of(names, [&](const char* name) { return desktop == name; });
     });
-}
-
-QString shownPath(const std::string& path) {
-    return QString::fromStdString(printableName(path));
 }
 
 } // namespace veilkeep

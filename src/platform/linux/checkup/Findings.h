@@ -25,6 +25,5 @@ CheckupFinding updatesFinding(const CheckupFacts& facts);
 
 // Helps for them.
 bool isDesktop(const CheckupFacts& facts, std::initializer_list<const char*> names);
-QString shownPath(const std::string& path);
 
 } // namespace veilkeep

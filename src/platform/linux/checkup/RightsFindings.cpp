@@ -1,4 +1,5 @@
 #include "format/ErrorText.h"
+#include "format/PrintableName.h"
 #include "platform/linux/checkup/Findings.h"
 
 namespace veilkeep {

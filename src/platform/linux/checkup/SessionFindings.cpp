@@ -1,3 +1,4 @@
+#include "format/PrintableName.h"
 #include "platform/linux/checkup/Findings.h"
 
 namespace veilkeep {
