@@ -16,4 +16,7 @@ bool itemExistsAt(const std::string& path);
 // Whether it is a directory itself, no link to one.
 bool isDirectoryAt(const std::string& path);
 
+// Whether it is a file that this user may run; links are followed.
+bool isProgramAt(const std::string& path);
+
 } // namespace veilkeep

@@ -9,18 +9,10 @@
 #include <QLibraryInfo>
 #include <QLocale>
 
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <algorithm>
 
 namespace veilkeep {
 namespace {
-
-bool isProgramAt(const std::string& path) {
-    struct stat status = {};
-    return ::stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode) && ::access(path.c_str(), X_OK) == 0;
-}
 
 // "libqwayland-egl.so" and "libqwayland-generic.so" are two ways of the same.
 bool isPluginThere(const std::string& plugins, std::initializer_list<const char*> files) {

@@ -4,9 +4,6 @@
 #include "core/environment/XdgDirectories.h"
 #include "core/filesystem/ItemAtPath.h"
 
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <cstdlib>
 #include <string_view>
@@ -82,9 +79,7 @@ FileManagerPlaces FileManagerPlaces::current() {
 std::string programIn(const std::vector<std::string>& directories, const std::string& name) {
     for (const std::string& directory : directories) {
         std::string path = joinPath(directory, name);
-        struct stat status = {};
-        if (::stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode) &&
-            ::access(path.c_str(), X_OK) == 0)
+        if (isProgramAt(path))
             return path;
     }
     return {};
