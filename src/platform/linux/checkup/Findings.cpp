@@ -23,4 +23,27 @@ bool isDesktop(const CheckupFacts& facts, std::initializer_list<const char*> nam
     });
 }
 
+bool isSystemBusAtFault(const CheckupFacts& facts, const QString& without, CheckupFinding& finding) {
+    switch (facts.systemBus.reach) {
+    case BusReach::Reached:
+        if (facts.systemBus.areNamesTold)
+            return false;
+        finding.status = CheckupFinding::Status::Limited;
+        finding.meaning = "The system bus did not say in time who is on it.";
+        break;
+    case BusReach::Missing:
+        finding.meaning = "The system bus cannot be reached: " + without;
+        finding.packages = {"dbus"};
+        break;
+    case BusReach::NotAnswered:
+        finding.meaning = "The system bus does not answer, or does not let this user in: " + without;
+        break;
+    case BusReach::Elsewhere:
+        finding.status = CheckupFinding::Status::Limited;
+        finding.meaning = "The system bus is no socket of this machine, and was not asked.";
+        break;
+    }
+    return true;
+}
+
 } // namespace veilkeep

@@ -26,4 +26,7 @@ CheckupFinding updatesFinding(const CheckupFacts& facts);
 // Helps for them.
 bool isDesktop(const CheckupFacts& facts, std::initializer_list<const char*> names);
 
+// Whether the system bus does not tell who is on it, which the finding says then, with what does not work so.
+bool isSystemBusAtFault(const CheckupFacts& facts, const QString& without, CheckupFinding& finding);
+
 } // namespace veilkeep

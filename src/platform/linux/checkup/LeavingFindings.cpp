@@ -7,21 +7,11 @@ using Status = CheckupFinding::Status;
 
 CheckupFinding withoutLogind(const CheckupFacts& facts, CheckupFinding finding) {
     finding.status = Status::Fails;
-    if (facts.systemBus.reach != BusReach::Reached) {
-        finding.meaning =
-            "The system bus cannot be reached: sleep, shutdown, another user's session and a lock "
-            "that logind tells are not noticed.";
-        finding.packages = {"dbus"};
+    const QString without = "sleep, shutdown, another user's session and a lock that logind tells are not "
+                            "noticed.";
+    if (isSystemBusAtFault(facts, without, finding))
         return finding;
-    }
-    if (!facts.systemBus.areNamesTold) {
-        finding.status = Status::Limited;
-        finding.meaning = "The system bus did not say in time who is on it.";
-        return finding;
-    }
-    finding.meaning =
-        "logind does not run: sleep, shutdown, another user's session and a lock that it tells are "
-        "not noticed.";
+    finding.meaning = "logind does not run: " + without;
     finding.packages = {"libpam-systemd"};
     finding.remedy =
         "Install it, or elogind with libpam-elogind where the system starts without systemd, and log "

@@ -49,11 +49,8 @@ CheckupFinding rightsFinding(const CheckupFacts& facts) {
     if (!facts.rights.isPkexecThere) {
         finding.meaning = "pkexec is not installed." + without;
         finding.packages = {"pkexec", "polkitd"};
-    } else if (facts.systemBus.reach != BusReach::Reached) {
-        finding.meaning = "The system bus cannot be reached, and with it polkit." + without;
-    } else if (!facts.systemBus.areNamesTold) {
-        finding.status = Status::Limited;
-        finding.meaning = "The system bus did not say in time whether polkit is there.";
+    } else if (isSystemBusAtFault(facts, "polkit cannot be asked." + without, finding)) {
+        return finding;
     } else if (polkit.service == ServiceState::Absent) {
         finding.meaning = "polkit is not installed, or cannot be started." + without;
         finding.packages = {"polkitd"};
