@@ -27,7 +27,7 @@ BrokenFiles::BrokenFiles(const FilesViewControllerParts& parts, FileList& files,
     connect(&m_missing, &MissingFiles::backgroundSearchEnded, this, &BrokenFiles::searchStateChanged);
     connect(&m_missing, &MissingFiles::backgroundSearchFinished, this, [this] {
         updateStates();
-        m_saver.saveDataToDisk();
+        m_saver.saveWhileEventsRun();
         emit searchStateChanged();
     });
 }

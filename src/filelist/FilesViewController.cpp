@@ -8,12 +8,17 @@
 #include "core/storage/DefaultsKeys.h"
 #include "filelist/AddBatches.h"
 #include "filelist/LoadingTrouble.h"
+#include "filelist/MainThread.h"
 #include "filelist/RecordsByItem.h"
 #include "filelist/Texts.h"
 #include "format/ErrorText.h"
 
+#include <QScopeGuard>
+
 #include <algorithm>
 #include <cerrno>
+#include <future>
+#include <system_error>
 #include <utility>
 
 namespace veilkeep {
@@ -90,18 +95,42 @@ bool FilesViewController::saveFilesArrayToDisk(const Files& files, const std::st
     return saved.has_value();
 }
 
-bool FilesViewController::saveDataToDisk() {
+bool FilesViewController::isSaved() {
     FilesInfoFile& file = m_parts.dataFile;
-    const std::uint64_t revision = m_files.revision();
-    if (m_savedRevision == revision && (file.isOfNewerVersion() || file.isAsLeft()))
+    return m_savedRevision == m_files.revision() && (file.isOfNewerVersion() || file.isAsLeft());
+}
+
+bool FilesViewController::saveDataToDisk() {
+    const std::lock_guard saving(m_saving);
+    return isSaved() || noteSave(m_parts.dataFile.save(m_files.all()), m_files.revision());
+}
+
+bool FilesViewController::saveWhileEventsRun() {
+    if (isSaved())
         return true;
-    const auto saved = file.save(m_files.all());
+    const std::uint64_t revision = m_files.revision();
+    bool isOver = false;
+    std::future<Result<SafeFile::Saved>> save;
+    try {
+        save = std::async(std::launch::async, [this, &isOver] {
+            const auto atTheEnd = qScopeGuard([&] { MainThread::post(this, [&isOver] { isOver = true; }); });
+            const std::lock_guard saving(m_saving); // events may ask for a save as well
+            return m_parts.dataFile.save(m_files.all());
+        });
+    } catch (const std::system_error&) { // no thread is to be had
+        return saveDataToDisk();
+    }
+    MainThread::runUntil([&] { return isOver; });
+    return noteSave(save.get(), revision);
+}
+
+bool FilesViewController::noteSave(const Result<SafeFile::Saved>& saved, std::uint64_t revision) {
     if (saved) {
         m_savedRevision = revision;
         setSaveTrouble({});
         return true;
     }
-    logError("Failed to save files info to file " + file.path(), saved.error());
+    logError("Failed to save files info to file " + m_parts.dataFile.path(), saved.error());
     setSaveTrouble(saved.error());
     return false;
 }

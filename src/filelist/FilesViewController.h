@@ -17,6 +17,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <mutex>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -61,6 +62,7 @@ public:
     // Nothing is written where nothing changed; that holds of a list of a newer version as well, which no
     // save succeeds with. False: saveTrouble() says why.
     bool saveDataToDisk() override;
+    bool saveWhileEventsRun() override;
     QString whyItCannotBeSaved() const override;
     bool loadDataFromDisk(); // false: it was not the whole truth, and the user was told
     // How many records the source brought. ENOENT where either file is missing, which is logged. After an
@@ -178,6 +180,8 @@ private:
 
     std::unique_ptr<AddBatches> makeAddBatches();
     void addNewFiles(std::vector<File> files);
+    bool isSaved();
+    bool noteSave(const Result<SafeFile::Saved>& saved, std::uint64_t revision);
     void setSaveTrouble(std::optional<Error> trouble);
     void removeOrTakeOutOfGroup(const Files& files, bool forceRemove);
 
@@ -191,6 +195,7 @@ private:
     Restores m_restores{m_parts.cloakWorker, m_parts.progress};
     std::optional<Error> m_saveTrouble;
     std::optional<std::uint64_t> m_savedRevision;
+    std::mutex m_saving; // whoever works on the data file
     std::unique_ptr<AddBatches> m_addBatches;
     std::unique_ptr<RecordsByItem> m_knownToWorkers; // while records of workers are taken in
     std::unique_ptr<RecordsByItem> m_knownToAdding;  // while a batch is added

@@ -41,7 +41,7 @@ void FilesViewController::lookAtUncertain(Files files) {
 }
 
 void FilesViewController::searchForBroken() {
-    saveDataToDisk();
+    saveWhileEventsRun();
     m_brokenFiles.searchDeeply(m_brokenFiles.brokenFiles());
     emit checked();
 }

@@ -1,5 +1,6 @@
 #include "core/storage/ArchiveEnvelope.h"
 #include "core/storage/RecordArchive.h"
+#include "filelist/MainThread.h"
 #include "tests/filelist/StoreWorld.h"
 
 #include <gtest/gtest.h>
@@ -97,6 +98,21 @@ TEST(FilesViewControllerStoreTest, TellsOnceWhatWasFoundInTheListsPlace) {
         world->list->loadDataFromDisk(); // and no word more
         EXPECT_EQ(world->list->files().size(), loaded + 1);
     }
+}
+
+// What comes meanwhile may save as well.
+TEST(FilesViewControllerStoreTest, SavesWhileEventsRun) {
+    StoreWorld world;
+    fill(world);
+    bool isSavedMeanwhile = false;
+    MainThread::post(world->list.get(), [&] { isSavedMeanwhile = world->list->saveDataToDisk(); });
+    EXPECT_TRUE(world->list->saveWhileEventsRun());
+    EXPECT_TRUE(isSavedMeanwhile);
+    EXPECT_EQ(world->list->readFilesInfoFileAtPath(world.dataPath())->size(), 7U);
+    std::filesystem::remove(world.dataPath());
+    std::filesystem::create_directory(world.dataPath());
+    EXPECT_FALSE(world->list->saveWhileEventsRun());
+    EXPECT_TRUE(world->list->saveTrouble());
 }
 
 TEST(FilesViewControllerStoreTest, MergesWhatIsNotListedYet) {
