@@ -45,10 +45,6 @@ public:
     // Whether the items are where they should be, cheaply; what is missing is searched for behind.
     void check();
     void checkBehind(); // the same without waiting: part by part, each in its turn
-    void start() {
-        load();
-        check();
-    }
 
     FileList& files() { return m_files; }
     const FileList& files() const { return m_files; }

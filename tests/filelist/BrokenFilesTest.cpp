@@ -207,7 +207,8 @@ TEST_F(BrokenFilesTest, EndingAmidARestoreLosesNoRecord) {
         world.list->restoreDir(m_tree.makeDirectory("empty"));
     }
     ListWorld next;
-    next.list->start();
+    next.list->load();
+    next.list->check();
     EXPECT_TRUE(next.list->findFileWithPath(hidden));
 }
 
