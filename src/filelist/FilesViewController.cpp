@@ -101,8 +101,12 @@ bool FilesViewController::isSaved() {
 }
 
 bool FilesViewController::saveDataToDisk() {
-    const std::lock_guard saving(m_saving);
-    return isSaved() || noteSave(m_parts.dataFile.save(m_files.all()), m_files.revision());
+    std::unique_lock saving(m_saving);
+    if (isSaved())
+        return true;
+    const auto saved = m_parts.dataFile.save(m_files.all());
+    saving.unlock(); // who is told may save again
+    return noteSave(saved, m_files.revision());
 }
 
 bool FilesViewController::saveWhileEventsRun() {
